@@ -1,0 +1,138 @@
+// Options and mapping tables of one session, as configuration files and macro variables set them.
+#pragma once
+
+#include "dx_fixed.h"
+
+/// Order values: which identifying field of a pattern a layer or block name goes into.
+enum DxOrder : int {
+    DX_ORDER_GROUP = 0,
+    DX_ORDER_LEVEL = 1,
+    DX_ORDER_CLASS = 2,
+    DX_ORDER_NAME = 3,
+    DX_ORDER_ATTR = 4,
+    DX_ORDER_FIXED = 5,
+    DX_ORDER_NONE = 6,
+};
+
+/// Element classes in the order of DxLayerKinds.
+enum DxElementClass : int {
+    DX_CLASS_ELEMENT = 0,
+    DX_CLASS_TEXT = 1,
+    DX_CLASS_HATCH = 2,
+    DX_CLASS_DIMENSION = 3,
+    DX_CLASS_ARROW = 4,
+    DX_CLASS_COUNT = 5,
+};
+
+struct DX_COLOR_PAIR {
+    int color; ///< DXF colour
+    int pen;   ///< host pen or fill colour
+};
+struct DX_LT_PAIR {
+    DX_NAME name;
+    int number; ///< host line type
+};
+struct DX_CHAR_PAIR {
+    int dxf;
+    int host;
+};
+struct DX_CHAR_TEXT {
+    DX_NAME text;
+    int code;
+};
+struct DX_ATTR_PAIR {
+    DX_NAME dxf;
+    DxFixed<255> host;
+};
+struct DX_LAYER_PAIR {
+    DX_NAME dxf;
+    DxFixed<60> host;
+};
+/// A font of the DXF side and its host side.
+struct DX_FONT_TYPE {
+    int number;       ///< host font number, 0: by name
+    DX_NAME font;     ///< DXF font name
+    DX_NAME hostFont; ///< host font name when number is 0
+    double factor;    ///< width factor, 0: none given
+    DX_NAME style;    ///< style name
+};
+
+// ---- options, with their keys ----------------------------------------------------------------------
+extern int DxAllLayers;                    ///< ALL_LAYERS: layers that are off are read too
+extern int DxUseInsBase;                   ///< USE_REF, &DxfInsbase
+extern int DxDimMode;                      ///< ASO_DIM: 0 associative, 1 free only, 2 block only
+extern int DxDimBlockSwitch;               ///< ASO_DIM=2: the further switch of the dimension styles
+extern int DxWriteAsoDim;                  ///< WRITE_ASO_DIM
+extern int DxFillMode;                     ///< FILLMODE; 2: $FILLMODE of the file decides
+extern int DxPdMode;                       ///< READ_PDMODE
+extern int DxExportView;                   ///< EXPORT_VIEW
+extern int DxDigits;                       ///< NO_KOMMA, DIGITS: decimals of all doubles written
+extern int DxBlockToPattern, DxBlockOrder; ///< READ_BLOCK
+extern int DxLayerToPattern, DxLayerOrder; ///< READ_LAYER
+extern int DxDimInBlock;                   ///< DIM_IN_BLOCK
+extern int DxWriteTol;                     ///< TOL
+extern int DxExoMode;                      ///< EXO
+extern double DxExoDefault;                ///< EXO_DFLT
+extern double DxLtScale;                   ///< LT_SCALE, &DxfUserLtScale
+extern int DxUseTemplate;                  ///< USE_TEMPLATE
+extern UtCString DxTemplateName;           ///< TEMPLATE_NAME
+extern int DxUseByLayer;                   ///< USE_BYLAYER, &DxfByLayer
+extern UtCString DxByLayerFile;            ///< BYLAYER_NAME
+extern int DxViews;                        ///< VIEWS
+extern int DxFillContour;                  ///< FILL_CONTOUR
+extern int DxUseUcs;                       ///< USE_UCS
+extern int DxUseGeoref;                    ///< USE_GEOREF
+extern int DxFillSegType;                  ///< FILL_SEGTYPE
+extern double DxFillSegValue;              ///< FILL_SEGVAL
+extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
+extern int DxWriteTxtOrg;                  ///< WRITE_TXT_ORG
+extern int DxWriteHatch;                   ///< WRITE_HATCH
+extern int DxWriteAttr;                    ///< WRITE_ATTR
+extern int DxWriteFill;                    ///< WRITE_FILL
+extern int DxWritePoly;                    ///< WRITE_POLY
+extern int DxPatternToBlock;               ///< WRITE_BLOCKS
+extern int DxMaxElements;                  ///< ELEMENTS: elements of a pattern before a new one is begun
+extern double DxTextFactor;                ///< TEXTFACTOR
+extern int DxLayerKinds[DX_CLASS_COUNT];   ///< order value of each element class
+extern UtCString DxLayerFixedNames[DX_CLASS_COUNT]; ///< fixed name of each class
+extern UtCString DxUnitOption;                      ///< UNIT: stored, no effect
+extern double DxPosition;                           ///< POSIT: stored, no effect
+
+// ---- from macro variables only ---------------------------------------------------------------------
+extern int DxColAttr;            ///< &DxfColAttr
+extern int DxDimUsrTxt;          ///< &DxfDimUsrTxt
+extern int DxNoPolyWidth;        ///< &DxfNoPolyWidth
+extern int DxJoinTexts;          ///< &DxfJoinTexts
+extern int Dx3dLines;            ///< &Dxf3dLines, MODUS_3D=2
+extern int DxSolidsAsSubObjects; ///< &Dxf3DSolidsAsSubObjects
+extern int DxBlockCopies;        ///< &DxfBlockCopies
+extern int DxLuPrec;             ///< linear precision of the header
+
+// ---- mapping tables --------------------------------------------------------------------------------
+extern DxTable<DX_COLOR_PAIR> DxPenToCad;  ///< first match wins
+extern DxTable<DX_COLOR_PAIR> DxFillToCad; ///< first match wins
+extern DxTable<DX_COLOR_PAIR> DxFillToDxf; ///< first match on the host fill wins
+extern int DxPenToDxf[1024];               ///< by host pen
+extern DxTable<DX_LT_PAIR> DxLtToCad;
+extern DxTable<DX_CHAR_PAIR> DxCharPairs[2]; ///< main file, special file
+extern DxTable<DX_CHAR_TEXT> DxCharTexts[2];
+extern DxTable<DX_FONT_TYPE> DxFonts; ///< #FONT-…
+extern DxTable<DX_ATTR_PAIR> DxAttrMap;
+extern DxTable<DX_LAYER_PAIR> DxLayerMap;
+extern int DxDefaultPen, DxDefaultFill;              ///< -1 until set, then 10
+extern UtCString DxSpecialCadFont, DxSpecialDxfFont; ///< "@" lines of #FONT-…
+extern int DxFinishCode;                             ///< "^" line of #CHAR-CAD-TO-DXF
+extern UtCString DxFinishText;
+
+// ---- running values of layer and pen mapping -------------------------------------------------------
+extern DX_NAME DxActLayer;        ///< layer of the current entity
+extern DX_NAME DxActLt;           ///< line type of that layer
+extern int DxActColor;            ///< colour of that layer
+extern DX_NAME DxInsertLayer;     ///< layer of the innermost INSERT
+extern int DxInsertSpace;         ///< space of the outermost INSERT
+extern int DxByLayerColor;        ///< colour of the classification's layer, 0 when unset
+extern DX_NAME DxByLayerLt;       ///< line type of the classification's layer
+extern int DxAttrPen, DxAttrFill; ///< colour attribute of the current pattern, -1 if none
+
+/// Start values of all of the above.
+void DxResetConfigState();

@@ -1,0 +1,26 @@
+// State of the layer over the host, valid for one import or export.
+#pragma once
+
+#include "dx_fixed.h"
+#include "rpt.h"
+
+/// A pattern that the import made.
+struct DX_PAT_ENTRY {
+    int number;   ///< host pattern number
+    int elements; ///< elements counted by DxNewElement
+    int faces3d;  ///< 3D faces
+};
+
+extern int DxCiContextId;                ///< the long-lived context, 0 when there is none
+extern DxTable<DX_PAT_ENTRY> DxPatTable; ///< patterns of the import, in order of making
+extern int DxActPatIndex;                ///< active entry, -1 before the first
+extern int DxActPat;                     ///< host number of the active pattern
+extern int DxPolyFillActive;             ///< a polyline's outline goes to a fill contour: no counting
+extern int DxHatchActive;                ///< a hatch draws its contours: no counting
+extern double DxLastOutX, DxLastOutY;    ///< last target given to the host, after the shift
+extern int DxElemQueuePat;               ///< pattern the queue belongs to, -1 when none
+extern int DxElemPen, DxElemLineType;    ///< stamped on new queue entries
+extern int DxFillPat;                    ///< contour pattern of the running SOLID fill
+extern int DxExportVisibleOnly;          ///< export restricted to visible patterns
+
+void DxResetHostState();

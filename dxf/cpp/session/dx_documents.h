@@ -1,0 +1,159 @@
+// Open drawing files of a session.
+#pragma once
+
+#include "dx_reader.h"
+#include "dx_types.h"
+#include "ut.h"
+
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+/// Base of the property templates.
+class BaseProperty {
+public:
+    virtual ~BaseProperty() = default;
+    virtual int& Word() { return word_; }
+
+private:
+    int word_ = 0;
+};
+
+/// A value with virtual set and get.
+template <class T>
+class Property : public BaseProperty {
+public:
+    explicit Property(T value = T()) : value_(value) {}
+    virtual void Set(const T& value) { value_ = value; }
+    virtual const T& Get() const { return value_; }
+
+private:
+    T value_;
+};
+
+/// A value that is given at the start and read from then on.
+template <class T>
+class ReadOnlyProperty : public BaseProperty {
+public:
+    explicit ReadOnlyProperty(T value) : value_(std::move(value)) {}
+    virtual const T& Get() const { return value_; }
+
+private:
+    T value_;
+};
+
+class DxfDocument;
+
+/// One BLOCK of a file: where its entities are. The section scan fills it.
+struct DX_BLOCK_TYPE {
+    DX_NAME layer;         ///< 8
+    DX_NAME lineType;      ///< 6; from the layer when absent
+    int color;             ///< 62; from the layer when absent
+    int flags;             ///< 70; 4: external reference
+    DX_NAME name;          ///< 2
+    std::uint32_t handle;  ///< 5
+    RPT3 base;             ///< 10 20 30
+    UtCString path;        ///< 1, path of an external reference
+    std::int32_t filePos;  ///< position of the first group of the first entity
+    DxfDocument* document; ///< whose stream filePos belongs to
+};
+
+struct DxNameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
+};
+
+/// The tables that a file's TABLES section fills. Layers, line types and styles have an index by exact name
+/// for lookups (DxFindLayer and its like); the tables are filled through DxTable… functions only.
+struct DxTables {
+    DxTable<DX_LAYER_TYPE> layers;
+    DxTable<DX_LTYPE_TYPE> lineTypes;
+    DxTable<DX_STYLE_TYPE> styles;
+    DxTable<DX_VIEW_TYPE> views;
+    DxTable<DX_DIM_STYLE> dimStyles;
+    DxTable<DX_BLOCK_RECORD_TYPE> blockRecords;
+
+    /// Index of the first layer of exactly this name, -1 when there is none. O(1) on average; the index
+    /// catches up with records that were appended since the last call. Names of records don't change.
+    int findLayer(std::string_view name);
+    void clear();
+
+private:
+    std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> layerIndex_;
+    std::size_t indexed_ = 0;
+};
+
+/// One open file. Owns its stream, its mapping and its temporary file.
+class DxfDocument {
+public:
+    DxfDocument(FILE* stream, DxfDocument* parentDocument, const UtCString& fileName,
+                const UtCString& temporaryName);
+    ~DxfDocument(); ///< Closes the stream, removes the temporary file.
+    DxfDocument(const DxfDocument&) = delete;
+    DxfDocument& operator=(const DxfDocument&) = delete;
+
+    Property<int> objectsRead;             ///< 1 when the OBJECTS section has been read
+    Property<int> sectionSeen;             ///< 1 when the last section reader found its section
+    Property<int> acdsRead;                ///< 1 when the ACDSDATA section has been read
+    Property<FILE*> file;                  ///< the open stream, owned
+    ReadOnlyProperty<DxfDocument*> parent; ///< current document at the opening; null for the main file
+    ReadOnlyProperty<UtCString> name;      ///< the name that was asked for
+    ReadOnlyProperty<UtCString> tempName;  ///< path of a converted text DXF, else empty; owned
+    Property<int> recovered;               ///< 1 when the "_recovered.dxf" twin was read
+    UtCString prefix;                      ///< base name, empty for the main file
+    DxTables tables;                       ///< copies of the manager's at the opening
+    std::vector<DX_BLOCK_TYPE> blocks;     ///< block definitions found in this file
+
+    UT_FILE_VIEW view;        ///< the file in memory
+    std::size_t position = 0; ///< offset of the next byte to read
+};
+
+/// The documents of a session.
+class DxfDocManager {
+public:
+    FILE* stream = nullptr;          ///< current stream when no document is
+    DxfDocument* current_ = nullptr; ///< current document, or null
+    std::map<FILE*, DxfDocument*> byStream;
+    std::map<UtCString, std::unique_ptr<DxfDocument>> byName; ///< owns the documents
+    DxTables tables;
+
+    /// Opens a document by name, searching and converting as needed, and makes it current. A name that is
+    /// open gives its stream and changes nothing. Null when there is no such file.
+    FILE* open(const UtCString& name, const UtCString& mode);
+    /// Makes the document of `stream` current; a stream of no document becomes the manager's own.
+    void select(FILE* stream);
+    /// Closes all documents. With `keepTables` the current document's tables survive in the manager.
+    void closeAll(bool keepTables);
+    /// Tables of the current document, else the manager's.
+    DxTables& currentTables() { return current_ ? current_->tables : tables; }
+    FILE* currentStream() const { return current_ ? current_->file.Get() : stream; }
+    /// The current document; throws std::exception "DxfDocManager::current_ == 0" when there is none.
+    DxfDocument& requireCurrent();
+};
+
+extern DxfDocManager DxDocuments;
+
+int DxReadFindPath(UtCString& path); ///< Finds a file by the search rules. 0 or 9005.
+int DxReadCheckConvert(const UtCString& name, UtCString& converted, int& wasConverted);
+int DxReadConvertDwg2Dxf(const UtCString& source, UtCString& target);
+
+/// A scoped ticket to a place in a file, which may lie in another document. Going out of scope with the
+/// stream switched, it returns and reads on to its end marker.
+class DxfEntityFilePosition {
+public:
+    DxfEntityFilePosition(FILE* stream, std::int32_t offset, const UtCString& marker, int markerCode);
+    ~DxfEntityFilePosition();
+    DxfEntityFilePosition(const DxfEntityFilePosition&) = delete;
+    DxfEntityFilePosition& operator=(const DxfEntityFilePosition&) = delete;
+    void Disarm() { switched_ = false; } ///< Nothing is left to restore.
+
+private:
+    UtCString marker_;
+    int markerCode_;
+    DX_SAVE save_;
+    bool switched_ = false;
+};

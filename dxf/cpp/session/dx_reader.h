@@ -1,0 +1,56 @@
+// The reader of group-code pairs of text DXF: the only road from a drawing file to the module.
+//
+// It reads the current document of DxDocuments. The last pair may be handed back once. A pair costs two line
+// ends found and one integer parsed; its text stays in the file's mapping.
+#pragma once
+
+#include "ut_string.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <string_view>
+
+/// One pair. `text` is valid until the next pair is read.
+struct DxPair {
+    int code = 0;
+    std::string_view text; ///< without line end; decoded to the file's code page where DXF says UTF-8
+};
+
+/// A remembered place in a file, and the pair that was current there.
+struct DX_SAVE {
+    char text[161];
+    std::int32_t position; ///< behind the current pair
+    int code;
+    int next; ///< 0: the pair waits to be delivered again
+    FILE* stream;
+};
+
+extern int DxLineTrim; ///< 0 none, 1 right, 2 left, 4 both; keyword TRIM of the older configuration
+
+int DxReadOpen(const UtCString& name); ///< Opens the main file of a session. 0 or 9001.
+int DxReadClose();                     ///< Closes all documents. 0.
+
+/// The next pair without a copy, cut to `maxLength` - 1 bytes. 0, or 9003 at the end with `pair` untouched.
+/// `wide`, when given, receives the value as a host string.
+int DxReadPair(DxPair& pair, int maxLength = 161, bool showPercent = false, UtCString* wide = nullptr);
+/// The next pair into a buffer of `maxLength` bytes. 0 or 9003.
+int DxGetLineVar(int* code, char* text, int maxLength, bool showPercent, UtCString* wide);
+void DxUnGetLine(); ///< The next read delivers the current pair again.
+
+void DxSaveActPos(DX_SAVE* save);
+int DxRestoreActPos(DX_SAVE* save); ///< 3011 for null; the result of the seek otherwise.
+/// Position behind the last pair that was read from the current document, as an offset in the file.
+std::int32_t DxReadTell();
+/// Goes to an offset in the current document and forgets a pair handed back. 0 or 9005.
+int DxReadSeek(std::int32_t position);
+void DxResetPercent();
+/// Reads on until a pair with exactly this code and value; comments on the way may set scale and format.
+int DxReadUntil(int code, const char* value);
+/// The percentage is shown while the main file is read, not in external references.
+bool DxShowsPercent();
+
+/// Number of a value text as atof reads it; 0 for a magnitude above 1e19.
+double DxfReadConvDouble(std::string_view value);
+double DxAtof(std::string_view value);            ///< as atof: leading blanks, partial numbers, 0 for none
+int DxAtoi(std::string_view value);               ///< as atoi; a value out of range is clamped
+std::uint32_t DxHexToU32(std::string_view value); ///< hexadecimal; longer handles lose their high part

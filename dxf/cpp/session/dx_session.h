@@ -1,0 +1,21 @@
+// Chief header of the session: its start, its end and the drivers.
+#pragma once
+
+#include "dx_documents.h"
+#include "dx_messages.h"
+#include "dx_protocol.h"
+#include "dx_reader.h"
+#include "session_state.h"
+
+void DxInitialize(); ///< Makes the insert stack, once in the library's life.
+/// Opens a session: resets all state, reads the configuration, builds the tables. 0 or the first error.
+int DxfInit(const UtCString& configName, int isExport);
+int DxfInit2(int phase); ///< 1: settles unit and scale ahead of the work; 0: gives the host its unit back.
+void DxClose();          ///< Frees the session's lists.
+int DxInoutSaveParams(int code); ///< 18 saves, anything else restores pen, line type and text parameters.
+
+void DxReadDXF(const UtCString& configName, const UtCString& fileName);  ///< One import.
+void DxWriteDXF(const UtCString& configName, const UtCString& fileName); ///< One export.
+int DxIgnoreSections(); ///< Skips one section that nobody reads.
+/// Shift and scale of an import from its extents, between measuring and drawing. 0 or the host's error.
+int DxfSetScale(int fitToSheet);

@@ -1,0 +1,140 @@
+// The host's drawing classes. Each object is made on a context, whose unit its coordinates are in.
+// Every method gives 0 on success and an error number otherwise, unless it says so.
+#pragma once
+
+#include "ds.h"
+#include "rpt.h"
+#include "ut_string.h"
+
+class CiContext {
+public:
+    static int Add(int* id);
+    static int Del(int id);
+    static int SetUnit(int id, const UtCString& unitName); ///< "mm", "m", "inch" …
+    static int Update(int id);                             ///< Screen and derived data up to date.
+    static int Zoom2Box(int id);                           ///< View zoomed to the drawing's extent.
+    static int SetTitle(int id, const UtCString& title);
+    /// The two pens of the pattern's colour attribute; -1 where it has none.
+    static int GetAttrColPens(int id, const _ObObject* object, int* pen, int* fillPen);
+    /// Declares a string attribute with a label and a maximal length.
+    static int DefParamAttrLong(int id, const UtCString& name, const UtCString& label, int length);
+    /// The settings that the pattern state `obstat` stands for; 4711 when there is no such state.
+    static int GetStatePenLtConf(int id, const UtCString& obstat, int* pen, int* lineType);
+    static int GetStateHatchConf(int id, const UtCString& obstat, int* pen);
+    static int GetStateTextConf(int id, const UtCString& obstat, int* pen);
+    static int GetState3DConf(int id, const UtCString& obstat, int* pen);
+};
+
+/// The drawing as a file.
+class CiDrawing {
+public:
+    explicit CiDrawing(int contextId) : contextId_(contextId) {}
+    int StoreWorkFile(int mode);
+    int ReadWorkFile(const UtCString& name, int mode);
+    UtCString GetLastWorkFileName() const;
+    UtCString GetLockFileName() const;
+    int UnlockDrawing();
+    int CheckReadLock(const UtCString& name);
+    UtCString GetLastFileName() const;
+    int SetLastFileName(const UtCString& name);
+    /// Remembers the objects that an import made.
+    static int SetLastInterfaceIds(_ObObject* const* objects, int count);
+
+private:
+    int contextId_;
+};
+
+/// Patterns by cursor.
+class CiPat {
+public:
+    explicit CiPat(int contextId) : contextId_(contextId) {}
+    int Add(DsCsr& cursor);   ///< New pattern; the cursor is aimed at it.
+    int First(DsCsr& cursor); ///< Non-zero for an empty drawing.
+    int Next(DsCsr& cursor);  ///< Non-zero at the end.
+    int GetAttr(const DsCsr& cursor, const UtCString& name, UtCString* value);
+    int ChgAttr(const DsCsr& cursor, const UtCString& name, const UtCString& value);
+    int GetBox(const DsCsr& cursor, RPT3* min, RPT3* max); ///< 1005 when the pattern is empty.
+    int DelElems(const DsCsr& cursor);
+    int SplitByHatchs(int mask, int a, int b);
+    int ChgWork(const DsCsr& cursor, int workId);
+    int GetWork(const DsCsr& cursor, int* workId);
+
+    /// Appends `count` elements in one call. Arrays run in parallel: type (1 Move, 2 Draw, 3 Arc),
+    /// direction (arcs: 1 counter-clockwise, -1 clockwise, an arc back to its start is a full circle),
+    /// first point (arcs: the centre), second point (target), pen, line type, info byte. `color` and
+    /// `attribute` are unused and null.
+    int AddElemsColLtAttrInfo(const DsCsr& cursor, int flags, int count, const int* type,
+                              const short* direction, const RPT3* first, const RPT3* second, const int* pen,
+                              const short* lineType, const void* color, const void* attribute,
+                              const unsigned char* info);
+
+private:
+    int contextId_;
+};
+
+/// Elements of a pattern. A cursor that First, Next or Last aimed stays on that element.
+class CiElem {
+public:
+    explicit CiElem(int contextId) : contextId_(contextId) {}
+    int First(DsCsr& cursor, int* type); ///< First element of the cursor's pattern; 1005 if none.
+    int Next(DsCsr& cursor, int* type);  ///< 1005 behind the last element.
+    int Last(DsCsr& cursor, int* type);
+    int GetMove(const DsCsr& cursor, RPT3* target);
+    int GetDraw(const DsCsr& cursor, RPT3* target);
+    int GetArc(const DsCsr& cursor, short* direction, RPT3* end, RPT3* centre);
+    int GetCircle(const DsCsr& cursor, RPT3* centre, double* radius);
+    int AddMove(const DsCsr& cursor, const RPT3& target);
+    int AddDraw(const DsCsr& cursor, const RPT3& target);
+    int AddArc(const DsCsr& cursor, short direction, const RPT3& end, const RPT3& centre);
+    int AddCircle(const DsCsr& cursor, const RPT3& centre, double radius);
+    int ChgInfo(const DsCsr& cursor, unsigned char info);
+    int GetParams(const DsCsr& cursor, int* pen, short* lineType, unsigned char* info);
+
+private:
+    int contextId_;
+};
+
+/// Asks the user.
+class CiInput {
+public:
+    explicit CiInput(int contextId) : contextId_(contextId) {}
+    /// A file to read (mode 1) or write (mode 0). Non-zero when the user refused.
+    int SelectFileName(const UtCString& prompt, int mode, const UtCString& pattern,
+                       const UtCString& extension, UtCString* name);
+
+private:
+    int contextId_;
+};
+
+/// The host's message area.
+class CiOutput {
+public:
+    explicit CiOutput(int contextId) : contextId_(contextId) {}
+    int String(const UtCString& text);
+
+private:
+    int contextId_;
+};
+
+/// Named views: sheets and viewports.
+class CiView {
+public:
+    explicit CiView(int contextId) : contextId_(contextId) {}
+    UtCString GetDfltViewName();
+    int Show(const UtCString& name);
+    int ExportToTempView(int phase, UtCString* name); ///< 1 enters, 0 leaves the view made for an export.
+
+private:
+    int contextId_;
+};
+
+/// Work planes: each an id for a triple of points (origin, a point on x, a point in the plane).
+class CiWork {
+public:
+    explicit CiWork(int contextId) : contextId_(contextId) {}
+    int Add(int* id, const RPT3& a, const RPT3& b, const RPT3& c);
+    int GetMat(int id, Mat44 matrix);
+
+private:
+    int contextId_;
+};

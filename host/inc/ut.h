@@ -1,0 +1,68 @@
+// Files, paths, memory, date and lengths of the host.
+#pragma once
+
+#include "ut_string.h"
+
+#include <cstddef>
+#include <cstdio>
+
+// ---- files -----------------------------------------------------------------------------------------
+
+/// Opens a file with an fopen mode; null on failure. A directory is not a file. The caller closes it.
+FILE* UtFileOpen(const UtCString& path, const char* mode);
+/// Closes the stream. 0, or non-zero when buffered data couldn't be written.
+int UtFileClose(FILE* stream);
+/// Reads a line without its line end into `line`. Non-zero at the end of the file.
+int UtReadLine(FILE* stream, std::string& line);
+/// True for an existing regular file (or what can be read like one, such as a pipe).
+bool UtIsFile(const UtCString& path);
+int UtFileRemove(const UtCString& path);                      ///< 0 on success.
+int UtFileRename(const UtCString& from, const UtCString& to); ///< Within a file system; replaces `to`.
+int UtFileMove(const UtCString& from, const UtCString& to);   ///< Copies and removes where it must.
+UtCString UtGetTempDir();
+/// A name for a temporary file, unique on this machine: `directory`/`prefix`+number. Creates nothing.
+UtCString UtTempFileName(const UtCString& directory, const UtCString& prefix);
+
+/// Read-only view of the whole file behind a stream, in memory. Valid until UtFileUnmap.
+struct UT_FILE_VIEW {
+    const char* data = nullptr; ///< null for an empty file
+    std::size_t size = 0;
+    void* handle = nullptr; ///< the host's own
+};
+/// Maps the file of `stream` (a pipe is read to its end first). 0 on success.
+int UtFileMap(FILE* stream, UT_FILE_VIEW& view);
+void UtFileUnmap(UT_FILE_VIEW& view);
+
+// ---- paths -----------------------------------------------------------------------------------------
+
+/// Directory of a path without the separator at its end; empty when the path has none. Both "/" and
+/// "\\" separate.
+UtCString UtPathDir(const UtCString& path);
+UtCString UtPathFile(const UtCString& path);                       ///< What follows the last separator.
+UtCString UtPathExt(const UtCString& path);                        ///< Extension, lower-cased, without ".".
+UtCString UtPathJoin(const UtCString& dir, const UtCString& file); ///< Joined by the system's separator.
+/// Expands "$NAME" by the environment; a name that isn't set stays.
+UtCString UtPathEnvToAbs(const UtCString& path);
+
+// ---- memory ----------------------------------------------------------------------------------------
+
+/// Makes (`*block` null) or grows a block to `count` items of `size` bytes, keeping its content; new bytes
+/// are zero. 0, or 1001 when there is no memory, with the old block untouched.
+int UtAllocMemoryBlock(void** block, std::size_t count, std::size_t size, int grow, int flags);
+/// Frees the block and clears the pointer.
+void UtFreeMemory(void** block);
+/// Sets the host's memory mode by name. The reference host has one mode only.
+void UtSetMemoryParameter(const char* mode);
+
+// ---- the rest --------------------------------------------------------------------------------------
+
+UtCString UtDate(); ///< Today as "DD.MM.YYYY".
+UtCString UtTime(); ///< Now as "HH:MM:SS".
+
+/// A setting of the host in the drawing's unit. Code 50: the drawing tolerance, the length below which two
+/// drawn points count as one; it is 0.001 mm in model size.
+double UtConv(int code);
+
+/// Converts DWG or binary DXF to text DXF, or text DXF to DWG, by the names' extensions and contents.
+/// 0 on success; else an error number, and `target` doesn't exist.
+int UtConvertDwg2Dxf(const UtCString& source, const UtCString& target);
