@@ -1,0 +1,202 @@
+// The open drawing in memory: patterns, their elements and the objects beside them.
+//
+// Coordinates are doubles in the drawing's unit, so that a length given and read back comes back to the last
+// bit; a change of the unit converts them all. Nothing here knows of files or of the module.
+#pragma once
+
+#include "rpt.h"
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace host {
+
+/// Element types as CiElem reports them; Spline is an interpolating spline, reported as its chain of Draws.
+enum class ElementType : std::uint8_t { Move = 1, Draw = 2, Arc = 3, Circle = 4, Point = 5, Spline = 6 };
+
+/// One step of a pattern's plot, 40 bytes.
+struct Element {
+    double x = 0, y = 0;   ///< target point (Circle: a point on it)
+    double cx = 0, cy = 0; ///< centre of Arc and Circle; Spline: cx is the index in Pattern::splines
+    std::int32_t pen = 1;
+    std::int16_t lineType = 1;
+    ElementType type = ElementType::Move;
+    /// The info byte (values up to 127): 4 member of a figure, 1 closed, 8 revision cloud, 2 jump.
+    std::uint8_t info : 7 = 0;
+    std::uint8_t ccw : 1 = 0; ///< arcs: 1 counter-clockwise
+};
+static_assert(sizeof(Element) == 40);
+
+/// Interpolating spline through its points; the element before it in the plot ends at points.front().
+struct Spline {
+    std::vector<RPT> points;
+    int degree = 3;
+    bool startFixed = false, endFixed = false; ///< whether the tangent angles count
+    double startAngle = 0, endAngle = 0;       ///< radians
+};
+
+/// A closed contour as a chain of Move, Draw and Arc elements.
+using Contour = std::vector<Element>;
+
+/// A family of parallel pattern lines, or the solid fill.
+struct HatchFamily {
+    double angle = 0;    ///< radians
+    double distance = 0; ///< between lines, drawing units
+    double originX = 0, originY = 0;
+    double offset = 0; ///< shift along the line from one line to the next
+    int pen = 1, lineType = 1;
+    std::vector<double> dashes;
+};
+
+struct Hatch {
+    bool solid = true;
+    int fillPen = 1;
+    int transparency = 0;          ///< percent
+    std::vector<Contour> contours; ///< even-odd
+    std::vector<HatchFamily> families;
+    std::string patternName;
+};
+
+/// One text with all its parameters. Heights are millimetres on the sheet.
+struct Text {
+    std::vector<std::string> lines; ///< UTF-8
+    double x = 0, y = 0, z = 0;
+    double height = 2.5, widthFactor = 1.0;
+    double angle = 0, slant = 0; ///< radians
+    int font = 1;                ///< host font number, 0: face
+    std::string face;            ///< TrueType face name
+    int styleBits = 0;           ///< bold, italic, underline, overline, strike-through …
+    int pen = 1;
+    int origin = 1;            ///< 1 … 9, which point of the text's box stands at (x, y)
+    int justification = 0;     ///< 0 left, 1 centred, 2 right, among lines
+    double lineDistance = 1.5; ///< relative to the height
+    double spacing = 1.0;      ///< between characters
+    double lineLength = 0;     ///< box width, 0: none
+    int fillPen = 0;           ///< background, 0: none
+    bool backOn = false;
+    int backType = 0;
+};
+
+/// Rows for kinds whose importers come later: they are kept, counted and stored, each by its owner's record.
+struct Dimension {
+    std::string data;
+};
+struct Bitmap {
+    std::string data;
+};
+struct Face {
+    std::vector<RPT3> points;
+    int pen = 1;
+};
+struct PointCloud {
+    std::vector<RPT3> points;
+};
+struct Solid {
+    std::string data;
+};
+
+/// The six identifying strings.
+struct PatternIds {
+    std::string group, level, cls, name, layer, obstat;
+};
+
+struct Pattern {
+    int number = 0;
+    bool scratch = false; ///< no part of the drawing's content
+    bool visible = true;
+    int groupNumber = 0;
+    int workId = 0;
+    PatternIds ids;
+    std::vector<std::pair<std::string, std::string>> attributes; ///< in order of setting
+    std::vector<Element> elements;
+    std::vector<Spline> splines;
+    std::vector<Hatch> hatches;
+    std::vector<Text> texts;
+    std::vector<Dimension> dimensions;
+    std::vector<Bitmap> bitmaps;
+    std::vector<Face> faces;
+    std::vector<PointCloud> pointClouds;
+    std::vector<Solid> solids;
+};
+
+/// A layer as the host's layer manager knows it.
+struct Layer {
+    std::string name;
+    bool visible = true;
+    bool locked = false;
+};
+
+/// A named view. Default: one that shows the whole drawing.
+struct View {
+    std::string name;
+    int format = 1;
+    int unit = 3;
+    double scale = 1.0;
+};
+
+struct WorkPlane {
+    RPT3 a{0, 0, 0}, b{1, 0, 0}, c{0, 1, 0};
+};
+
+/// A line type of the drawing: dash lengths in millimetres on the sheet (positive dash, negative gap, 0 dot).
+struct LineType {
+    std::string name;
+    std::vector<double> dashes;
+};
+
+/// RGB of a pen, 0 … 255 each.
+struct Rgb {
+    std::uint8_t r = 0, g = 0, b = 0;
+};
+
+struct Extents {
+    double minX = 0, minY = 0, maxX = 0, maxY = 0;
+    bool empty = true;
+    void add(double x, double y);
+};
+
+class Drawing {
+public:
+    int unit = 3;       ///< GeUnit code
+    double scale = 1.0; ///< sheet length over model length
+    int format = 1;     ///< A0
+    std::vector<View> views{View{}};
+    std::map<int, WorkPlane> workPlanes;
+    int nextWorkId = 1;
+    std::vector<Layer> layers;
+    std::map<int, LineType> lineTypes; ///< by host number, 1 is continuous
+    std::map<int, Rgb> pens;           ///< pens that differ from the palette
+    std::vector<int> lastInterfaceIds; ///< patterns that the last import made
+    std::string fileName;
+
+    /// A new pattern behind all others; numbers ascend from 1 and are not used twice.
+    Pattern& addPattern(bool scratch);
+    Pattern* find(int number); ///< null when there is none; O(1)
+    const Pattern* find(int number) const;
+    bool remove(int number);
+    /// The content pattern with the smallest number above `number`; null at the end.
+    Pattern* next(int number);
+    Pattern* active() { return find(activeNumber); }
+
+    int activeNumber = 0;
+    int lastNumber = 0; ///< highest number given out
+    /// Patterns by number - 1; removed ones have number 0. References stay valid.
+    std::deque<Pattern> patterns;
+
+    Extents extents() const; ///< of all visible content
+    void clear();            ///< back to a fresh drawing
+};
+
+/// The open drawing. One is open at any time.
+Drawing& openDrawing();
+
+/// The built-in palette: RGB of pens 0 … 1023.
+Rgb paletteColor(int pen);
+/// RGB of a DXF colour 1 … 255 (0 and 256: white).
+Rgb dxfColor(int color);
+
+} // namespace host
