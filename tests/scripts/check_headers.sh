@@ -1,0 +1,15 @@
+#!/usr/bin/env bash
+# Each header compiles alone.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+one() {
+    case "$1" in
+        dxf/*) flags=(-Idxf/inc -Ihost/inc) ;;
+        tool/validate/*) flags=(-Itool/validate) ;;
+        tool/*) flags=(-Itool -Idxf/inc -Ihost/inc -Ihost/cpp -Itool/validate) ;;
+        *) flags=(-Ihost/inc -Ihost/cpp -I/usr/include/polyclipping $(pkg-config --cflags cairo freetype2)) ;;
+    esac
+    echo "#include \"$PWD/$1\"" | g++ -std=c++20 -fsyntax-only "${flags[@]}" -x c++ - || { echo "$1 doesn't compile alone"; exit 1; }
+}
+export -f one
+git ls-files 'dxf/*.h' 'host/*.h' 'tool/*.h' | xargs -P "$(nproc)" -I{} bash -c 'one {}'

@@ -1,0 +1,76 @@
+#!/usr/bin/env python3
+"""Checks that includes run downward only.
+
+dxf/    includes the standard library, host/inc, dxf/inc and its own headers, by floors (floors.txt)
+host/   never includes dxf/
+tool/validate  includes only its own headers and libraries
+"""
+import fnmatch
+import pathlib
+import re
+import sys
+
+root = pathlib.Path(__file__).resolve().parents[2]
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
+problems = []
+
+
+def read_floors():
+    rows = []
+    for line in (root / "tests/scripts/floors.txt").read_text().splitlines():
+        line = line.split("#")[0].split()
+        if line:
+            rows.append((line[0], int(line[1])))
+    return rows
+
+
+FLOORS = read_floors()
+
+
+def floor_of(path):
+    relative = path.relative_to(root / "dxf").as_posix()
+    for pattern, floor in FLOORS:
+        if fnmatch.fnmatch(relative, pattern):
+            return floor
+    problems.append(f"{relative}: no floor")
+    return 99
+
+
+def sources(folder):
+    return [p for p in (root / folder).rglob("*") if p.suffix in (".h", ".cpp")]
+
+
+def check_module():
+    inc, host_inc = root / "dxf/inc", root / "host/inc"
+    for path in sources("dxf"):
+        for quote, name in INCLUDE.findall(path.read_text()):
+            if quote == "<":
+                if "/" in name or name.endswith(".h") and name not in ("emmintrin.h", "immintrin.h", "arm_neon.h"):
+                    problems.append(f"{path.relative_to(root)}: <{name}> isn't of the C++ library")
+                continue
+            target = next((p for p in (path.parent / name, inc / name) if p.exists()), None)
+            if target:
+                target = target.resolve()
+                if not target.is_relative_to(root / "dxf"):
+                    problems.append(f"{path.relative_to(root)}: leaves the module for {name}")
+                elif floor_of(target) > floor_of(path):
+                    problems.append(
+                        f"{path.relative_to(root)} (floor {floor_of(path)}) includes {name} (floor {floor_of(target)})")
+            elif not (host_inc / name).exists():
+                problems.append(f"{path.relative_to(root)}: {name} is neither the module's nor the host API's")
+
+
+def check_other(folder, forbidden, why):
+    for path in sources(folder):
+        for quote, name in INCLUDE.findall(path.read_text()):
+            if quote == '"' and forbidden(path, name):
+                problems.append(f"{path.relative_to(root)}: {name} {why}")
+
+
+check_module()
+module_headers = {p.name for p in sources("dxf") if p.suffix == ".h"}
+check_other("host", lambda p, n: pathlib.Path(n).name in module_headers and not (root / "host/inc" / n).exists()
+            and not (root / "host/cpp" / n).exists(), "is the module's; the host never includes it")
+check_other("tool/validate", lambda p, n: not (p.parent / n).exists(), "isn't the validator's own")
+print("\n".join(sorted(set(problems))))
+sys.exit(1 if problems else 0)
