@@ -10,6 +10,7 @@
 #include <deque>
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -119,8 +120,20 @@ struct Pattern {
     std::vector<Dimension> dimensions;
     std::vector<Bitmap> bitmaps;
     std::vector<Face> faces;
+    bool facesJoined = false; ///< the faces are one surface set
     std::vector<PointCloud> pointClouds;
     std::vector<Solid> solids;
+
+    /// True when it holds neither elements nor objects; attributes don't count.
+    bool empty() const;
+    /// Elements and objects.
+    std::size_t size() const;
+};
+
+/// The settings that a pattern state ("obstat") stands for; -1 where it leaves one alone.
+struct StateSettings {
+    int pen = -1, lineType = -1;
+    int hatchPen = -1, textPen = -1, pen3d = -1;
 };
 
 /// A layer as the host's layer manager knows it.
@@ -156,7 +169,8 @@ struct Rgb {
 struct Extents {
     double minX = 0, minY = 0, maxX = 0, maxY = 0;
     bool empty = true;
-    void add(double x, double y);
+    void add(double x, double y); ///< A point that isn't finite is left out.
+    void add(const Extents& other);
 };
 
 class Drawing {
@@ -164,37 +178,63 @@ public:
     int unit = 3;       ///< GeUnit code
     double scale = 1.0; ///< sheet length over model length
     int format = 1;     ///< A0
-    std::vector<View> views{View{}};
+    std::vector<View> views{View{"Default"}};
     std::map<int, WorkPlane> workPlanes;
     int nextWorkId = 1;
     std::vector<Layer> layers;
-    std::map<int, LineType> lineTypes; ///< by host number, 1 is continuous
-    std::map<int, Rgb> pens;           ///< pens that differ from the palette
-    std::vector<int> lastInterfaceIds; ///< patterns that the last import made
+    std::map<int, LineType> lineTypes;           ///< by host number, 1 is continuous
+    std::map<int, Rgb> pens;                     ///< pens that differ from the palette
+    std::map<std::string, StateSettings> states; ///< by "obstat"
+    std::vector<int> lastInterfaceIds;           ///< patterns that the last import made
     std::string fileName;
 
-    /// A new pattern behind all others; numbers ascend from 1 and are not used twice.
+    /// A new pattern behind all others; numbers ascend from 1 and are not used twice. Not made active.
     Pattern& addPattern(bool scratch);
-    Pattern* find(int number); ///< null when there is none; O(1)
+    /// A new pattern with a given number, which must be above lastNumber (a stored drawing has gaps).
+    Pattern& restorePattern(int number);
+    Pattern* find(int number); ///< null when there is none
     const Pattern* find(int number) const;
     bool remove(int number);
     /// The content pattern with the smallest number above `number`; null at the end.
     Pattern* next(int number);
     Pattern* active() { return find(activeNumber); }
 
-    int activeNumber = 0;
-    int lastNumber = 0; ///< highest number given out
-    /// Patterns by number - 1; removed ones have number 0. References stay valid.
+    Layer* findLayer(const std::string& name); ///< null when there is none; O(1)
+    const Layer* findLayer(const std::string& name) const;
+    /// A new layer, or the one of this name with new settings.
+    void putLayer(const Layer& layer);
+    bool isVisible(const Pattern& pattern) const; ///< the pattern and its layer are switched on
+
+    int activeNumber = 0; ///< 0: none
+    int lastNumber = 0;   ///< highest number given out
+    /// Patterns in ascending order; removed ones may stay behind with number 0. References stay valid.
     std::deque<Pattern> patterns;
+    /// Elements and objects of all patterns, as kept by whoever adds or removes them; see recount().
+    std::size_t elementCount = 0;
+    void recount(); ///< Counts anew, after a change that went round the host's operations.
+
+    /// Changes the unit; all coordinates and lengths stay where they are in the world.
+    void changeUnit(int newUnit);
 
     Extents extents() const; ///< of all visible content
     void clear();            ///< back to a fresh drawing
+
+private:
+    std::size_t slot(int number) const;
+
+    std::vector<int> slotNumbers_; ///< number of each slot of `patterns`, also of a removed one
+    mutable std::unordered_map<std::string, std::size_t> layerIndex_;
 };
 
 /// The open drawing. One is open at any time.
 Drawing& openDrawing();
 
-/// The built-in palette: RGB of pens 0 … 1023.
+/// The drawing tolerance: 0.001 mm in model size, in the drawing's unit.
+double drawingTolerance(const Drawing& drawing);
+/// Millimetres in one unit of the drawing.
+double unitInMm(const Drawing& drawing);
+
+/// The built-in palette: RGB of pens 0 … 1023 (others: white).
 Rgb paletteColor(int pen);
 /// RGB of a DXF colour 1 … 255 (0 and 256: white).
 Rgb dxfColor(int color);

@@ -1,0 +1,261 @@
+#include "drawing/dump.h"
+
+#include "ge.h"
+
+#include <charconv>
+#include <cmath>
+#include <string_view>
+
+namespace host {
+namespace {
+
+/// Writes a drawing line by line. The pen and line type of elements are told where they change.
+class Dumper {
+public:
+    Dumper(const Drawing& drawing, int digits) : drawing_(drawing), digits_(digits) {}
+
+    std::string dump() {
+        head();
+        for (const Pattern& pattern : drawing_.patterns)
+            if (pattern.number != 0 && !pattern.scratch) dumpPattern(pattern);
+        return std::move(out_);
+    }
+
+private:
+    void head();
+    void dumpPattern(const Pattern& pattern);
+    void identify(const Pattern& pattern);
+    void elements(const std::vector<Element>& chain, const std::vector<Spline>* splines,
+                  std::string_view indent);
+    void element(const Element& e, const std::vector<Spline>* splines);
+    void spline(const Spline& spline);
+    void hatch(const Hatch& hatch);
+    void text(const Text& text);
+    void points(std::string_view kind, const std::vector<RPT3>& points, int pen);
+
+    Dumper& number(double value);
+    Dumper& number(int value) { return put(" ").put(std::to_string(value)); }
+    Dumper& point(double x, double y) { return number(x).number(y); }
+    Dumper& put(std::string_view text) {
+        out_ += text;
+        return *this;
+    }
+    Dumper& quoted(std::string_view text);
+    void named(std::string_view name, std::string_view value) {
+        if (!value.empty()) put(" ").put(name).put(" ").quoted(value);
+    }
+    void option(std::string_view name, double value, double usual) {
+        if (value != usual) put(" ").put(name).number(value);
+    }
+
+    const Drawing& drawing_;
+    int digits_;
+    std::string out_;
+};
+
+Dumper& Dumper::number(double value) {
+    // What arithmetic leaves of a zero is a zero.
+    constexpr double noise = 1e-12;
+    if (std::abs(value) < noise) value = 0;
+    char buffer[64];
+    const auto end =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits_);
+    return put(" ").put({buffer, static_cast<std::size_t>(end.ptr - buffer)});
+}
+
+Dumper& Dumper::quoted(std::string_view text) {
+    put("\"");
+    for (const char c : text) {
+        if (c == '"' || c == '\\')
+            put("\\").put({&c, 1});
+        else if (c == '\n')
+            put("\\n");
+        else
+            put({&c, 1});
+    }
+    return put("\"");
+}
+
+void Dumper::head() {
+    put("drawing unit ").put(GeUnit(drawing_.unit).name().str()).put(" scale").number(drawing_.scale);
+    put(" format").number(drawing_.format).put("\n");
+    for (const View& view : drawing_.views) {
+        put("view ").quoted(view.name).put(" format").number(view.format).put(" unit ");
+        put(GeUnit(view.unit).name().str()).put(" scale").number(view.scale).put("\n");
+    }
+    for (const Layer& layer : drawing_.layers) {
+        put("layer ").quoted(layer.name).put(layer.visible ? " on" : " off");
+        put(layer.locked ? " locked\n" : "\n");
+    }
+    for (const auto& [id, type] : drawing_.lineTypes) {
+        put("linetype").number(id).put(" ").quoted(type.name);
+        for (const double dash : type.dashes) number(dash);
+        put("\n");
+    }
+    for (const auto& [pen, rgb] : drawing_.pens)
+        put("pen").number(pen).put(" rgb").number(int{rgb.r}).number(int{rgb.g}).number(int{rgb.b}).put("\n");
+    for (const auto& [id, plane] : drawing_.workPlanes) {
+        put("work").number(id);
+        for (const RPT3& p : {plane.a, plane.b, plane.c}) number(p.x).number(p.y).number(p.z);
+        put("\n");
+    }
+}
+
+void Dumper::identify(const Pattern& pattern) {
+    put("pattern").number(pattern.number);
+    named("group", pattern.ids.group);
+    named("level", pattern.ids.level);
+    named("class", pattern.ids.cls);
+    named("name", pattern.ids.name);
+    named("layer", pattern.ids.layer);
+    named("obstat", pattern.ids.obstat);
+    if (pattern.groupNumber != 0) put(" number").number(pattern.groupNumber);
+    if (pattern.workId != 0) put(" work").number(pattern.workId);
+    put(pattern.visible ? "\n" : " hidden\n");
+    for (const auto& [name, value] : pattern.attributes)
+        put("  attribute ").quoted(name).put(" ").quoted(value).put("\n");
+}
+
+void Dumper::dumpPattern(const Pattern& pattern) {
+    identify(pattern);
+    elements(pattern.elements, &pattern.splines, "  ");
+    for (const Hatch& h : pattern.hatches) hatch(h);
+    for (const Text& t : pattern.texts) text(t);
+    for (const Dimension& d : pattern.dimensions) put("  dimension ").quoted(d.data).put("\n");
+    for (const Bitmap& b : pattern.bitmaps) put("  bitmap ").quoted(b.data).put("\n");
+    for (const Face& face : pattern.faces) points("face", face.points, face.pen);
+    if (pattern.facesJoined) put("  faces joined\n");
+    for (const PointCloud& cloud : pattern.pointClouds) points("pointcloud", cloud.points, -1);
+    for (const Solid& s : pattern.solids) put("  solid ").quoted(s.data).put("\n");
+}
+
+void Dumper::elements(const std::vector<Element>& chain, const std::vector<Spline>* splines,
+                      std::string_view indent) {
+    int pen = -1;
+    int lineType = -1;
+    for (const Element& e : chain) {
+        if (splines && (e.pen != pen || e.lineType != lineType)) {
+            pen = e.pen;
+            lineType = e.lineType;
+            put(indent).put("pen").number(pen).put(" lt").number(lineType).put("\n");
+        }
+        put(indent);
+        element(e, splines);
+        if (e.info != 0) put(" info").number(int{e.info});
+        put("\n");
+    }
+}
+
+void Dumper::element(const Element& e, const std::vector<Spline>* splines) {
+    switch (e.type) {
+    case ElementType::Move: put("move").point(e.x, e.y); break;
+    case ElementType::Draw: put("draw").point(e.x, e.y); break;
+    case ElementType::Arc:
+        put(e.ccw ? "arc ccw" : "arc cw").point(e.x, e.y).put(" about").point(e.cx, e.cy);
+        break;
+    case ElementType::Circle: put("circle").point(e.x, e.y).put(" about").point(e.cx, e.cy); break;
+    case ElementType::Point: put("point").point(e.x, e.y); break;
+    case ElementType::Spline:
+        put("spline");
+        if (splines && e.cx >= 0 && e.cx < static_cast<double>(splines->size()))
+            spline((*splines)[static_cast<std::size_t>(e.cx)]);
+        break;
+    }
+}
+
+void Dumper::spline(const Spline& spline) {
+    if (spline.degree != 3) put(" degree").number(spline.degree);
+    if (spline.startFixed) put(" start").number(spline.startAngle);
+    if (spline.endFixed) put(" end").number(spline.endAngle);
+    put(" through");
+    for (const RPT& p : spline.points) point(p.x, p.y);
+}
+
+void Dumper::hatch(const Hatch& hatch) {
+    put("  hatch").put(hatch.solid ? " solid pen" : " pen").number(hatch.fillPen);
+    named("pattern", hatch.patternName);
+    option("transparency", hatch.transparency, 0);
+    put("\n");
+    for (const HatchFamily& f : hatch.families) {
+        put("    family angle").number(f.angle).put(" distance").number(f.distance).put(" origin");
+        point(f.originX, f.originY);
+        option("offset", f.offset, 0);
+        put(" pen").number(f.pen).put(" lt").number(f.lineType);
+        for (const double dash : f.dashes) number(dash);
+        put("\n");
+    }
+    for (const Contour& contour : hatch.contours) {
+        put("    contour\n");
+        elements(contour, nullptr, "      ");
+    }
+}
+
+void Dumper::text(const Text& text) {
+    const Text usual;
+    put("  text").point(text.x, text.y).put(" height").number(text.height);
+    option("z", text.z, 0);
+    option("width", text.widthFactor, usual.widthFactor);
+    option("angle", text.angle, 0);
+    option("slant", text.slant, 0);
+    put(" font").number(text.font);
+    named("face", text.face);
+    option("style", text.styleBits, 0);
+    put(" pen").number(text.pen);
+    option("origin", text.origin, usual.origin);
+    option("justified", text.justification, 0);
+    option("distance", text.lineDistance, usual.lineDistance);
+    option("spacing", text.spacing, usual.spacing);
+    option("length", text.lineLength, 0);
+    option("background", text.fillPen, 0);
+    if (text.backOn) put(" back").number(text.backType);
+    for (const std::string& line : text.lines) put(" ").quoted(line);
+    put("\n");
+}
+
+void Dumper::points(std::string_view kind, const std::vector<RPT3>& points, int pen) {
+    put("  ").put(kind);
+    if (pen >= 0) put(" pen").number(pen);
+    for (const RPT3& p : points) number(p.x).number(p.y).number(p.z);
+    put("\n");
+}
+
+} // namespace
+
+std::string dumpDrawing(const Drawing& drawing, int digits) {
+    return Dumper(drawing, digits).dump();
+}
+
+static void countElements(const Pattern& pattern, Counts& counts) {
+    for (const Element& e : pattern.elements) {
+        switch (e.type) {
+        case ElementType::Move: ++counts.moves; break;
+        case ElementType::Draw: ++counts.draws; break;
+        case ElementType::Arc: ++counts.arcs; break;
+        case ElementType::Circle: ++counts.circles; break;
+        case ElementType::Point: break;
+        case ElementType::Spline: ++counts.splines; break;
+        }
+    }
+}
+
+Counts countDrawing(const Drawing& drawing) {
+    Counts counts;
+    const auto add = [](long& sum, std::size_t more) { sum += static_cast<long>(more); };
+    for (const Pattern& p : drawing.patterns) {
+        if (p.number == 0 || p.scratch) continue;
+        ++counts.patterns;
+        countElements(p, counts);
+        add(counts.texts, p.texts.size());
+        add(counts.hatches, p.hatches.size());
+        add(counts.dimensions, p.dimensions.size());
+        add(counts.bitmaps, p.bitmaps.size());
+        add(counts.faces, p.faces.size());
+        add(counts.pointClouds, p.pointClouds.size());
+        add(counts.solids, p.solids.size());
+        add(counts.attributes, p.attributes.size());
+    }
+    add(counts.views, drawing.views.size());
+    return counts;
+}
+
+} // namespace host

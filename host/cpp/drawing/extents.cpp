@@ -1,0 +1,135 @@
+#include "drawing/extents.h"
+
+#include "drawing/spline_curve.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace host {
+
+void Extents::add(double x, double y) {
+    if (!std::isfinite(x) || !std::isfinite(y)) return;
+    if (empty) {
+        *this = {x, y, x, y, false};
+        return;
+    }
+    minX = std::min(minX, x);
+    minY = std::min(minY, y);
+    maxX = std::max(maxX, x);
+    maxY = std::max(maxY, y);
+}
+
+void Extents::add(const Extents& other) {
+    if (other.empty) return;
+    add(other.minX, other.minY);
+    add(other.maxX, other.maxY);
+}
+
+/// `angle` moved into [0, 2 pi).
+static double turn(double angle) {
+    const double full = 2 * std::numbers::pi;
+    const double rest = std::fmod(angle, full);
+    return rest < 0 ? rest + full : rest;
+}
+
+Extents arcExtents(const RPT& from, const RPT& to, const RPT& centre, bool ccw) {
+    Extents box;
+    box.add(from.x, from.y);
+    box.add(to.x, to.y);
+    const double radius = std::hypot(to.x - centre.x, to.y - centre.y);
+    const bool full = from.x == to.x && from.y == to.y;
+    const RPT& first = ccw ? from : to;
+    const RPT& second = ccw ? to : from;
+    const double start = std::atan2(first.y - centre.y, first.x - centre.x);
+    const double sweep = turn(std::atan2(second.y - centre.y, second.x - centre.x) - start);
+    constexpr double axes[4][2] = {{1, 0}, {0, 1}, {-1, 0}, {0, -1}};
+    for (int i = 0; i < 4; ++i) {
+        if (!full && turn(i * std::numbers::pi / 2 - start) > sweep) continue;
+        box.add(centre.x + radius * axes[i][0], centre.y + radius * axes[i][1]);
+    }
+    return box;
+}
+
+static double valueAt(double a, double b, double c, double d, double t) {
+    const double s = 1 - t;
+    return s * s * s * a + 3 * s * s * t * b + 3 * s * t * t * c + t * t * t * d;
+}
+
+/// Widens [low, high] by the extreme values of a cubic in Bézier form between its ends.
+static void addCubic(double a, double b, double c, double d, double& low, double& high) {
+    const auto take = [&](double t) {
+        if (!(t > 0 && t < 1)) return;
+        const double value = valueAt(a, b, c, d, t);
+        low = std::min(low, value);
+        high = std::max(high, value);
+    };
+    const double p = d - a + 3 * (b - c);
+    const double q = 2 * (a - 2 * b + c);
+    const double r = b - a;
+    const double root = q * q - 4 * p * r;
+    if (root < 0) return;
+    const double half = -0.5 * (q + std::copysign(std::sqrt(root), q));
+    if (p != 0) take(half / p);
+    if (half != 0) take(r / half);
+}
+
+static Extents splineExtents(const Spline& spline) {
+    Extents box;
+    for (const RPT& p : spline.points) box.add(p.x, p.y);
+    for (const BezierPiece& b : splinePieces(spline)) {
+        Extents piece;
+        piece.add(b[0].x, b[0].y);
+        piece.add(b[3].x, b[3].y);
+        if (piece.empty) continue;
+        addCubic(b[0].x, b[1].x, b[2].x, b[3].x, piece.minX, piece.maxX);
+        addCubic(b[0].y, b[1].y, b[2].y, b[3].y, piece.minY, piece.maxY);
+        box.add(piece);
+    }
+    return box;
+}
+
+/// Index into `splines`, or their number when the element's is out of range.
+static std::size_t splineIndex(const Element& element, const std::vector<Spline>& splines) {
+    const bool inside = element.cx >= 0 && element.cx < static_cast<double>(splines.size());
+    return inside ? static_cast<std::size_t>(element.cx) : splines.size();
+}
+
+Extents chainExtents(const std::vector<Element>& chain, const std::vector<Spline>* splines) {
+    Extents box;
+    RPT at{0, 0};
+    for (const Element& e : chain) {
+        const RPT target{e.x, e.y};
+        if (e.type == ElementType::Arc || e.type == ElementType::Circle) {
+            const RPT& from = e.type == ElementType::Arc ? at : target;
+            box.add(arcExtents(from, target, {e.cx, e.cy}, e.ccw));
+        } else if (e.type == ElementType::Spline && splines) {
+            const std::size_t index = splineIndex(e, *splines);
+            if (index < splines->size()) box.add(splineExtents((*splines)[index]));
+        }
+        box.add(e.x, e.y);
+        at = target;
+    }
+    return box;
+}
+
+Extents patternExtents(const Pattern& pattern) {
+    Extents box = chainExtents(pattern.elements, &pattern.splines);
+    for (const Hatch& hatch : pattern.hatches)
+        for (const Contour& contour : hatch.contours) box.add(chainExtents(contour, nullptr));
+    for (const Text& text : pattern.texts) box.add(text.x, text.y);
+    for (const Face& face : pattern.faces)
+        for (const RPT3& p : face.points) box.add(p.x, p.y);
+    for (const PointCloud& cloud : pattern.pointClouds)
+        for (const RPT3& p : cloud.points) box.add(p.x, p.y);
+    return box;
+}
+
+Extents Drawing::extents() const {
+    Extents box;
+    for (const Pattern& pattern : patterns)
+        if (pattern.number != 0 && !pattern.scratch && isVisible(pattern)) box.add(patternExtents(pattern));
+    return box;
+}
+
+} // namespace host

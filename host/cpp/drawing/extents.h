@@ -1,0 +1,15 @@
+// Boxes of what a drawing holds.
+#pragma once
+
+#include "drawing/drawing.h"
+
+namespace host {
+
+/// Box of an arc from `from` to `to` about `centre`; a full circle when both are the same point.
+Extents arcExtents(const RPT& from, const RPT& to, const RPT& centre, bool ccw);
+/// Box of a chain of elements with the splines that it refers to (null: no splines).
+Extents chainExtents(const std::vector<Element>& chain, const std::vector<Spline>* splines);
+/// Box of all elements and objects of a pattern. A text counts with the point where it stands.
+Extents patternExtents(const Pattern& pattern);
+
+} // namespace host

@@ -1,0 +1,61 @@
+// What the drawing calls of the host remember between two calls.
+#pragma once
+
+#include "drawing/drawing.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// Hatch parameters in the making, for the next ovhatch.
+struct HatchParameters {
+    bool solid = false;
+    int fillPen = 1;
+    int transparency = 0; ///< percent
+    std::vector<HatchFamily> families;
+    std::string patternName;
+};
+
+/// A context: 0 is the unit of the drawing, whatever that is.
+struct Context {
+    bool open = false;
+    int unit = 0;
+};
+
+struct DrawingState {
+    Drawing drawing;
+    HatchParameters hatch;
+    Text textParameters;             ///< what texts to come will look like; its lines and place don't count
+    std::optional<Text> savedText;   ///< of UoTextParSave(1)
+    double tolerance3d = 0;          ///< of 3D operations; 0: the drawing tolerance
+    double epsilonFactor = 1.0;      ///< of UoStartInitEpsNew
+    int screenOff = 0;               ///< how many times the screen output was switched off
+    int notifications3d = 0;         ///< calls of ov3dfunc
+    int assemblyUpdate = 1;          ///< flag of the assembly manager
+    std::vector<Context> contexts;   ///< by id - 1
+    std::string title;               ///< of the window
+    std::string shownView;           ///< empty: the whole drawing
+    std::string exportView;          ///< the view made for an export, empty: none
+    std::optional<Drawing> workFile; ///< copy made by StoreWorkFile
+    std::string workFileName, lockFileName;                                ///< empty: none
+    std::map<std::string, std::pair<std::string, int>> declaredAttributes; ///< name → label, length
+    std::vector<RPT> splineChain; ///< the curve of spline chainRow of pattern chainPattern as points
+    int chainPattern = 0, chainRow = -1;
+};
+
+DrawingState& drawingState();
+void resetDrawingState(); ///< A fresh drawing and all of the above at its start.
+
+/// Appends an element to a pattern; the one place that keeps elementCount.
+void appendElement(Pattern& pattern, const Element& element);
+/// Where the pattern's plot stands: the target of its last element; (0, 0) before the first.
+RPT currentPoint(const Pattern& pattern);
+
+/// The error of a call that the failure switch made fail, and of one that found no memory.
+inline constexpr int errorNoMemory = 1001;
+inline constexpr int errorNoSuchObject = 1005;
+inline constexpr int errorNotApplicable = 3011;
+
+} // namespace host

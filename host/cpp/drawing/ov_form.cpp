@@ -1,0 +1,115 @@
+// Sheet, unit and scale; text parameters; switches of the 3D operations.
+#include "ov.h"
+
+#include "drawing/host_state.h"
+#include "ge.h"
+#include "services/failure.h"
+#include "uo.h"
+#include "ut.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace host;
+
+static int setScale(double scale) {
+    constexpr int errorScaleRange = 2030;
+    constexpr int errorSheetTooSmall = 3012;
+    if (!(scale >= 1e-8 && scale <= 1e8)) return errorScaleRange;
+    Drawing& drawing = openDrawing();
+    const GeFormat sheet(drawing.format);
+    const double side = std::min(sheet.width(), sheet.height()) / scale / unitInMm(drawing);
+    if (side < drawingTolerance(drawing)) return errorSheetTooSmall;
+    drawing.scale = scale;
+    return 0;
+}
+
+int ovform(int mode, int* format, double* scale, int* unit) {
+    if (callFails()) return errorNotApplicable;
+    Drawing& drawing = openDrawing();
+    if (mode == 7) return setScale(*scale);
+    if (mode == 8) {
+        if (GeUnit(*unit).factor() <= 0) return errorNotApplicable;
+        drawing.changeUnit(*unit);
+        drawingState().chainRow = -1;
+        return 0;
+    }
+    if (mode != 5) return errorNotApplicable;
+    *format = drawing.format;
+    *scale = drawing.scale;
+    *unit = drawing.unit;
+    return 0;
+}
+
+int ovconv(int unitCode, int mode, double value, double* result) {
+    if (callFails()) return errorNotApplicable;
+    if (unitCode != 100 || mode != 3) return errorNotApplicable;
+    *result = value * unitInMm(openDrawing()) * openDrawing().scale;
+    return 0;
+}
+
+double UtConv(int code) {
+    return code == 50 ? drawingTolerance(openDrawing()) : 0;
+}
+
+int UoStartInitEpsNew(double factor) {
+    if (callFails()) return errorNotApplicable;
+    drawingState().epsilonFactor = factor;
+    return 0;
+}
+
+int ovtextparams(int* code, int* font, double* height, double* factor) {
+    if (callFails()) return errorNoMemory;
+    Text& parameters = drawingState().textParameters;
+    if (*code == 5) {
+        *font = parameters.font;
+        *height = parameters.height;
+        *factor = parameters.widthFactor;
+        return 0;
+    }
+    if (*code != 6) return errorNotApplicable;
+    parameters.font = *font;
+    parameters.height = *height;
+    parameters.widthFactor = *factor;
+    return 0;
+}
+
+int UoTextParSave(int code) {
+    if (callFails()) return errorNoMemory;
+    DrawingState& state = drawingState();
+    if (code == 1) {
+        state.savedText = state.textParameters;
+        return 0;
+    }
+    if (code != 2 || !state.savedText) return errorNotApplicable;
+    state.textParameters = *state.savedText;
+    return 0;
+}
+
+int ov3dfunc(int* /*code*/) {
+    if (callFails()) return errorNoMemory;
+    ++drawingState().notifications3d;
+    return 0;
+}
+
+int ov3dgenflaeche(int* code, int* patNo) {
+    if (callFails()) return errorNoMemory;
+    Pattern* pattern = openDrawing().find(*patNo);
+    if (!pattern) return errorNoSuchObject;
+    if (*code != 205) return errorNotApplicable;
+    if (pattern->faces.empty()) return errorNoSuchObject;
+    pattern->facesJoined = true;
+    return 0;
+}
+
+int ov3dgenepsi(int* code, double* tolerance) {
+    if (callFails()) return errorNoMemory;
+    double& present = drawingState().tolerance3d;
+    if (*code == 5)
+        *tolerance = present > 0 ? present : drawingTolerance(openDrawing());
+    else if (*code == 6 && *tolerance >= 0)
+        present = *tolerance;
+    else
+        return errorNotApplicable;
+    return 0;
+}

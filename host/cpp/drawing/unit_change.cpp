@@ -1,0 +1,85 @@
+// A change of the drawing's unit: every coordinate and length gets its number in the new unit.
+#include "drawing/drawing.h"
+
+#include "ge.h"
+
+namespace host {
+namespace {
+
+/// Multiplies by from/to, both whole numbers of nanometres, with one rounding for units of the metric system
+/// in either direction.
+class Rescale {
+public:
+    Rescale(double from, double to) : from_(from), to_(to) {}
+    void operator()(double& value) const {
+        value = static_cast<double>(static_cast<long double>(value) * from_ / to_);
+    }
+    void operator()(RPT& p) const {
+        (*this)(p.x);
+        (*this)(p.y);
+    }
+    void operator()(RPT3& p) const {
+        (*this)(p.x);
+        (*this)(p.y);
+        (*this)(p.z);
+    }
+    void operator()(std::vector<Element>& chain) const {
+        for (Element& e : chain) {
+            (*this)(e.x);
+            (*this)(e.y);
+            if (e.type == ElementType::Spline) continue; // cx is an index
+            (*this)(e.cx);
+            (*this)(e.cy);
+        }
+    }
+    void operator()(HatchFamily& family) const {
+        (*this)(family.distance);
+        (*this)(family.originX);
+        (*this)(family.originY);
+        (*this)(family.offset);
+        for (double& dash : family.dashes) (*this)(dash);
+    }
+    void operator()(Hatch& hatch) const {
+        for (Contour& contour : hatch.contours) (*this)(contour);
+        for (HatchFamily& family : hatch.families) (*this)(family);
+    }
+    void operator()(Pattern& pattern) const;
+
+private:
+    long double from_, to_;
+};
+
+void Rescale::operator()(Pattern& pattern) const {
+    (*this)(pattern.elements);
+    for (Spline& spline : pattern.splines)
+        for (RPT& p : spline.points) (*this)(p);
+    for (Hatch& hatch : pattern.hatches) (*this)(hatch);
+    for (Text& text : pattern.texts) {
+        (*this)(text.x);
+        (*this)(text.y);
+        (*this)(text.z);
+        (*this)(text.lineLength);
+    }
+    for (Face& face : pattern.faces)
+        for (RPT3& p : face.points) (*this)(p);
+    for (PointCloud& cloud : pattern.pointClouds)
+        for (RPT3& p : cloud.points) (*this)(p);
+}
+
+} // namespace
+
+void Drawing::changeUnit(int newUnit) {
+    const double from = GeUnit(unit).factor();
+    const double to = GeUnit(newUnit).factor();
+    if (to <= 0 || newUnit == unit) return;
+    const Rescale rescale(from, to);
+    for (Pattern& pattern : patterns) rescale(pattern);
+    for (auto& [id, plane] : workPlanes) {
+        rescale(plane.a);
+        rescale(plane.b);
+        rescale(plane.c);
+    }
+    unit = newUnit;
+}
+
+} // namespace host
