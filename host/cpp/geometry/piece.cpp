@@ -193,6 +193,11 @@ int chordCount(double radius, double sweep, double tolerance) {
     return std::max(1, static_cast<int>(std::ceil(std::fabs(sweep) / step)));
 }
 
+// A piece cut at its very start, or beside it by rounding, would run the other way or all round.
+static bool isCutOf(const Piece& cut, const Piece& whole, double eps) {
+    return cut.length() <= whole.length() && distance(cut.start, cut.end) > eps;
+}
+
 bool trimToMeeting(Piece& first, Piece& second, const RPT& corner, double eps) {
     const PieceMeetings meetings = meetingsOf(first, second, eps);
     if (meetings.count == 0 || meetings.overlap) return false;
@@ -200,7 +205,12 @@ bool trimToMeeting(Piece& first, Piece& second, const RPT& corner, double eps) {
         std::min_element(meetings.points, meetings.points + meetings.count, [&](const RPT& a, const RPT& b) {
             return distance(a, corner) < distance(b, corner);
         });
-    first.end = second.start = *nearest;
+    Piece before = first;
+    Piece behind = second;
+    before.end = behind.start = *nearest;
+    if (!isCutOf(before, first, eps) || !isCutOf(behind, second, eps)) return false;
+    first = before;
+    second = behind;
     return true;
 }
 
