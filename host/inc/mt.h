@@ -20,3 +20,4 @@ bool MtIsMirrored(const Mat32 m);
 double MtGetScale(const Mat32 m); ///< Length of the image of (1, 0).
 double MtGetRot(const Mat32 m);   ///< Angle of the image of (1, 0), radians.
 void MtTransRPt(const RPT& point, const Mat32 m, RPT* result);
+double MtTransRad(double radius, const Mat32 m); ///< A radius, times the matrix' scale.

@@ -1,22 +1,10 @@
-// Frames and boxes.
+// Frames, boxes and vectors in space.
 #include "ge.h"
 
 #include "mt.h"
 
 #include <algorithm>
 #include <cmath>
-
-static RPT3 minus(const RPT3& a, const RPT3& b) {
-    return {a.x - b.x, a.y - b.y, a.z - b.z};
-}
-
-static RPT3 cross(const RPT3& a, const RPT3& b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-
-static double length(const RPT3& v) {
-    return std::hypot(v.x, v.y, v.z);
-}
 
 static void setRow(Mat44 m, int row, const RPT3& v) {
     m[row][0] = v.x;
@@ -34,17 +22,20 @@ GeMat44::GeMat44(const Mat44 m) {
 
 GeMat44::GeMat44(const RPT3& origin, const RPT3& onX, const RPT3& inPlane) : GeMat44() {
     setRow(m_, 3, origin);
-    const RPT3 x = minus(onX, origin);
-    const RPT3 p = minus(inPlane, origin);
-    const RPT3 z = cross(x, p);
-    const double xLength = length(x);
-    const double zLength = length(z);
-    if (!(zLength > 1e-12 * xLength * length(p)) || !std::isfinite(zLength)) return;
-    const RPT3 ex{x.x / xLength, x.y / xLength, x.z / xLength};
-    const RPT3 ez{z.x / zLength, z.y / zLength, z.z / zLength};
-    setRow(m_, 0, ex);
-    setRow(m_, 1, cross(ez, ex));
-    setRow(m_, 2, ez);
+    GeVec x(origin, onX);
+    const GeVec p(origin, inPlane);
+    GeVec z = x.Cross(p);
+    const double size = z.Length();
+    if (!(size > 1e-12 * x.Length() * p.Length()) || !std::isfinite(size)) return;
+    x.Normalize();
+    z.Normalize();
+    setRow(m_, 0, x);
+    setRow(m_, 1, z.Cross(x));
+    setRow(m_, 2, z);
+}
+
+void GeMat44::Set(int row, int column, double value) {
+    if (row >= 0 && row < 4 && column >= 0 && column < 4) m_[row][column] = value;
 }
 
 int GeMat44::Invert() {
@@ -67,4 +58,31 @@ GeBox& GeBox::operator*=(const GeMat44& m) {
         max = first ? q : RPT3{std::max(max.x, q.x), std::max(max.y, q.y), std::max(max.z, q.z)};
     }
     return *this;
+}
+
+double GeVec::Length() const {
+    return std::hypot(x, y, z);
+}
+
+GeVec GeVec::Cross(const GeVec& other) const {
+    return {y * other.z - z * other.y, z * other.x - x * other.z, x * other.y - y * other.x};
+}
+
+int GeVec::Normalize() {
+    const double length = Length();
+    if (!(length > 0.0) || !std::isfinite(length)) return 3011;
+    x /= length;
+    y /= length;
+    z /= length;
+    return 0;
+}
+
+double GeVec::GetAngleBetween(const GeVec& other, const GeVec& axis) const {
+    const GeVec normal = Cross(other);
+    const double angle = std::atan2(normal.Length(), Dot(other));
+    return normal.Dot(axis) < 0.0 ? -angle : angle;
+}
+
+GeUnitVec::GeUnitVec(const GeVec& v) : GeVec(v) {
+    if (Normalize()) *static_cast<GeVec*>(this) = GeVec(1, 0, 0);
 }

@@ -142,3 +142,7 @@ void MtTransRPt(const RPT& point, const Mat32 m, RPT* result) {
     result->x = p.x * m[0][0] + p.y * m[1][0] + m[2][0];
     result->y = p.x * m[0][1] + p.y * m[1][1] + m[2][1];
 }
+
+double MtTransRad(double radius, const Mat32 m) {
+    return radius * MtGetScale(m);
+}

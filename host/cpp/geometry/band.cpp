@@ -1,0 +1,283 @@
+#include "geometry/band.h"
+
+#include <algorithm>
+
+namespace host {
+
+// A mitre reaches at most this often the distance of the edge; it ends at corners of about 29 degrees.
+static constexpr double kMitreLimit = 4.0;
+// Sine of a turn that is none.
+static constexpr double kStraight = 1e-9;
+
+double Band::widest() const {
+    return std::max({left[0], left[1], right[0], right[1]});
+}
+
+double areaOf(const PieceLoop& loop) {
+    // About a point of the loop, so that a place far from the origin costs no precision.
+    double area = 0;
+    for (Piece p : loop) {
+        const RPT base = loop.front().start;
+        p.start = p.start - base;
+        p.end = p.end - base;
+        p.centre = p.centre - base;
+        area += p.signedArea();
+    }
+    return area;
+}
+
+void reverseLoop(PieceLoop& loop) {
+    std::reverse(loop.begin(), loop.end());
+    for (Piece& p : loop) p = p.reversed();
+}
+
+// ---- edges -----------------------------------------------------------------------------------------
+
+static std::vector<Piece> taperedArc(const Band& band, int side, const double d[2], const BandLimits& limits,
+                                     bool* sound) {
+    const Piece& c = band.centre;
+    const double sweep = c.sweep();
+    const double startAngle = angleOf(c.start - c.centre);
+    const int inward = c.sense * side;
+    const double widest = c.radius + std::max(d[0], d[1]);
+    const int n = std::max(4, chordCount(widest, sweep, limits.tolerance));
+    std::vector<Piece> edge;
+    RPT from{0, 0};
+    for (int i = 0; i <= n; ++i) {
+        const double t = static_cast<double>(i) / n;
+        const double radius = c.radius - inward * (d[0] + t * (d[1] - d[0]));
+        if (radius < -limits.eps) *sound = false;
+        const RPT to = polar(c.centre, std::max(0.0, radius), startAngle + t * sweep);
+        if (i > 0) edge.push_back(makeLine(from, to));
+        from = to;
+    }
+    return edge;
+}
+
+std::vector<Piece> edgeOf(const Band& band, int side, const BandLimits& limits, bool* sound) {
+    const Piece& c = band.centre;
+    const double* d = side > 0 ? band.left : band.right;
+    if (!c.isArc()) {
+        const RPT across = side * leftOf(c.startDirection());
+        return {makeLine(c.start + d[0] * across, c.end + d[1] * across)};
+    }
+    if (d[0] != d[1]) return taperedArc(band, side, d, limits, sound);
+    const double radius = c.radius - c.sense * side * d[0];
+    if (radius < -limits.eps) *sound = false;
+    if (radius <= limits.eps) return {makeLine(c.centre, c.centre)};
+    Piece edge = c;
+    edge.radius = radius;
+    edge.start = c.centre + radius * unit(c.start - c.centre);
+    const bool whole = c.start.x == c.end.x && c.start.y == c.end.y;
+    edge.end = whole ? edge.start : c.centre + radius * unit(c.end - c.centre);
+    return {edge};
+}
+
+bool mitreOf(const Piece& in, const Piece& out, const RPT& corner, double limit, RPT* mitre) {
+    const RPT u = in.endDirection();
+    const RPT v = out.startDirection();
+    const double det = cross(u, v);
+    if (!(std::fabs(det) > 1e-12)) return false;
+    const RPT gap = out.start - in.end;
+    const double ahead = cross(gap, v) / det;
+    const double back = cross(gap, u) / det; // from the mitre on to the start of `out`
+    if (!(ahead > 0.0) || !(back < 0.0)) return false;
+    *mitre = in.end + ahead * u;
+    return distance(*mitre, corner) <= limit;
+}
+
+double mitreLimit(const Band& in, const Band& out, int side) {
+    const double before = side > 0 ? in.left[1] : in.right[1];
+    const double behind = side > 0 ? out.left[0] : out.right[0];
+    return std::fabs(before - behind) <= 1e-9 * (before + behind) ? kMitreLimit * before : 0.0;
+}
+
+// ---- one side of a chain ---------------------------------------------------------------------------
+
+namespace {
+
+class SideBuilder {
+public:
+    SideBuilder(const BandChain& chain, int side, const BandLimits& limits)
+        : chain_(chain), side_(side), limits_(limits) {}
+    /// The edge of the whole chain, in its direction.
+    std::vector<Piece> build(bool* sound);
+
+private:
+    void join(const Band& before, const Band& behind, Piece& in, Piece& out);
+    void joinInside(const RPT& corner, Piece& in, Piece& out);
+    void joinOutside(const RPT& corner, double limit, Piece& in, Piece& out);
+    bool weld(Piece& in, Piece& out, double within) const;
+    void fill(const RPT& from, const RPT& to) { between_.push_back(makeLine(from, to)); }
+
+    const BandChain& chain_;
+    int side_;
+    const BandLimits& limits_;
+    std::vector<Piece> between_; ///< what a corner puts between two edges
+    bool sound_ = true;
+};
+
+// Nearly tangent pieces leave a gap that no intersection can be found in.
+bool SideBuilder::weld(Piece& in, Piece& out, double within) const {
+    const double gap = distance(in.end, out.start);
+    if (gap > within) return false;
+    const bool tiny = out.isArc() && out.length() <= 4 * gap;
+    out.start = in.end;
+    if (tiny) out = makeLine(out.start, out.end);
+    return true;
+}
+
+void SideBuilder::joinInside(const RPT& corner, Piece& in, Piece& out) {
+    if (trimToMeeting(in, out, corner, limits_.eps)) return;
+    if (weld(in, out, limits_.tolerance)) return;
+    sound_ = false;
+}
+
+void SideBuilder::joinOutside(const RPT& corner, double limit, Piece& in, Piece& out) {
+    RPT mitre;
+    if (!mitreOf(in, out, corner, limit, &mitre)) {
+        fill(in.end, out.start);
+        return;
+    }
+    if (in.isArc()) fill(in.end, mitre);
+    if (out.isArc()) fill(mitre, out.start);
+    if (!in.isArc()) in.end = mitre;
+    if (!out.isArc()) out.start = mitre;
+}
+
+void SideBuilder::join(const Band& before, const Band& behind, Piece& in, Piece& out) {
+    between_.clear();
+    if (weld(in, out, std::max(limits_.eps, 1e-3 * limits_.tolerance))) return;
+    const RPT u = before.centre.endDirection();
+    const RPT v = behind.centre.startDirection();
+    const double turn = side_ * cross(u, v);
+    const RPT corner = behind.centre.start;
+    if (std::fabs(turn) <= kStraight) {
+        if (dot(u, v) < 0.0) sound_ = false;
+        fill(in.end, out.start);
+    } else if (turn > 0.0) {
+        joinInside(corner, in, out);
+    } else {
+        joinOutside(corner, mitreLimit(before, behind, side_), in, out);
+    }
+}
+
+std::vector<Piece> SideBuilder::build(bool* sound) {
+    std::vector<Piece> side;
+    const std::vector<Band>& bands = chain_.bands;
+    for (std::size_t i = 0; i < bands.size() && sound_; ++i) {
+        std::vector<Piece> edge = edgeOf(bands[i], side_, limits_, &sound_);
+        if (i > 0) {
+            join(bands[i - 1], bands[i], side.back(), edge.front());
+            side.insert(side.end(), between_.begin(), between_.end());
+        }
+        side.insert(side.end(), edge.begin(), edge.end());
+    }
+    if (chain_.closed && sound_) {
+        join(bands.back(), bands.front(), side.back(), side.front());
+        side.insert(side.end(), between_.begin(), between_.end());
+    }
+    *sound = *sound && sound_;
+    return side;
+}
+
+// Drops pieces of no length; what follows starts where the last kept piece ends.
+PieceLoop withoutPoints(const std::vector<Piece>& pieces, double eps) {
+    PieceLoop loop;
+    for (Piece p : pieces) {
+        const bool point = !p.isArc() ? distance(p.start, p.end) <= eps : p.length() <= eps;
+        if (point) continue;
+        if (!loop.empty()) p.start = loop.back().end;
+        loop.push_back(p);
+    }
+    if (loop.size() > 1) loop.back().end = loop.front().start;
+    return loop;
+}
+
+PieceLoop openLoop(std::vector<Piece> right, std::vector<Piece> left, double eps) {
+    reverseLoop(left);
+    PieceLoop loop = std::move(right);
+    loop.push_back(makeLine(loop.back().end, left.front().start));
+    loop.insert(loop.end(), left.begin(), left.end());
+    loop.push_back(makeLine(loop.back().end, loop.front().start));
+    return withoutPoints(loop, eps);
+}
+
+} // namespace
+
+bool outlineChain(const BandChain& chain, const BandLimits& limits, std::vector<PieceLoop>* loops) {
+    bool sound = true;
+    std::vector<Piece> right = SideBuilder(chain, -1, limits).build(&sound);
+    if (!sound) return false;
+    std::vector<Piece> left = SideBuilder(chain, 1, limits).build(&sound);
+    if (!sound) return false;
+    if (!chain.closed) {
+        loops->push_back(openLoop(std::move(right), std::move(left), limits.eps));
+        return areaOf(loops->back()) > 0.0;
+    }
+    reverseLoop(left);
+    const PieceLoop a = withoutPoints(right, limits.eps);
+    const PieceLoop b = withoutPoints(left, limits.eps);
+    const double areaA = a.empty() ? 0.0 : areaOf(a);
+    const double areaB = b.empty() ? 0.0 : areaOf(b);
+    // One loop is the outer one; the other, its hole, may have shrunk to nothing.
+    if (std::max(areaA, areaB) <= 0.0 || std::min(areaA, areaB) > 0.0) return false;
+    if (!a.empty()) loops->push_back(a);
+    if (!b.empty()) loops->push_back(b);
+    return true;
+}
+
+// ---- cover -----------------------------------------------------------------------------------------
+
+static void addCover(PieceLoop loop, double eps, std::vector<PieceLoop>* loops) {
+    loop = withoutPoints(loop, eps);
+    if (loop.empty()) return;
+    if (areaOf(loop) < 0.0) reverseLoop(loop);
+    loops->push_back(std::move(loop));
+}
+
+// The ends of a band pass through the centre line, so that neighbours and corners share these points.
+static void coverBand(const Band& band, const BandLimits& limits, std::vector<PieceLoop>* loops) {
+    bool sound = true;
+    PieceLoop loop = edgeOf(band, -1, limits, &sound);
+    std::vector<Piece> left = edgeOf(band, 1, limits, &sound);
+    reverseLoop(left);
+    loop.push_back(makeLine(loop.back().end, band.centre.end));
+    loop.push_back(makeLine(band.centre.end, left.front().start));
+    loop.insert(loop.end(), left.begin(), left.end());
+    loop.push_back(makeLine(loop.back().end, band.centre.start));
+    loop.push_back(makeLine(band.centre.start, loop.front().start));
+    addCover(std::move(loop), limits.eps, loops);
+}
+
+static void coverCorner(const Band& before, const Band& behind, const BandLimits& limits,
+                        std::vector<PieceLoop>* loops) {
+    const double turn = cross(before.centre.endDirection(), behind.centre.startDirection());
+    if (std::fabs(turn) <= kStraight) return;
+    const int side = turn > 0.0 ? -1 : 1;
+    bool sound = true;
+    const Piece in = edgeOf(before, side, limits, &sound).back();
+    const Piece out = edgeOf(behind, side, limits, &sound).front();
+    const RPT corner = behind.centre.start;
+    PieceLoop loop{makeLine(before.centre.end, in.end)};
+    RPT mitre;
+    if (mitreOf(in, out, corner, mitreLimit(before, behind, side), &mitre)) {
+        loop.push_back(makeLine(in.end, mitre));
+        loop.push_back(makeLine(mitre, out.start));
+    } else {
+        loop.push_back(makeLine(in.end, out.start));
+    }
+    loop.push_back(makeLine(out.start, before.centre.end));
+    addCover(std::move(loop), limits.eps, loops);
+}
+
+void coverChain(const BandChain& chain, const BandLimits& limits, std::vector<PieceLoop>* loops) {
+    const std::size_t n = chain.bands.size();
+    for (std::size_t i = 0; i < n; ++i) {
+        coverBand(chain.bands[i], limits, loops);
+        if (i + 1 < n || (chain.closed && n > 1))
+            coverCorner(chain.bands[i], chain.bands[(i + 1) % n], limits, loops);
+    }
+}
+
+} // namespace host
