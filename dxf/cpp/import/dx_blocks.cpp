@@ -1,12 +1,12 @@
 #include "dx_blocks.h"
 
+#include "../sections/dx_section.h"
 #include "../session/dx_reader.h"
-#include "../session/dx_sections.h"
 
 int DxReadBlockSection() {
     bool found = false;
-    const int error = DxBeginSection("BLOCKS", "BLOCKS", &found);
+    const int error = DxEnterSection("BLOCKS", found);
     if (error || !found) return error;
-    if (const int end = DxSkipToEndOfSection()) return end;
+    if (const int end = DxSkipSection()) return end;
     return DxReadUntil(0, "SECTION");
 }

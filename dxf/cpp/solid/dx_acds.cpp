@@ -1,9 +1,9 @@
 #include "dx_acds.h"
 
+#include "../sections/dx_section.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
-#include "../session/dx_sections.h"
 
 int DxReadAcdsSection() {
     DxDisplay(DxMsg(5779));
@@ -13,7 +13,7 @@ int DxReadAcdsSection() {
     DxfDocument& document = DxDocuments.requireCurrent();
     document.sectionSeen.Set(1);
     document.acdsRead.Set(1);
-    return DxSkipToEndOfSection();
+    return DxSkipSection();
 }
 
 int DxReadAcdsFree() {
