@@ -35,7 +35,6 @@ void DxResetSessionState(int isExport) {
     DxReadSpace = 0;
     DxActSpace = 0;
     DxNextHandle = 512;
-    DxSavedPen = DxSavedLt = 0;
     DxPen = DxLt = 0;
     DxUnit = DxPaperUnit = 3;
     DxSavedUnit = 0;
