@@ -5,8 +5,10 @@
 
 #include <cstddef>
 #include <cstring>
+#include <new>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 /// A char array of N bytes that holds at most N - 1 bytes and a 0. Bytes are in the code page of the file.
 /// Longer texts are cut. Trivial on purpose: records are grown and copied as plain memory.
@@ -29,7 +31,8 @@ struct DxFixed {
 using DX_NAME = DxFixed<161>;
 
 /// A list of plain records that grows through the host's memory service, so that a refused allocation is an
-/// error number and not an exception. Growth is by half of the size; all bytes of new records are zero.
+/// error number; only a copy of the whole list, which has no result to give one, throws std::bad_alloc.
+/// Growth is by half of the size; all bytes of new records are zero.
 template <class T>
 class DxTable {
     static_assert(std::is_trivially_copyable_v<T>, "records are moved as plain memory");
@@ -41,10 +44,9 @@ public:
     DxTable& operator=(const DxTable& other) {
         if (this == &other) return *this;
         count_ = 0;
-        if (reserve(other.count_) == 0 && other.count_) {
-            std::memcpy(static_cast<void*>(data_), other.data_, other.count_ * sizeof(T));
-            count_ = other.count_;
-        }
+        if (reserve(other.count_)) throw std::bad_alloc();
+        if (other.count_) std::memcpy(static_cast<void*>(data_), other.data_, other.count_ * sizeof(T));
+        count_ = other.count_;
         return *this;
     }
     DxTable& operator=(DxTable&& other) noexcept {

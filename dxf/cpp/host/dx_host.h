@@ -5,40 +5,58 @@
 #include "host_state.h"
 
 // ---- patterns --------------------------------------------------------------------------------------
-int Dxovpat(int code, int* patNo); ///< ovpat, skipping invisible patterns of a 2D export.
-int DxNewPat(int unused);          ///< A new pattern and table entry, made active.
-int DxNewPatCopyAllAttr(int unused);
-/// Announces n new elements; a full pattern goes over to a new one of the same attributes.
+/// The host's pattern control (ovpat), passing over invisible patterns of a 2D export when it steps.
+int Dxovpat(int code, int* patNo);
+int DxNewPat(int unused);            ///< A new pattern and table entry, made active. 0 or the host's error.
+int DxNewPatCopyAllAttr(int unused); ///< The same, with the attributes of the pattern that was active.
+/// Announces n new elements; a full pattern goes over to a new one of the same attributes, which the layers
+/// of the old one follow. 0 or the host's error.
 int DxNewElement(int n);
-int DxCiPatIsVisible2d(int patNo);
-int DxCiPatDelElems(int patNo);
+int DxCiPatIsVisible2d(int patNo); ///< 1 for an existing pattern that is visible in 2D.
+int DxCiPatDelElems(int patNo);    ///< Empties a pattern.
+/// Gives a pattern a new work plane: origin, a point on x, a point in the plane.
 int DxCiPatChgWork(int patNo, const RPT3& a, const RPT3& b, const RPT3& c);
-int DxCiCheckPatsWork();
+int DxCiCheckPatsWork(); ///< 1 in 2D; in 3D whether all patterns have the work plane of the first.
+/// Pens of the pattern's colour attribute, -1 where it has none. 1005 when there is no such pattern.
 int DxCiGetAttrColorPens(int patNo, int* pen, int* fill);
+/// Sets an attribute: `checked` under its own name, else in the module's class, as "dxf::" and the name.
 int DxCiSetAttrSingle(int patNo, const UtCString& name, const UtCString& value, bool checked);
+/// The host's 2D placement of a pattern, or its inverse.
 int DxGetPatMatrix(int patNo, Mat32 m, bool inverted);
 
 // ---- drawing: points in the drawing's frame ahead of the shift --------------------------------------
-int Dxovdraw(int op, double x, double y, unsigned char info = 0);
+int Dxovdraw(int op, double x, double y, unsigned char info = 0); ///< op 1 draws, 2 moves to (x, y).
+/// From the current point to (x, y) about (cx, cy): op 3 clockwise, 4 counter-clockwise, 22 a full circle.
 int Dxovarc(int op, double x, double y, double cx, double cy, unsigned char info = 0);
+/// One element of the outline of a filled figure, straight to a contour pattern: op as above; mode 1 begins
+/// the figure, 2 ends it and makes its fill in the active pattern.
 int Dxovfillelem(int op, double x, double y, double cx, double cy, int mode);
 
 // ---- element queue ---------------------------------------------------------------------------------
+/// Appends an element for the active pattern; points after the shift. Elements that wait for another pattern
+/// are handed over first, and the new one continues where the last of them ended. 0 or the host's error.
 int DxCiElemAddElem(int op, double x1, double y1, double x2, double y2, unsigned char info);
-int DxCiElemDrawPat(); ///< Flushes the queue into its pattern.
+int DxCiElemDrawPat(); ///< Hands the waiting elements over to their pattern. The queue is empty in any case.
 void DxCiElemSetPenLt(int pen, int lineType);
-int DxCiChgLastElemInfo(int patNo, unsigned char info);
+void DxCiElemReset(); ///< Drops what waits and frees the queue.
+int DxCiChgLastElemInfo(int patNo,
+                        unsigned char info); ///< Info byte of the pattern's last element. Always 0.
+/// Type of an element and whether it belongs to a polyline-like figure; both 0 when there is none.
 int DxCiGetElemInfo(int patNo, int elRow, int* type, int* isGroup);
 
 // ---- session helpers -------------------------------------------------------------------------------
-int DxCiInit(); ///< Fresh context in the session's unit, empty queue owner.
+int DxCiInit(); ///< Fresh context in the session's unit, empty queue.
 int DxCiViewUpdate();
 int DxCiZoom2Box();
-int DxCiExportView(int id);
+int DxCiExportView(int id); ///< 1 enters, 0 leaves the view made for an export.
+/// The settings that a pattern state stands for; 4711 for an empty or unknown state.
 int DxCiGetStatePenLt(const UtCString& obstat, int* pen, int* lineType);
 int DxCiGetStateHatch(const UtCString& obstat, int* pen);
 int DxCiGetStateText(const UtCString& obstat, int* pen);
 int DxCiGetState3D(const UtCString& obstat, int* pen);
+/// Transparency of an entity in percent; 3011, with 0 percent, when it has none.
 int DxCiTransparencyToCAD(const DX_ENTITY_BASE_TYPE& base, int* percent);
-int DxCiTransparencyToDXF(int percent, int* value);
+int DxCiTransparencyToDXF(int percent, int* value); ///< 0 stays 0, the value for "none". Always 0.
+/// Makes hatches patterns of their own for an export (`start` 1) and brings the drawing back (0), where the
+/// host's settings ask for it.
 int DxCiSplitAndSortPats(int start);

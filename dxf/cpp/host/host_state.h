@@ -3,6 +3,7 @@
 
 #include "dx_fixed.h"
 #include "rpt.h"
+#include "ut_string.h"
 
 /// A pattern that the import made.
 struct DX_PAT_ENTRY {
@@ -23,4 +24,12 @@ extern int DxElemPen, DxElemLineType;    ///< stamped on new queue entries
 extern int DxFillPat;                    ///< contour pattern of the running SOLID fill
 extern int DxExportVisibleOnly;          ///< export restricted to visible patterns
 
+/// Attributes that the module makes up belong to a class of its own, by these names.
+inline constexpr char DxAttrClass[] = "dxf";
+inline constexpr char DxAttrPrefix[] = "dxf::";
+
+/// The drawing as it was before its hatches became patterns of their own for an export; empty: untouched.
+extern UtCString DxSplitWorkFile, DxSplitLockFile, DxSplitFileName;
+
+/// Start values of all of the above, and an empty element queue. Ends the long-lived context.
 void DxResetHostState();

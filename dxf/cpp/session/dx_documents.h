@@ -120,9 +120,11 @@ public:
     std::map<FILE*, DxfDocument*> byStream;
     std::map<UtCString, std::unique_ptr<DxfDocument>> byName; ///< owns the documents
     DxTables tables;
+    bool keepsTables = false; ///< the tables of a template outlive its file (an export with USE_TEMPLATE)
 
     /// Opens a document by name, searching and converting as needed, and makes it current. A name that is
-    /// open gives its stream and changes nothing. Null when there is no such file.
+    /// open gives its stream and changes nothing. Null when there is no such file, or one too large for
+    /// 32-bit positions, which is reported.
     FILE* open(const UtCString& name, const UtCString& mode);
     /// Makes the document of `stream` current; a stream of no document becomes the manager's own.
     void select(FILE* stream);
@@ -133,12 +135,21 @@ public:
     FILE* currentStream() const { return current_ ? current_->file.Get() : stream; }
     /// The current document; throws std::exception "DxfDocManager::current_ == 0" when there is none.
     DxfDocument& requireCurrent();
+
+private:
+    std::unique_ptr<DxfDocument> load(const UtCString& name, const UtCString& mode);
 };
 
 extern DxfDocManager DxDocuments;
 
-int DxReadFindPath(UtCString& path); ///< Finds a file by the search rules. 0 or 9005.
+/// Finds a file: as it stands, else beside the main file, the current file, its conversion's text and the
+/// main file's source. 0, with `path` a file that exists, or 9005.
+int DxReadFindPath(UtCString& path);
+/// Converts a file whose name ends with ".dwg" and sets `wasConverted` to 1, else to 0. `converted`: as
+/// `target` below. 0 or the conversion's error.
 int DxReadCheckConvert(const UtCString& name, UtCString& converted, int& wasConverted);
+/// Converts DWG or binary DXF to a temporary text DXF. `target` holds a suffix for its name and becomes its
+/// path, which the caller removes. 0 or the conversion's error.
 int DxReadConvertDwg2Dxf(const UtCString& source, UtCString& target);
 
 /// A scoped ticket to a place in a file, which may lie in another document. Going out of scope with the

@@ -4,6 +4,7 @@
 // ends found and one integer parsed; its text stays in the file's mapping.
 #pragma once
 
+#include "dx_numbers.h"
 #include "ut_string.h"
 
 #include <cstdint>
@@ -49,8 +50,9 @@ int DxReadUntil(int code, const char* value);
 /// The percentage is shown while the main file is read, not in external references.
 bool DxShowsPercent();
 
-/// Number of a value text as atof reads it; 0 for a magnitude above 1e19.
-double DxfReadConvDouble(std::string_view value);
-double DxAtof(std::string_view value);            ///< as atof: leading blanks, partial numbers, 0 for none
-int DxAtoi(std::string_view value);               ///< as atoi; a value out of range is clamped
-std::uint32_t DxHexToU32(std::string_view value); ///< hexadecimal; longer handles lose their high part
+/// Skips one section that nobody reads. Entered behind 0 / "SECTION"; a section that has a reader is left to
+/// it. 0 or the reader's error.
+int DxIgnoreSections();
+
+/// Forgets the current pair. The documents call it before the mapping goes that the pair's text may lie in.
+void DxReadForget();

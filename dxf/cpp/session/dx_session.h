@@ -5,6 +5,7 @@
 #include "dx_messages.h"
 #include "dx_protocol.h"
 #include "dx_reader.h"
+#include "dx_scale.h"
 #include "session_state.h"
 
 void DxInitialize(); ///< Makes the insert stack, once in the library's life.
@@ -16,6 +17,3 @@ int DxInoutSaveParams(int code); ///< 18 saves, anything else restores pen, line
 
 void DxReadDXF(const UtCString& configName, const UtCString& fileName);  ///< One import.
 void DxWriteDXF(const UtCString& configName, const UtCString& fileName); ///< One export.
-int DxIgnoreSections(); ///< Skips one section that nobody reads.
-/// Shift and scale of an import from its extents, between measuring and drawing. 0 or the host's error.
-int DxfSetScale(int fitToSheet);

@@ -28,5 +28,5 @@ extern double DxDrawUnit;          ///< millimetres in one unit of the drawing
 extern double DxShiftX, DxShiftY;  ///< drawing shift, subtracted from all points handed to the host
 extern int DxRegionCount;          ///< REGION entities dropped in 2D
 
-/// Start values of all of the above but DxModus, which DxfSelect sets.
+/// Start values of all of the above but DxModus, which DxfSelect sets, and what DxInoutSaveParams keeps.
 void DxResetSessionState(int isExport);

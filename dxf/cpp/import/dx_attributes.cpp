@@ -1,0 +1,5 @@
+#include "dx_attributes.h"
+
+void DxAttribInit() {}
+
+void DxAttribEnd() {}

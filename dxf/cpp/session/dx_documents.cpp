@@ -1,0 +1,208 @@
+#include "dx_documents.h"
+
+#include "dx_protocol.h"
+#include "session_state.h"
+
+#include <limits>
+#include <stdexcept>
+
+DxfDocManager DxDocuments;
+
+// ---- tables ----------------------------------------------------------------------------------------
+
+int DxTables::findLayer(std::string_view name) {
+    if (indexed_ > layers.size()) {
+        layerIndex_.clear();
+        indexed_ = 0;
+    }
+    for (; indexed_ < layers.size(); ++indexed_)
+        layerIndex_.try_emplace(std::string(layers[indexed_].name.view()), static_cast<int>(indexed_));
+    const auto found = layerIndex_.find(name);
+    return found == layerIndex_.end() ? -1 : found->second;
+}
+
+void DxTables::clear() {
+    layers.free();
+    lineTypes.free();
+    styles.free();
+    views.free();
+    dimStyles.free();
+    blockRecords.free();
+    layerIndex_.clear();
+    indexed_ = 0;
+}
+
+// ---- one document ----------------------------------------------------------------------------------
+
+DxfDocument::DxfDocument(FILE* stream, DxfDocument* parentDocument, const UtCString& fileName,
+                         const UtCString& temporaryName)
+    : file(stream), parent(parentDocument), name(fileName), tempName(temporaryName) {}
+
+DxfDocument::~DxfDocument() {
+    UtFileUnmap(view);
+    if (FILE* const stream = file.Get()) UtFileClose(stream);
+    if (!tempName.Get().IsEmpty()) UtFileRemove(tempName.Get());
+}
+
+// ---- the manager -----------------------------------------------------------------------------------
+
+static UtCString baseName(const UtCString& path) {
+    const std::string file = UtPathFile(path).str();
+    return file.substr(0, file.rfind('.'));
+}
+
+/// The name under which a repair tool leaves its version of a file.
+static UtCString recoveredTwin(const UtCString& path) {
+    std::string text = path.Lower().str();
+    constexpr std::string_view EXTENSION = ".dxf";
+    for (std::size_t at = 0; (at = text.find(EXTENSION, at)) != std::string::npos;) {
+        constexpr std::string_view TWIN = "_recovered.dxf";
+        text.replace(at, EXTENSION.size(), TWIN);
+        at += TWIN.size();
+    }
+    return text;
+}
+
+/// What a name leads to: the file to read, and how it was come by.
+struct FoundFile {
+    UtCString path;
+    UtCString converted; ///< a text DXF made for this, else empty
+    int recovered = 0;
+    bool exists = false;
+};
+
+static FoundFile findFile(const UtCString& name, std::size_t documentCount) {
+    FoundFile found;
+    found.path = name;
+    if (DxReadFindPath(found.path)) {
+        found.recovered = 1;
+        found.path = recoveredTwin(found.path);
+        if (DxReadFindPath(found.path)) return found;
+    }
+    UtCString converted = std::to_string(documentCount);
+    int wasConverted = 0;
+    if (DxReadCheckConvert(found.path, converted, wasConverted) == 0 && wasConverted) {
+        found.path = found.converted = converted;
+        if (!UtIsFile(found.path)) {
+            found.path = recoveredTwin(found.path);
+            found.recovered = 1;
+        }
+    }
+    found.exists = true;
+    return found;
+}
+
+std::unique_ptr<DxfDocument> DxfDocManager::load(const UtCString& name, const UtCString& mode) {
+    const FoundFile found = findFile(name, byName.size());
+    if (!found.exists) return nullptr;
+    FILE* const opened = UtFileOpen(found.path, mode.c_str());
+    if (!opened) {
+        if (!found.converted.IsEmpty()) UtFileRemove(found.converted);
+        return nullptr;
+    }
+    const bool isMain = byName.empty();
+    const bool hasSource = isMain && !DxSourceFileName.IsEmpty();
+    auto document =
+        std::make_unique<DxfDocument>(opened, current_, hasSource ? DxSourceFileName : name, found.converted);
+    if (UtFileMap(opened, document->view)) return nullptr;
+    if (document->view.size > static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max())) {
+        DxProtoMsg(UtFormat("File %s is too large, 2 GiB at most can be read!", name.c_str()), 1);
+        return nullptr;
+    }
+    if (!isMain) document->prefix = baseName(name);
+    document->tables = tables;
+    document->recovered.Set(found.recovered);
+    return document;
+}
+
+FILE* DxfDocManager::open(const UtCString& name, const UtCString& mode) {
+    if (const auto found = byName.find(name); found != byName.end()) return found->second->file.Get();
+    std::unique_ptr<DxfDocument> document = load(name, mode);
+    if (!document) return nullptr;
+    FILE* const opened = document->file.Get();
+    byStream[opened] = document.get();
+    byName[name] = std::move(document);
+    select(opened);
+    return opened;
+}
+
+void DxfDocManager::select(FILE* wanted) {
+    const auto found = byStream.find(wanted);
+    if (found != byStream.end()) {
+        current_ = found->second;
+    } else {
+        current_ = nullptr;
+        stream = wanted;
+    }
+}
+
+void DxfDocManager::closeAll(bool keepTables) {
+    if (keepTables && current_)
+        tables = std::move(current_->tables);
+    else
+        tables.clear();
+    DxReadForget();
+    byName.clear();
+    byStream.clear();
+    current_ = nullptr;
+    stream = nullptr;
+}
+
+DxfDocument& DxfDocManager::requireCurrent() {
+    if (!current_) throw std::runtime_error("DxfDocManager::current_ == 0");
+    return *current_;
+}
+
+// ---- finding and converting files ------------------------------------------------------------------
+
+int DxReadFindPath(UtCString& path) {
+    if (UtIsFile(path)) return 0;
+    const DxfDocument* const current = DxDocuments.current_;
+    if (!current) return 9005;
+    const DxfDocument* root = current;
+    while (root->parent.Get()) root = root->parent.Get();
+
+    const UtCString places[] = {root->name.Get(), current->name.Get(), current->tempName.Get(),
+                                DxSourceFileName};
+    const UtCString tails[] = {UtPathFile(path), path};
+    for (const UtCString& place : places) {
+        if (place.IsEmpty() && &place != &places[0]) continue;
+        for (const UtCString& tail : tails) {
+            const UtCString candidate = UtPathJoin(UtPathDir(place), tail);
+            if (!UtIsFile(candidate)) continue;
+            path = candidate;
+            return 0;
+        }
+    }
+    return 9005;
+}
+
+int DxReadCheckConvert(const UtCString& name, UtCString& converted, int& wasConverted) {
+    wasConverted = name.str().ends_with(".dwg") ? 1 : 0;
+    return wasConverted ? DxReadConvertDwg2Dxf(name, converted) : 0;
+}
+
+int DxReadConvertDwg2Dxf(const UtCString& source, UtCString& target) {
+    target = UtTempFileName(UtGetTempDir(), "dxf") + target + ".dxf";
+    return UtConvertDwg2Dxf(source, target);
+}
+
+// ---- a place in a file -----------------------------------------------------------------------------
+
+DxfEntityFilePosition::DxfEntityFilePosition(FILE* stream, std::int32_t offset, const UtCString& marker,
+                                             int markerCode)
+    : marker_(marker), markerCode_(markerCode), save_() {
+    if (stream != DxDocuments.currentStream()) {
+        DxSaveActPos(&save_);
+        DxDocuments.select(stream);
+        switched_ = true;
+    }
+    DxReadSeek(offset);
+}
+
+DxfEntityFilePosition::~DxfEntityFilePosition() {
+    if (!switched_ || DxRestoreActPos(&save_)) return;
+    DxPair pair;
+    while (DxReadPair(pair) == 0)
+        if (pair.code == markerCode_ && pair.text == marker_.str()) return;
+}

@@ -1,0 +1,274 @@
+// One import, from the host's call to its outcome.
+#include "../config/config_state.h"
+#include "../config/dx_layers.h"
+#include "../config/dx_pens.h"
+#include "../host/dx_host.h"
+#include "../import/dx_blocks.h"
+#include "../import/dx_entity_section.h"
+#include "../import/dx_spaces.h"
+#include "../import/dx_transform.h"
+#include "../import/import_state.h"
+#include "../sections/dx_georeference.h"
+#include "../sections/dx_header_import.h"
+#include "../sections/dx_tables_import.h"
+#include "dx_session.h"
+
+#include "ci.h"
+#include "ds.h"
+#include "go.h"
+#include "mt.h"
+#include "ov.h"
+#include "uo.h"
+#include "ut.h"
+
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int EXCEPTION = 2360;
+constexpr int ABORTED = 9009;
+
+/// Runs `work`; an exception out of it is an error number like any other.
+template <class Work>
+int guarded(Work work) {
+    try {
+        return work();
+    } catch (...) {
+        return EXCEPTION;
+    }
+}
+
+/// A macro variable's number; 0 when it isn't set.
+double macroNumber(const char* name) {
+    double value = 0;
+    return SuGetVarReal(name, &value) ? 0 : value;
+}
+
+bool isBinaryDxf(const UtCString& name) {
+    FILE* const stream = UtFileOpen(name, "rb");
+    if (!stream) return false;
+    std::array<char, 255> first{};
+    const bool isRead = std::fgets(first.data(), static_cast<int>(first.size()), stream) != nullptr;
+    UtFileClose(stream);
+    return isRead && std::strncmp(first.data(), "AutoCAD Binary DXF", 18) == 0;
+}
+
+/// Three numbers divided by two commas, in a text that may go on behind them.
+bool scanTriple(std::string_view text, RPT3& triple) {
+    double* const parts[] = {&triple.x, &triple.y, &triple.z};
+    for (int i = 0; i < 3; ++i) {
+        if (i) {
+            if (text.empty() || text.front() != ',') return false;
+            text.remove_prefix(1);
+        }
+        const std::size_t used = DxScanNumber(text, *parts[i]);
+        if (!used || !std::isfinite(*parts[i])) return false;
+        text.remove_prefix(used);
+    }
+    return true;
+}
+
+/// Each option that the host sets through a macro variable holds for one run.
+void clearMacroVariables() {
+    for (const char* name :
+         {"$DxfName", "$DxfConfig", "$DxfDfltFont", "$DxfUnit", "$DxfPaperUnit", "$DxfLoadInto"})
+        UoPutMacVarS(name, "");
+    for (const char* name : {"&DxfExt", "&DxfModus", "&DxfVerbose", "&DxfFixFont", "&DxfParseExt", "&DxfUnit",
+                             "&DxfPaper", "&DxfPaperUnit", "&DxfUserLtScale", "&DxfInsbase"})
+        UoPutMacVarD(name, 0.0);
+}
+
+/// Puts a warning or an error before the user and into the protocol.
+void report(const UtCString& text) {
+    DxProtoMsg(text, 1);
+}
+
+/// What went wrong, in words. Numbers whose reason has been told already are silent.
+void reportError(int error) {
+    const DxfDocument* const document = DxDocuments.current_;
+    switch (error) {
+    case -1:
+    case 9002:
+    case 9006: break;
+    case 2030:
+    case 3012: report("Scale too small!"); break;
+    case 9001: report(DxMsg(5809, DxFileName)); break;
+    case 9003: report(DxMsg(document && document->sectionSeen.Get() ? 5714 : 5713)); break;
+    case ABORTED: report("aborted .. "); break;
+    default: report(DxMsg(5705, error)); break;
+    }
+}
+
+void reportSuccess() {
+    DxDisplay(DxMsg(5710));
+    if (DxRegionCount) report(DxMsg(11914, std::to_string(DxRegionCount).c_str()));
+}
+
+class Import {
+public:
+    Import(const UtCString& configName, const UtCString& fileName)
+        : configName_(configName), fileName_(fileName) {}
+    void run();
+
+private:
+    void begin();
+    int openSession();
+    int settleFile();
+    void read();
+    void end();
+
+    void useMatrixVariable();
+    int readSections();
+    void closeDocuments();
+    void showCorrectedFiles() const;
+    void announce(int message) const;
+
+    const UtCString& configName_;
+    const UtCString& fileName_;
+    int outcome_ = 0;
+    int contextId_ = 0;
+    int assemblyFlag_ = 0;
+    Mat44 matrix_{};                        ///< every entity passes through it
+    std::vector<UtCString> correctedFiles_; ///< documents whose recovered twin was read
+};
+
+void Import::run() {
+    begin();
+    outcome_ = guarded([this] { return openSession(); });
+    if (!outcome_) outcome_ = guarded([this] { return settleFile(); });
+    if (!outcome_) read();
+    end();
+}
+
+/// A line on the host's output, for hosts that asked for it.
+void Import::announce(int message) const {
+    if (fileName_.IsEmpty() || !(macroNumber("&DxfVerbose") > 0.5)) return;
+    CiOutput(contextId_).String(UtFormat("%s %s\n", DxMsg(message).c_str(), fileName_.c_str()));
+}
+
+void Import::begin() {
+    assemblyFlag_ = DsAssemblySetMgrUpdateFlag(0);
+    UoPutMacVarD("&DxfStat", 1.0);
+    UoStartInitEpsNew(1.0);
+    DxInoutSaveParams(18);
+    CiContext::Add(&contextId_);
+    CiContext::SetUnit(contextId_, "m");
+    announce(4612);
+    DxProtoOpen(0);
+    Mt44Ident(matrix_);
+    DxUseInsBase = macroNumber("&DxfInsbase") > 0.5 ? 1 : 0;
+}
+
+int Import::openSession() {
+    const int error = guarded([this] { return DxfInit(configName_, 0); });
+    if (error) report(UtFormat("Error in Configurefile %s!", configName_.c_str()));
+    DxfInit2(1);
+    return error;
+}
+
+/// Settles which text DXF is read: the argument, the macro variable or the user's choice, converted if need
+/// be.
+int Import::settleFile() {
+    DxFileName = fileName_;
+    if (DxFileName.IsEmpty()) UoGetMacVarS("$DxfName", &DxFileName);
+    if (DxFileName.IsEmpty())
+        return CiInput(contextId_).SelectFileName(DxMsg(5708, "DXF"), 1, "*.dxf", "dxf", &DxFileName);
+    if (UtPathExt(DxFileName) != "dwg" && !isBinaryDxf(DxFileName)) return 0;
+    DxSourceFileName = DxFileName;
+    DxFileName = UtCString();
+    return DxReadConvertDwg2Dxf(DxSourceFileName, DxFileName);
+}
+
+/// $DxfMatrix: an extrusion direction for the whole import.
+void Import::useMatrixVariable() {
+    UtCString text;
+    RPT3 direction{};
+    if (UoGetMacVarS("$DxfMatrix", &text) || !scanTriple(text.str(), direction)) return;
+    DxProtoMsg(DxMsg(5764, direction.x, direction.y, direction.z), 0);
+    DxArbaxis(direction.x, direction.y, direction.z, matrix_);
+}
+
+int Import::readSections() {
+    int error = DxReadOpen(DxFileName);
+    if (!error) error = DxReadUntil(0, "SECTION");
+    const auto section = [&error](auto read) {
+        if (!error) error = DxIgnoreSections();
+        if (!error) error = read();
+    };
+    section([this] { return DxReadHeaderSection(matrix_); });
+    section([] { return DxReadTableSection(0); });
+    section([] { return DxReadBlockSection(); });
+    section([this] { return DxReadEntitySection(matrix_); });
+    if (!error && DxReadSpace == 2) error = DxFinishPaperSpaces(matrix_);
+    if (!error && DxUseGeoref && DxHasGeoData()) error = DxApplyGeoreference(matrix_);
+    return error;
+}
+
+/// After other errors the documents stay open until the next session begins.
+void Import::closeDocuments() {
+    for (const auto& [name, document] : DxDocuments.byName)
+        if (document->recovered.Get()) correctedFiles_.push_back(document->name.Get());
+    DxReadClose();
+}
+
+void Import::showCorrectedFiles() const {
+    UtCString text = DxMsg(5780) + "\n\n" + DxMsg(5781);
+    for (const UtCString& name : correctedFiles_) text += "\n" + name;
+    GoDoShowInformationEx(4, DxMsg(3185), DxMsg(5782), text);
+}
+
+void Import::read() {
+    useMatrixVariable();
+    const bool showsDraw = macroNumber("&DxfShowDraw") >= 0.5;
+    int pattern = 0;
+    if (!showsDraw) Dxovpat(-1, &pattern);
+    DxProtoName(0);
+    if (DxReadSpace == 2) DxCiViewUpdate();
+
+    outcome_ = guarded([this] { return readSections(); });
+    if (outcome_ == EXCEPTION) DxCiElemDrawPat(); // what was drawn before stays
+    if (outcome_ == 0 || outcome_ == ABORTED) {
+        closeDocuments();
+        DxSetPenLt(DxPen, DxLt);
+    }
+    if (outcome_)
+        reportError(outcome_);
+    else
+        reportSuccess();
+
+    if (DxReadSpace == 2) {
+        DxActSpace = 0;
+        DxPlotCount = DxViewportCount = 1;
+        DxCiSwitchToReadSpace();
+        DxCiViewUpdate();
+    }
+    DxCiAddDxfLayer(nullptr);
+    DxClose();
+    if (!showsDraw) Dxovpat(-2, &pattern);
+    Dxovpat(211, &pattern);
+    if (!outcome_ && !correctedFiles_.empty()) showCorrectedFiles();
+}
+
+void Import::end() {
+    DxProtoClose(0, outcome_);
+    UoPutMacVarD("&DxfStat", outcome_);
+    DxInoutSaveParams(0);
+    announce(4613);
+    clearMacroVariables();
+    if (!outcome_ && !DxSourceFileName.IsEmpty() && DxSourceFileName != DxFileName) UtFileRemove(DxFileName);
+    DxfInit2(0);
+    DsAssemblySetMgrUpdateFlag(assemblyFlag_);
+    DsAssemblyUpdateAct();
+    DxCiZoom2Box();
+    CiContext::Del(contextId_);
+}
+
+} // namespace
+
+void DxReadDXF(const UtCString& configName, const UtCString& fileName) {
+    Import(configName, fileName).run();
+}

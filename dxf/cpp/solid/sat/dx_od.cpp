@@ -1,0 +1,3 @@
+#include "dx_od.h"
+
+void DxOdInit(int /*start*/) {}
