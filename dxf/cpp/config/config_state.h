@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dx_fixed.h"
+#include "dx_mapping_index.h"
 
 /// Order values: which identifying field of a pattern a layer or block name goes into.
 enum DxOrder : int {
@@ -24,14 +25,6 @@ enum DxElementClass : int {
     DX_CLASS_COUNT = 5,
 };
 
-struct DX_COLOR_PAIR {
-    int color; ///< DXF colour
-    int pen;   ///< host pen or fill colour
-};
-struct DX_LT_PAIR {
-    DX_NAME name;
-    int number; ///< host line type
-};
 struct DX_CHAR_PAIR {
     int dxf;
     int host;
@@ -59,9 +52,9 @@ struct DX_FONT_TYPE {
 
 // ---- options, with their keys ----------------------------------------------------------------------
 extern int DxAllLayers;                    ///< ALL_LAYERS: layers that are off are read too
-extern int DxUseInsBase;                   ///< USE_REF, &DxfInsbase
+extern int DxUseInsBase;                   ///< USE_REF; the import driver sets it from &DxfInsbase first
 extern int DxDimMode;                      ///< ASO_DIM: 0 associative, 1 free only, 2 block only
-extern int DxDimBlockSwitch;               ///< ASO_DIM=2: the further switch of the dimension styles
+extern int DxDimStyleCompat;               ///< ASO_DIM=2: the further switch of the dimension styles
 extern int DxWriteAsoDim;                  ///< WRITE_ASO_DIM
 extern int DxFillMode;                     ///< FILLMODE; 2: $FILLMODE of the file decides
 extern int DxPdMode;                       ///< READ_PDMODE
@@ -116,13 +109,14 @@ extern int DxPenToDxf[1024];               ///< by host pen
 extern DxTable<DX_LT_PAIR> DxLtToCad;
 extern DxTable<DX_CHAR_PAIR> DxCharPairs[2]; ///< main file, special file
 extern DxTable<DX_CHAR_TEXT> DxCharTexts[2];
-extern DxTable<DX_FONT_TYPE> DxFonts; ///< #FONT-…
+extern DxTable<DX_FONT_TYPE> DxFonts; ///< #FONT-…, behind the default font that the session start adds
 extern DxTable<DX_ATTR_PAIR> DxAttrMap;
 extern DxTable<DX_LAYER_PAIR> DxLayerMap;
-extern int DxDefaultPen, DxDefaultFill;              ///< -1 until set, then 10
-extern UtCString DxSpecialCadFont, DxSpecialDxfFont; ///< "@" lines of #FONT-…
-extern int DxFinishCode;                             ///< "^" line of #CHAR-CAD-TO-DXF
-extern UtCString DxFinishText;
+extern int DxDefaultPen, DxDefaultFill; ///< -1 until set, then 10
+extern int DxSpecialCadFont;            ///< "@" line of #FONT-DXF-TO-CAD: host font, -1 if none
+extern UtCString DxSpecialDxfFont;      ///< "@" line of #FONT-CAD-TO-DXF: DXF font
+extern int DxFinishCode;                ///< "^" line of #CHAR-CAD-TO-DXF: host code, -1 if none
+extern DX_NAME DxFinishText;            ///< what the text ends with then, bytes of the DXF side
 
 // ---- running values of layer and pen mapping -------------------------------------------------------
 extern DX_NAME DxActLayer;        ///< layer of the current entity
@@ -133,6 +127,15 @@ extern int DxInsertSpace;         ///< space of the outermost INSERT
 extern int DxByLayerColor;        ///< colour of the classification's layer, 0 when unset
 extern DX_NAME DxByLayerLt;       ///< line type of the classification's layer
 extern int DxAttrPen, DxAttrFill; ///< colour attribute of the current pattern, -1 if none
+/// Names of the pattern being exported: group, level, class, name, attribute "layer", attribute "obstat".
+extern UtCString DxPatNames[6];
+extern int DxLastPen, DxLastLt; ///< what DxSetPenLt handed to the host last, -1 before the first time
 
-/// Start values of all of the above.
+// ---- lookups over the mapping tables -----------------------------------------------------------------
+extern DxPairIndex DxPenToCadIndex;  ///< DxPenToCad by colour
+extern DxPairIndex DxFillToCadIndex; ///< DxFillToCad by colour
+extern DxPairIndex DxFillToDxfIndex; ///< DxFillToDxf by host fill
+extern DxLtIndex DxLtToCadIndex;     ///< DxLtToCad by name
+
+/// Start values of all of the above but DxUseInsBase.
 void DxResetConfigState();

@@ -4,6 +4,10 @@
 #include "config_state.h"
 #include "dx_types.h"
 
+#include <string_view>
+
+/// A layer record as the tables start one: no name, no pattern, plotted, line weight by default.
+void DxInitLayer(DX_LAYER_TYPE* layer);
 /// The layer record that rules for `name` in the current document: the outermost document's that knows it.
 /// Null when there is none. Valid until a layer is added.
 DX_LAYER_TYPE* DxFindLayer(std::string_view name);
@@ -11,8 +15,10 @@ DX_LAYER_TYPE* DxFindLayer(std::string_view name);
 /// `layerLineType` receives at most 160 bytes.
 int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* layerLineType,
                   DX_LAYER_TYPE** record);
-int DxAddLayer(std::string_view name);           ///< Export: appends a layer unless it exists.
-int DxNewLayer(int kind, const UtCString& name); ///< Export: sets DxActLayer. 0.
+/// Export: appends a layer unless it exists. 0, or the host's allocation error.
+int DxAddLayer(std::string_view name);
+/// Export: sets DxActLayer to the pattern name of order value `kind`, or to `name` for DX_ORDER_FIXED. 0.
+int DxNewLayer(int kind, const UtCString& name);
 /// Import: a layer that an entity names and no table has; with its pattern.
 int DxPenltAddLayer(std::string_view name, int colour, std::string_view lineType, DX_LAYER_TYPE** record);
 /// Translates through DxLayerMap: toHost 0 host name to DXF name, else DXF name to host name.

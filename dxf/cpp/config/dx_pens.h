@@ -13,8 +13,10 @@ void DxPenLtToDXF(int pen, int lineType, int* colour, DX_NAME* lineTypeName, int
 void DxFillToDXF(int fill, int* colour);
 int DxSetPenLt(int pen, int lineType);   ///< The host's current pen and line type; -1 leaves one.
 int DxSetFillPen(int pattern, int fill); ///< The fill of the hatches to come.
-void DxInitLinetypes(std::string_view name, std::string_view alias, int index);
 bool DxShouldWriteColor(int colour, int onLayerZero);
 
-int DxBuiltInPen(int colour); ///< Pen of DXF colour 0 … 255.
-int DxBuiltInColor(int pen);  ///< DXF colour 1 … 255 of pen 0 … 1023.
+/// DXF colour of an entity with ByBlock and ByLayer resolved.
+int DxResolveColor(const DX_ENTITY_BASE_TYPE& entity, int layerColour);
+/// The host's value for a colour by the list's first match. An unknown colour is appended with `fallback`,
+/// and reported by `message` (its number), so that it is told once.
+int DxColorToCAD(DxTable<DX_COLOR_PAIR>& pairs, DxPairIndex& index, int colour, int fallback, int message);

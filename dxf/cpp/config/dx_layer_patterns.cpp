@@ -1,0 +1,97 @@
+#include "dx_layer_patterns.h"
+
+#include "../host/dx_host.h"
+#include "../session/dx_documents.h"
+#include "../session/dx_encoding.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "dx_layers.h"
+#include "ov.h"
+#include "uo.h"
+
+namespace {
+
+/// The identifying strings of a pattern and its group number.
+struct PatternNames {
+    UtCString level, cls, group, name;
+    int groupNumber = 0;
+};
+
+void readCurrentNames(PatternNames& names) {
+    int code = 5;
+    ovpatinfo(&code, &DxActPat, &names.level, &names.cls, &names.group, &names.name);
+    code = 20;
+    ovgroup(&code, &DxActPat, &names.groupNumber);
+}
+
+void setLayerAttribute(const DX_LAYER_TYPE& layer, const UtCString& name) {
+    DxCiAddDxfLayer(&layer);
+    if (UoSetSingleAttr(DxActPat, "layer", name)) DxProtoMsg(DxMsg(5736), 1);
+}
+
+void setNameByOrder(PatternNames& names, const UtCString& name) {
+    switch (DxLayerOrder) {
+    case DX_ORDER_GROUP: names.group = name; break;
+    case DX_ORDER_LEVEL: names.level = name; break;
+    case DX_ORDER_CLASS: names.cls = name; break;
+    case DX_ORDER_NAME: names.name = name; break;
+    default: break;
+    }
+}
+
+void nameLayerPattern(const DX_LAYER_TYPE& layer, bool keepNames) {
+    PatternNames names;
+    if (keepNames) readCurrentNames(names);
+    DX_NAME hostName = layer.name;
+    DxTableConvLayer(1, &hostName);
+    const UtCString name = DxHostText(hostName.view());
+    if (DxLayerOrder == DX_ORDER_ATTR) {
+        setLayerAttribute(layer, name);
+    } else {
+        setNameByOrder(names, name);
+        int code = 21;
+        ovpatinfo(&code, &DxActPat, &names.level, &names.cls, &names.group, &names.name);
+    }
+    if (keepNames) {
+        int code = 6;
+        ovgroup(&code, &DxActPat, &names.groupNumber);
+    }
+    if (DxUseByLayer) {
+        UoSetSingleAttrInt(DxActPat, "bylayercol", layer.color);
+        UoSetSingleAttr(DxActPat, "bylayerlt", DxHostText(layer.lineType.view()));
+    }
+}
+
+bool keepsCurrentNames() {
+    double value = 0;
+    return UoGetMacVarD("&DxfUseActOrder", &value) == 0 && value != 0;
+}
+
+int createPattern(DX_LAYER_TYPE& layer, bool keepNames) {
+    if (const int error = DxNewPat(0)) return error;
+    layer.patIndex = DxActPatIndex;
+    nameLayerPattern(layer, keepNames);
+    return 0;
+}
+
+void finishLayers() {
+    if (DxLayerOrder == DX_ORDER_ATTR) DxCiAddDxfLayer(nullptr);
+}
+
+} // namespace
+
+int DxCreatePatterns(int first) {
+    const bool keepNames = keepsCurrentNames();
+    DxTable<DX_LAYER_TYPE>& layers = DxDocuments.currentTables().layers;
+    int error = 0;
+    for (std::size_t i = first < 0 ? 0 : static_cast<std::size_t>(first); i < layers.size() && !error; ++i)
+        error = createPattern(layers[i], keepNames);
+    finishLayers();
+    return error;
+}
+
+int DxCreateLayerPattern(DX_LAYER_TYPE& layer) {
+    const int error = createPattern(layer, keepsCurrentNames());
+    finishLayers();
+    return error;
+}

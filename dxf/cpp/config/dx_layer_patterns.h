@@ -1,0 +1,10 @@
+// Patterns of the host for the layers of a drawing.
+#pragma once
+
+#include "dx_types.h"
+
+/// Makes a pattern for each layer of the current document from index `first` on; the layer's name goes into
+/// the identifying field that DxLayerOrder says. 0, or the first error.
+int DxCreatePatterns(int first);
+/// The same for one layer.
+int DxCreateLayerPattern(DX_LAYER_TYPE& layer);

@@ -1,0 +1,115 @@
+#include "dx_layers.h"
+
+#include "../import/import_state.h"
+#include "../session/dx_documents.h"
+#include "../session/dx_encoding.h"
+#include "../session/session_state.h"
+#include "ds.h"
+#include "dx_layer_patterns.h"
+#include "dx_linetypes.h"
+#include "dx_names.h"
+
+#include <climits>
+#include <string>
+
+void DxInitLayer(DX_LAYER_TYPE* layer) {
+    *layer = DX_LAYER_TYPE{};
+    layer->patIndex = -1;
+    layer->plot = 1;
+    layer->lineWeight = -3;
+}
+
+static DX_LAYER_TYPE* findIn(DxTables& tables, std::string_view name) {
+    const int index = tables.findLayer(name);
+    return index < 0 ? nullptr : &tables.layers[static_cast<std::size_t>(index)];
+}
+
+DX_LAYER_TYPE* DxFindLayer(std::string_view name) {
+    if (name.empty()) return nullptr;
+    DX_LAYER_TYPE* layer = findIn(DxDocuments.currentTables(), name);
+    const DxfDocument* document = DxDocuments.current_;
+    if (!document || !document->parent.Get()) return layer;
+    // The main file knows the layers of an external reference under "prefix|name".
+    std::string outer(name);
+    if (name != "0" && !document->prefix.IsEmpty()) outer = document->prefix.str() + "|" + outer;
+    for (DxfDocument* parent = document->parent.Get(); parent; parent = parent->parent.Get())
+        if (DX_LAYER_TYPE* found = findIn(parent->tables, outer)) layer = found;
+    return layer;
+}
+
+static bool isInActiveSpace(const DX_ENTITY_BASE_TYPE& entity) {
+    return (DxBlockLevel > 0 ? DxInsertSpace : entity.paperSpace) == DxActSpace;
+}
+
+int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* layerLineType,
+                  DX_LAYER_TYPE** record) {
+    const std::string_view name = entity->layer.empty() ? std::string_view("0") : entity->layer.view();
+    if (DxBlockLevel > 0 && name == "0") {
+        DxActLayer = DxInsertLayer;
+    } else {
+        DxActLayer.assign(name);
+    }
+    DX_LAYER_TYPE* layer = DxFindLayer(DxActLayer.view());
+    int colour = 7;
+    if (layer) {
+        colour = layer->color;
+        DxActLt.assign(layer->lineType.view());
+        if (layer->flags & 16) DxActLayer.assign(layer->name.view());
+    } else {
+        DxActLt.assign(DxFirstLinetype());
+    }
+    if (DxAllLayers && colour < 0) colour = colour == INT_MIN ? INT_MAX : -colour;
+    DxActColor = colour;
+    *layerColour = colour;
+    layerLineType->assign(DxActLt.view());
+    *record = layer;
+    return isInActiveSpace(*entity) && colour >= 1 && entity->invisible == 0;
+}
+
+static int appendLayer(std::string_view name, int colour, std::string_view lineType) {
+    DX_LAYER_TYPE layer;
+    DxInitLayer(&layer);
+    layer.name.assign(name);
+    layer.color = colour;
+    layer.lineType.assign(lineType);
+    return DxDocuments.currentTables().layers.add(layer);
+}
+
+int DxAddLayer(std::string_view name) {
+    if (DxFindLayer(name)) return 0;
+    const bool byLayer = DxUseByLayer != 0;
+    const int colour = byLayer && DxByLayerColor ? DxByLayerColor : 7;
+    return appendLayer(name, colour,
+                       byLayer && !DxByLayerLt.empty() ? DxByLayerLt.view() : DxFirstLinetype());
+}
+
+int DxNewLayer(int kind, const UtCString& name) {
+    const bool fromPattern = kind >= DX_ORDER_GROUP && kind <= DX_ORDER_ATTR;
+    DX_NAME layer;
+    layer.assign((fromPattern ? DxPatNames[kind] : name).Ansi(DxCodePage));
+    if (fromPattern) DxTableConvLayer(0, &layer);
+    DxCheckName(&layer);
+    DxActLayer = layer;
+    return 0;
+}
+
+int DxPenltAddLayer(std::string_view name, int colour, std::string_view lineType, DX_LAYER_TYPE** record) {
+    if (const int error = appendLayer(name, colour, lineType)) return error;
+    DX_LAYER_TYPE& layer = DxDocuments.currentTables().layers.back();
+    *record = &layer;
+    return DxCreateLayerPattern(layer);
+}
+
+void DxTableConvLayer(int toHost, DX_NAME* name) {
+    for (const DX_LAYER_PAIR& pair : DxLayerMap) {
+        if ((toHost ? pair.dxf.view() : pair.host.view()) != name->view()) continue;
+        name->assign(toHost ? pair.host.view() : pair.dxf.view());
+        return;
+    }
+}
+
+int DxCiAddDxfLayer(const DX_LAYER_TYPE* layer) {
+    if (!layer) return CcmLayerMgrApi::UpdateOnLoad(1);
+    return DsLayerApi::AddDXFLayer(DxHostText(layer->name.view()), layer->color >= 0,
+                                   (layer->flags & 4) != 0);
+}

@@ -1,0 +1,160 @@
+#include "dx_pens.h"
+
+#include "../host/dx_host.h"
+#include "../import/import_state.h"
+#include "../session/dx_documents.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "../session/session_state.h"
+#include "dx_colors.h"
+#include "dx_layer_patterns.h"
+#include "dx_layers.h"
+#include "dx_linetypes.h"
+#include "ov.h"
+
+#include <algorithm>
+
+namespace {
+
+/// The colour that the INSERTs around an entity give it, from the innermost outwards.
+int findBlockColor() {
+    const int top = std::min(DxBlockLevel, static_cast<int>(DxInsertStack.size()) - 1);
+    for (int level = top; level >= 0; --level)
+        if (const int colour = DxInsertStack[static_cast<std::size_t>(level)].color) return colour;
+    return top < 0 ? 7 : DxInsertStack[0].color;
+}
+
+bool collectsContour() {
+    return DxPolyFillActive || DxHatchActive;
+}
+
+/// Makes the pattern of a layer the active one.
+void enterLayerPattern(DX_LAYER_TYPE& layer) {
+    if (layer.patIndex < 0 || static_cast<std::size_t>(layer.patIndex) >= DxPatTable.size()) {
+        if (DxCreateLayerPattern(layer)) return;
+    }
+    DxActPatIndex = layer.patIndex;
+    int number = DxPatTable[static_cast<std::size_t>(DxActPatIndex)].number;
+    if (number == DxActPat) return;
+    DxActPat = number;
+    Dxovpat(23, &number);
+}
+
+/// Layer and pattern of an entity that will be drawn.
+void settlePattern(DX_LAYER_TYPE* layer, int layerColour, std::string_view layerLineType) {
+    if (!DxLayerToPattern) return;
+    if (!layer && DxPenltAddLayer(DxActLayer.view(), layerColour, layerLineType, &layer)) return;
+    if (collectsContour() || (DxBlockLevel > 0 && DxBlockToPattern)) return;
+    enterLayerPattern(*layer);
+}
+
+/// The host's setting of the pattern's state for one kind of content. 0 when there is one.
+int askStateSetting(int kind, int* pen, int* lineType) {
+    const UtCString& state = DxPatNames[5];
+    switch (kind) {
+    case 0: return DxCiGetStatePenLt(state, pen, lineType);
+    case 1: return DxCiGetStateText(state, pen);
+    case 2: return DxCiGetStateHatch(state, pen);
+    case 6: return DxCiGetState3D(state, pen);
+    default: return 1;
+    }
+}
+
+bool isPen(int pen) {
+    return pen >= 0 && pen < DX_PEN_COUNT;
+}
+
+int toDxfColor(int pen) {
+    if (isPen(pen)) return DxPenToDxf[pen];
+    return pen == DX_COLOR_BY_LAYER || pen == DX_COLOR_BY_BLOCK ? pen : 7;
+}
+
+std::string_view findLinetypeName(int number) {
+    const auto& lineTypes = DxDocuments.currentTables().lineTypes;
+    if (number >= 1 && number <= 62) {
+        for (const DX_LTYPE_TYPE& row : lineTypes)
+            if (row.number == number) return row.name.view();
+    }
+    return DxFirstLinetype();
+}
+
+} // namespace
+
+int DxResolveColor(const DX_ENTITY_BASE_TYPE& entity, int layerColour) {
+    int colour = entity.color;
+    if (colour == 0) colour = findBlockColor();
+    if (colour >= 0 && colour != 256) return colour;
+    const bool onLayerZero = entity.layer.empty() || entity.layer.view() == "0";
+    return DxBlockLevel > 0 && onLayerZero ? DxActColor : layerColour;
+}
+
+int DxColorToCAD(DxTable<DX_COLOR_PAIR>& pairs, DxPairIndex& index, int colour, int fallback, int message) {
+    if (const DX_COLOR_PAIR* pair = index.find(pairs, colour)) return pair->pen;
+    if (pairs.add({colour, fallback}) == 0) DxProtoMsg(DxMsg(message, colour, fallback), 1);
+    return fallback;
+}
+
+int DxPenLtToCAD(const DX_ENTITY_BASE_TYPE* entity, int* pen, int* lineType) {
+    int layerColour = 7;
+    DX_NAME layerLineType;
+    DX_LAYER_TYPE* layer = nullptr;
+    const int drawn = DxSetActLayer(entity, &layerColour, &layerLineType, &layer);
+    if (!drawn || DxCheckPass) {
+        *pen = 1;
+        *lineType = 1;
+        return drawn;
+    }
+    settlePattern(layer, layerColour, layerLineType.view());
+    *pen =
+        DxColorToCAD(DxPenToCad, DxPenToCadIndex, DxResolveColor(*entity, layerColour), DxDefaultPen, 5721);
+    *lineType = DxResolveLinetype(*entity, layerLineType.view());
+    return drawn;
+}
+
+int DxFillPenToCAD(const DX_ENTITY_BASE_TYPE* entity, int* fillPen) {
+    int layerColour = 7;
+    DX_NAME layerLineType;
+    DX_LAYER_TYPE* layer = nullptr;
+    const int drawn = DxSetActLayer(entity, &layerColour, &layerLineType, &layer);
+    if (!drawn || DxCheckPass) return drawn;
+    settlePattern(layer, layerColour, layerLineType.view());
+    *fillPen = DxColorToCAD(DxFillToCad, DxFillToCadIndex, DxResolveColor(*entity, layerColour),
+                            DxDefaultFill, 5730);
+    return drawn;
+}
+
+void DxPenLtToDXF(int pen, int lineType, int* colour, DX_NAME* lineTypeName, int kind) {
+    int result = toDxfColor(pen);
+    if (isPen(pen)) {
+        int statePen = -1;
+        int stateLineType = lineType;
+        if (askStateSetting(kind, &statePen, &stateLineType) == 0) {
+            if (result != -1) result = toDxfColor(statePen);
+            if (kind == 0) lineType = stateLineType;
+        } else if (result != -1 && DxAttrPen != -1) {
+            result = toDxfColor(DxAttrPen);
+        }
+    }
+    if (DxByLayerColor && result >= 0) result = DX_COLOR_BY_LAYER;
+    *colour = result;
+    lineTypeName->assign(DxByLayerLt.empty() ? findLinetypeName(lineType) : std::string_view());
+}
+
+bool DxShouldWriteColor(int colour, int onLayerZero) {
+    if (colour == DX_COLOR_BY_LAYER) return onLayerZero > 0;
+    return colour >= 0 || colour == DX_COLOR_BY_BLOCK;
+}
+
+int DxSetPenLt(int pen, int lineType) {
+    const int newPen = pen == -1 ? DxLastPen : pen;
+    const int newLineType = lineType == -1 ? DxLastLt : lineType;
+    if (newPen == DxLastPen && newLineType == DxLastLt) return 0;
+    DxLastPen = newPen;
+    DxLastLt = newLineType;
+    int code = 6;
+    int hostPen = newPen;
+    int hostLineType = newLineType;
+    const int error = ovpenlt(&code, &hostPen, &hostLineType);
+    DxCiElemSetPenLt(newPen, newLineType);
+    return error;
+}
