@@ -20,3 +20,7 @@ int DxDrawView(const DX_VIEW_TYPE& /*view*/, const Mat44 /*m*/) {
 int DxFinishPaperSpaces(const Mat44 /*m*/) {
     return 0;
 }
+
+int DxFinishModelSpace(const Mat44 /*m*/) {
+    return 0;
+}

@@ -12,3 +12,6 @@ int DxDrawView(const DX_VIEW_TYPE& view, const Mat44 m);
 /// Draws the paper spaces behind the first, which stand in blocks. They aren't drawn yet. 0 or an error
 /// number.
 int DxFinishPaperSpaces(const Mat44 m);
+/// Draws the viewports of the layouts, behind a pass over model space. They aren't drawn yet. 0 or an error
+/// number.
+int DxFinishModelSpace(const Mat44 m);

@@ -2,7 +2,18 @@
 #pragma once
 
 #include "dx_fixed.h"
+#include "dx_report.h"
 #include "rpt.h"
+
+#include <cstddef>
+#include <cstdint>
+
+struct _ObObject; // NOLINT: the host's name
+struct DxEntityKind;
+
+/// Extents that aren't known have all of min at the first and all of max at the second value.
+inline constexpr double DX_UNKNOWN_MIN = 2147483647.0;
+inline constexpr double DX_UNKNOWN_MAX = -2147483648.0;
 
 /// One level of INSERT expansion; entry 0 is the section itself.
 struct DX_INSERT_LEVEL {
@@ -20,5 +31,19 @@ extern double DxBlockScaleX, DxBlockScaleY, DxBlockScaleZ; ///< product of the I
 extern double DxBlockRotation;                             ///< sum of the INSERT rotations, degrees
 extern int DxPlotCount, DxViewportCount;                   ///< running numbers of layouts and viewports
 extern int DxPolylineOpen;                                 ///< 1 while a polyline's vertices are drawn
+extern int DxAbortCount;                      ///< entities since the host was last asked whether to stop
+extern int DxEntityDrawn;                     ///< set by DxStartDrawing, cleared ahead of each counted entity
+extern DxTable<_ObObject*> DxImportedObjects; ///< patterns that the import made, for the host's memory
 
+// ---- entity kinds, set once by DxSetEntityKinds ------------------------------------------------------
+extern const DxEntityKind* DxKinds;   ///< sorted by name
+extern std::size_t DxKindCount;       ///< at most 255
+extern std::uint8_t DxKindSlots[256]; ///< hash of a name → index + 1, 0 empty; collisions go to the next
+extern DxTable<DxEntityCount> DxKindTally; ///< counts of the kinds, by index
+
+// ---- report ------------------------------------------------------------------------------------------
+extern int DxCountEntities;     ///< 1 in the first drawing pass of a file: entities met are counted
+extern DxImportReport DxReport; ///< without the kinds of DxKinds, which DxKindTally counts
+
+/// Start values of all of the above but the kinds.
 void DxResetImportState();

@@ -1,0 +1,200 @@
+#include "dx_entity_section.h"
+
+#include "../config/config_state.h"
+#include "../host/dx_host.h"
+#include "../sections/dx_create_patterns.h"
+#include "../sections/dx_header_import.h"
+#include "../sections/dx_objects_import.h"
+#include "../sections/dx_section.h"
+#include "../sections/sections_state.h"
+#include "../session/dx_documents.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "../session/dx_scale.h"
+#include "../session/session_state.h"
+#include "../solid/dx_acds_import.h"
+#include "ds.h"
+#include "dx_extents.h"
+#include "dx_kinds.h"
+#include "dx_spaces.h"
+#include "mt.h"
+#include "ov.h"
+#include "uo.h"
+
+namespace {
+
+constexpr int stoppedByUser = 9009;
+constexpr int endOfFile = 9003;
+enum Space { MODEL_SPACE = 0, PAPER_SPACE = 1, BOTH_SPACES = 2 };
+
+void startCounters(Space space) {
+    DxActSpace = space;
+    DxPlotCount = DxViewportCount = 1;
+}
+
+bool isLoadedInto() {
+    UtCString value;
+    return UoGetMacVarS("$DxfLoadInto", &value) == 0 && value == "True";
+}
+
+/// The section itself as the outermost block: white, in the first line type of the document.
+int startInsertStack() {
+    const auto& lineTypes = DxDocuments.currentTables().lineTypes;
+    if (DxInsertStack.empty()) {
+        if (const int error = DxInsertStack.add({})) return error;
+    }
+    DX_INSERT_LEVEL& base = DxInsertStack[0];
+    base = {};
+    base.color = 7;
+    if (!lineTypes.empty()) base.lineType = lineTypes[0].name;
+    return 0;
+}
+
+int drawViews(const Mat44 m) {
+    for (DX_VIEW_TYPE& view : DxDocuments.currentTables().views) {
+        if (const int error = DxDrawView(view, m)) return error;
+    }
+    return 0;
+}
+
+/// What stands behind the entities of a space: views, and the viewports of the layouts.
+int finishSpace(Space space, const Mat44 m) {
+    if (const int error = drawViews(m)) return error;
+    return space == MODEL_SPACE && DxReadSpace == BOTH_SPACES ? DxFinishModelSpace(m) : 0;
+}
+
+/// Runs through the entities once.
+int walkSection(int message, bool measuring, const Mat44 m) {
+    DxCheckPass = measuring ? 1 : 0;
+    DxBlockLevel = 0;
+    DxDisplay(DxMsg(message));
+    DxResetPercent();
+    return DxDrawCAD("ENDSEC", m);
+}
+
+int measure(Space space, const Mat44 m) {
+    DxCheckPass = 1;
+    DxBlockLevel = 0;
+    if (!DxIsExtentsUnInizialized()) return 0;
+    int error = walkSection(5858, true, m);
+    if (!error) error = finishSpace(space, m);
+    startCounters(space);
+    return error;
+}
+
+/// Goes on to a section behind the entities; a file that ends there is complete.
+int readSectionBehind(int (*read)()) {
+    int error = DxReadUntil(0, "SECTION");
+    if (!error) error = DxIgnoreSections();
+    if (!error) error = read();
+    return error == endOfFile ? 0 : error;
+}
+
+int readSectionsBehind() {
+    constexpr int firstVersionWithAcds = 1027;
+    const DxfDocument& document = DxDocuments.requireCurrent();
+    if (!document.objectsRead.Get()) {
+        if (const int error = readSectionBehind(DxReadObjectsSection)) return error;
+    }
+    if (DxFileVersion < firstVersionWithAcds || DxModus != 3 || document.acdsRead.Get()) return 0;
+    return readSectionBehind(DxReadAcdsSection);
+}
+
+/// Ends a drawing pass, whatever its outcome was. Gives that outcome, or the first error of the ending.
+int endPass(int error) {
+    const int flushed = DxElemQueuePat < 0 ? 0 : DxCiElemDrawPat();
+    if (!error) error = flushed;
+    if (DxModus == 3) DxSyncAll3dPat();
+    if (error && error != stoppedByUser) return error;
+    const int cleared = DxClearPatterns();
+    return error ? error : cleared;
+}
+
+int drawPass(Space space, const Mat44 m, DX_SAVE& start) {
+    int error = DxfSetScale(isLoadedInto() ? 0 : 1);
+    if (error) return error;
+    if ((error = DxRestoreActPos(&start))) return error;
+    error = walkSection(5712, false, m);
+    DxCountEntities = 0;
+    if (!error) error = readSectionsBehind();
+    if (!error) error = finishSpace(space, m);
+    return endPass(error);
+}
+
+/// The base matrix of a space. A paper space has its own user coordinate system.
+void baseMatrix(Space space, const Mat44 model, Mat44 m) {
+    if (space == PAPER_SPACE && DxUseUcs) {
+        DxHeaderUcsToMat(DxHdrPaperUcsOrg, DxHdrPaperUcsXDir, DxHdrPaperUcsYDir, m);
+    } else {
+        Mt44Copy(model, m);
+    }
+}
+
+/// Measures and draws one space, from the section's first entity on.
+int readSpace(Space space, const Mat44 model, DX_SAVE& start) {
+    startCounters(space);
+    if (const int error = DxSetExtMinMaxIns(nullptr)) return error;
+    if (DxReadSpace == BOTH_SPACES) {
+        if (const int error = DxCiSwitchToReadSpace()) return error;
+    }
+    if (const int error = DxLayerToPattern ? DxCreatePatterns(0) : DxNewPat(0)) return error;
+    Mat44 m;
+    baseMatrix(space, model, m);
+    if (const int error = measure(space, m)) {
+        if (error == stoppedByUser) DxClearPatterns();
+        return error;
+    }
+    return drawPass(space, m, start);
+}
+
+} // namespace
+
+int DxReadEntitySection(const Mat44 m) {
+    DxRegisterKinds();
+    if (const int error = startInsertStack()) return error;
+    if (DxReadSpace == BOTH_SPACES) DxViews = 1;
+    bool found = false;
+    if (const int error = DxEnterSection("ENTITIES", found, "ENTITY"); error || !found) return error;
+    DX_SAVE start;
+    DxSaveActPos(&start);
+    DxCountEntities = 1;
+    if (DxReadSpace == MODEL_SPACE || DxReadSpace == BOTH_SPACES) {
+        if (const int error = readSpace(MODEL_SPACE, m, start)) return error;
+    }
+    if (DxReadSpace == PAPER_SPACE || DxReadSpace == BOTH_SPACES) {
+        if (DxReadSpace == BOTH_SPACES) {
+            if (const int error = DxRestoreActPos(&start)) return error;
+        }
+        return readSpace(PAPER_SPACE, m, start);
+    }
+    return 0;
+}
+
+int DxClearPatterns() {
+    // Point clouds, solids, dimension chains and images, which wait for sections behind the entities, go here
+    // in this order, ahead of the patterns: what they draw must count.
+    int error = 0;
+    for (std::size_t i = 0; !error && i < DxPatTable.size(); ++i) {
+        int number = DxPatTable[i].number;
+        error = DxPatTable[i].elements ? DxImportedObjects.add(DsObListGetOb(number)) : Dxovpat(17, &number);
+    }
+    DxPatTable.free();
+    DxActPatIndex = -1;
+    return error;
+}
+
+void DxSyncAll3dPat() {
+    int code = 5;
+    double saved = 0;
+    ov3dgenepsi(&code, &saved);
+    code = 6;
+    double wide = DxScale * 1000;
+    ov3dgenepsi(&code, &wide);
+    for (const DX_PAT_ENTRY& pattern : DxPatTable) {
+        if (!pattern.elements || !pattern.faces3d) continue;
+        int joinFaces = 205, number = pattern.number;
+        ov3dgenflaeche(&joinFaces, &number);
+    }
+    code = 6;
+    ov3dgenepsi(&code, &saved);
+}

@@ -1,0 +1,90 @@
+#include "dx_entity_walk.h"
+
+#include "../session/dx_reader.h"
+#include "import_state.h"
+#include "uo.h"
+
+namespace {
+
+constexpr int entitiesBetweenAbortQuestions = 100;
+constexpr std::size_t unknownNamesKept = 1000;
+
+std::uint8_t hashOf(std::string_view name) {
+    std::uint32_t hash = 2166136261u;
+    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+    return static_cast<std::uint8_t>(hash ^ (hash >> 8) ^ (hash >> 16));
+}
+
+/// Where an entity of the section is counted; null inside blocks and while measuring.
+DxEntityCount* tallyOf(const DxEntityKind* kind, std::string_view name) {
+    if (DxCheckPass || DxBlockLevel > 0) return nullptr;
+    if (kind) return &DxKindTally[static_cast<std::size_t>(kind - DxKinds)];
+    auto& others = DxReport.entities;
+    if (const auto known = others.find(name); known != others.end()) return &known->second;
+    return &others[others.size() < unknownNamesKept ? std::string(name) : std::string("…")];
+}
+
+/// Runs a kind and notes what became of the entity.
+int drawEntity(const DxEntityKind& kind, const DxEntityContext& context, DxEntityCount* tally) {
+    DxEntityDrawn = 0;
+    const int error = kind.run(context);
+    if (tally && DxEntityDrawn) ++tally->drawn;
+    return error;
+}
+
+bool userStops() {
+    if (++DxAbortCount < entitiesBetweenAbortQuestions) return false;
+    DxAbortCount = 0;
+    return UoCheckAbort(16) != 0;
+}
+
+/// One entity, with the reader behind its group 0. What isn't read here is passed over by the walk.
+int handleEntity(std::string_view name, const DxEntityContext& context) {
+    const DxEntityKind* kind = DxFindEntityKind(name);
+    DxEntityCount* tally = tallyOf(kind, name);
+    if (tally && DxCountEntities) ++tally->read;
+    if (!kind) return 0;
+    if (kind->run) {
+        if (const int error = drawEntity(*kind, context, tally)) return error;
+    } else if (name == "REGION" && DxModus == 2 && !DxCheckPass) {
+        ++DxRegionCount;
+    }
+    return userStops() ? 9009 : 0;
+}
+
+} // namespace
+
+void DxSetEntityKinds(std::span<const DxEntityKind> kinds) {
+    DxKinds = kinds.data();
+    DxKindCount = kinds.size();
+    for (std::uint8_t& slot : DxKindSlots) slot = 0;
+    DxKindTally.clear();
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        std::uint8_t slot = hashOf(kinds[i].name);
+        while (DxKindSlots[slot]) ++slot;
+        DxKindSlots[slot] = static_cast<std::uint8_t>(i + 1);
+        DxKindTally.add({});
+    }
+}
+
+const DxEntityKind* DxFindEntityKind(std::string_view name) {
+    for (std::uint8_t slot = hashOf(name); DxKindSlots[slot]; ++slot) {
+        const DxEntityKind& kind = DxKinds[DxKindSlots[slot] - 1];
+        if (kind.name == name) return &kind;
+    }
+    return nullptr;
+}
+
+int DxDrawCAD(const char* end, const Mat44 m) {
+    DxEntityContext context{m, -1};
+    UoGetMacVarI("&DxfSplineApprox", &context.approx);
+    const std::string_view endName(end);
+    const bool showPercent = DxShowsPercent();
+    DxPair pair;
+    for (;;) {
+        if (const int error = DxReadPair(pair, 161, showPercent)) return error;
+        if (pair.code != 0) continue;
+        if (pair.text == endName) return 0;
+        if (const int error = handleEntity(pair.text, context)) return error;
+    }
+}

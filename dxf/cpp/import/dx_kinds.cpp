@@ -1,0 +1,47 @@
+#include "dx_kinds.h"
+
+#include "dx_linework_import.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+// clang-format off
+constexpr DxEntityKind kinds[] = {
+    //            name                  read                     draw                       3D stage
+    dxKind(       "3DLINE",             dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
+    dxSkippedKind("3DSOLID"),
+    dxSkippedKind("ACAD_PROXY_ENTITY"),
+    dxKind(       "ARC",                dxStage<DxReadArc>,      dxStage<DxDrawArc>,        dxNoStage),
+    dxSkippedKind("BODY"),
+    dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxNoStage),
+    dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
+    dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
+    dxSkippedKind("MLINE"),
+    dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxNoStage),
+    dxSkippedKind("REGION"),
+    dxKind(       "SOLID",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
+    dxSkippedKind("SURFACE"),
+    dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
+};
+// clang-format on
+
+constexpr bool isSortedAndUnique() {
+    for (std::size_t i = 1; i < std::size(kinds); ++i) {
+        if (kinds[i - 1].name >= kinds[i].name) return false;
+    }
+    return true;
+}
+static_assert(isSortedAndUnique(), "the table of kinds is sorted by name, each name once");
+static_assert(std::size(kinds) < 256, "the walk's index holds one byte a kind");
+
+} // namespace
+
+std::span<const DxEntityKind> DxEntityKinds() {
+    return kinds;
+}
+
+void DxRegisterKinds() {
+    DxSetEntityKinds(kinds);
+}

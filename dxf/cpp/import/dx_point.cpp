@@ -1,0 +1,44 @@
+// POINT.
+#include "../config/dx_pens.h"
+#include "../host/dx_host.h"
+#include "../session/session_state.h"
+#include "dx_entity_base.h"
+#include "dx_extents.h"
+#include "dx_linework_import.h"
+#include "dx_transform.h"
+
+namespace {
+
+using R = DX_POINT_TYPE;
+constexpr auto fields = dxFields<R>({{10, &R::point}, {39, &R::thickness}});
+
+} // namespace
+
+int DxReadPoint(DX_POINT_TYPE* rec) {
+    DxInitEntityBase(&rec->base);
+    rec->thickness = 0;
+    rec->point = {0, 0, 0};
+    DxElevation elevation;
+    if (const int error = DxReadEntity(*rec, fields, elevation)) return error;
+    rec->point.z += elevation.value;
+    return 0;
+}
+
+int DxDrawPoint(DX_POINT_TYPE* rec, const Mat44 m) {
+    constexpr int dropsPoints = 1;
+    if (DxModus == 3) return 0;
+    int pen = 0, lineType = 0;
+    if (!DxPenLtToCAD(&rec->base, &pen, &lineType) || DxPdMode == dropsPoints) return 0;
+    RPT3 p = rec->point;
+    DxTrans3DRpt(&p, m);
+    if (!DxIsFinite(p)) return 0;
+    if (DxCheckPass) {
+        DxCheckXYZ(p.x, p.y, p.z);
+        return 0;
+    }
+    if (const int error = DxStartDrawing(pen, lineType)) return error;
+    if (const int error = Dxovdraw(2, p.x, p.y)) return error;
+    if (const int error = Dxovdraw(1, p.x, p.y)) return error;
+    DxLastPoint = p;
+    return 0;
+}

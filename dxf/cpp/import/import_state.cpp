@@ -1,0 +1,38 @@
+#include "import_state.h"
+
+RPT3 DxExtMin{DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
+RPT3 DxExtMax{DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
+RPT3 DxInsBase{};
+RPT3 DxLastPoint{};
+int DxBlockLevel = 0;
+DxTable<DX_INSERT_LEVEL> DxInsertStack;
+double DxBlockScaleX = 1, DxBlockScaleY = 1, DxBlockScaleZ = 1;
+double DxBlockRotation = 0;
+int DxPlotCount = 1, DxViewportCount = 1;
+int DxPolylineOpen = 0;
+int DxAbortCount = 0;
+int DxEntityDrawn = 0;
+DxTable<_ObObject*> DxImportedObjects;
+
+const DxEntityKind* DxKinds = nullptr;
+std::size_t DxKindCount = 0;
+std::uint8_t DxKindSlots[256] = {};
+DxTable<DxEntityCount> DxKindTally;
+
+int DxCountEntities = 0;
+DxImportReport DxReport;
+
+void DxResetImportState() {
+    DxExtMin = {DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
+    DxExtMax = {DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
+    DxInsBase = DxLastPoint = {0, 0, 0};
+    DxBlockLevel = 0;
+    DxBlockScaleX = DxBlockScaleY = DxBlockScaleZ = 1;
+    DxBlockRotation = 0;
+    DxPlotCount = DxViewportCount = 1;
+    DxPolylineOpen = 0;
+    DxAbortCount = 0;
+    DxEntityDrawn = 0;
+    DxImportedObjects.free();
+    DxResetImportReport();
+}

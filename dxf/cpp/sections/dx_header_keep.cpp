@@ -1,0 +1,5 @@
+#include "dx_header_keep.h"
+
+int DxHeaderMakeDrawingHeader() {
+    return 0;
+}

@@ -1,0 +1,49 @@
+// LTYPE records.
+#include "../session/dx_documents.h"
+#include "../session/dx_fields.h"
+#include "dx_table_records.h"
+#include "dx_tables_read.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+using R = DX_LTYPE_TYPE;
+constexpr int dashCode = 49;
+constexpr auto fields = dxFields<R>({
+    {2, &R::name},
+    {3, &R::description},
+    {5, &R::handle},
+    {40, &R::totalLength},
+    {70, &R::flags},
+    {72, &R::alignment},
+    {73, &R::elementCount},
+});
+
+/// Takes dashes, as many as group 73 has announced by then.
+struct Dashes {
+    DX_LTYPE_TYPE& lineType;
+    int taken = 0;
+
+    void operator()(const DxPair& pair) {
+        const int room = std::min<int>(lineType.elementCount, std::size(lineType.dashes));
+        if (pair.code == dashCode && taken < room) lineType.dashes[taken++] = DxfReadConvDouble(pair.text);
+    }
+};
+
+} // namespace
+
+int DxReadLType(DxTableNames& names) {
+    DX_LTYPE_TYPE lineType;
+    DxInitLType(&lineType);
+    if (const int error = DxReadFields(lineType, fields, Dashes{lineType})) return error;
+    lineType.elementCount = std::clamp<int>(lineType.elementCount, 0, std::size(lineType.dashes));
+
+    DX_NAME upper = lineType.name;
+    DxUpperName(upper);
+    if (upper.view() == "BYBLOCK" || upper.view() == "BYLAYER") return 0;
+    DxTables& tables = DxDocuments.currentTables();
+    if (!names.lineTypes.emplace(upper.view(), static_cast<int>(tables.lineTypes.size())).second) return 0;
+    return tables.lineTypes.add(lineType) ? 2360 : 0;
+}

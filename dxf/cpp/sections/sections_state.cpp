@@ -1,0 +1,22 @@
+#include "sections_state.h"
+
+#include "../import/dx_extents.h"
+
+int DxAttMode = 1;
+int DxFileInsUnits = 0;
+RPT3 DxHdrInsBase{}, DxHdrPaperInsBase{};
+RPT3 DxHdrExtMin{}, DxHdrExtMax{};
+RPT3 DxHdrPaperExtMin{}, DxHdrPaperExtMax{};
+RPT3 DxHdrUcsOrg{}, DxHdrUcsXDir{}, DxHdrUcsYDir{};
+RPT3 DxHdrPaperUcsOrg{}, DxHdrPaperUcsXDir{}, DxHdrPaperUcsYDir{};
+
+void DxResetSectionsState() {
+    DxAttMode = 1;
+    DxFileInsUnits = 0;
+    DxHdrInsBase = DxHdrPaperInsBase = {0, 0, 0};
+    DxInvalidateExtents(DxHdrExtMin, DxHdrExtMax);
+    DxInvalidateExtents(DxHdrPaperExtMin, DxHdrPaperExtMax);
+    DxHdrUcsOrg = DxHdrPaperUcsOrg = {0, 0, 0};
+    DxHdrUcsXDir = DxHdrPaperUcsXDir = {1, 0, 0};
+    DxHdrUcsYDir = DxHdrPaperUcsYDir = {0, 1, 0};
+}

@@ -1,0 +1,15 @@
+// What the HEADER section of the main file says, for the session.
+#pragma once
+
+#include "rpt.h"
+
+extern int DxAttMode;                           ///< $ATTMODE: 0 no attribute texts, 1 visible ones, 2 all
+extern int DxFileInsUnits;                      ///< $INSUNITS
+extern RPT3 DxHdrInsBase, DxHdrPaperInsBase;    ///< $INSBASE, $PINSBASE
+extern RPT3 DxHdrExtMin, DxHdrExtMax;           ///< $EXTMIN, $EXTMAX, or "not known" (dx_extents.h)
+extern RPT3 DxHdrPaperExtMin, DxHdrPaperExtMax; ///< $PEXTMIN, $PEXTMAX, the same
+extern RPT3 DxHdrUcsOrg, DxHdrUcsXDir, DxHdrUcsYDir;                ///< $UCSORG, $UCSXDIR, $UCSYDIR
+extern RPT3 DxHdrPaperUcsOrg, DxHdrPaperUcsXDir, DxHdrPaperUcsYDir; ///< $PUCSORG, $PUCSXDIR, $PUCSYDIR
+
+/// Start values of all of the above: nothing known of the file.
+void DxResetSectionsState();
