@@ -1,5 +1,7 @@
 #include "text/font_files.h"
 
+#include "ut_string.h"
+
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -112,15 +114,22 @@ FontLibrary::FontLibrary() {
 FontLibrary::~FontLibrary() = default;
 
 bool FontLibrary::hasFamily(const std::string& family) {
-    const auto [entry, isNew] = installed_.try_emplace(family, false);
-    if (!isNew || family.empty()) return entry->second;
-    const Pattern pattern = familyPattern(family);
+    if (families_.empty()) listFamilies();
+    return families_.contains(UtCString(family).Lower().str());
+}
+
+void FontLibrary::listFamilies() {
+    const Pattern all(FcPatternCreate(), FcPatternDestroy);
     FcObjectSet* objects = FcObjectSetBuild(FC_FAMILY, static_cast<char*>(nullptr));
-    FcFontSet* fonts = FcFontList(nullptr, pattern.get(), objects);
-    entry->second = fonts && fonts->nfont > 0;
-    if (fonts) FcFontSetDestroy(fonts);
+    FcFontSet* fonts = FcFontList(nullptr, all.get(), objects);
     FcObjectSetDestroy(objects);
-    return entry->second;
+    for (int i = 0; fonts && i < fonts->nfont; ++i) {
+        FcChar8* name = nullptr;
+        for (int n = 0; FcPatternGetString(fonts->fonts[i], FC_FAMILY, n, &name) == FcResultMatch; ++n) {
+            families_.insert(UtCString(reinterpret_cast<const char*>(name)).Lower().str());
+        }
+    }
+    if (fonts) FcFontSetDestroy(fonts);
 }
 
 FontFile* FontLibrary::find(const std::string& family, bool bold, bool italic) {

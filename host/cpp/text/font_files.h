@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace host {
@@ -61,9 +62,10 @@ public:
     FontFile* findFor(char32_t c);
 
 private:
+    void listFamilies();
     FontFile* openOnce(const std::string& path, int faceIndex);
 
-    std::unordered_map<std::string, bool> installed_;
+    std::unordered_set<std::string> families_; ///< installed ones, lower case; empty until asked for
     std::unordered_map<std::string, FontFile*> byStyle_;
     std::unordered_map<char32_t, FontFile*> byChar_;
     std::unordered_map<std::string, std::unique_ptr<FontFile>> files_; ///< by path and face index

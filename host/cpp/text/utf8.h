@@ -7,7 +7,8 @@
 
 namespace host {
 
-/// The character at `pos`, which moves behind it; a byte that begins no well-formed character counts as U+FFFD.
+/// The character at `pos`, which moves behind it; a byte that begins no well-formed character counts as
+/// U+FFFD.
 inline char32_t nextChar(std::string_view text, std::size_t& pos) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char lead = byte(pos++);
