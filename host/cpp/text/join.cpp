@@ -12,8 +12,9 @@ namespace {
 /// A text as a line, in millimetres on the sheet in the frame turned by the common angle.
 struct Piece {
     const Text* text;
-    double left, right; ///< of its characters
-    double baseline;
+    double left, right; ///< of its block
+    double baseline;    ///< of its first line
+    bool isBroken;      ///< longer than its line length
 };
 
 bool looksAlike(const Text& a, const Text& b) {
@@ -31,7 +32,7 @@ Piece pieceOf(const Text& text, double perUnit) {
     const double c = std::cos(text.angle), s = std::sin(text.angle);
     const double along = (text.x * c + text.y * s) * perUnit, up = (text.y * c - text.x * s) * perUnit;
     return {&text, along + layout.left, along + layout.left + layout.width,
-            up + layout.lines.front().baseline};
+            up + layout.lines.front().baseline, layout.lines.size() > 1};
 }
 
 /// Pieces from top to bottom, those of one line from left to right.
@@ -78,6 +79,13 @@ double evenDistance(const std::vector<Line>& lines, double tolerance) {
     return distance;
 }
 
+/// Height of the lines' cells: that which their places tell, or the texts' own where lines are broken and so
+/// follow each other by themselves. 0 when the places are uneven.
+double lineDistanceOf(const Text& text, const std::vector<Line>& lines, bool isBroken, double tolerance) {
+    if (isBroken || lines.size() < 2) return text.lineDistance;
+    return evenDistance(lines, tolerance) / text.height;
+}
+
 /// Which edge the lines have in common: 0 left, 1 middle, 2 right, -1 none.
 int commonEdge(const std::vector<Line>& lines, double tolerance) {
     for (const int edge : {0, 1, 2}) {
@@ -107,10 +115,11 @@ std::optional<Text> joinTexts(const std::vector<Text>& texts, const Drawing& dra
     sortPieces(pieces, tolerance);
     const std::vector<Line> lines = mergeLines(pieces, tolerance);
     Text joined = *pieces.front().text;
-    const double distance = evenDistance(lines, tolerance);
+    const bool isBroken =
+        std::any_of(pieces.begin(), pieces.end(), [](const Piece& piece) { return piece.isBroken; });
+    joined.lineDistance = lineDistanceOf(joined, lines, isBroken, tolerance);
     const int edge = commonEdge(lines, tolerance);
-    if (edge < 0 || (lines.size() > 1 && distance <= 0)) return std::nullopt;
-    if (distance > 0) joined.lineDistance = distance / joined.height;
+    if (edge < 0 || joined.lineDistance <= 0) return std::nullopt;
     joined.origin = 7 + edge;
     joined.justification = edge;
     joined.lines.clear();
