@@ -122,7 +122,7 @@ void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
             continue;
         }
         const Glyph& glyph = font.glyph(c);
-        if (glyph.file && glyph.index) {
+        if (glyph.file) {
             if (glyph.file != file || glyph.scale != scale) {
                 selectFont(text, *glyph.file, glyph.scale, font.slanted());
                 file = glyph.file;

@@ -1,6 +1,6 @@
 #include "text/host_fonts.h"
 
-#include "os.h"
+#include "uo.h"
 #include "ut.h"
 
 #include <algorithm>
@@ -46,8 +46,7 @@ void readWidths(FILE* stream, HostFontWidths& font) {
 HostFontWidths loadHostFont(int number) {
     HostFontWidths font;
     font.byCode.fill(HostFontWidths::undefined);
-    const UtCString path = OsGetEnvDflt("HD_U", "/u") + "/" + OsGetEnvDflt("VE", "1700") +
-                           UtFormat("/cad/glob/font/std.%d", number);
+    const UtCString path = UoSubstOVPath("$HD_U/$VE/cad/glob/font/std.") + std::to_string(number);
     if (FILE* stream = UtFileOpen(path, "r")) {
         readWidths(stream, font);
         UtFileClose(stream);
