@@ -7,6 +7,7 @@
 #include "text/join.h"
 #include "text/text_parm.h"
 
+#include <cmath>
 #include <set>
 
 using namespace host;
@@ -67,7 +68,7 @@ int CiText::ChgLineLen(const DsCsr& cursor, double length) {
     if (callFails()) return errorNoMemory;
     Text* found = textOf(cursor);
     if (!found) return errorNoSuchObject;
-    if (!(length >= 0 && length < HUGE_VAL)) return errorNotApplicable;
+    if (!std::isfinite(length) || length < 0) return errorNotApplicable;
     found->lineLength = length * contextFactor(contextId_);
     return 0;
 }

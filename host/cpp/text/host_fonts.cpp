@@ -6,16 +6,27 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <string_view>
 
 namespace host {
 
 namespace {
 
 constexpr HostFontLook looks[] = {
-    {1, "Routed Gothic", false},    {2, "osifont", false},         {3, "Routed Gothic", false},
-    {4, "Liberation Serif", false}, {5, "Liberation Serif", true}, {6, "DejaVu Serif", false},
-    {7, "DejaVu Sans", false},      {8, "osifont", true},          {9, "DejaVu Sans Mono", false},
+    {1, "Routed Gothic"},
+    {2, "osifont"},
+    {3, "Routed Gothic"},
+    {4, "Liberation Serif"},
+    {5, "Liberation Serif", false, true},
+    {6, "Liberation Serif", true},
+    {7, "DejaVu Sans", false, false, true},
+    {8, "osifont", false, true},
+    {9, "DejaVu Sans Mono"},
 };
+
+constexpr std::u32string_view greekLower = U"αβχδεφγηι∂κλμνοπϑρστυ∈ωξψζ";
+constexpr std::u32string_view greekUpper = U"ΑΒΧΔΕΦΓΗΙϑΚΛΜΝΟΠΘΡΣΤΥ∇ΩΞΨΖ";
+static_assert(greekLower.size() == 26 && greekUpper.size() == 26);
 
 // Windows 1252 from 0x80 to 0x9F; 0: undefined.
 constexpr char16_t windows1252[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -65,6 +76,11 @@ const HostFontLook& hostFontLook(int number) {
     const auto* found = std::find_if(std::begin(looks), std::end(looks),
                                      [&](const HostFontLook& look) { return look.number == number; });
     return found == std::end(looks) ? looks[0] : *found;
+}
+
+char32_t greekFor(char32_t c) {
+    if (c >= 'a' && c <= 'z') return greekLower[c - 'a'];
+    return c >= 'A' && c <= 'Z' ? greekUpper[c - 'A'] : c;
 }
 
 int hostFontCode(char32_t c) {

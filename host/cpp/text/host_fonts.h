@@ -20,10 +20,14 @@ HostFontWidths loadHostFont(int number);
 struct HostFontLook {
     int number;
     const char* family;
-    bool italic;
+    bool bold = false, italic = false;
+    bool greek = false; ///< Greek letters stand in the places of Latin ones
 };
 /// The look of a host font; that of font 1 for a number without one.
 const HostFontLook& hostFontLook(int number);
+
+/// The Greek letter in the place of a Latin one; other characters stay.
+char32_t greekFor(char32_t c);
 
 /// The code of a character in the tables, -1 when they can't have it.
 int hostFontCode(char32_t c);

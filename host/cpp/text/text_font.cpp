@@ -46,7 +46,8 @@ private:
 /// A host font: cells from its table, glyphs centred in them.
 class NumberFont : public TextFont {
 public:
-    NumberFont(int number, FontFile* file, bool italic) : widths_(loadHostFont(number)), file_(file) {
+    NumberFont(const HostFontLook& look, int number, FontFile* file, bool italic)
+        : widths_(loadHostFont(number)), file_(file), isGreek_(look.greek) {
         slanted_ = italic && file && !file->italic();
         setScale();
     }
@@ -59,10 +60,12 @@ private:
         for (int c = '0'; file_ && c <= 'z'; ++c) {
             if (widths_.byCode[c] < 0) continue;
             cells += widths_.byCode[c] * 0.01;
-            ink += file_->glyph(static_cast<char32_t>(c)).ink;
+            ink += file_->glyph(shown(static_cast<char32_t>(c))).ink;
         }
         if (ink > 0 && cells > 0) scale_ = cells / ink;
     }
+
+    char32_t shown(char32_t c) const { return isGreek_ ? greekFor(c) : c; }
 
     double cellOf(char32_t c) const {
         const int code = c == 0xA0 ? ' ' : hostFontCode(c);
@@ -74,6 +77,7 @@ private:
         if (isSwitch(c)) return {};
         if (c == '\t') return {nullptr, 0, tabBlanks * cellOf(' '), 0, scale_};
         const double cell = cellOf(c);
+        c = shown(c);
         FontFile* file = fileFor(file_, c);
         if (!file) return {nullptr, 0, cell, 0, 1};
         const FileGlyph& glyph = file->glyph(c);
@@ -85,6 +89,7 @@ private:
 
     HostFontWidths widths_;
     FontFile* file_;
+    bool isGreek_;
     double scale_ = 1;
 };
 
@@ -135,7 +140,8 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
     if (key.number != 0) {
         const HostFontLook& look = hostFontLook(key.number);
         const bool italic = key.italic || look.italic;
-        return std::make_unique<NumberFont>(key.number, library_.find(look.family, key.bold, italic), italic);
+        FontFile* file = library_.find(look.family, key.bold || look.bold, italic);
+        return std::make_unique<NumberFont>(look, key.number, file, italic);
     }
     const std::string face(key.face);
     if (library_.hasFamily(face)) {
