@@ -3,6 +3,7 @@
 // in the frame of the drawing; codes and small values go by pointer, as the host's macro language does.
 #pragma once
 
+#include "ov_text.h"
 #include "rpt.h"
 #include "ut_string.h"
 
@@ -57,12 +58,6 @@ int ovhatch(int* code, int* toPat, int* contourPat);
 int ovhatchparams(int* mode, int* patNo);
 /// The fill of the current hatch parameters: fill pen = 16 * high + low; `index` 0.
 int ovhatchsetreppar(int index, int high, int low);
-
-// ---- texts -----------------------------------------------------------------------------------------
-
-/// The simple text parameters: 5 reads, 6 sets. `*height` in millimetres on the sheet, `*factor` the width
-/// of a character relative to the height.
-int ovtextparams(int* code, int* font, double* height, double* factor);
 
 // ---- sheet, unit, scale ----------------------------------------------------------------------------
 

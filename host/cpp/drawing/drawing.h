@@ -62,24 +62,26 @@ struct Hatch {
     std::string patternName;
 };
 
-/// One text with all its parameters. Heights are millimetres on the sheet.
+/// One text with all its parameters. Heights and widths of characters are millimetres on the sheet.
 struct Text {
-    std::vector<std::string> lines; ///< UTF-8
-    double x = 0, y = 0, z = 0;
-    double height = 2.5, widthFactor = 1.0;
-    double angle = 0, slant = 0; ///< radians
-    int font = 1;                ///< host font number, 0: face
-    std::string face;            ///< TrueType face name
-    int styleBits = 0;           ///< bold, italic, underline, overline, strike-through …
+    std::vector<std::string> lines; ///< UTF-8, not broken to the line length
+    double x = 0, y = 0, z = 0;     ///< where the origin lies
+    double height = 2.5;            ///< of capital letters
+    double width = 2.5;             ///< of a character of width 100
+    double angle = 0, slant = 0;    ///< radians
+    int font = 1;                   ///< host font number, 0: face
+    std::string face;               ///< TrueType face name
+    int styleBits = 0; ///< 1 << OV_TEXT_BIT: 1 strike, 2 underline, 4 italic, 8 bold, 16 overline
     int pen = 1;
-    int origin = 1;            ///< 1 … 9, which point of the text's box stands at (x, y)
+    int origin = 1;            ///< 1 … 9, which point of the text's block stands at (x, y)
     int justification = 0;     ///< 0 left, 1 centred, 2 right, among lines
     double lineDistance = 1.5; ///< relative to the height
-    double spacing = 1.0;      ///< between characters
-    double lineLength = 0;     ///< box width, 0: none
-    int fillPen = 0;           ///< background, 0: none
+    double spacing = 1.0;      ///< between characters, 1: side by side
+    double lineLength = 0;     ///< width to which lines are broken, drawing units, 0: not at all
+    int fillPen = 0;           ///< background, 0: as the sheet
     bool backOn = false;
-    int backType = 0;
+    int backType = 0; ///< frame: 0 none, 1 rectangle, 2 filled, 3 filled and rounded
+    int dimType = 0;  ///< 3: belongs to a dimension
 };
 
 /// Rows for kinds whose importers come later: they are kept, counted and stored, each by its owner's record.

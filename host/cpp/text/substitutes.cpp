@@ -1,0 +1,80 @@
+#include "text/substitutes.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+namespace host {
+
+namespace {
+
+// The first row whose beginning fits rules, so longer beginnings stand ahead of shorter ones. Widths compare
+// the average lower-case letter and digit, each relative to its capital letters.
+constexpr Substitute substitutes[] = {
+    {"arial narrow", "Liberation Sans", 0.82},
+    {"arial black", "Liberation Sans", 1.18},
+    {"arial unicode", "DejaVu Sans", 0.88},
+    {"arial", "Liberation Sans", 1.0},
+    {"helvetica", "Liberation Sans", 1.0},
+    {"swis721 cn", "Liberation Sans", 0.82},
+    {"swis721", "Liberation Sans", 1.0},
+    {"times", "Liberation Serif", 1.0},
+    {"dutch801", "Liberation Serif", 1.0},
+    {"courier", "Liberation Mono", 1.0},
+    {"monospac821", "Liberation Mono", 1.0},
+    {"consolas", "Liberation Mono", 0.97},
+    {"lucida console", "DejaVu Sans Mono", 0.98},
+    {"verdana", "DejaVu Sans", 1.0},
+    {"tahoma", "DejaVu Sans", 0.9},
+    {"segoe ui", "DejaVu Sans", 0.92},
+    {"trebuchet", "Liberation Sans", 0.98},
+    {"calibri", "Liberation Sans", 1.0},
+    {"century gothic", "DejaVu Sans", 0.95},
+    {"bank gothic", "DejaVu Sans", 1.1},
+    {"cambria", "Liberation Serif", 1.04},
+    {"georgia", "DejaVu Serif", 0.92},
+    {"garamond", "Liberation Serif", 0.94},
+    {"palatino", "Liberation Serif", 1.06},
+    {"bookman", "DejaVu Serif", 0.95},
+    {"isocp", "osifont", 1.0},
+    {"isoct", "osifont", 1.0},
+    {"iso", "osifont", 1.0},
+    {"din", "osifont", 1.0},
+    {"technic", "osifont", 1.0},
+    {"txt", "Routed Gothic", 1.0},
+    {"monotxt", "Routed Gothic", 1.1},
+    {"roman", "Routed Gothic", 1.0},
+    {"simplex", "Routed Gothic", 1.0},
+    {"complex", "Liberation Serif", 1.1},
+    {"italic", "Liberation Serif", 1.1},
+    {"gothic", "Routed Gothic", 1.0},
+    {"stylus", "Routed Gothic", 0.9},
+    {"city blueprint", "Routed Gothic", 1.0},
+    {"country blueprint", "Routed Gothic", 1.0},
+    {"ms gothic", "Droid Sans Fallback", 1.0},
+    {"ms pgothic", "Droid Sans Fallback", 1.0},
+    {"ms mincho", "Droid Sans Fallback", 1.0},
+    {"ms pmincho", "Droid Sans Fallback", 1.0},
+    {"simsun", "Droid Sans Fallback", 1.0},
+    {"simhei", "Droid Sans Fallback", 1.0},
+    {"mingliu", "Droid Sans Fallback", 1.0},
+    {"gulim", "Droid Sans Fallback", 1.0},
+    {"dotum", "Droid Sans Fallback", 1.0},
+    {"batang", "Droid Sans Fallback", 1.0},
+    {"symbol", "DejaVu Sans", 1.0},
+    {"wingdings", "DejaVu Sans", 1.0},
+    {"", "Liberation Sans", 1.0},
+};
+
+} // namespace
+
+const Substitute& substituteFor(std::string_view face) {
+    std::string lower(face);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return *std::find_if(std::begin(substitutes), std::end(substitutes),
+                         [&](const Substitute& row) { return lower.starts_with(row.face); });
+}
+
+} // namespace host

@@ -1,0 +1,17 @@
+// What stands in for a face that isn't installed.
+#pragma once
+
+#include <string_view>
+
+namespace host {
+
+struct Substitute {
+    std::string_view face;   ///< beginning of the missing face's name, lower case
+    std::string_view family; ///< family that stands in for it
+    double width;            ///< its characters are drawn so much wider, to fill the missing face's width
+};
+
+/// The stand-in for a face; one for any face that has none of its own.
+const Substitute& substituteFor(std::string_view face);
+
+} // namespace host
