@@ -1,0 +1,241 @@
+#include "store/store.h"
+
+#include "store/rows.h"
+#include "store/sqlite.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <sys/stat.h>
+
+namespace host {
+
+namespace {
+
+/// Visitor: takes a record's members from the columns of a row, each of its kind and within its range.
+class RowReader {
+public:
+    RowReader(Statement& query, int first) : query_(query), index_(first) {}
+    void operator()(const char*, std::string& text) { text = query_.text(index_++); }
+    void operator()(const char*, double& value) { value = query_.real(index_++); }
+    template <class Integer>
+    requires std::is_integral_v<Integer>
+    void operator()(const char* name, Integer& value) {
+        const std::int64_t stored = query_.integer(index_++);
+        if (stored < std::numeric_limits<Integer>::min() || stored > std::numeric_limits<Integer>::max())
+            throw StoreError(std::string("a value in column '") + name + "' is out of range");
+        value = static_cast<Integer>(stored);
+    }
+    template <class Item>
+    void operator()(const char*, std::vector<Item>& items) {
+        unpack(query_.blob(index_++), items);
+    }
+    void operator()(const char*, std::vector<Element>& elements) {
+        ElementColumns columns;
+        for (std::string* column : {&columns.types, &columns.info, &columns.pens, &columns.lineTypes,
+                                    &columns.targets, &columns.centres})
+            *column = query_.blob(index_++);
+        elements = unpackElements(columns);
+    }
+    void bytes(const char*, std::string& data) { data = query_.blob(index_++); }
+
+private:
+    Statement& query_;
+    int index_;
+};
+
+template <class Record>
+using Keys = std::array<int, Row<Record>::keys.size()>;
+
+} // namespace
+
+static int toInt(std::int64_t value) {
+    if (value < std::numeric_limits<int>::min() || value > std::numeric_limits<int>::max())
+        throw StoreError("a number is out of range");
+    return static_cast<int>(value);
+}
+
+/// Reads a table in the order of its keys; `place` gives the record that a row's keys stand for.
+template <class Record, class Place>
+static void readRows(Database& db, Place place) {
+    const std::string keys = keyNames<Record>();
+    Statement query(db, "SELECT " + columnNames<Record>() + " FROM " + Row<Record>::table +
+                            (keys.empty() ? "" : " ORDER BY " + keys));
+    while (query.next()) {
+        Keys<Record> key;
+        int column = 0;
+        for (int& part : key) part = toInt(query.integer(column++));
+        RowReader reader(query, column);
+        Row<Record>::columns(reader, place(key));
+    }
+}
+
+/// The next item of a list, which must be the one at `position`.
+template <class Record>
+static Record& append(std::vector<Record>& list, int position) {
+    if (position < 0 || static_cast<std::size_t>(position) != list.size())
+        throw StoreError("a list has gaps");
+    return list.emplace_back();
+}
+
+static Pattern& ownerOf(Drawing& drawing, int number) {
+    Pattern* pattern = drawing.find(number);
+    if (!pattern) throw StoreError("an object belongs to no pattern");
+    return *pattern;
+}
+
+template <class Record>
+static Record& itemOf(std::vector<Record>& list, int position) {
+    if (position < 0 || static_cast<std::size_t>(position) >= list.size())
+        throw StoreError("a part belongs to no object");
+    return list[static_cast<std::size_t>(position)];
+}
+
+template <class Record>
+static void readPatternLists(Database& db, Drawing& drawing, std::vector<Record> Pattern::*list) {
+    readRows<Record>(db, [&](const Keys<Record>& key) -> Record& {
+        return append(ownerOf(drawing, key[0]).*list, key[1]);
+    });
+}
+
+template <class Record, class Owner>
+static void readPartLists(Database& db, Drawing& drawing, std::vector<Owner> Pattern::*owners,
+                          std::vector<Record> Owner::*list) {
+    readRows<Record>(db, [&](const Keys<Record>& key) -> Record& {
+        return append(itemOf(ownerOf(drawing, key[0]).*owners, key[1]).*list, key[2]);
+    });
+}
+
+static void checkForm(int unit, double scale, int format) {
+    if (unit < 1 || unit > 8) throw StoreError("the unit isn't one");
+    if (format < 0 || format > 6) throw StoreError("the sheet format isn't one");
+    if (!std::isfinite(scale) || scale <= 0) throw StoreError("the scale isn't one");
+}
+
+static void readHead(Database& db, Drawing& drawing) {
+    std::vector<DrawingHead> heads;
+    readRows<DrawingHead>(db, [&](const Keys<DrawingHead>&) -> DrawingHead& { return heads.emplace_back(); });
+    if (heads.size() != 1) throw StoreError("its settings are missing");
+    const DrawingHead& head = heads[0];
+    checkForm(head.unit, head.scale, head.format);
+    // Numbers of removed patterns take room in memory, which a file must not claim without bounds.
+    const std::int64_t most = 1'000'000 + 1000 * db.number("SELECT count(*) FROM patterns");
+    if (head.lastNumber < 0 || head.lastNumber > most || head.activeNumber < 0 || head.nextWorkId < 1)
+        throw StoreError("its settings are out of range");
+    drawing.unit = head.unit;
+    drawing.scale = head.scale;
+    drawing.format = head.format;
+    drawing.nextWorkId = head.nextWorkId;
+    drawing.activeNumber = head.activeNumber;
+    drawing.lastNumber = head.lastNumber;
+    drawing.fileName = head.fileName;
+    drawing.patterns.resize(static_cast<std::size_t>(head.lastNumber));
+}
+
+static void readPatterns(Database& db, Drawing& drawing) {
+    readRows<Pattern>(db, [&](const Keys<Pattern>& key) -> Pattern& {
+        if (key[0] < 1 || key[0] > drawing.lastNumber) throw StoreError("a pattern number is out of range");
+        Pattern& pattern = drawing.patterns[static_cast<std::size_t>(key[0] - 1)];
+        pattern.number = key[0];
+        return pattern;
+    });
+    readPatternLists(db, drawing, &Pattern::attributes);
+    readPatternLists(db, drawing, &Pattern::splines);
+    readPatternLists(db, drawing, &Pattern::hatches);
+    readPatternLists(db, drawing, &Pattern::texts);
+    readPatternLists(db, drawing, &Pattern::dimensions);
+    readPatternLists(db, drawing, &Pattern::bitmaps);
+    readPatternLists(db, drawing, &Pattern::faces);
+    readPatternLists(db, drawing, &Pattern::pointClouds);
+    readPatternLists(db, drawing, &Pattern::solids);
+    readPartLists(db, drawing, &Pattern::hatches, &Hatch::contours);
+    readPartLists(db, drawing, &Pattern::hatches, &Hatch::families);
+    readPartLists(db, drawing, &Pattern::texts, &Text::lines);
+}
+
+static void readTables(Database& db, Drawing& drawing) {
+    readRows<Layer>(db, [&](const Keys<Layer>& key) -> Layer& { return append(drawing.layers, key[0]); });
+    drawing.views.clear();
+    readRows<View>(db, [&](const Keys<View>& key) -> View& { return append(drawing.views, key[0]); });
+    for (const View& view : drawing.views) checkForm(view.unit, view.scale, view.format);
+    readRows<WorkPlane>(db,
+                        [&](const Keys<WorkPlane>& key) -> WorkPlane& { return drawing.workPlanes[key[0]]; });
+    readRows<LineType>(db, [&](const Keys<LineType>& key) -> LineType& { return drawing.lineTypes[key[0]]; });
+    readRows<Rgb>(db, [&](const Keys<Rgb>& key) -> Rgb& { return drawing.pens[key[0]]; });
+    std::vector<ImportedPattern> imported;
+    readRows<ImportedPattern>(
+        db, [&](const Keys<ImportedPattern>& key) -> ImportedPattern& { return append(imported, key[0]); });
+    for (const ImportedPattern& pattern : imported) drawing.lastInterfaceIds.push_back(pattern.number);
+}
+
+/// What elements refer to must be there: splines in a pattern; a contour has none.
+static void checkElements(const Drawing& drawing) {
+    for (const Pattern& pattern : drawing.patterns) {
+        const auto splines = static_cast<double>(pattern.splines.size());
+        for (const Element& element : pattern.elements)
+            if (element.type == ElementType::Spline &&
+                !(element.cx >= 0 && element.cx < splines && element.cx == std::floor(element.cx)))
+                throw StoreError("an element belongs to no spline");
+        for (const Hatch& hatch : pattern.hatches)
+            for (const Contour& contour : hatch.contours)
+                for (const Element& element : contour)
+                    if (element.type == ElementType::Spline) throw StoreError("a contour holds a spline");
+    }
+}
+
+template <class Record>
+static void checkTable(Database& db) {
+    Statement query(db, std::string("SELECT sql FROM sqlite_schema WHERE type = 'table' AND name = '") +
+                            Row<Record>::table + "'");
+    if (!query.next() || query.text(0) != createSql<Record>())
+        throw StoreError(std::string("its table ") + Row<Record>::table + " isn't as it should be");
+}
+
+template <class Record>
+struct Checked {
+    using Type = Record;
+};
+
+template <class... R>
+static void checkTables(Database& db, const std::tuple<Checked<R>...>&) {
+    (checkTable<R>(db), ...);
+}
+
+/// Refuses what isn't a drawing file of this version, ahead of reading its content.
+static void checkFile(Database& db) {
+    if (db.number("PRAGMA application_id") != kDrawingFileId) throw StoreError("it isn't a drawing file");
+    const std::int64_t version = db.number("PRAGMA user_version");
+    if (version > kDrawingFileVersion)
+        throw StoreError("it was written by a newer program (file version " + std::to_string(version) +
+                         ", known up to " + std::to_string(kDrawingFileVersion) + ")");
+    if (version < 1) throw StoreError("the file is damaged");
+    if (db.text("PRAGMA quick_check(1)") != "ok") throw StoreError("the file is damaged");
+    checkTables(db, ForEachRow<Checked>{});
+}
+
+static void readDatabase(Drawing& drawing, const std::string& path) {
+    struct stat about {};
+    if (stat(path.c_str(), &about) != 0) throw StoreError(std::strerror(errno));
+    if (!S_ISREG(about.st_mode)) throw StoreError("it isn't a file");
+    Database db(path, Database::Mode::Read);
+    checkFile(db);
+    readHead(db, drawing);
+    readPatterns(db, drawing);
+    readTables(db, drawing);
+    checkElements(drawing);
+    db.close();
+}
+
+std::string loadDrawing(Drawing& drawing, const std::string& path) {
+    try {
+        Drawing loaded;
+        readDatabase(loaded, path);
+        drawing = std::move(loaded);
+        return {};
+    } catch (const std::exception& error) {
+        return "Can't load " + path + ": " + error.what();
+    }
+}
+
+} // namespace host
