@@ -1,7 +1,6 @@
 // DIMSTYLE records: values stored by group number alone.
 #include "../session/dx_documents.h"
 #include "../session/dx_fields.h"
-#include "dx_table_records.h"
 #include "dx_tables_import.h"
 #include "dx_tables_read.h"
 
@@ -43,8 +42,8 @@ void DxfReadDimStyleValue(DX_DIM_STYLE* rec, int code, std::string_view value) {
 }
 
 int DxReadDimStyle(DxTableNames& /*names*/) {
-    DX_DIM_STYLE style;
-    DxInitDimStyle(&style);
+    DX_DIM_STYLE style = {};
+    style.reals[0] = 1.0; // the overall scale
     const auto takeValue = [&](const DxPair& pair) { DxfReadDimStyleValue(&style, pair.code, pair.text); };
     if (const int error = DxReadFields(style, fields, takeValue)) return error;
     return DxDocuments.currentTables().dimStyles.add(style) ? 2360 : 0;

@@ -1,7 +1,7 @@
 // LTYPE records.
+#include "../config/dx_linetypes.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_fields.h"
-#include "dx_table_records.h"
 #include "dx_tables_read.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 // STYLE records: text styles.
 #include "../session/dx_documents.h"
 #include "../session/dx_fields.h"
-#include "dx_table_records.h"
 #include "dx_tables_import.h"
 #include "dx_tables_read.h"
 
@@ -56,8 +55,8 @@ int putStyle(const DX_STYLE_TYPE& style, int& index) {
 } // namespace
 
 int DxReadStyle(DxTableNames& names) {
-    DX_STYLE_TYPE style;
-    DxInitStyle(&style);
+    DX_STYLE_TYPE style = {};
+    style.widthFactor = 1.0;
     if (const int error = DxReadFields(style, fields, Fonts{style})) return error;
     if (style.widthFactor == 0) style.widthFactor = 1.0;
     const auto known = names.styles.find(std::string(style.name.view()));
