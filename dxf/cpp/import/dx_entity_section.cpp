@@ -1,8 +1,8 @@
 #include "dx_entity_section.h"
 
-#include "../config/config_state.h"
+#include "../config/dx_layer_patterns.h"
+#include "../dimension/dx_dim_chain.h"
 #include "../host/dx_host.h"
-#include "../sections/dx_create_patterns.h"
 #include "../sections/dx_header_import.h"
 #include "../sections/dx_objects_import.h"
 #include "../sections/dx_section.h"
@@ -12,10 +12,12 @@
 #include "../session/dx_protocol.h"
 #include "../session/dx_scale.h"
 #include "../session/session_state.h"
-#include "../solid/dx_acds_import.h"
+#include "../solid/dx_acds.h"
 #include "ds.h"
 #include "dx_extents.h"
-#include "dx_kinds.h"
+#include "dx_entity_walk.h"
+#include "dx_images.h"
+#include "dx_point_clouds.h"
 #include "dx_spaces.h"
 #include "mt.h"
 #include "ov.h"
@@ -51,7 +53,7 @@ int startInsertStack() {
 }
 
 int drawViews(const Mat44 m) {
-    for (DX_VIEW_TYPE& view : DxDocuments.currentTables().views) {
+    for (const DX_VIEW_TYPE& view : DxDocuments.currentTables().views) {
         if (const int error = DxDrawView(view, m)) return error;
     }
     return 0;
@@ -150,7 +152,6 @@ int readSpace(Space space, const Mat44 model, DX_SAVE& start) {
 } // namespace
 
 int DxReadEntitySection(const Mat44 m) {
-    DxRegisterKinds();
     if (const int error = startInsertStack()) return error;
     if (DxReadSpace == BOTH_SPACES) DxViews = 1;
     bool found = false;
@@ -171,15 +172,18 @@ int DxReadEntitySection(const Mat44 m) {
 }
 
 int DxClearPatterns() {
-    // Point clouds, solids, dimension chains and images, which wait for sections behind the entities, go here
-    // in this order, ahead of the patterns: what they draw must count.
-    int error = 0;
+    // What waited for later data comes ahead of the patterns: what it draws must count.
+    DxCiDrawPointClouds();
+    int error = DxDimChainDraw();
+    if (!error) error = DxImageQueueDraw();
     for (std::size_t i = 0; !error && i < DxPatTable.size(); ++i) {
         int number = DxPatTable[i].number;
         error = DxPatTable[i].elements ? DxImportedObjects.add(DsObListGetOb(number)) : Dxovpat(17, &number);
     }
     DxPatTable.free();
     DxActPatIndex = -1;
+    DxDimChainFree();
+    DxImageQueueFree();
     return error;
 }
 
