@@ -1,5 +1,6 @@
 #include "dx_entity_section.h"
 
+#include "../config/config_state.h"
 #include "../config/dx_layer_patterns.h"
 #include "../dimension/dx_dim_chain.h"
 #include "../host/dx_host.h"

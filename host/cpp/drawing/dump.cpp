@@ -194,7 +194,7 @@ void Dumper::text(const Text& text) {
     const Text usual;
     put("  text").point(text.x, text.y).put(" height").number(text.height);
     option("z", text.z, 0);
-    option("width", text.widthFactor, usual.widthFactor);
+    option("width", text.width, text.height);
     option("angle", text.angle, 0);
     option("slant", text.slant, 0);
     put(" font").number(text.font);

@@ -64,13 +64,13 @@ int ovtextparams(int* code, int* font, double* height, double* factor) {
     if (*code == 5) {
         *font = parameters.font;
         *height = parameters.height;
-        *factor = parameters.widthFactor;
+        *factor = parameters.height > 0 ? parameters.width / parameters.height : 1.0;
         return 0;
     }
     if (*code != 6) return errorNotApplicable;
     parameters.font = *font;
     parameters.height = *height;
-    parameters.widthFactor = *factor;
+    parameters.width = *factor * *height;
     return 0;
 }
 

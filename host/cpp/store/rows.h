@@ -118,12 +118,12 @@ struct Row<Text> {
     static constexpr std::array keys{"pattern", "position"};
     template <class V, class R>
     static void columns(V& v, R& r) {
-        v("x", r.x), v("y", r.y), v("z", r.z), v("height", r.height), v("width_factor", r.widthFactor);
+        v("x", r.x), v("y", r.y), v("z", r.z), v("height", r.height), v("width", r.width);
         v("angle", r.angle), v("slant", r.slant), v("font", r.font), v("face", r.face);
         v("style_bits", r.styleBits), v("pen", r.pen), v("origin", r.origin);
         v("justification", r.justification), v("line_distance", r.lineDistance), v("spacing", r.spacing);
         v("line_length", r.lineLength), v("fill_pen", r.fillPen), v("back_on", r.backOn);
-        v("back_type", r.backType);
+        v("back_type", r.backType), v("dim_type", r.dimType);
     }
 };
 
