@@ -124,7 +124,7 @@ int GeRptIsArcLine(const RPT& start, const RPT& end, const RPT& centre, const RP
 int GeRptIsDrawDraw(const RPT& p1, const RPT& p2, const RPT& q1, const RPT& q2, RPT* point);
 
 /// Two arcs, tangent to each other, from p0 with direction t0 to p2 with direction t2 (a biarc). Where it
-/// can be, they join with direction t1; otherwise with tangents of equal length at both ends.
+/// can be, they join with direction t1, else with that of the chord, else with equally long tangents.
 /// `side` is the side of the chord p0 p2 that the curve bends to: 1 right, -1 left; 0 for any. Senses are 1
 /// counter-clockwise, -1 clockwise, 0 for a piece that is straight within the angle `eps`; either both are 0
 /// or none is. Non-zero, with the results untouched, when there is no such pair. `mode` is 1.

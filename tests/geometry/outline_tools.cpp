@@ -33,17 +33,19 @@ std::vector<std::vector<Piece>> loopsOf(const LiList& list) {
     return loops;
 }
 
+// Crossings of the ray to the right.
 static int crossingsOfRay(const Piece& p, const RPT& from) {
-    // Chords fine enough for the distances that the tests look at.
-    const int n = p.isArc() ? 400 : 1;
-    int crossings = 0;
-    RPT a = p.start;
-    for (int i = 1; i <= n; ++i) {
-        const RPT b = p.pointAt(static_cast<double>(i) / n);
-        if ((a.y > from.y) != (b.y > from.y) && from.x < a.x + (from.y - a.y) / (b.y - a.y) * (b.x - a.x))
-            ++crossings;
-        a = b;
+    if (!p.isArc()) {
+        if ((p.start.y > from.y) == (p.end.y > from.y)) return 0;
+        const double t = (from.y - p.start.y) / (p.end.y - p.start.y);
+        return from.x < p.start.x + t * (p.end.x - p.start.x);
     }
+    const double dy = from.y - p.centre.y;
+    if (std::fabs(dy) >= p.radius) return 0;
+    const double dx = std::sqrt(p.radius * p.radius - dy * dy);
+    int crossings = 0;
+    for (const double x : {p.centre.x - dx, p.centre.x + dx})
+        crossings += x > from.x && isOn(p, {x, from.y}, 0);
     return crossings;
 }
 

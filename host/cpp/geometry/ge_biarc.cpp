@@ -29,8 +29,10 @@ Arc arcAlong(const RPT& from, const RPT& direction, const RPT& to) {
     return arc;
 }
 
-// An arc's chord halves the angle between its end directions: the join lies on both such lines.
+// An arc's chord halves the angle between its end directions: the join lies on both such lines. A direction
+// that isn't between the two others would give a wave.
 bool joinWithDirection(const RPT& p0, const RPT& t0, const RPT& p2, const RPT& t2, const RPT& t1, RPT* join) {
+    if (cross(t0, t1) * cross(t1, t2) < 0.0) return false;
     const RPT u = unit(t0 + t1);
     const RPT v = unit(t1 + t2);
     const double det = cross(u, v);
@@ -76,10 +78,13 @@ short GeUtilInterpolByArc(const RPT& p0, const RPT& t0, const RPT& p2, const RPT
     const bool directed = length(u0) > 0.5 && length(u2) > 0.5;
     if (!directed || !(chord > 0.0) || !std::isfinite(chord)) return 1;
 
+    // The given direction, else that of the chord, which suits all that bends one way.
     RPT at;
-    const bool middle =
-        length(u1) > 0.5 && joinWithDirection(p0, u0, p2, u2, u1, &at) && bendsTo(side, p0, p2, at, eps);
-    if (!middle && !joinWithEqualTangents(p0, u0, p2, u2, &at)) return 1;
+    const auto joinsWith = [&](const RPT& direction) {
+        return joinWithDirection(p0, u0, p2, u2, direction, &at) && bendsTo(side, p0, p2, at, eps);
+    };
+    const bool joined = (length(u1) > 0.5 && joinsWith(u1)) || joinsWith(unit(p2 - p0));
+    if (!joined && !joinWithEqualTangents(p0, u0, p2, u2, &at)) return 1;
     if (!isFinite(at) || !bendsTo(side, p0, p2, at, eps)) return 1;
     if (!(distance(p0, at) > 0.0) || !(distance(p2, at) > 0.0)) return 1;
 

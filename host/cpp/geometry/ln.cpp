@@ -122,7 +122,7 @@ void Outline::cleanLoops(const BandLimits& limits, std::vector<PieceLoop>* loops
     std::vector<PieceLoop> cover;
     for (const BandChain& chain : chains_) coverChain(chain, limits, &cover);
     // Corners are worked out exactly afterwards: the chords need only keep the shape.
-    uniteLoops(cover, std::max(limits.tolerance, 0.01 * widest_), loops);
+    uniteLoops(cover, std::max(limits.tolerance, 0.02 * widest_), loops);
 }
 
 int Outline::store(const std::vector<PieceLoop>& loops) {

@@ -79,7 +79,9 @@ using ClipperLib::Paths;
 // for the products of the clipping.
 constexpr double kHalfSize = 0x1p44;
 // Points that near to each other, in steps, are one.
-constexpr double kStepEps = 4.0;
+constexpr double kStepEps = 16.0;
+// So many neighbours are united at a time.
+constexpr std::size_t kFanIn = 8;
 // More edges than this are beyond a drawing's outline.
 constexpr std::size_t kMaxEdges = 4'000'000;
 
@@ -144,7 +146,8 @@ private:
     };
 
     void addPiece(const Piece& piece, Path& path);
-    Paths polygons(const std::vector<PieceLoop>& loops);
+    std::vector<Paths> polygons(const std::vector<PieceLoop>& loops);
+    bool uniteParts(std::size_t from, std::size_t to, Paths* united) const;
     bool isThin(const Path& path) const;
     std::uint32_t sourceOf(const IntPoint& from, const IntPoint& to) const;
     std::vector<Run> runsOf(const Path& path) const;
@@ -160,7 +163,7 @@ private:
     std::unordered_map<IntPoint, RPT, IntHash> exact_; ///< ends of the pieces
     std::vector<PieceBox> edgeBoxes_;
     std::optional<BoxTree> tree_;
-    Paths polygons_;
+    std::vector<Paths> parts_; ///< what is still to be united, neighbours beside each other
 };
 
 PieceBox extentOf(const std::vector<PieceLoop>& loops) {
@@ -172,7 +175,7 @@ PieceBox extentOf(const std::vector<PieceLoop>& loops) {
 
 Union::Union(const std::vector<PieceLoop>& loops, double tolerance)
     : frame_(extentOf(loops)), tolerance_(tolerance) {
-    if (frame_.isUsable()) polygons_ = polygons(loops);
+    if (frame_.isUsable()) parts_ = polygons(loops);
     edgeBoxes_.reserve(edges_.size());
     for (const Edge& e : edges_) edgeBoxes_.push_back(boxOf(e.from, e.to).grown(kStepEps));
     tree_.emplace(edgeBoxes_);
@@ -197,17 +200,17 @@ void Union::addPiece(const Piece& piece, Path& path) {
     }
 }
 
-Paths Union::polygons(const std::vector<PieceLoop>& loops) {
-    Paths paths;
+std::vector<Paths> Union::polygons(const std::vector<PieceLoop>& loops) {
+    std::vector<Paths> parts;
     for (const PieceLoop& loop : loops) {
         Path path;
         for (const Piece& p : loop) {
             addPiece(p, path);
             if (edges_.size() > kMaxEdges) return {};
         }
-        paths.push_back(std::move(path));
+        parts.push_back({std::move(path)});
     }
-    return paths;
+    return parts;
 }
 
 // Chords of neighbouring arcs leave splinters that the arcs don't have.
@@ -339,17 +342,29 @@ PieceLoop Union::trace(const Path& path) const {
     return loop;
 }
 
+// Loops in a row share edges. Joined all at once these would cost the square of their number; neighbours are
+// united first, and what is left of them in turn.
 bool Union::run(std::vector<PieceLoop>* result) {
-    if (polygons_.empty()) return false;
-    ClipperLib::Clipper clipper;
-    clipper.PreserveCollinear(true);
-    clipper.AddPaths(polygons_, ClipperLib::ptSubject, true);
-    Paths united;
-    if (!clipper.Execute(ClipperLib::ctUnion, united, ClipperLib::pftNonZero, ClipperLib::pftNonZero))
-        return false;
-    for (const Path& path : united)
+    if (parts_.empty()) return false;
+    while (true) {
+        std::vector<Paths> fewer;
+        for (std::size_t i = 0; i < parts_.size(); i += kFanIn) {
+            fewer.emplace_back();
+            if (!uniteParts(i, std::min(i + kFanIn, parts_.size()), &fewer.back())) return false;
+        }
+        parts_.swap(fewer);
+        if (parts_.size() == 1) break;
+    }
+    for (const Path& path : parts_.front())
         if (path.size() > 2 && !isThin(path)) result->push_back(trace(path));
     return true;
+}
+
+bool Union::uniteParts(std::size_t from, std::size_t to, Paths* united) const {
+    ClipperLib::Clipper clipper;
+    clipper.PreserveCollinear(true);
+    for (std::size_t i = from; i < to; ++i) clipper.AddPaths(parts_[i], ClipperLib::ptSubject, true);
+    return clipper.Execute(ClipperLib::ctUnion, *united, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
 }
 
 } // namespace
