@@ -17,7 +17,7 @@ public:
             if (at_ < end_) ++at_;
         }
         for (size_t i = at_; i < end_; ++i)
-            if (tags_[i].code == 100 || tags_[i].code == 101) end_ = i;
+            if ((tags_[i].code == 100 && !record.flat) || tags_[i].code == 101) end_ = i;
     }
 
     bool atEnd() const { return at_ >= end_; }

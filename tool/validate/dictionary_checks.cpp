@@ -104,8 +104,8 @@ void checkImages(Session& session, const Dictionary& root) {
         if (image.reactor == 0)
             session.out.addAs(Level::Warning, Rule::ImageReactor, place, "the image has no reactor (360)");
         else if (found != imageOf.end() && found->second != model.objects[image.object].handle)
-            session.out.add(Rule::ImageReactor, place, "the reactor ", handleText(image.reactor),
-                            " belongs to another image");
+            session.out.addAs(found->second ? Level::Error : Level::Warning, Rule::ImageReactor, place,
+                              "the reactor ", handleText(image.reactor), " belongs to another image");
     }
 }
 
@@ -130,6 +130,8 @@ void checkKind(Session& session, uint32_t object, bool hasClass) {
     }
     const Kind& kind = rules->kind();
     if (session.version < kind.since) {
+        // With a CLASS it is a kind of its own making, which readers keep as it is.
+        if (hasClass) return;
         session.out.add(Rule::LaterKind, place, place.kind, " came with ", versionName(kind.since));
         return;
     }

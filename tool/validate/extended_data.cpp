@@ -11,6 +11,18 @@ namespace {
 
 constexpr size_t kSizeLimit = 16383;
 
+/// Bytes that a group takes in a drawing, which is where the limit comes from.
+size_t storedSize(const Tag& tag) {
+    switch (valueType(tag.code)) {
+    case ValueType::Real: return 8;
+    case ValueType::I16: return 3;
+    case ValueType::I32: return 5;
+    case ValueType::Handle: return 9;
+    case ValueType::Hex: return tag.value.size() / 2 + 2;
+    default: return tag.value.size() + 4;
+    }
+}
+
 /// Walks the extended data of one record.
 class ExtendedWalk {
 public:
@@ -34,7 +46,7 @@ private:
     }
 
     void step(const Tag& tag, size_t i) {
-        size_ += tag.value.size();
+        size_ += storedSize(tag);
         switch (tag.code) {
         case 1001: openApp(tag); break;
         case 1002: brace(tag); break;

@@ -53,6 +53,7 @@ void checkShape(Session& session, const Variable& variable, const HeaderVariable
     const bool thirdMissing = row.dimensions == 3 && fitting == 2 && variable.values.size() == 2;
     const bool thirdTooMany =
         row.dimensions == 2 && fitting == 2 && variable.values.size() == 3 && codeAt(2) == row.code + 20;
+    if (thirdMissing && session.version == Version::Old) return;
     if (thirdMissing || thirdTooMany)
         session.out.addAs(session.atLeast(Version::R13) ? Level::Warning : Level::Note, Rule::VariableCode,
                           session.place, variable.name, thirdMissing ? " has no" : " has a",

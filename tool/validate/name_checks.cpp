@@ -33,13 +33,14 @@ bool isAscii(std::string_view text) {
 
 void checkUses(Session& session, const TableRule& row) {
     const bool old = !session.atLeast(Version::R13);
+    const Level usual = row.rule == Rule::UnknownBlock ? Level::Error
+                        : old                          ? Level::Warning
+                                                       : levelOf(row.rule);
     for (const NameEntry& entry : session.model.table(row.table).entries) {
         if (entry.defined.line != 0 || entry.uses == 0) continue;
         if (old && inList(row.builtIn, upperCase(entry.shown))) continue;
         // Up to R12, readers make up what is missing, except blocks. Case beyond ASCII is not compared.
-        const Level level = !isAscii(entry.shown)                   ? Level::Note
-                            : old && row.rule != Rule::UnknownBlock ? Level::Warning
-                                                                    : Level::Error;
+        const Level level = isAscii(entry.shown) ? usual : Level::Note;
         session.out.addAs(level, row.rule, entry.used, "the ", row.what, ' ', quoted(entry.shown),
                           " is not defined, used ", entry.uses, entry.uses == 1 ? " time" : " times");
     }

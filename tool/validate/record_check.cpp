@@ -194,7 +194,7 @@ private:
         RowUse& use = rows_[row];
         if (use.count++ == 0)
             use.first = static_cast<uint32_t>(i);
-        else if (use.count == 2 && !group.repeats)
+        else if (use.count == 2 && !group.repeats && !(record_.flat && isOpen()))
             session_.out.add(Rule::RepeatedGroup, session_.at(tag), "group ", tag.code,
                              " stands several times");
         if (!isRowActive(session_, record_, row)) laterGroup(tag, group);
@@ -216,18 +216,34 @@ private:
     }
 
     void strangeGroup(const Tag& tag) {
+        if (tag.code == ownHandleCode(record_) && record_.hasHandle && record_.flat) return;
         followHandle(tag);
-        if (part_ != KindRules::kFlat && rules_.parts()[part_].open) return;
+        if (isOpen()) return;
+        if (isStrayCoordinate(tag)) return;
+        if (tag.code != 100 && valueType(tag.code) != ValueType::Undefined)
+            session_.out.add(Rule::UnknownGroup, session_.at(tag), "group ", tag.code, " is not known here");
+    }
+
+    /// Whether groups that no row lists are fine here.
+    bool isOpen() const {
+        const auto parts = rules_.parts();
+        if (part_ != KindRules::kFlat) return parts[part_].open;
+        return std::any_of(parts.begin(), parts.end(), [](const Part& part) { return part.open; });
+    }
+
+    /// A second or third coordinate away from its first.
+    bool isStrayCoordinate(const Tag& tag) {
         for (int step : {10, 20}) {
             if (tag.code < step) continue;
             const size_t row = rules_.rowOf(part_, tag.code - step);
             if (row == KindRules::kNoRow || rules_.groups()[row].dimensions * 10 <= step) continue;
-            session_.out.add(Rule::BadPoint, session_.at(tag), "group ", tag.code, " without the ",
-                             tag.code - step, " it belongs to");
-            return;
+            // The oldest files write all first coordinates, then all second ones.
+            if (session_.version != Version::Old)
+                session_.out.add(Rule::BadPoint, session_.at(tag), "group ", tag.code, " without the ",
+                                 tag.code - step, " it belongs to");
+            return true;
         }
-        if (tag.code != 100 && valueType(tag.code) != ValueType::Undefined)
-            session_.out.add(Rule::UnknownGroup, session_.at(tag), "group ", tag.code, " is not known here");
+        return false;
     }
 
     void laterGroup(const Tag& tag, const Group& group) {
@@ -252,6 +268,7 @@ private:
                    record_.tags[i + n].code == group.code + static_cast<int>(n) * 10;
         };
         const Tag& tag = record_.tags[i];
+        if (session_.version == Version::Old) return i;
         if (!has(1)) {
             session_.out.add(Rule::BadPoint, session_.at(tag), "group ", tag.code, " is not followed by ",
                              tag.code + 10);

@@ -163,9 +163,7 @@ void checkPointers(Session& session) {
         const auto place = [&] { return model.placeOf(pointer.object).at(pointer.line); };
         if (target == kNone) {
             const Rule rule = hard ? Rule::LostHard : Rule::LostSoft;
-            const Level level = pointer.strength == Strength::Reactor || !session.atLeast(Version::R13)
-                                    ? Level::Note
-                                    : levelOf(rule);
+            const Level level = pointer.strength == Strength::Reactor ? Level::Note : levelOf(rule);
             session.out.addAs(level, rule, place(), "group ", pointer.code, ": there is no ",
                               handleText(pointer.target));
             continue;
@@ -183,7 +181,8 @@ void checkPointers(Session& session) {
 
 void checkReferences(Session& session) {
     checkOwnHandles(session);
-    if (session.atLeast(Version::R13)) OwnerCheck(session).run();
+    if (!session.atLeast(Version::R13)) return; // handles are optional, tables have none
+    OwnerCheck(session).run();
     checkPointers(session);
 }
 

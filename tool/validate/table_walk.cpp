@@ -74,7 +74,9 @@ void TableWalk::finish() {
 }
 
 void TableWalk::close(const Place& place) {
-    if (isOpen_ && said_ >= 0 && said_ < records_)
+    // Line types ByLayer and ByBlock and the blocks of the model and the paper don't count for everybody.
+    const bool hasBuiltIn = session_.atLeast(Version::R13) && (table_ == "LTYPE" || table_ == "BLOCK_RECORD");
+    if (isOpen_ && said_ >= 0 && said_ < records_ - (hasBuiltIn ? 2 : 0))
         session_.out.add(Rule::TableCount, place_.at(place_.line), "the table says ", said_,
                          " records, there are ", records_);
     isOpen_ = false;
@@ -138,6 +140,9 @@ void TableWalk::checkHead(std::span<const Tag> tags, const Record& head) {
     const auto said = readInteger(valueOf(tags, 71)).value_or(-1);
     if (marker("AcDbDimStyleTable") == 0)
         session_.out.add(Rule::DimStyleHead, place_, "the marker AcDbDimStyleTable is missing");
+    else if (valueOf(tags, 71).empty() && handles == 0)
+        session_.out.addAs(Level::Note, Rule::DimStyleHead, place_,
+                           "group 71, the number of handles (340), is missing");
     else if (said != handles)
         session_.out.add(Rule::DimStyleHead, place_, "group 71 says ", said, " handles (340), there are ",
                          handles);

@@ -2,6 +2,8 @@
 
 #include "text.h"
 
+#include <algorithm>
+
 namespace validate {
 
 namespace {
@@ -145,16 +147,27 @@ bool isLongNameCharacter(char c) {
            std::string_view("<>/\\\":;?*,=`").find(c) == std::string_view::npos;
 }
 
+/// Length of the escape (\\U+XXXX, \\M+nXXXX) at `at`, 0 when there is none: it stands for one letter.
+size_t escapeLength(std::string_view name, size_t at) {
+    if (name.substr(at, 3) == "\\U+") return 7;
+    return name.substr(at, 3) == "\\M+" ? 8 : 0;
+}
+
+size_t nameLength(std::string_view name) {
+    size_t length = 0;
+    for (size_t i = 0; i < name.size(); ++length) i += std::max<size_t>(1, escapeLength(name, i));
+    return length;
+}
+
 /// First character that a name may not have, npos without one.
 size_t findBadCharacter(std::string_view name, bool longNames) {
-    for (size_t i = 0; i < name.size(); ++i) {
-        if (i == 0 && name[i] == '*') continue; // system and anonymous names
-        // An escape stands for a letter.
-        if (name[i] == '\\' && (name.substr(i, 3) == "\\U+" || name.substr(i, 3) == "\\M+")) {
-            i += name[i + 1] == 'U' ? 6 : 7;
-            continue;
-        }
-        if (!(longNames ? isLongNameCharacter(name[i]) : isShortNameCharacter(name[i]))) return i;
+    for (size_t i = 0; i < name.size();) {
+        const size_t escape = escapeLength(name, i);
+        const bool system = i == 0 && name[i] == '*'; // system and anonymous names
+        if (escape == 0 && !system &&
+            !(longNames ? isLongNameCharacter(name[i]) : isShortNameCharacter(name[i])))
+            return i;
+        i += std::max<size_t>(1, escape);
     }
     return std::string_view::npos;
 }
@@ -176,9 +189,10 @@ void checkDefinedName(Session& session, const Place& place, Names table, std::st
     if (table == Names::App) return;
     const bool longNames = session.longNames && session.atLeast(Version::R2000);
     const size_t limit = longNames ? 255 : 31;
-    if (name.size() > limit)
-        session.out.add(Rule::LongName, place, "the name ", quoted(name), " has ", name.size(),
-                        " bytes, more than ", limit);
+    const size_t length = nameLength(name);
+    if (length > limit)
+        session.out.add(Rule::LongName, place, "the name ", quoted(name), " has ", length,
+                        " characters, more than ", limit);
     const size_t bad = findBadCharacter(trimmed(name), longNames);
     if (bad != name.npos)
         session.out.add(Rule::BadName, place, "the name ", quoted(name), " has the forbidden character ",
