@@ -1,0 +1,43 @@
+#include "findings.h"
+
+#include "text.h"
+
+#include <algorithm>
+
+namespace validate {
+
+std::string_view sectionName(Section section) {
+    constexpr std::string_view names[] = {"",         "HEADER",  "CLASSES",        "TABLES",   "BLOCKS",
+                                          "ENTITIES", "OBJECTS", "THUMBNAILIMAGE", "ACDSDATA", "?"};
+    return names[static_cast<size_t>(section)];
+}
+
+bool Findings::count(Level level, Rule rule) {
+    ++levels_[static_cast<size_t>(level)];
+    const size_t number = ++counts_[indexOf(rule)];
+    const bool room = limit_ == 0 || number <= limit_;
+    truncated_ = truncated_ || !room;
+    return room;
+}
+
+void Findings::keep(Level level, Rule rule, const Place& place, std::string text) {
+    std::string kind =
+        quoted(place.kind); // as a message shows it: a hostile name can't bring control bytes in
+    kept_.push_back({static_cast<int>(rule), level, place.line, place.handle ? handleText(place.handle) : "",
+                     std::string(sectionName(place.section)), kind.substr(1, kind.size() - 2),
+                     std::move(text)});
+}
+
+void Findings::moveTo(Report& report) {
+    std::stable_sort(kept_.begin(), kept_.end(),
+                     [](const Finding& a, const Finding& b) { return a.line < b.line; });
+    report.findings = std::move(kept_);
+    report.notes = levels_[0];
+    report.warnings = levels_[1];
+    report.errors = levels_[2];
+    report.truncated = truncated_;
+    for (size_t i = 0; i < counts_.size(); ++i)
+        if (counts_[i]) report.counts[allRules()[i].number] = counts_[i];
+}
+
+} // namespace validate
