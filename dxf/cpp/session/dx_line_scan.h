@@ -1,8 +1,6 @@
 // Finding the end of a line of text DXF.
 #pragma once
 
-#include <cstddef>
-
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif

@@ -8,7 +8,6 @@
 #include "session_state.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 
 int DxLineTrim = 0;
@@ -20,11 +19,12 @@ constexpr std::ptrdiff_t LINE_LIMIT = 1'048'575;
 
 /// The current pair. Its text lies in the mapping of a document or in `buffer`.
 struct Line {
-    std::string_view bytes; ///< as in the file, cut to the limit of the call that read it
-    std::string_view text;  ///< the same as bytes of the file's code page
+    std::string_view text; ///< bytes of the file's code page, cut to the limit of the call that read it
     int code = 0;
-    int next = 1; ///< 0: the next call delivers this pair again
-    bool isUtf8 = false;
+    int next = 1;          ///< 0: the next call delivers this pair again
+    bool isPadded = false; ///< 16 bytes can be read at the text, whatever its length
+    bool isUtf8 = false;   ///< the file has the text as `utf8`
+    std::string_view utf8;
     std::string buffer; ///< texts that stand in no file as they are
 };
 
@@ -45,7 +45,7 @@ std::string_view trimmed(std::string_view text, bool left, bool right) {
 
 /// Takes a line off the front of [at, end): what fgets and the C string functions would see of it. A 0 byte
 /// ends the text, but not the line.
-std::string_view takeLine(const char*& at, const char* end) {
+inline std::string_view takeLine(const char*& at, const char* end) {
     const char* const start = at;
     const char* const limit = end - start > LINE_LIMIT ? start + LINE_LIMIT : end;
     const char* const stop = DxScanLineStop(start, limit);
@@ -60,8 +60,7 @@ std::string_view takeLine(const char*& at, const char* end) {
     return {start, static_cast<std::size_t>(textEnd - start)};
 }
 
-/// Takes the code line. Almost all are blanks, one to four digits and a line end; what isn't goes the long
-/// way.
+/// Branches that follow the digits are foretold well, and let the processor run ahead of them.
 int takeCode(const char*& at, const char* end) {
     const char* p = at;
     if (end - p >= 16) {
@@ -86,14 +85,15 @@ bool isUtf8Value(int code, std::string_view bytes) {
     return !isAscii && DxIsUtf8(bytes);
 }
 
-void decodeLine() {
-    line.bytes = DxWithoutCutUtf8(line.bytes);
-    line.buffer = DxUtf8ToFile(line.bytes);
-    line.text = line.buffer;
+void decodeLine(std::string_view bytes, std::size_t limit) {
+    line.utf8 = DxWithoutCutUtf8(bytes);
+    line.buffer = DxUtf8ToFile(line.utf8);
+    line.text = std::string_view(line.buffer).substr(0, limit);
+    line.isPadded = false;
 }
 
 /// Reads the next pair from the current document. False at its end, with the current pair as it was.
-bool readLine(int maxLength) {
+inline bool readLine(int maxLength) {
     DxfDocument* const document = DxDocuments.current_;
     if (!document) return false;
     const char* const data = document->view.data;
@@ -111,12 +111,10 @@ bool readLine(int maxLength) {
     const auto limit = static_cast<std::size_t>(maxLength - 1);
     if (bytes.size() > limit) bytes = bytes.substr(0, limit);
     line.code = code;
-    line.bytes = line.text = bytes;
+    line.text = bytes;
+    line.isPadded = end - bytes.data() >= 16;
     line.isUtf8 = isUtf8Value(code, bytes);
-    if (line.isUtf8) {
-        decodeLine();
-        line.text = line.text.substr(0, limit);
-    }
+    if (line.isUtf8) decodeLine(bytes, limit);
     return true;
 }
 
@@ -137,33 +135,13 @@ void showProgress() {
     setNextPercentPosition();
 }
 
-std::string_view trimmedByOption(std::string_view text) {
+inline std::string_view trimmedByOption(std::string_view text) {
     return DxLineTrim ? trimmed(text, DxLineTrim & 6, DxLineTrim & 5) : text;
 }
 
 UtCString wideText(std::string_view text) {
-    if (line.isUtf8) return trimmedByOption(line.bytes);
+    if (line.isUtf8) return trimmedByOption(line.utf8);
     return {text, DxFileHostCodePage()};
-}
-
-/// Copies a short text by moves that may overlap: much cheaper than a call for the few bytes of most values.
-void copyText(char* to, const char* from, std::size_t n) {
-    const auto copyEnds = [&]<std::size_t W>(std::integral_constant<std::size_t, W>) {
-        std::array<char, W> head;
-        std::array<char, W> tail;
-        std::memcpy(head.data(), from, W);
-        std::memcpy(tail.data(), from + n - W, W);
-        std::memcpy(to, head.data(), W);
-        std::memcpy(to + n - W, tail.data(), W);
-    };
-    if (n > 16)
-        std::memcpy(to, from, n);
-    else if (n >= 8)
-        copyEnds(std::integral_constant<std::size_t, 8>{});
-    else if (n >= 4)
-        copyEnds(std::integral_constant<std::size_t, 4>{});
-    else
-        for (std::size_t i = 0; i < n; ++i) to[i] = from[i];
 }
 
 /// Settings in a comment: "SCALE a:b" and "FORMAT word".
@@ -198,7 +176,10 @@ int DxGetLineVar(int* code, char* text, int maxLength, bool showPercent, UtCStri
     if (const int error = DxReadPair(pair, maxLength, showPercent, wide)) return error;
     // A pair handed back may have been read with a larger limit than this buffer's.
     const std::size_t n = std::min(pair.text.size(), static_cast<std::size_t>(maxLength - 1));
-    copyText(text, pair.text.data(), n);
+    if (n <= 16 && line.isPadded && !DxLineTrim && maxLength >= 16)
+        std::memcpy(text, pair.text.data(), 16); // cheaper than the few bytes that most values have
+    else if (n)
+        std::memcpy(text, pair.text.data(), n);
     text[n] = 0;
     *code = pair.code;
     return 0;
@@ -209,10 +190,10 @@ void DxUnGetLine() {
 }
 
 void DxReadForget() {
-    line.bytes = line.text = {};
+    line.text = line.utf8 = {};
     line.code = 0;
     line.next = 1;
-    line.isUtf8 = false;
+    line.isUtf8 = line.isPadded = false;
     line.buffer.clear();
     line.buffer.shrink_to_fit();
 }
@@ -263,8 +244,8 @@ int DxRestoreActPos(DX_SAVE* save) {
     DxDocuments.select(save->stream);
     const int error = DxReadSeek(save->position);
     line.buffer = save->text;
-    line.text = line.bytes = line.buffer;
-    line.isUtf8 = false;
+    line.text = line.buffer;
+    line.isUtf8 = line.isPadded = false;
     line.code = save->code;
     line.next = save->next;
     return error;
