@@ -42,17 +42,17 @@ enum OV_TEXT_SWITCH : char {
 /// The parameters of texts.
 struct OV_TEXT_PARM {
     int pen = 1;
-    double height = 2.5;       ///< capital letters, millimetres on the sheet; above 0
-    double width = 2.5;        ///< of a character of width 100, millimetres on the sheet; 0 counts as height
-    int font = 1;              ///< host font number, 0: TrueType face
-    double angle = 0;          ///< radians, counter-clockwise
-    double slant = 0;          ///< radians, to the right
-    int origin = 1;            ///< 1 … 9, see above; 0 counts as 1
-    int justification = 0;     ///< 0 left, 1 centre, 2 right
-    double lineDistance = 1.5; ///< relative to the height
-    double spacing = 1.0;      ///< 1.0: characters stand side by side
-    UtCString face;            ///< TrueType face, with font 0
-    int bits[8] = {};          ///< see OV_TEXT_BIT
+    double height = 2.5;        ///< capital letters, millimetres on the sheet; above 0
+    double width = 1.5;         ///< of a character of width 100, millimetres on the sheet; 0 counts as height
+    int font = 1;               ///< host font number, 0: TrueType face
+    double angle = 0;           ///< radians, counter-clockwise
+    double slant = 0;           ///< radians, to the right
+    int origin = 1;             ///< 1 … 9, see above; 0 counts as 1
+    int justification = 0;      ///< 0 left, 1 centre, 2 right
+    double lineDistance = 1.88; ///< relative to the height
+    double spacing = 1.5;       ///< 1.0: characters stand side by side
+    UtCString face;             ///< TrueType face, with font 0
+    int bits[8] = {};           ///< see OV_TEXT_BIT
 };
 
 /// What stands behind a text.
@@ -78,9 +78,8 @@ int ovtextparamsttf(int op, OV_TEXT_PARM* parm);
 /// The background of texts to come: 5 reads, 6 sets.
 int ovtextparamext(int op, OV_TEXT_EXT* ext);
 
-/// The simple text parameters: 5 reads, 6 sets. `*height` in millimetres on the sheet, `*factor` the width
-/// of a character relative to the height.
-int ovtextparams(int* code, int* font, double* height, double* factor);
+/// The simple text parameters: 5 reads, 6 sets. `*height` in millimetres on the sheet.
+int ovtextparams(int* code, int* font, double* height, double* spacing);
 
 /// Width and height of a block of lines (divided by line feeds) with the current parameters, in the drawing's
 /// unit. The empty text measures 0.

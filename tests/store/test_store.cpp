@@ -38,7 +38,7 @@ void addObjects(Pattern& p) {
     hatch.families = {{0.5, 2, 1, 1, 0.25, 3, 2, {1, -0.5, 0}}, {}};
     Text& text = p.texts.emplace_back();
     text.lines = {"Länge", "", std::string("a\0b\nc", 5)};
-    text.x = 1, text.y = 2, text.z = 3, text.height = 5, text.widthFactor = 0.8, text.angle = 0.1,
+    text.x = 1, text.y = 2, text.z = 3, text.height = 5, text.width = 4, text.angle = 0.1,
     text.slant = 0.2;
     text.font = 0, text.face = "DejaVu Sans", text.styleBits = 5, text.pen = 9, text.origin = 5;
     text.justification = 2, text.lineDistance = 1.2, text.spacing = 1.1, text.lineLength = 80;
@@ -118,7 +118,7 @@ static auto fields(const Hatch& h) {
                            fieldsOfAll(h.families));
 }
 static auto fields(const Text& t) {
-    return std::make_tuple(t.lines, t.x, t.y, t.z, t.height, t.widthFactor, t.angle, t.slant, t.font, t.face,
+    return std::make_tuple(t.lines, t.x, t.y, t.z, t.height, t.width, t.angle, t.slant, t.font, t.face,
                            t.styleBits, t.pen, t.origin, t.justification, t.lineDistance, t.spacing,
                            t.lineLength, t.fillPen, t.backOn, t.backType);
 }

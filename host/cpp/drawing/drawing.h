@@ -67,18 +67,18 @@ struct Text {
     std::vector<std::string> lines; ///< UTF-8, not broken to the line length
     double x = 0, y = 0, z = 0;     ///< where the origin lies
     double height = 2.5;            ///< of capital letters
-    double width = 2.5;             ///< of a character of width 100
+    double width = 1.5;             ///< of a character of width 100
     double angle = 0, slant = 0;    ///< radians
     int font = 1;                   ///< host font number, 0: face
     std::string face;               ///< TrueType face name
     int styleBits = 0; ///< 1 << OV_TEXT_BIT: 1 strike, 2 underline, 4 italic, 8 bold, 16 overline
     int pen = 1;
-    int origin = 1;            ///< 1 … 9, which point of the text's block stands at (x, y)
-    int justification = 0;     ///< 0 left, 1 centred, 2 right, among lines
-    double lineDistance = 1.5; ///< relative to the height
-    double spacing = 1.0;      ///< between characters, 1: side by side
-    double lineLength = 0;     ///< width to which lines are broken, drawing units, 0: not at all
-    int fillPen = 0;           ///< background, 0: as the sheet
+    int origin = 1;             ///< 1 … 9, which point of the text's block stands at (x, y)
+    int justification = 0;      ///< 0 left, 1 centred, 2 right, among lines
+    double lineDistance = 1.88; ///< relative to the height
+    double spacing = 1.5;       ///< between characters, 1: side by side
+    double lineLength = 0;      ///< width to which lines are broken, drawing units, 0: not at all
+    int fillPen = 0;            ///< background, 0: as the sheet
     bool backOn = false;
     int backType = 0; ///< frame: 0 none, 1 rectangle, 2 filled, 3 filled and rounded
     int dimType = 0;  ///< 3: belongs to a dimension

@@ -206,6 +206,7 @@ void Dumper::text(const Text& text) {
     option("distance", text.lineDistance, usual.lineDistance);
     option("spacing", text.spacing, usual.spacing);
     option("length", text.lineLength, 0);
+    option("dimtype", text.dimType, 0);
     option("background", text.fillPen, 0);
     if (text.backOn) put(" back").number(text.backType);
     for (const std::string& line : text.lines) put(" ").quoted(line);

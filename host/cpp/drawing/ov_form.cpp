@@ -4,6 +4,7 @@
 #include "drawing/host_state.h"
 #include "ge.h"
 #include "services/failure.h"
+#include "text/text_parm.h"
 #include "uo.h"
 #include "ut.h"
 
@@ -58,19 +59,22 @@ int UoStartInitEpsNew(double factor) {
     return 0;
 }
 
-int ovtextparams(int* code, int* font, double* height, double* factor) {
+int ovtextparams(int* code, int* font, double* height, double* spacing) {
     if (callFails()) return errorNoMemory;
     Text& parameters = drawingState().textParameters;
     if (*code == 5) {
         *font = parameters.font;
         *height = parameters.height;
-        *factor = parameters.height > 0 ? parameters.width / parameters.height : 1.0;
+        *spacing = parameters.spacing;
         return 0;
     }
     if (*code != 6) return errorNotApplicable;
-    parameters.font = *font;
-    parameters.height = *height;
-    parameters.width = *factor * *height;
+    OV_TEXT_PARM changed = parmOf(parameters);
+    changed.font = *font;
+    changed.height = *height;
+    changed.spacing = *spacing;
+    if (!isUsable(changed)) return errorNotApplicable;
+    setParm(parameters, changed);
     return 0;
 }
 

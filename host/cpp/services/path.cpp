@@ -65,7 +65,8 @@ UtCString UoSubstOVPath(const UtCString& path) {
     return expand(path.str(), [](const std::string& name) -> const char* {
         if (const char* value = std::getenv(name.c_str())) return value;
         if (name == "HD_U") return "/u";
-        return name == "HD_VE" ? "1700" : nullptr;
+        if (name == "VE" && std::getenv("HD_VE")) return std::getenv("HD_VE");
+        return name == "HD_VE" || name == "VE" ? "1700" : nullptr;
     });
 }
 

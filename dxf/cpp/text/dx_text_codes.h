@@ -1,0 +1,44 @@
+// Codes within texts: "%%" codes and escapes, one visible unit after the other.
+//
+// Texts are UTF-8 here. What a file gives as bytes of its code page has been converted when it was read, so
+// that no trail byte can be taken for a backslash.
+#pragma once
+
+#include "ut_string.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// One unit of a text: a character, a code or an escape.
+struct DxTextUnit {
+    char32_t character = 0; ///< what it shows, 0: nothing (it switches a line on or off)
+    int code = 0;           ///< its place in a ".chr" table; above 255: in none
+    std::size_t length = 1; ///< bytes of the text, at least 1
+};
+/// The unit at `pos`, which lies within the text.
+DxTextUnit DxNextTextUnit(std::string_view text, std::size_t pos);
+
+/// The character at `pos`, which moves behind it. Malformed bytes count as U+FFFD.
+char32_t DxNextChar(std::string_view text, std::size_t& pos);
+void DxAppendChar(std::string& text, char32_t character);
+std::size_t DxCharCount(std::string_view text);
+/// Cuts behind `count` characters.
+void DxCutChars(std::string& text, std::size_t count);
+
+/// Number of visible characters.
+int DxTextStrlen(std::string_view text);
+/// The text with "\U+XXXX" and "\M+…" escapes as characters. Two halves of a surrogate pair become one; half a
+/// pair, and the code 0, stay as they are.
+UtCString DxTextConv2Unicode(std::string_view in);
+/// Replaces control characters that the host doesn't know by "?". 4711 if there was any, else 0.
+int DxTextCheckIllegalChars(std::string& text);
+/// When DxFinishPending is set: the text's last character gives way to DxFinishText, and the mark is cleared.
+void DxTextCheckPolierText(std::string& text);
+
+/// The character of a byte of the host's own character set, Windows 1252; 0 for a code outside 1 to 255.
+char32_t DxHostChar(int code);
+/// The byte of a character in the host's own character set, -1 when it has none.
+int DxHostCode(char32_t character);
+/// The character of a byte of the file's code page.
+char32_t DxFileChar(int code);

@@ -1,0 +1,29 @@
+#include "text_state.h"
+
+std::vector<std::unique_ptr<DxFontTable>> DxFontTables;
+std::unordered_map<std::string, int> DxFontTableIndex;
+std::vector<std::unique_ptr<DxCadFontTable>> DxCadFontTables;
+std::unordered_map<int, int> DxCadFontTableIndex;
+std::array<DxCharMap, 2> DxCharMaps;
+int DxFinishPending;
+int DxTextTooSmallTold;
+std::unordered_map<std::string, int> DxMtextStyles;
+const DxTables* DxMtextStylesOf;
+std::vector<DX_TEXT_PLACE> DxTextList;
+std::size_t DxTextListSize;
+DxCharsetCache DxCharsets;
+
+void DxResetTextState() {
+    DxFontTables.clear();
+    DxFontTableIndex.clear();
+    DxCadFontTables.clear();
+    DxCadFontTableIndex.clear();
+    DxCharMaps = {};
+    DxFinishPending = 0;
+    DxTextTooSmallTold = 0;
+    DxMtextStyles.clear();
+    DxMtextStylesOf = nullptr;
+    DxTextList.clear();
+    DxTextListSize = 0;
+    DxCharsets = {};
+}

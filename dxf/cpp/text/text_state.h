@@ -1,0 +1,89 @@
+// What the text subsystem remembers within a session.
+#pragma once
+
+#include "dx_fixed.h"
+#include "ut_string.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+struct DxTables;
+
+/// Widths of a DXF font from its ".chr" file, in hundredths of the text height.
+struct DxFontTable {
+    static constexpr int codeCount = 259; ///< bytes, and behind them what the three codes beyond 255 stand for
+    std::string name;                     ///< as asked for
+    double averageSpace = 50.0;
+    double heightValue = 44.0; ///< depth of letters below the baseline
+    double averageWidth = 0.0;
+    bool isLoaded = false; ///< false: no such file
+    bool isTold = false;   ///< that it is missing
+    std::array<std::int16_t, 256> width{};
+    std::array<std::int16_t, 256> space{};
+    std::unordered_set<int> toldCodes; ///< undefined ones that the user was told of
+};
+
+/// Widths of a host font from its "std.%d" file, in hundredths of the character width.
+struct DxCadFontTable {
+    static constexpr std::uint16_t undefined = 0xFFFF;
+    int number = 0;
+    bool isProportional = false;
+    int averageWidth = 100;
+    std::array<std::uint16_t, 256> width{};
+    std::unordered_set<int> toldCodes;
+};
+
+/// What the codes of one set of character tables do, ready for use.
+struct DxCharMap {
+    bool isBuilt = false;
+    std::unordered_map<char32_t, char32_t> pairs; ///< file's character → host's
+    std::array<bool, 256> startsText{};           ///< bytes that begin one of the set's texts
+};
+
+/// A style as the host sees it; see DxTextGetCharset.
+struct DxCharset {
+    int font = 1;         ///< host font number, 0: face
+    DX_NAME fontFile;     ///< DXF font
+    double factor = 0;    ///< character spacing of the font map, 0: none given
+    DX_NAME face;         ///< TrueType face
+    int bits[8] = {};     ///< see DX_TEXT_BITS
+    double widthFactor = 1.0;
+};
+
+extern std::vector<std::unique_ptr<DxFontTable>> DxFontTables;
+extern std::unordered_map<std::string, int> DxFontTableIndex; ///< by name
+extern std::vector<std::unique_ptr<DxCadFontTable>> DxCadFontTables;
+extern std::unordered_map<int, int> DxCadFontTableIndex; ///< by number; -1: the file doesn't open
+extern std::array<DxCharMap, 2> DxCharMaps;              ///< main and special set of the direction at work
+extern int DxFinishPending;                              ///< the next text must end with DxFinishText
+extern int DxTextTooSmallTold;                           ///< message 5751 was given in this import
+
+/// Styles that "\f" codes made or found, by their description, in the tables at hand.
+extern std::unordered_map<std::string, int> DxMtextStyles;
+extern const DxTables* DxMtextStylesOf; ///< the tables that DxMtextStyles belongs to
+
+/// Texts that wait to be joined: pattern and row.
+struct DX_TEXT_PLACE {
+    int pat;
+    int row;
+};
+extern std::vector<DX_TEXT_PLACE> DxTextList;
+extern std::size_t DxTextListSize; ///< room of the list
+
+/// Styles by name as DxTextGetCharset found them last.
+struct DxCharsetCache {
+    const DxTables* tables = nullptr;
+    std::size_t styleCount = 0;
+    std::string defaultFont;
+    std::unordered_map<std::string, DxCharset> byStyle;
+};
+extern DxCharsetCache DxCharsets;
+
+/// Start values of all of the above, tables forgotten.
+void DxResetTextState();
