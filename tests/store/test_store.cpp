@@ -139,9 +139,10 @@ static void expectSame(const Pattern& a, const Pattern& b) {
     ASSERT_EQ(a.solids.size(), b.solids.size());
     ASSERT_EQ(std::make_pair(a.dimensions.size(), a.bitmaps.size()),
               std::make_pair(b.dimensions.size(), b.bitmaps.size()));
-    if (!a.solids.empty())
+    if (!a.solids.empty()) {
         EXPECT_EQ(std::tie(a.dimensions[0].data, a.bitmaps[0].data, a.solids[0].data),
                   std::tie(b.dimensions[0].data, b.bitmaps[0].data, b.solids[0].data));
+    }
 }
 
 namespace {
