@@ -244,7 +244,7 @@ TEST_F(Pictures, AnyDrawingWhatsoeverBecomesAPicture) {
             p.elements.push_back({x, y, nan, 0, 1, 1, ElementType::Spline, 0, 0});
             p.elements.push_back({x, y, 0, 0, 1, 1, ElementType::Point, 0, 0});
             Text& text = p.texts.emplace_back();
-            text.lines = {"x"}, text.x = x, text.y = y, text.height = std::fabs(y), text.widthFactor = x,
+            text.lines = {"x"}, text.x = x, text.y = y, text.height = std::fabs(y), text.width = x,
             text.angle = x;
             p.faces.push_back({{{x, y, 0}, {y, x, nan}}, 7});
             p.pointClouds = {{{{x, y, 0}}}};
@@ -281,29 +281,6 @@ TEST(Curves, ArcsMeetTheirEndsAndKeepTheirRadius) {
             EXPECT_EQ(last.x, to.x);
         }
     }
-}
-
-TEST(Curves, SplinesGoSmoothlyThroughTheirPointsWithTheirTangents) {
-    const Spline spline{{{0, 0}, {10, 5}, {20, -5}, {25, 0}, {40, 3}}, 3, true, false, pi / 2, 0};
-    const auto segments = splineToBezier(spline);
-    ASSERT_EQ(segments.size(), 4U);
-    EXPECT_NEAR(segments[0].control1.x, 0, 1e-9) << "leaves upward";
-    EXPECT_GT(segments[0].control1.y, 0);
-    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(segments[i].end.x, spline.points[i + 1].x);
-    for (std::size_t i = 0; i + 1 < 4; ++i) {
-        const auto chord = [&](std::size_t k) {
-            return std::hypot(spline.points[k + 1].x - spline.points[k].x,
-                              spline.points[k + 1].y - spline.points[k].y);
-        };
-        const double h = chord(i), g = chord(i + 1), y = segments[i].end.y;
-        EXPECT_NEAR((y - segments[i].control2.y) / h, (segments[i + 1].control1.y - y) / g, 1e-9)
-            << "tangent";
-        EXPECT_NEAR((segments[i].control1.y - 2 * segments[i].control2.y + y) / (h * h),
-                    (y - 2 * segments[i + 1].control1.y + segments[i + 1].control2.y) / (g * g), 1e-9)
-            << "curvature";
-    }
-    EXPECT_NEAR(segments[3].control1.y - 2 * segments[3].control2.y + segments[3].end.y, 0, 1e-9)
-        << "free end";
 }
 
 } // namespace host

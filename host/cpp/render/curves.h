@@ -1,4 +1,4 @@
-// Arcs and splines as cubic Bézier segments.
+// Arcs as cubic Bézier segments.
 #pragma once
 
 #include "drawing/drawing.h"
@@ -15,8 +15,5 @@ struct Bezier {
 /// The arc from `start` to (arc.x, arc.y) about its centre, in its direction; a full circle when it comes
 /// back to its start. `deviceScale` settles the number of segments: 0.05 device units of error at most.
 std::vector<Bezier> arcToBezier(const RPT& start, const Element& arc, double deviceScale);
-/// The twice continuously differentiable cubic spline through the points, with its end tangents where
-/// they are fixed and free ends (no curvature) else. It begins at points.front().
-std::vector<Bezier> splineToBezier(const Spline& spline);
 
 } // namespace host

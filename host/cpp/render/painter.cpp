@@ -1,6 +1,7 @@
 #include "render/painter.h"
 
-#include "render/text.h"
+#include "drawing/spline_curve.h"
+#include "text/layout.h"
 
 #include <algorithm>
 #include <cmath>
@@ -79,8 +80,8 @@ void Painter::drawElement(const Pattern& pattern, const Element& element) {
     case ElementType::Circle: drawArc(element); break;
     case ElementType::Spline:
         if (!(element.cx >= 0 && element.cx < static_cast<double>(pattern.splines.size()))) break;
-        for (const Bezier& b : splineToBezier(pattern.splines[static_cast<std::size_t>(element.cx)]))
-            path_.curveTo(mapBezier(b));
+        for (const BezierPiece& piece : splinePieces(pattern.splines[static_cast<std::size_t>(element.cx)]))
+            path_.curveTo(mapBezier({piece[1], piece[2], piece[3]}));
         break;
     }
     at_ = {element.x, element.y};
@@ -133,10 +134,33 @@ void Painter::drawPoints(const Pattern& pattern) {
     strokePending();
 }
 
+/// Whether a text can be drawn and be seen: not too small, not beyond all bounds, near the picture.
+static bool isTextShown(const Text& text, const RPT& at, const Frame& frame) {
+    const double unit = text.height * frame.unitsPerMm * frame.scale,
+                 reach = 20 * std::max(frame.width, frame.height);
+    const auto isSane = [](double value) { return std::isfinite(value) && std::fabs(value) < 1e6; };
+    return unit >= 0.5 && unit <= reach && std::fabs(at.x) < reach && std::fabs(at.y) < reach &&
+           isSane(text.angle) && isSane(text.slant) && isSane(text.spacing) && isSane(text.lineDistance) &&
+           text.width > 0 && text.width < 1e3 * text.height;
+}
+
 void Painter::drawTexts(const Pattern& pattern) {
+    if (pattern.texts.empty()) return;
+    TextPainter painter(cairo_, 1 / frame_.unitsPerMm);
     for (const Text& text : pattern.texts) {
-        setSource(cairo_, visiblePen(drawing_, text.pen, dark_));
-        drawText(cairo_, text, frame_);
+        const RPT at = frame_.map(text.x, text.y);
+        if (!isTextShown(text, at, frame_)) continue;
+        // Drawn about its own point, so that large coordinates cost it nothing.
+        Text local = text;
+        local.x = local.y = 0;
+        const cairo_matrix_t matrix{frame_.scale, 0, 0, -frame_.scale, at.x, at.y};
+        cairo_save(cairo_);
+        cairo_set_matrix(cairo_, &matrix);
+        const Rgb sheet = dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255};
+        const Rgb back = text.fillPen > 0 ? visiblePen(drawing_, text.fillPen, dark_) : sheet;
+        painter.draw(local, visiblePen(drawing_, text.pen, dark_), back);
+        cairo_restore(cairo_);
+        cairo_new_path(cairo_);
     }
     pen_ = -1;
 }

@@ -3,6 +3,7 @@
 
 #include "render/device_path.h"
 #include "render/style.h"
+#include "render/text.h"
 
 #include <map>
 

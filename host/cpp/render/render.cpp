@@ -1,9 +1,8 @@
 #include "render/render.h"
 
-#include "ge.h"
 #include "render/painter.h"
-#include "render/text.h"
 #include "store/replace.h"
+#include "text/layout.h"
 
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
@@ -53,22 +52,21 @@ static Surface makeSurface(Format format, double width, double height, FILE* fil
 
 /// Units of the drawing in a millimetre of the sheet.
 static double unitsPerMm(const Drawing& drawing) {
-    const double factor = GeUnit(drawing.unit).factor() / 1e6 * drawing.scale;
-    return std::isfinite(factor) && factor > 0 ? 1 / factor : 1;
+    const double factor = sheetMillimetres(drawing);
+    return std::isfinite(factor) && factor > 0 && std::isfinite(1 / factor) ? 1 / factor : 1;
 }
 
-static bool isShown(const Pattern& pattern) {
-    return pattern.number > 0 && pattern.visible && !pattern.scratch;
+static bool isShown(const Drawing& drawing, const Pattern& pattern) {
+    return pattern.number > 0 && !pattern.scratch && drawing.isVisible(pattern);
 }
 
 static Extents wholeExtents(const Drawing& drawing) {
     Extents extents = drawing.extents();
-    const Surface surface = makeSurface(Format::Png, 1, 1, nullptr);
-    const Context cairo(cairo_create(surface.get()), cairo_destroy);
+    const double perUnit = 1 / unitsPerMm(drawing);
     for (const Pattern& pattern : drawing.patterns) {
-        if (!isShown(pattern)) continue;
+        if (!isShown(drawing, pattern)) continue;
         for (const Text& text : pattern.texts)
-            addTextExtents(cairo.get(), text, unitsPerMm(drawing), extents);
+            for (const RPT& corner : textCorners(text, perUnit).p) extents.add(corner.x, corner.y);
     }
     return extents;
 }
@@ -99,7 +97,7 @@ static void paint(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bo
     for (const Stage stage : {&Painter::drawHatches, &Painter::drawFaces, &Painter::drawElements,
                               &Painter::drawPoints, &Painter::drawTexts}) {
         for (const Pattern& pattern : drawing.patterns)
-            if (isShown(pattern)) (painter.*stage)(pattern);
+            if (isShown(drawing, pattern)) (painter.*stage)(pattern);
     }
 }
 
