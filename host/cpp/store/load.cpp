@@ -113,33 +113,32 @@ static void checkForm(int unit, double scale, int format) {
     if (!std::isfinite(scale) || scale <= 0) throw StoreError("the scale isn't one");
 }
 
-static void readHead(Database& db, Drawing& drawing) {
+static DrawingHead readHead(Database& db, Drawing& drawing) {
     std::vector<DrawingHead> heads;
     readRows<DrawingHead>(db, [&](const Keys<DrawingHead>&) -> DrawingHead& { return heads.emplace_back(); });
     if (heads.size() != 1) throw StoreError("its settings are missing");
     const DrawingHead& head = heads[0];
     checkForm(head.unit, head.scale, head.format);
-    // Numbers of removed patterns take room in memory, which a file must not claim without bounds.
-    const std::int64_t most = 1'000'000 + 1000 * db.number("SELECT count(*) FROM patterns");
-    if (head.lastNumber < 0 || head.lastNumber > most || head.activeNumber < 0 || head.nextWorkId < 1)
+    // Patterns to come need numbers, too.
+    if (head.lastNumber < 0 || head.lastNumber > 2'000'000'000 || head.activeNumber < 0 ||
+        head.nextWorkId < 1)
         throw StoreError("its settings are out of range");
     drawing.unit = head.unit;
     drawing.scale = head.scale;
     drawing.format = head.format;
     drawing.nextWorkId = head.nextWorkId;
-    drawing.activeNumber = head.activeNumber;
-    drawing.lastNumber = head.lastNumber;
     drawing.fileName = head.fileName;
-    drawing.patterns.resize(static_cast<std::size_t>(head.lastNumber));
+    return head;
 }
 
-static void readPatterns(Database& db, Drawing& drawing) {
+static void readPatterns(Database& db, const DrawingHead& head, Drawing& drawing) {
     readRows<Pattern>(db, [&](const Keys<Pattern>& key) -> Pattern& {
-        if (key[0] < 1 || key[0] > drawing.lastNumber) throw StoreError("a pattern number is out of range");
-        Pattern& pattern = drawing.patterns[static_cast<std::size_t>(key[0] - 1)];
-        pattern.number = key[0];
-        return pattern;
+        if (key[0] <= drawing.lastNumber || key[0] > head.lastNumber)
+            throw StoreError("a pattern number is out of range");
+        return drawing.restorePattern(key[0]);
     });
+    drawing.lastNumber = head.lastNumber;
+    drawing.activeNumber = drawing.find(head.activeNumber) ? head.activeNumber : 0;
     readPatternLists(db, drawing, &Pattern::attributes);
     readPatternLists(db, drawing, &Pattern::splines);
     readPatternLists(db, drawing, &Pattern::hatches);
@@ -163,6 +162,10 @@ static void readTables(Database& db, Drawing& drawing) {
                         [&](const Keys<WorkPlane>& key) -> WorkPlane& { return drawing.workPlanes[key[0]]; });
     readRows<LineType>(db, [&](const Keys<LineType>& key) -> LineType& { return drawing.lineTypes[key[0]]; });
     readRows<Rgb>(db, [&](const Keys<Rgb>& key) -> Rgb& { return drawing.pens[key[0]]; });
+    std::vector<NamedState> states;
+    readRows<NamedState>(db,
+                         [&](const Keys<NamedState>& key) -> NamedState& { return append(states, key[0]); });
+    for (const NamedState& state : states) drawing.states[state.name] = state.settings;
     std::vector<ImportedPattern> imported;
     readRows<ImportedPattern>(
         db, [&](const Keys<ImportedPattern>& key) -> ImportedPattern& { return append(imported, key[0]); });
@@ -220,10 +223,10 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     if (!S_ISREG(about.st_mode)) throw StoreError("it isn't a file");
     Database db(path, Database::Mode::Read);
     checkFile(db);
-    readHead(db, drawing);
-    readPatterns(db, drawing);
+    readPatterns(db, readHead(db, drawing), drawing);
     readTables(db, drawing);
     checkElements(drawing);
+    drawing.recount();
     db.close();
 }
 

@@ -22,6 +22,12 @@ struct DrawingHead {
     std::string fileName;
 };
 
+/// What a pattern state stands for, with its name.
+struct NamedState {
+    std::string name;
+    StateSettings settings;
+};
+
 /// A pattern of the last import, as a row.
 struct ImportedPattern {
     int number = 0;
@@ -56,6 +62,7 @@ struct Row<Pattern> {
         v("group_name", r.ids.group), v("level", r.ids.level), v("class", r.ids.cls), v("name", r.ids.name);
         v("layer", r.ids.layer), v("obstat", r.ids.obstat);
         v("elements", r.elements);
+        v("faces_joined", r.facesJoined);
     }
 };
 
@@ -231,6 +238,17 @@ struct Row<Rgb> {
 };
 
 template <>
+struct Row<NamedState> {
+    static constexpr const char* table = "states";
+    static constexpr std::array keys{"position"};
+    template <class V, class R>
+    static void columns(V& v, R& r) {
+        v("name", r.name), v("pen", r.settings.pen), v("line_type", r.settings.lineType);
+        v("hatch_pen", r.settings.hatchPen), v("text_pen", r.settings.textPen), v("pen_3d", r.settings.pen3d);
+    }
+};
+
+template <>
 struct Row<ImportedPattern> {
     static constexpr const char* table = "imported_patterns";
     static constexpr std::array keys{"position"};
@@ -246,7 +264,7 @@ using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
                Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<PointCloud>, Holder<Layer>, Holder<View>,
-               Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<ImportedPattern>>;
+               Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<ImportedPattern>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

@@ -168,6 +168,9 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     position = 0;
     for (const int number : drawing.lastInterfaceIds)
         tables.of<ImportedPattern>().put({position++}, ImportedPattern{number});
+    position = 0;
+    for (const auto& [name, settings] : drawing.states)
+        tables.of<NamedState>().put({position++}, NamedState{name, settings});
     for (const auto& [id, plane] : drawing.workPlanes) tables.of<WorkPlane>().put({id}, plane);
     for (const auto& [number, lineType] : drawing.lineTypes) tables.of<LineType>().put({number}, lineType);
     for (const auto& [number, color] : drawing.pens) tables.of<Rgb>().put({number}, color);

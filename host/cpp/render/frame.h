@@ -1,0 +1,28 @@
+// From the drawing's plane to the picture.
+#pragma once
+
+#include "drawing/drawing.h"
+
+namespace host {
+
+/// Where the drawing lies in the picture. Device coordinates: pixels or points, y downward.
+struct Frame {
+    double width = 0, height = 0; ///< of the picture
+    double scale = 1;             ///< device units per drawing unit
+    double left = 0, top = 0;     ///< drawing coordinates of the picture's corner (margin excluded)
+    double margin = 0;
+    double lineWidth = 1;
+    double unitsPerMm = 1; ///< drawing units per millimetre on the sheet
+
+    /// Device point of (x, y). Subtracts first, so that detail survives far from the origin. Not finite for
+    /// points that aren't.
+    RPT map(double x, double y) const { return {(x - left) * scale + margin, (top - y) * scale + margin}; }
+};
+
+/// Frame with a longer side of `size` that shows `extents` with a margin around. Any extents will do: empty
+/// ones, a point, ones that aren't finite.
+Frame fitFrame(const Extents& extents, int size);
+/// Frame that shows exactly the sheet of a view; the sheet's middle is the drawing's origin.
+Frame sheetFrame(const View& view, int size);
+
+} // namespace host

@@ -1,0 +1,133 @@
+// Fills and hatch lines of a picture.
+#include "render/painter.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+
+/// Dashes of one family and hatch that are drawn singly; beyond, its lines are solid.
+static constexpr double kMostDashes = 50'000;
+
+void Painter::addContour(FillPath& path, const Contour& contour) const {
+    RPT at{0, 0};
+    const auto add = [&](const Bezier& b) { path.curveTo(mapBezier(b)); };
+    for (const Element& element : contour) {
+        const RPT to{element.x, element.y};
+        switch (element.type) {
+        case ElementType::Move: path.moveTo(frame_.map(to.x, to.y)); break;
+        case ElementType::Draw: path.lineTo(frame_.map(to.x, to.y)); break;
+        case ElementType::Circle: {
+            Element circle = element;
+            circle.ccw = 1;
+            path.moveTo(frame_.map(to.x, to.y));
+            for (const Bezier& b : arcToBezier(to, circle, frame_.scale)) add(b);
+            break;
+        }
+        case ElementType::Arc:
+            for (const Bezier& b : arcToBezier(at, element, frame_.scale)) add(b);
+            break;
+        case ElementType::Point:
+        case ElementType::Spline: break;
+        }
+        at = to;
+    }
+}
+
+namespace {
+
+/// The lines of a family across a box, in device space.
+struct LineField {
+    RPT along, origin;        ///< unit vector, a point of line 0
+    double spacing = 0;       ///< between lines, along the left normal
+    double shift = 0;         ///< along the line, from a line to the next
+    double from = 0, to = 0;  ///< reach of the box along the lines
+    double low = 0, high = 0; ///< reach of the box across, in line numbers
+};
+
+} // namespace
+
+static LineField layLines(const HatchFamily& family, const Frame& frame, const Extents& box) {
+    LineField field;
+    field.along = {std::cos(family.angle), -std::sin(family.angle)};
+    field.origin = frame.map(family.originX, family.originY);
+    field.spacing = std::fabs(family.distance) * frame.scale;
+    field.shift = family.offset * frame.scale;
+    field.from = field.low = HUGE_VAL;
+    field.to = field.high = -HUGE_VAL;
+    const RPT across{field.along.y, -field.along.x}; // left of the line, y being down
+    for (const double x : {box.minX, box.maxX}) {
+        for (const double y : {box.minY, box.maxY}) {
+            const double dx = x - field.origin.x, dy = y - field.origin.y;
+            const double along = dx * field.along.x + dy * field.along.y;
+            const double number = (dx * across.x + dy * across.y) / field.spacing;
+            field.from = std::min(field.from, along), field.to = std::max(field.to, along);
+            field.low = std::min(field.low, number), field.high = std::max(field.high, number);
+        }
+    }
+    return field;
+}
+
+/// Whether the lines can be told apart; else the hatch is a tone.
+static bool isTooDense(const LineField& field, double lineWidth) {
+    return !(field.spacing >= 2 * lineWidth) || !(field.high - field.low < 20'000);
+}
+
+void Painter::drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family) {
+    Extents box = path.box();
+    box = {std::max(box.minX, -10.0), std::max(box.minY, -10.0), std::min(box.maxX, frame_.width + 10),
+           std::min(box.maxY, frame_.height + 10), false};
+    if (box.minX >= box.maxX || box.minY >= box.maxY) return;
+    const LineField field = layLines(family, frame_, box);
+    const int pen = family.pen > 0 ? family.pen : hatch.fillPen;
+    const double alpha = 1 - std::clamp(hatch.transparency, 0, 100) / 100.0;
+    if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth)) {
+        setSource(cairo_, visiblePen(drawing_, pen, dark_), 0.4 * alpha);
+        path.emit(cairo_);
+        cairo_fill(cairo_);
+        return;
+    }
+    std::vector<double> dashes = deviceDashes(family.dashes, frame_.scale, frame_.lineWidth);
+    double period = 0;
+    for (const double length : dashes) period += length;
+    if (period > 0 && (field.high - field.low) * (field.to - field.from) / period > kMostDashes)
+        dashes.clear();
+
+    setSource(cairo_, visiblePen(drawing_, pen, dark_), alpha);
+    cairo_save(cairo_);
+    path.emit(cairo_);
+    cairo_clip(cairo_);
+    cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
+    setDashes(cairo_, dashes);
+    const RPT across{field.along.y, -field.along.x};
+    for (double n = std::ceil(field.low); n <= field.high; ++n) {
+        // Each line begins at a whole number of periods from its own origin, so that dashes stand in step.
+        const double shift = n * field.shift;
+        const double start =
+            period > 0 ? shift + std::floor((field.from - shift) / period) * period : field.from;
+        const RPT base{field.origin.x + across.x * n * field.spacing,
+                       field.origin.y + across.y * n * field.spacing};
+        cairo_move_to(cairo_, base.x + field.along.x * start, base.y + field.along.y * start);
+        cairo_line_to(cairo_, base.x + field.along.x * field.to, base.y + field.along.y * field.to);
+    }
+    cairo_stroke(cairo_);
+    cairo_restore(cairo_);
+}
+
+void Painter::drawHatches(const Pattern& pattern) {
+    for (const Hatch& hatch : pattern.hatches) {
+        FillPath path;
+        for (const Contour& contour : hatch.contours) addContour(path, contour);
+        if (path.empty()) continue;
+        if (hatch.solid) {
+            const double alpha = 1 - std::clamp(hatch.transparency, 0, 100) / 100.0;
+            setSource(cairo_, visiblePen(drawing_, hatch.fillPen, dark_), alpha);
+            path.emit(cairo_);
+            cairo_fill(cairo_);
+        }
+        for (const HatchFamily& family : hatch.families) drawFamily(path, hatch, family);
+    }
+    pen_ = -1;
+}
+
+} // namespace host

@@ -1,0 +1,43 @@
+// Draws the objects of a drawing into a picture.
+#pragma once
+
+#include "render/device_path.h"
+#include "render/style.h"
+#include "render/text.h"
+
+#include <map>
+
+namespace host {
+
+class Painter {
+public:
+    Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark);
+
+    void drawHatches(const Pattern& pattern);
+    void drawElements(const Pattern& pattern);
+    void drawFaces(const Pattern& pattern);
+    void drawPoints(const Pattern& pattern); ///< point clouds
+    void drawTexts(const Pattern& pattern);
+
+private:
+    void usePen(int pen, int lineType);
+    void strokePending();
+    void dot(const RPT& at);
+    void drawElement(const Pattern& pattern, const Element& element);
+    Bezier mapBezier(const Bezier& b) const;
+    void drawArc(const Element& element);
+    void addContour(FillPath& path, const Contour& contour) const;
+    void drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family);
+
+    cairo_t* cairo_;
+    const Drawing& drawing_;
+    const Frame& frame_;
+    bool dark_;
+    StrokePath path_;
+    RPT at_{0, 0}; ///< where the plot stands, drawing coordinates
+    int pen_ = -1, lineType_ = -1;
+    std::vector<RPT> dots_;                             ///< of the present pen, device coordinates
+    std::map<int, std::vector<double>> lineTypeDashes_; ///< by line type, device units
+};
+
+} // namespace host

@@ -1,0 +1,61 @@
+#include "render/style.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+
+Rgb visiblePen(const Drawing& drawing, int pen, bool dark) {
+    const auto own = drawing.pens.find(pen);
+    const Rgb color = own != drawing.pens.end() ? own->second : paletteColor(std::clamp(pen, 0, 1023));
+    if (dark && std::max({color.r, color.g, color.b}) < 40) return {255, 255, 255};
+    if (!dark && std::min({color.r, color.g, color.b}) > 235) return {0, 0, 0};
+    return color;
+}
+
+void setSource(cairo_t* cairo, const Rgb& color, double alpha) {
+    cairo_set_source_rgba(cairo, color.r / 255.0, color.g / 255.0, color.b / 255.0, alpha);
+}
+
+/// Dashes and gaps in turn, beginning with a dash: neighbours of a kind are joined.
+static std::vector<double> alternate(const std::vector<double>& dashes) {
+    std::vector<double> lengths;
+    for (const double dash : dashes) {
+        const bool isGap = dash < 0;
+        if (isGap == (lengths.size() % 2 == 1))
+            lengths.push_back(std::fabs(dash));
+        else if (!lengths.empty())
+            lengths.back() += std::fabs(dash);
+        else
+            lengths = {0, std::fabs(dash)};
+    }
+    if (lengths.size() % 2 == 1) lengths.push_back(0);
+    return lengths;
+}
+
+std::vector<double> deviceDashes(const std::vector<double>& dashes, double deviceScale, double lineWidth) {
+    std::vector<double> lengths = alternate(dashes);
+    double total = 0, gaps = 0;
+    for (std::size_t i = 0; i < lengths.size(); ++i) {
+        lengths[i] *= deviceScale;
+        if (i % 2 == 0)
+            lengths[i] = std::max(lengths[i], lineWidth); // a dot is as long as the line is wide
+        else
+            gaps += lengths[i];
+        total += lengths[i];
+    }
+    if (!std::isfinite(total) || total < 4 * lineWidth || gaps < lineWidth || total > 1e6) return {};
+    return lengths;
+}
+
+std::vector<double> lineTypeDashes(const Drawing& drawing, int lineType, const Frame& frame) {
+    const auto found = drawing.lineTypes.find(lineType);
+    if (found == drawing.lineTypes.end()) return {};
+    return deviceDashes(found->second.dashes, frame.unitsPerMm * frame.scale, frame.lineWidth);
+}
+
+void setDashes(cairo_t* cairo, const std::vector<double>& dashes, double phase) {
+    cairo_set_dash(cairo, dashes.data(), static_cast<int>(dashes.size()), phase);
+}
+
+} // namespace host

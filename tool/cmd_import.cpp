@@ -1,0 +1,71 @@
+// torva-dxf import: DXF files become drawing files.
+#include "jobs.h"
+#include "load.h"
+#include "options.h"
+#include "units.h"
+
+#include "drawing/dump.h"
+#include "store/store.h"
+#include "ut.h"
+
+#include <filesystem>
+#include <iostream>
+#include <map>
+
+namespace tool {
+
+namespace fs = std::filesystem;
+
+static std::string targetOf(const std::string& input, const Options& options) {
+    if (options.directory.empty()) return options.output;
+    const std::string stem = input == "-" ? "stdin" : fs::path(input).stem().string();
+    return (fs::path(options.directory) / (stem + ".tdw")).string();
+}
+
+/// Two inputs of one name would overwrite each other's drawing.
+static bool targetsDiffer(const Options& options) {
+    std::map<std::string, std::string> sources;
+    for (const std::string& input : options.inputs) {
+        const auto [source, isNew] = sources.try_emplace(targetOf(input, options), input);
+        if (isNew) continue;
+        std::cerr << "torva-dxf: " << source->second << " and " << input << " would both become "
+                  << source->first << '\n';
+        return false;
+    }
+    return true;
+}
+
+static int importOne(const std::string& input, const Options& options) {
+    const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
+    int status = tellOutcome(input, loaded, options);
+    const host::Drawing& drawing = host::openDrawing();
+    const host::Counts counts = host::countDrawing(drawing);
+    if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
+
+    const std::string target = targetOf(input, options);
+    if (const std::string error = host::saveDrawing(drawing, target); !error.empty()) {
+        std::cerr << "torva-dxf: " << error << '\n';
+        return STATUS_FAILED;
+    }
+    if (!options.quiet)
+        std::cerr << input << " -> " << target << ": " << drawing.elementCount << " elements in "
+                  << counts.patterns << " patterns, unit " << unitWord(drawing.unit)
+                  << (status == STATUS_DONE ? "" : " (what was read until the error)") << '\n';
+    return status;
+}
+
+int runImport(const Options& options) {
+    if (!options.directory.empty()) {
+        std::error_code error;
+        fs::create_directories(options.directory, error);
+        if (!fs::is_directory(options.directory, error)) {
+            std::cerr << "torva-dxf: can't make the folder " << options.directory << '\n';
+            return STATUS_FAILED;
+        }
+    }
+    if (!targetsDiffer(options)) return STATUS_USAGE;
+    return forEachInput(options.inputs, options.jobs,
+                        [&](const std::string& input) { return importOne(input, options); });
+}
+
+} // namespace tool

@@ -1,0 +1,109 @@
+// torva-dxf info: what is in a file and what became of it.
+#include "jobs.h"
+#include "load.h"
+#include "options.h"
+#include "units.h"
+
+#include "drawing/dump.h"
+
+#include <nlohmann/json.hpp>
+
+#include <iomanip>
+#include <iostream>
+
+namespace tool {
+
+using Json = nlohmann::ordered_json;
+
+static Json extentsJson(const host::Drawing& drawing) {
+    const host::Extents box = drawing.extents();
+    return box.empty ? Json() : Json{box.minX, box.minY, box.maxX, box.maxY};
+}
+
+static Json entitiesJson(const DxImportReport& report) {
+    Json entities = Json::object();
+    for (const auto& [name, count] : report.entities)
+        entities[name] = {{"read", count.read}, {"drawn", count.drawn}, {"skipped", count.skipped}};
+    return entities;
+}
+
+static Json infoJson(const std::string& input, const Loaded& loaded, const host::Drawing& drawing) {
+    const host::Counts counts = host::countDrawing(drawing);
+    Json info;
+    info["file"] = input;
+    info["stat"] = loaded.stat;
+    info["version"] = loaded.imported ? Json(loaded.report.version) : Json();
+    info["codepage"] = loaded.imported ? Json(loaded.report.codePage) : Json();
+    info["unit"] = unitWord(drawing.unit);
+    info["scale"] = drawing.scale;
+    info["patterns"] = counts.patterns;
+    info["elements"] = {{"move", counts.moves},
+                        {"draw", counts.draws},
+                        {"arc", counts.arcs + counts.circles},
+                        {"spline", counts.splines}};
+    info["texts"] = counts.texts;
+    info["hatches"] = counts.hatches;
+    info["dimensions"] = counts.dimensions;
+    info["bitmaps"] = counts.bitmaps;
+    info["faces"] = counts.faces;
+    info["pointclouds"] = counts.pointClouds;
+    info["solids"] = counts.solids;
+    info["views"] = counts.views;
+    info["attributes"] = counts.attributes;
+    info["extents"] = extentsJson(drawing);
+    info["entities"] = entitiesJson(loaded.report);
+    info["messages"] = loaded.messages;
+    info["seconds"] = loaded.seconds;
+    return info;
+}
+
+static void printNumbers(const Json& info, std::initializer_list<const char*> keys) {
+    const char* gap = "  ";
+    for (const char* key : keys) {
+        std::cout << gap << key << ' ' << info[key].dump();
+        gap = ", ";
+    }
+    std::cout << '\n';
+}
+
+/// The same for people.
+static void printInfo(const Json& info) {
+    std::cout << info["file"].get<std::string>() << '\n';
+    if (!info["version"].is_null())
+        std::cout << "  version " << info["version"].get<std::string>() << ", code page " << info["codepage"]
+                  << '\n';
+    std::cout << "  outcome " << info["stat"] << ", unit " << info["unit"].get<std::string>() << ", scale "
+              << info["scale"] << '\n';
+    if (info["extents"].is_null())
+        std::cout << "  empty\n";
+    else
+        std::cout << "  extents " << info["extents"].dump() << '\n';
+    printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
+    printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
+    printNumbers(info, {"faces", "pointclouds", "solids", "views"});
+    for (const auto& [name, count] : info["entities"].items())
+        std::cout << "  " << std::left << std::setw(20) << name << " read " << count["read"] << ", drawn "
+                  << count["drawn"] << ", skipped " << count["skipped"] << '\n';
+    for (const Json& message : info["messages"]) std::cout << "  * " << message.get<std::string>() << '\n';
+}
+
+static int infoOne(const std::string& input, const Options& options) {
+    const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
+    Options silent = options; // the messages are part of what is printed
+    silent.quiet = true;
+    const int status = tellOutcome(input, loaded, silent);
+    if (!loaded.error.empty()) return status;
+    const Json info = infoJson(input, loaded, host::openDrawing());
+    if (options.json)
+        std::cout << info.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+    else
+        printInfo(info);
+    return std::cout.flush() ? status : STATUS_FAILED;
+}
+
+int runInfo(const Options& options) {
+    return forEachInput(options.inputs, options.jobs,
+                        [&](const std::string& input) { return infoOne(input, options); });
+}
+
+} // namespace tool

@@ -1,0 +1,25 @@
+// torva-dxf render: a picture of a drawing.
+#include "load.h"
+#include "options.h"
+
+#include "render/render.h"
+
+#include <iostream>
+
+namespace tool {
+
+int runRender(const Options& options) {
+    const std::string& input = options.inputs.front();
+    const Loaded loaded = loadInput(input, options, true);
+    const int status = tellOutcome(input, loaded, options);
+    const host::Drawing& drawing = host::openDrawing();
+    if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
+
+    const std::string error =
+        host::renderDrawing(drawing, options.output, {options.size, options.view, options.dark});
+    if (error.empty()) return status;
+    std::cerr << "torva-dxf: " << error << '\n';
+    return STATUS_FAILED;
+}
+
+} // namespace tool

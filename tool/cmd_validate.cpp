@@ -1,0 +1,20 @@
+// torva-dxf validate: what is wrong with DXF files.
+#include "options.h"
+
+#include "validate.h"
+
+#include <iostream>
+
+namespace tool {
+
+int runValidateCommand(const Options& options) {
+    validate::Options wish;
+    wish.files = options.inputs;
+    wish.json = options.json;
+    wish.strict = options.strict;
+    const int status = validate::runValidate(wish, std::cout, std::cerr);
+    std::cout.flush();
+    return status;
+}
+
+} // namespace tool

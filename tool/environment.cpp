@@ -1,0 +1,57 @@
+#include "environment.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+namespace tool {
+
+static const char* const kRelease = "1700";
+
+TemporaryFolder::TemporaryFolder() {
+    std::string name = (fs::temp_directory_path() / "torva-dxf-XXXXXX").string();
+    if (!mkdtemp(name.data())) throw std::runtime_error("Can't make a folder in the temporary directory");
+    path_ = name;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+static std::string findData() {
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    for (const fs::path& root :
+         {program.parent_path().parent_path() / "share/torva-dxf", fs::path(TORVA_BUILD_DATA)}) {
+        if (fs::is_directory(root / kRelease / "int", error)) return root.string();
+    }
+    return TORVA_INSTALL_DATA;
+}
+
+static std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+void setDataEnvironment() {
+    if (variable("HD_U").empty()) setenv("HD_U", findData().c_str(), 1);
+    if (variable("HD_VE").empty()) setenv("HD_VE", kRelease, 1);
+    if (variable("VE").empty()) setenv("VE", variable("HD_VE").c_str(), 1);
+}
+
+std::string dataFile(const std::string& name) {
+    return variable("HD_U") + "/" + variable("HD_VE") + "/int/dxf/dflt/" + name;
+}
+
+std::string localeLanguage() {
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const std::string value = variable(name);
+        if (!value.empty()) return value.starts_with("en") ? "en" : "de";
+    }
+    return "de";
+}
+
+} // namespace tool

@@ -1,0 +1,30 @@
+// Where the program finds its data and puts what it needs for a while.
+#pragma once
+
+#include <string>
+
+namespace tool {
+
+/// A folder of this process that goes away with its owner.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    std::string file(const std::string& name) const { return path_ + "/" + name; }
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+/// Points HD_U, HD_VE and VE to the program's own data unless they are set: the data that is installed
+/// beside the program, else that of the build, else that of the installation it was made for.
+void setDataEnvironment();
+/// Path of an installation file below int/dxf/dflt.
+std::string dataFile(const std::string& name);
+/// Language of messages by the locale: "en" for an English one, else "de".
+std::string localeLanguage();
+
+} // namespace tool

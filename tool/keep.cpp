@@ -1,0 +1,143 @@
+#include "keep.h"
+
+#include "ut_string.h"
+
+#include <algorithm>
+#include <bitset>
+#include <fstream>
+#include <sstream>
+
+namespace tool {
+
+static constexpr int kFirstLineType = 2, kLastLineType = 62;
+static constexpr int kColors = 255;
+
+static std::string lower(const std::string& text) {
+    return UtCString(text).Lower().str();
+}
+
+/// From AC1021 on strings are UTF-8 and reach the module's tables in the file's code page.
+static std::string inCodePage(const std::string& name, const SourceScan& scan) {
+    if (scan.version < 1021) return name;
+    return UtCString(std::string_view(name), UT_CP_UTF8).Ansi(scan.codePage);
+}
+
+static std::string inUtf8(const std::string& name, const SourceScan& scan) {
+    return UtCString(std::string_view(name), scan.version < 1021 ? scan.codePage : UT_CP_UTF8).str();
+}
+
+/// Whether a line "name|number" of a configuration can carry the name.
+static bool isWritable(const std::string& name) {
+    return std::none_of(name.begin(), name.end(),
+                        [](char c) { return c == '|' || static_cast<unsigned char>(c) < 0x20; });
+}
+
+namespace {
+
+/// Gives out numbers, one a name whatever its letter case.
+class LineTypeNumbers {
+public:
+    LineTypeNumbers(KeepPlan& plan, const SourceScan& scan) : plan_(plan), scan_(scan) {
+        for (const char* name : {"continuous", "bylayer", "byblock"}) numbers_[name] = 1;
+    }
+    void add(const SourceLineType& type) {
+        if (!isWritable(type.name)) {
+            plan_.notes.push_back("Line type " + inUtf8(type.name, scan_) +
+                                  " can't be configured: drawn solid");
+            return;
+        }
+        const auto [entry, isNew] = numbers_.try_emplace(lower(type.name), next_);
+        if (isNew && next_ > kLastLineType)
+            entry->second = 1, left_.push_back(type.name);
+        else if (isNew)
+            plan_.lineTypes[next_++] = type;
+        spell(type.name, entry->second);
+    }
+    void finish() {
+        if (left_.empty()) return;
+        plan_.notes.push_back(
+            std::to_string(left_.size()) + " line types are drawn solid, for the host knows " +
+            std::to_string(kLastLineType) + " only; the first is " + inUtf8(left_[0], scan_));
+    }
+
+private:
+    void spell(const std::string& name, int number) {
+        const std::string key = lower(name);
+        if (key == "bylayer" || key == "byblock") return;
+        const std::pair<std::string, int> entry{inCodePage(name, scan_), number};
+        if (spelled_.try_emplace(entry.first, number).second) plan_.spellings.push_back(entry);
+    }
+
+    KeepPlan& plan_;
+    const SourceScan& scan_;
+    std::map<std::string, int> numbers_, spelled_;
+    std::vector<std::string> left_;
+    int next_ = kFirstLineType;
+};
+
+} // namespace
+
+KeepPlan planKeeping(const SourceScan& scan) {
+    KeepPlan plan;
+    LineTypeNumbers numbers(plan, scan);
+    for (const SourceLineType& type : scan.lineTypes) numbers.add(type);
+    for (const std::string& name : scan.lineTypesUsed) numbers.add({name, {}});
+    numbers.finish();
+    for (const std::string& font : scan.fontFiles) {
+        // A host side that begins with a digit would be a font number.
+        if (isWritable(font) && !(font[0] >= '0' && font[0] <= '9')) plan.fonts.push_back(font);
+    }
+    return plan;
+}
+
+bool writeKeepConfig(const KeepPlan& plan, const std::string& keep, const std::string& target) {
+    std::ifstream in(keep);
+    std::ofstream out(target);
+    for (std::string line; std::getline(in, line) && !line.starts_with("#EOF");) out << line << '\n';
+    if (!in) return false;
+    out << "\n#LT-DXF-TO-CAD\n" << plan.spellings.size() << '\n';
+    for (const auto& [name, number] : plan.spellings) out << name << '|' << number << '\n';
+    out << "\n#FONT-DXF-TO-CAD\n" << plan.fonts.size() << '\n';
+    for (const std::string& font : plan.fonts) out << font << '|' << font << '\n';
+    for (const char* section : {"#PEN-DXF-TO-CAD", "#FILL-DXF-TO-CAD"}) {
+        out << '\n' << section << '\n' << kColors + 1 << '\n';
+        for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';
+        out << "DEF|7\n";
+    }
+    out << "\n#EOF\n";
+    return static_cast<bool>(out.flush());
+}
+
+/// DXF colours whose pens the drawing uses.
+static std::bitset<kColors + 1> usedColors(const host::Drawing& drawing) {
+    std::bitset<kColors + 1> used;
+    const auto use = [&](int pen) {
+        if (pen >= 1 && pen <= kColors) used.set(static_cast<std::size_t>(pen));
+    };
+    for (const host::Pattern& pattern : drawing.patterns) {
+        for (const host::Element& element : pattern.elements) use(element.pen);
+        for (const host::Text& text : pattern.texts) use(text.pen), use(text.fillPen);
+        for (const host::Face& face : pattern.faces) use(face.pen);
+        for (const host::Hatch& hatch : pattern.hatches) {
+            use(hatch.fillPen);
+            for (const host::HatchFamily& family : hatch.families) use(family.pen);
+        }
+    }
+    return used;
+}
+
+void applyKeeping(const KeepPlan& plan, const SourceScan& scan, host::Drawing& drawing) {
+    const double sheetMm = host::unitInMm(drawing) * drawing.scale;
+    const double factor = (scan.lineTypeScale > 0 ? scan.lineTypeScale : 1) * sheetMm;
+    for (const auto& [number, type] : plan.lineTypes) {
+        host::LineType& own = drawing.lineTypes[number];
+        own.name = inUtf8(type.name, scan);
+        own.dashes = type.dashes;
+        for (double& dash : own.dashes) dash *= factor;
+    }
+    const auto used = usedColors(drawing);
+    for (int color = 1; color <= kColors; ++color)
+        if (used[static_cast<std::size_t>(color)]) drawing.pens[color] = host::dxfColor(color);
+}
+
+} // namespace tool

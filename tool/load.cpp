@@ -1,0 +1,241 @@
+#include "load.h"
+
+#include "drawing/drawing.h"
+#include "drawing/move.h"
+#include "dx_select.h"
+#include "environment.h"
+#include "keep.h"
+#include "progress.h"
+#include "services/session.h"
+#include "store/store.h"
+#include "units.h"
+#include "ut.h"
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+
+namespace tool {
+
+namespace {
+
+constexpr std::string_view kBinarySentinel = "AutoCAD Binary DXF";
+
+/// One input being loaded.
+class Loading {
+public:
+    Loading(const Options& options, bool isAlone) : options_(options), isAlone_(isAlone) {}
+    Loaded run(const std::string& input);
+
+private:
+    void prepareSession();
+    void importDxf(const std::string& path);
+    void prepareKeeping(const std::string& path);
+    void setVariables();
+    void finishKeeping();
+    void note(const std::string& text);
+
+    const Options& options_;
+    bool isAlone_;
+    TemporaryFolder folder_;
+    Loaded loaded_;
+    SourceScan scan_;
+    KeepPlan plan_;
+};
+
+} // namespace
+
+static std::string firstBytes(const std::string& path, std::size_t count) {
+    std::string bytes(count, '\0');
+    std::ifstream in(path, std::ios::binary);
+    in.read(bytes.data(), static_cast<std::streamsize>(count));
+    bytes.resize(static_cast<std::size_t>(std::max<std::streamsize>(0, in.gcount())));
+    return bytes;
+}
+
+static bool isDrawingFile(const std::string& path) {
+    return firstBytes(path, 15) == "SQLite format 3" || UtPathExt(path).str() == "tdw";
+}
+
+/// The text of a DXF file looked through; of a DWG or binary DXF, its text form.
+static SourceScan scanFile(const std::string& path, const TemporaryFolder& folder) {
+    std::string source = path;
+    const bool isBinary = firstBytes(path, kBinarySentinel.size()) == kBinarySentinel;
+    if (isBinary || UtPathExt(path).str() == "dwg") {
+        source = folder.file("scan.dxf");
+        if (UtConvertDwg2Dxf(path, source) != 0) return {};
+    }
+    SourceScan scan;
+    if (FILE* stream = UtFileOpen(source, "rb")) {
+        UT_FILE_VIEW view;
+        if (UtFileMap(stream, view) == 0) {
+            scan = scanSource({view.data ? view.data : "", view.size});
+            UtFileUnmap(view);
+        }
+        UtFileClose(stream);
+    }
+    return scan;
+}
+
+/// Copies standard input to a file, for the module reads files.
+static std::string spoolStandardInput(const TemporaryFolder& folder) {
+    const std::string path = folder.file("stdin.dxf");
+    std::ofstream out(path, std::ios::binary);
+    std::vector<char> buffer(1 << 16);
+    for (;;) {
+        const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stdin);
+        if (count == 0) break;
+        out.write(buffer.data(), static_cast<std::streamsize>(count));
+    }
+    return out.flush() ? path : std::string();
+}
+
+/// The messages of the runs in a protocol file, without its frame: a line of dashes, the file's name and the
+/// date, and at the end the outcome and another line of dashes.
+static std::vector<std::string> readProtocol(const std::string& path, std::uintmax_t from) {
+    std::ifstream in(path, std::ios::binary);
+    in.seekg(static_cast<std::streamoff>(from));
+    std::vector<std::string> lines, messages;
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    const std::string dashes(42, '-');
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const bool isName = lines[i].starts_with("DXF-IMPORT: ");
+        if (isName) ++i; // and the date
+        const bool isOutcome = i + 1 < lines.size() && i > 0 && lines[i + 1] == dashes;
+        if (!isName && !isOutcome && i < lines.size() && lines[i] != dashes) messages.push_back(lines[i]);
+    }
+    return messages;
+}
+
+static std::uintmax_t fileSize(const std::string& path) {
+    std::ifstream in(path, std::ios::binary | std::ios::ate);
+    return in ? static_cast<std::uintmax_t>(in.tellg()) : 0;
+}
+
+void Loading::note(const std::string& text) {
+    loaded_.messages.push_back(text);
+    loaded_.important.push_back(text);
+}
+
+void Loading::prepareSession() {
+    host::resetSession();
+    host::Session& session = host::session();
+    session.language = options_.language.empty() ? localeLanguage() : options_.language;
+    if (options_.read.maxElements > 0) session.maxElements = options_.read.maxElements;
+    session.wantsAbort = [] { return isInterrupted(); };
+    if (isAlone_ && !options_.quiet) session.onStatus = showProgress;
+    if (const char* converter = std::getenv("TORVA_DWG_CONVERTER")) session.dwgConverter = converter;
+}
+
+void Loading::prepareKeeping(const std::string& path) {
+    scan_ = scanFile(path, folder_);
+    plan_ = planKeeping(scan_);
+    const std::string config = folder_.file("keep.dxd");
+    if (writeKeepConfig(plan_, dataFile("keep.dxd"), config))
+        host::session().texts["$DxfConfig"] = config;
+    else
+        note("Can't read " + dataFile("keep.dxd") + ": the module's defaults are used");
+    if (!options_.read.center) host::session().numbers["&DxfInsbase"] = 1;
+    if (options_.read.unit != 0) return;
+    const FileUnit unit = unitOfFile(scan_.insUnits);
+    host::openDrawing().unit = unit.code;
+    if (!unit.exact)
+        note("The file's unit (" + std::string(unit.name) +
+             ") isn't one of the host's: the numbers stay, as " + unitWord(unit.code));
+}
+
+/// Settings of the command line, as macro variables; --set has the last word.
+void Loading::setVariables() {
+    host::Session& session = host::session();
+    const ReadOptions& read = options_.read;
+    if (read.unit != 0) host::openDrawing().unit = read.unit;
+    if (!read.config.empty()) session.texts["$DxfConfig"] = read.config;
+    if (read.space != "model") {
+        session.numbers["&DxfParseExt"] = 0;
+        session.numbers["&DxfPaper"] = read.space == "paper" ? 1 : 2;
+    }
+    for (const std::string& variable : read.variables) {
+        const std::size_t equals = variable.find('=');
+        const std::string name = variable.substr(0, equals), value = variable.substr(equals + 1);
+        if (name[0] == '&')
+            session.numbers[name] = std::strtod(value.c_str(), nullptr);
+        else
+            session.texts[name] = value;
+    }
+}
+
+void Loading::finishKeeping() {
+    host::Drawing& drawing = host::openDrawing();
+    applyKeeping(plan_, scan_, drawing);
+    if (options_.read.center) return;
+    // The insertion base became the origin; coordinates are to stay what the file says.
+    const RPT model{loaded_.report.insBase.x, loaded_.report.insBase.y};
+    const RPT paper{scan_.paperBaseX, scan_.paperBaseY};
+    const bool isPaper = options_.read.space == "paper";
+    const RPT& base = isPaper ? paper : model;
+    if (options_.read.space == "all" && (model.x != paper.x || model.y != paper.y))
+        note("Model and paper space have different insertion bases: coordinates are relative to them");
+    else if (base.x != 0 || base.y != 0)
+        host::moveDrawing(drawing, base.x, base.y);
+}
+
+void Loading::importDxf(const std::string& path) {
+    const bool keeps = options_.read.config.empty() && !options_.read.plain;
+    if (keeps) prepareKeeping(path);
+    setVariables();
+    const char* workFolder = std::getenv("HD_WORK_DIR");
+    const bool ownFolder = !workFolder || !*workFolder;
+    if (ownFolder) setenv("HD_WORK_DIR", folder_.path().c_str(), 1);
+    const std::string protocol = std::string(std::getenv("HD_WORK_DIR")) + "/dxf.proto";
+    const std::uintmax_t before = fileSize(protocol);
+
+    DxfSelect(0, options_.read.threeD ? DX_IMPORT_3D : DX_IMPORT_2D, path);
+    hideProgress();
+    loaded_.imported = true;
+    loaded_.stat = static_cast<int>(host::session().numbers["&DxfStat"]);
+    loaded_.report = DxGetImportReport();
+    for (std::string& line : readProtocol(protocol, before)) loaded_.messages.push_back(std::move(line));
+    for (const std::string& line : host::session().messageArea) loaded_.important.push_back(line);
+    if (ownFolder) unsetenv("HD_WORK_DIR");
+    if (host::session().elementLimitHit) note("Stopped: more elements than allowed (--max-elements)");
+    if (keeps) finishKeeping();
+}
+
+Loaded Loading::run(const std::string& input) {
+    const auto start = std::chrono::steady_clock::now();
+    prepareSession();
+    const std::string path = input == "-" ? spoolStandardInput(folder_) : input;
+    if (path.empty()) {
+        loaded_.error = "Can't read standard input";
+    } else if (isDrawingFile(path)) {
+        loaded_.error = host::loadDrawing(host::openDrawing(), path);
+    } else {
+        importDxf(path);
+    }
+    loaded_.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return std::move(loaded_);
+}
+
+Loaded loadInput(const std::string& input, const Options& options, bool isAlone) {
+    return Loading(options, isAlone).run(input);
+}
+
+int tellOutcome(const std::string& input, const Loaded& loaded, const Options& options) {
+    if (!loaded.error.empty()) {
+        std::cerr << "torva-dxf: " << loaded.error << '\n';
+        return STATUS_FAILED;
+    }
+    if (!options.quiet) {
+        for (const std::string& line : options.verbose ? loaded.messages : loaded.important)
+            std::cerr << input << ": " << line << '\n';
+    }
+    if (loaded.stat == 0) return STATUS_DONE;
+    std::cerr << "torva-dxf: " << input << ": the import ended with error " << loaded.stat << '\n';
+    return STATUS_FAILED;
+}
+
+} // namespace tool

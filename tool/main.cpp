@@ -1,0 +1,167 @@
+// The torva-dxf command: its command line.
+#include "environment.h"
+#include "options.h"
+#include "progress.h"
+#include "units.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <iostream>
+
+namespace tool {
+
+static const char* const kExamples = R"(Examples:
+  torva-dxf render plan.dxf plan.svg            a picture, to see what is in the file
+  torva-dxf info plan.dxf --json                counts, unit, extents, messages
+  torva-dxf import plan.dxf -o plan.tdw         a drawing file (SQLite)
+  torva-dxf import *.dxf -d drawings --jobs 4   many, four at a time
+  torva-dxf dump plan.tdw                       the drawing as text, for diffs
+  torva-dxf validate plan.dxf --strict          what is wrong with the file itself
+  cat plan.dxf | torva-dxf info -               from standard input
+
+Exit status: 0 done, 1 an import ended with an error, 2 wrong usage.
+The protocol of each run goes to HD_WORK_DIR/dxf.proto when that variable is set.)";
+
+static std::string checkVariable(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos || equals < 2 || (text[0] != '&' && text[0] != '$'))
+        return "'" + text + "' isn't of the form '&Name=number' or '$Name=text'";
+    if (text[0] == '$') return {};
+    char* end = nullptr;
+    std::strtod(text.c_str() + equals + 1, &end);
+    return end != text.c_str() + equals + 1 && *end == '\0' ? "" : "'" + text + "': a number is wanted";
+}
+
+static void addMessageOptions(CLI::App& command, Options& options) {
+    command.add_flag("-q,--quiet", options.quiet, "Errors only");
+    command.add_flag("-v,--verbose", options.verbose, "All messages of the run");
+    command.add_option("--lang", options.language, "Language of messages")
+        ->check(CLI::IsMember({"de", "en"}));
+}
+
+static void addReadOptions(CLI::App& command, Options& options) {
+    ReadOptions& read = options.read;
+    command.add_flag("--3d", read.threeD, "Import faces and solids in 3D");
+    command.add_option("--space", read.space, "Which space of a DXF file")
+        ->check(CLI::IsMember({"model", "paper", "all"}))
+        ->capture_default_str();
+    const auto config = command.add_option("--config", read.config,
+                                           "A configuration file (.dxd or the older form); it rules alone");
+    config->check(CLI::ExistingFile);
+    command.add_flag("--plain", read.plain, "The module's defaults instead of keeping everything")
+        ->excludes(config);
+    command.add_flag("--center", read.center, "Middle of the extents at the origin");
+    command.add_option_function<std::string>(
+        "--unit",
+        [&read](const std::string& word) {
+            read.unit = unitFromWord(word);
+            if (read.unit == 0) throw CLI::ValidationError("--unit", "no such unit: " + word);
+        },
+        "Unit of the drawing: nm, um, mm, cm, m, km, inch, feet; else the file's");
+    command.add_option("--set", read.variables, "Macro variable '&Name=number' or '$Name=text'; repeatable")
+        ->allow_extra_args(false)
+        ->check(checkVariable);
+    command.add_option("--max-elements", read.maxElements, "Stop at so many elements")
+        ->check(CLI::PositiveNumber);
+    addMessageOptions(command, options);
+}
+
+static void addInputs(CLI::App& command, Options& options, bool several) {
+    const auto inputs = command.add_option(
+        "IN", options.inputs, several ? "Drawings; - is standard input" : "Drawing; - is standard input");
+    inputs->required();
+    if (!several) inputs->expected(1);
+}
+
+static void addJobs(CLI::App& command, Options& options) {
+    command.add_option("--jobs", options.jobs, "Files worked on at a time, a process each")
+        ->check(CLI::Range(1, 256));
+}
+
+using Run = int (*)(const Options&);
+
+static CLI::App* addCommand(CLI::App& app, const char* name, const char* purpose, Run run, Run& chosen) {
+    CLI::App* command = app.add_subcommand(name, purpose);
+    command->callback([run, &chosen] { chosen = run; });
+    return command;
+}
+
+static void addCommands(CLI::App& app, Options& options, Run& chosen) {
+    CLI::App* import = addCommand(app, "import", "DXF files become drawing files (.tdw)", runImport, chosen);
+    addInputs(*import, options, true);
+    const auto output = import->add_option("-o,--output", options.output, "The drawing file");
+    import->add_option("-d,--directory", options.directory, "Folder for the drawing files")->excludes(output);
+    addJobs(*import, options);
+    addReadOptions(*import, options);
+
+    CLI::App* render =
+        addCommand(app, "render", "A picture of a drawing: SVG, PNG or PDF", runRender, chosen);
+    addInputs(*render, options, false);
+    render->add_option("OUT", options.output, "Picture; its extension says the format")->required();
+    render->add_option("--size", options.size, "Longer side in pixels or points")
+        ->check(CLI::Range(16, 16000))
+        ->capture_default_str();
+    render->add_option("--view", options.view, "A view of the drawing instead of all, fitted");
+    render->add_flag("--dark", options.dark, "On black");
+    addReadOptions(*render, options);
+
+    CLI::App* info = addCommand(app, "info", "What is in drawings, what became of it", runInfo, chosen);
+    addInputs(*info, options, true);
+    info->add_flag("--json", options.json, "One JSON object a file, a line each");
+    addJobs(*info, options);
+    addReadOptions(*info, options);
+
+    CLI::App* dump = addCommand(app, "dump", "A drawing as text, stable, for diffs", runDump, chosen);
+    addInputs(*dump, options, false);
+    addReadOptions(*dump, options);
+
+    CLI::App* validate =
+        addCommand(app, "validate", "What is wrong with DXF files, by line", runValidateCommand, chosen);
+    addInputs(*validate, options, true);
+    validate->add_flag("--json", options.json, "One JSON object a file, a line each");
+    validate->add_flag("--strict", options.strict, "Warnings count as errors");
+}
+
+/// What CLI11 can't say by itself. Empty when all is well.
+static std::string checkUsage(const Options& options, bool isImport) {
+    const auto standardInput = std::count(options.inputs.begin(), options.inputs.end(), "-");
+    if (standardInput > 1) return "standard input can be read once only";
+    if (!isImport) return {};
+    if (options.output.empty() && options.directory.empty()) return "import needs -o FILE or -d DIR";
+    if (options.inputs.size() > 1 && options.directory.empty()) return "several inputs need -d DIR";
+    return {};
+}
+
+static int runCommandLine(int argc, char** argv) {
+    Options options;
+    Run chosen = nullptr;
+    CLI::App app("Brings DXF drawings in, shows and checks them.", "torva-dxf");
+    app.set_version_flag("--version", "torva-dxf " TORVA_VERSION);
+    app.require_subcommand(1);
+    app.footer(kExamples);
+    addCommands(app, options, chosen);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, std::cout, std::cerr) == 0 ? STATUS_DONE : STATUS_USAGE;
+    }
+    if (const std::string wrong = checkUsage(options, chosen == runImport); !wrong.empty()) {
+        std::cerr << wrong << "\nRun with --help for more information.\n";
+        return STATUS_USAGE;
+    }
+    setDataEnvironment();
+    watchInterrupt();
+    return chosen(options);
+}
+
+} // namespace tool
+
+int main(int argc, char** argv) {
+    try {
+        return tool::runCommandLine(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "torva-dxf: " << error.what() << '\n';
+        return tool::STATUS_FAILED;
+    }
+}

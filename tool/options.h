@@ -1,0 +1,48 @@
+// What the command line asks for.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// Options of all commands that read drawings.
+struct ReadOptions {
+    bool threeD = false;
+    std::string space = "model";        ///< model, paper, all
+    std::string config;                 ///< configuration file that rules alone
+    bool plain = false;                 ///< the module's own defaults
+    bool center = false;                ///< middle of the extents at the origin
+    int unit = 0;                       ///< host unit code, 0: the file's
+    std::vector<std::string> variables; ///< "&Name=number" or "$Name=text"
+    std::size_t maxElements = 0;        ///< 0: the host's own limit
+};
+
+struct Options {
+    ReadOptions read;
+    std::vector<std::string> inputs;
+    std::string output;    ///< file
+    std::string directory; ///< for several inputs
+    int jobs = 1;
+    bool quiet = false, verbose = false;
+    bool json = false, strict = false, dark = false;
+    int size = 1200;
+    std::string view;
+    std::string language; ///< "de", "en", empty: by the locale
+};
+
+/// Exit status of the command.
+enum Status : int {
+    STATUS_DONE = 0,
+    STATUS_FAILED = 1, ///< an import or export ended with an error
+    STATUS_USAGE = 2,  ///< wrong usage
+};
+
+// The commands, a file each. Result: the exit status.
+int runImport(const Options& options);
+int runRender(const Options& options);
+int runInfo(const Options& options);
+int runDump(const Options& options);
+int runValidateCommand(const Options& options);
+
+} // namespace tool

@@ -1,0 +1,165 @@
+#include "source_scan.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <unordered_set>
+
+namespace tool {
+
+namespace {
+
+constexpr std::size_t kMostNames = 5000;
+constexpr std::size_t kLongestName = 160; ///< the module keeps no more of a name
+constexpr std::size_t kMostDashes = 64;
+
+/// Group-code pairs of a text, without any demand on them.
+class PairReader {
+public:
+    explicit PairReader(std::string_view bytes) : rest_(bytes) {}
+    bool next() {
+        if (rest_.empty()) return false;
+        code = parseCode(takeLine());
+        value = takeLine();
+        return true;
+    }
+    int code = 0;
+    std::string_view value; ///< without line end and blanks around
+
+private:
+    std::string_view takeLine() {
+        const void* end = std::memchr(rest_.data(), '\n', rest_.size());
+        const std::size_t length =
+            end ? static_cast<std::size_t>(static_cast<const char*>(end) - rest_.data()) : rest_.size();
+        const std::string_view line = rest_.substr(0, length);
+        rest_.remove_prefix(std::min(rest_.size(), length + 1));
+        return trim(line);
+    }
+    static std::string_view trim(std::string_view line) {
+        const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+        while (!line.empty() && isBlank(line.back())) line.remove_suffix(1);
+        while (!line.empty() && isBlank(line.front())) line.remove_prefix(1);
+        return line;
+    }
+    static int parseCode(std::string_view line) {
+        int number = -1;
+        const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), number);
+        return error == std::errc{} && end == line.data() + line.size() ? number : -1;
+    }
+
+    std::string_view rest_;
+};
+
+/// A list that takes each text once.
+class NameList {
+public:
+    explicit NameList(std::vector<std::string>& names) : names_(names) {}
+    void add(std::string_view name) {
+        if (name == last_) return;
+        last_ = name.substr(0, kLongestName);
+        if (name.empty() || names_.size() >= kMostNames || !seen_.insert(last_).second) return;
+        names_.push_back(last_);
+    }
+
+private:
+    std::vector<std::string>& names_;
+    std::unordered_set<std::string> seen_;
+    std::string last_; ///< neighbours are mostly alike
+};
+
+class Scanner {
+public:
+    explicit Scanner(SourceScan& scan) : scan_(scan), used_(scan.lineTypesUsed), fonts_(scan.fontFiles) {}
+    void take(const PairReader& pair);
+
+private:
+    void takeHeader(const PairReader& pair);
+    void takeTables(const PairReader& pair);
+
+    SourceScan& scan_;
+    NameList used_, fonts_;
+    std::string section_, record_, variable_;
+    bool namesSection_ = false;
+};
+
+} // namespace
+
+static int toInt(std::string_view text, int fallback) {
+    int number = 0;
+    return std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc{} ? number
+                                                                                             : fallback;
+}
+
+static double toReal(std::string_view text) {
+    double number = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
+    return result.ec == std::errc{} && std::fabs(number) <= 1e19 ? number : 0;
+}
+
+/// Windows code page of a value such as "ANSI_1252" or "ISO8859-2".
+static int codePageOf(std::string_view value, int fallback) {
+    std::string upper(value);
+    std::transform(upper.begin(), upper.end(), upper.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+    const std::size_t digit = upper.find_first_of("0123456789");
+    if (digit == std::string::npos) return fallback;
+    if (upper.starts_with("ISO8859-")) return 28590 + toInt(std::string_view(upper).substr(8), 1);
+    return upper.starts_with("ANSI") ? toInt(std::string_view(upper).substr(digit), fallback) : fallback;
+}
+
+void Scanner::takeHeader(const PairReader& pair) {
+    if (pair.code == 9) {
+        variable_ = pair.value.substr(0, 32);
+        return;
+    }
+    if (variable_ == "$ACADVER" && pair.value.starts_with("AC"))
+        scan_.version = toInt(pair.value.substr(2), scan_.version);
+    else if (variable_ == "$DWGCODEPAGE")
+        scan_.codePage = codePageOf(pair.value, scan_.codePage);
+    else if (variable_ == "$INSUNITS")
+        scan_.insUnits = toInt(pair.value, 0);
+    else if (variable_ == "$PINSBASE") {
+        if (pair.code == 10) scan_.paperBaseX = toReal(pair.value);
+        if (pair.code == 20) scan_.paperBaseY = toReal(pair.value);
+        if (pair.code == 10) return; // the other coordinate is to come
+    } else if (variable_ == "$LTSCALE")
+        scan_.lineTypeScale = toReal(pair.value);
+    variable_.clear();
+}
+
+void Scanner::takeTables(const PairReader& pair) {
+    if (record_ == "STYLE" && pair.code == 3) fonts_.add(pair.value);
+    if (record_ != "LTYPE" || scan_.lineTypes.empty()) return;
+    SourceLineType& type = scan_.lineTypes.back();
+    if (pair.code == 2) type.name = pair.value.substr(0, kLongestName);
+    if (pair.code == 49 && type.dashes.size() < kMostDashes) type.dashes.push_back(toReal(pair.value));
+}
+
+void Scanner::take(const PairReader& pair) {
+    if (pair.code == 0) {
+        record_ = pair.value.substr(0, 32);
+        namesSection_ = record_ == "SECTION";
+        if (record_ == "LTYPE" && section_ == "TABLES" && scan_.lineTypes.size() < kMostNames)
+            scan_.lineTypes.emplace_back();
+        return;
+    }
+    if (namesSection_ && pair.code == 2) section_ = pair.value.substr(0, 32);
+    namesSection_ = false;
+    if (pair.code == 6 && section_ != "HEADER")
+        used_.add(pair.value);
+    else if (section_ == "HEADER")
+        takeHeader(pair);
+    else if (section_ == "TABLES")
+        takeTables(pair);
+}
+
+SourceScan scanSource(std::string_view bytes) {
+    SourceScan scan;
+    Scanner scanner(scan);
+    for (PairReader pairs(bytes); pairs.next();) scanner.take(pairs);
+    std::erase_if(scan.lineTypes, [](const SourceLineType& type) { return type.name.empty(); });
+    return scan;
+}
+
+} // namespace tool
