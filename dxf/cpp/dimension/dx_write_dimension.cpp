@@ -2,8 +2,14 @@
 
 #include "../export/dx_unwritten.h"
 
-int DxWritePatDim(int pat, int /*withBlocks*/) { return DxCountUnwritten(pat, DX_UNWRITTEN_DIMENSION); }
+int DxWritePatDim(int pat, int /*withBlocks*/) {
+    return DxCountUnwritten(pat, DX_UNWRITTEN_DIMENSION);
+}
 
-int DxWriteDimBlock(int /*pat*/) { return 0; }
+int DxWriteDimBlock(int /*pat*/) {
+    return 0;
+}
 
-int DxWritePatSimpleDim(int pat) { return DxCountUnwritten(pat, DX_UNWRITTEN_DIMENSION); }
+int DxWritePatSimpleDim(int pat) {
+    return DxCountUnwritten(pat, DX_UNWRITTEN_DIMENSION);
+}

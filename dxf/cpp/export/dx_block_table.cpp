@@ -1,7 +1,8 @@
 #include "dx_block_table.h"
 
+#include "../config/dx_names.h"
 #include "../host/dx_host.h"
-#include "../sections/dx_tables.h"
+#include "../sections/dx_tables_import.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
@@ -55,6 +56,18 @@ int* DxFindBlockCounter(const UtCString& name) {
     return found == DxBlockByName.end() ? nullptr : &DxBlockList[found->second].counter;
 }
 
+void DxCheckBlockname(UtCString& name) {
+    DxCheckName(name);
+    const std::string base = name.str();
+    int* counter = DxFindBlockCounter(name);
+    while (DxFindBlockCounter(name) && counter) {
+        const std::string tail = "-" + std::to_string(++*counter);
+        std::string text = base;
+        DxCutUtf8(text, DxNameLimit() - tail.size());
+        name = text + tail;
+    }
+}
+
 int DxAddBlock(const UtCString& name, const UtCString& layer, int pat) {
     DX_WRITE_BLOCK block;
     block.name = name;
@@ -69,7 +82,7 @@ int DxAddBlock(const UtCString& name, const UtCString& layer, int pat) {
     const auto [earlier, isNew] = DxBlockByBody.emplace(comparableBody(*DxBlockLines), DxBlockList.size());
     if (isNew) {
         if (!error) error = writeBody(*DxBlockLines);
-        if (!error) error = DxTableAddBlockRecord(name, DxOwnerHandle, 0, 0);
+        if (!error) error = DxTableAddBlockRecord(name.str(), DxOwnerHandle, 0, 0);
         DxBlockByName.emplace(name.Upper().str(), DxBlockList.size());
     } else {
         block.name = DxBlockList[earlier->second].name;

@@ -25,6 +25,8 @@ extern std::vector<DX_WRITE_BLOCK> DxBlockList;
 
 /// Counter of the block that has this name (in any case of letters), null when none has.
 int* DxFindBlockCounter(const UtCString& name);
+/// Makes the name fit for the target version and different from all names of the block table.
+void DxCheckBlockname(UtCString& name);
 /// Records the block that was just written for pattern `pat`. While blocks are kept back, a body equal to an
 /// earlier one (but for names and handles) isn't written: the new INSERT shares the earlier block. 0 or 9000.
 int DxAddBlock(const UtCString& name, const UtCString& layer, int pat);

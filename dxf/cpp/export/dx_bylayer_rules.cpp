@@ -3,6 +3,7 @@
 #include "../session/dx_messages.h"
 #include "ci.h"
 #include "ci_objects.h"
+#include "ci_text.h"
 #include "go.h"
 #include "ut.h"
 #include "ut_excel.h"

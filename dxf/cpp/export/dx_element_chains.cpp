@@ -35,7 +35,7 @@ public:
     int run(int ownerPat) {
         if (const int error = DxWriteMatrix(ownerPat, matrix_)) return error;
         UO_ELEM element{};
-        element.pat = pat_;
+        element.patNo = pat_;
         int error = UoElemS(FIRST_ELEMENT, &element);
         previous_ = element.end;
         while (!error) {

@@ -17,7 +17,7 @@ static UtCString trimmed(const UtCString& text) {
 }
 
 int DxPatGetInfo(int pat) {
-    UtCString names[DX_PAT_NAME_COUNT];
+    UtCString names[DX_PAT_OBSTAT + 1];
     int code = 20;
     int number = pat;
     if (const int error = ovpatinfo(&code, &number, &names[DX_PAT_LEVEL], &names[DX_PAT_CLASS],
@@ -28,8 +28,8 @@ int DxPatGetInfo(int pat) {
     UoGetSingleAttr(pat, "layer", &names[DX_PAT_LAYER]);
     UoGetSingleAttr(pat, "obstat", &names[DX_PAT_OBSTAT]);
 
-    static constexpr const char* DEFAULTS[DX_PAT_NAME_COUNT] = {"G", "E", "C", "B", "L", ""};
-    for (int i = 0; i < DX_PAT_NAME_COUNT; ++i) {
+    static constexpr const char* DEFAULTS[DX_PAT_OBSTAT + 1] = {"G", "E", "C", "B", "L", ""};
+    for (int i = 0; i <= DX_PAT_OBSTAT; ++i) {
         DxPatNames[i] = trimmed(names[i]);
         if (DxPatNames[i].IsEmpty()) DxPatNames[i] = DEFAULTS[i];
     }
@@ -74,7 +74,7 @@ int DxPatSetByLayerAttribs(int pat, int row, int kind) {
         DxByLayerColor = layer->color;
         DxByLayerLt = layer->lineType;
     } else if (!DxActLayer.empty()) {
-        DxProtoMsg(DxMsg(5776, DxActLayer.c_str()), 0);
+        DxProtoMsg(DxMsg(5776, UtCString(DxActLayer.view())), 0);
     }
     return 0;
 }

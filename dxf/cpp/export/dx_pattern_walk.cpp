@@ -1,6 +1,7 @@
 #include "dx_pattern_walk.h"
 
 #include "../config/config_state.h"
+#include "../config/dx_layers.h"
 #include "../dimension/dx_write_dimension.h"
 #include "../hatch/dx_write_hatch.h"
 #include "../host/dx_host.h"

@@ -29,7 +29,6 @@ int DxWritePatEl(int pat, int kind, int ownerPat);
 /// polylines, without it only the elements of figures do.
 int DxWritePatElPoly(int pat, int kind, int writePoly, int ownerPat);
 int DxWritePatArr(int pat); ///< arrows, as the geometry that they are stored as
-int DxHiddPats();           ///< hidden-line image of all patterns, put in their place
 
 /// The block pass: every pattern as a block, or into DxPlainPats. 0 at the end of the patterns.
 int DxWriteBlockPass();

@@ -1,4 +1,5 @@
-// Content of the drawing that has no writer yet: counted pattern by pattern, told once at the end of an export.
+// Content of the drawing that has no writer yet: counted pattern by pattern, told once at the end of an
+// export.
 #pragma once
 
 #include "export_state.h"

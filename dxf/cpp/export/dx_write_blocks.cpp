@@ -1,7 +1,7 @@
 #include "dx_write_blocks.h"
 
 #include "../config/config_state.h"
-#include "../sections/dx_tables.h"
+#include "../sections/dx_tables_import.h"
 #include "../sections/template_handles.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_protocol.h"
@@ -95,7 +95,7 @@ int DxWriteBlockStart(int& open) {
     if (!error) error = writeOrigin();
     if (!error && DxBlockType != DX_BLOCK_PLAIN && DxMiscCheckVersion(7))
         error = DxWriteString(3, DxBlockType == DX_BLOCK_DIMENSION ? "*D" : "*X");
-    if (!error && !DxBlockBuffering) error = DxTableAddBlockRecord(name, DxOwnerHandle, 0, 0);
+    if (!error && !DxBlockBuffering) error = DxTableAddBlockRecord(name.str(), DxOwnerHandle, 0, 0);
     return error;
 }
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "dx_block_table.h"
-#include "dx_names.h"
 
 int DxWriteBlockSection();
 /// BLOCK of the current pattern, and its end. `open` says whether a block is open.

@@ -2,4 +2,6 @@
 
 #include "dx_unwritten.h"
 
-int DxCiWritePatBitmap(int pat) { return DxCountUnwritten(pat, DX_UNWRITTEN_BITMAP); }
+int DxCiWritePatBitmap(int pat) {
+    return DxCountUnwritten(pat, DX_UNWRITTEN_BITMAP);
+}

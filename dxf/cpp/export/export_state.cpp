@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-UtCString DxPatNames[DX_PAT_NAME_COUNT];
 int DxBlockOpen = 0;
 UtCString DxBlockLayer;
 int DxEntityCount = 0;
@@ -27,7 +26,6 @@ std::uint32_t DxOwnerHandle = 0;
 long DxUnwrittenCounts[DX_UNWRITTEN_COUNT] = {};
 
 void DxResetExportState() {
-    std::fill(std::begin(DxPatNames), std::end(DxPatNames), UtCString());
     DxBlockOpen = 0;
     DxBlockLayer = "0";
     DxEntityCount = 0;

@@ -1,6 +1,7 @@
 // Running values of one export: the pattern walk, the blocks and the open block.
 #pragma once
 
+#include "../config/config_state.h"
 #include "dx_fixed.h"
 #include "ut_string.h"
 
@@ -12,7 +13,8 @@
 /// What an open block stands for.
 enum DxBlockKind : int { DX_BLOCK_PLAIN = 0, DX_BLOCK_DIMENSION = 1, DX_BLOCK_HATCH = 2 };
 
-/// Index of a pattern's names in DxPatNames, the same as the order values of the layers.
+/// Index of a name in DxPatNames, the names of the current pattern; the same as the order values of the
+/// layers.
 enum DxPatName : int {
     DX_PAT_GROUP = 0,
     DX_PAT_LEVEL = 1,
@@ -20,10 +22,8 @@ enum DxPatName : int {
     DX_PAT_NAME = 3,
     DX_PAT_LAYER = 4,
     DX_PAT_OBSTAT = 5,
-    DX_PAT_NAME_COUNT = 6,
 };
 
-extern UtCString DxPatNames[DX_PAT_NAME_COUNT]; ///< names of the current pattern
 extern int DxBlockOpen;          ///< 1 while a BLOCK is open or none is wanted; 0: the next entity opens one
 extern UtCString DxBlockLayer;   ///< layer of the pattern's INSERT; "0" until the first entity of the block
 extern int DxEntityCount;        ///< entities of the current pattern

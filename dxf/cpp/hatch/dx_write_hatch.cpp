@@ -2,6 +2,10 @@
 
 #include "../export/dx_unwritten.h"
 
-int DxWritePatHatch(int pat, int /*inBlock*/) { return DxCountUnwritten(pat, DX_UNWRITTEN_HATCH); }
+int DxWritePatHatch(int pat, int /*inBlock*/) {
+    return DxCountUnwritten(pat, DX_UNWRITTEN_HATCH);
+}
 
-int DxWriteHatchBlock(int /*pat*/) { return 0; }
+int DxWriteHatchBlock(int /*pat*/) {
+    return 0;
+}

@@ -2,4 +2,6 @@
 
 #include "../export/dx_unwritten.h"
 
-int DxWrite3dPat(int pat) { return DxCountUnwritten(pat, DX_UNWRITTEN_3D); }
+int DxWrite3dPat(int pat) {
+    return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+}
