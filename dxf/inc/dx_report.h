@@ -8,7 +8,7 @@
 #include <string>
 
 /// What became of the entities of one kind in the ENTITIES section. Entities inside blocks aren't counted.
-struct DxEntityCount {
+struct DxEntityTally {
     long read = 0;    ///< met in the section
     long drawn = 0;   ///< gave something to the host
     long skipped = 0; ///< all others: kinds without a reader, layers that are off, another space, no size
@@ -20,7 +20,7 @@ struct DxImportReport {
     int insUnits = 0;    ///< $INSUNITS
     RPT3 insBase{0, 0, 0};
     /// By the text of group 0, in the file's bytes. Beyond 1000 unknown names the rest counts under "…".
-    std::map<std::string, DxEntityCount, std::less<>> entities;
+    std::map<std::string, DxEntityTally, std::less<>> entities;
 };
 
 /// The report of the import that ran last, or of the one that is running. Each import starts a new one.

@@ -55,6 +55,8 @@ public:
     int ChgAttr(const DsCsr& cursor, const UtCString& name, const UtCString& value);
     int GetBox(const DsCsr& cursor, RPT3* min, RPT3* max); ///< 1005 when the pattern is empty.
     int DelElems(const DsCsr& cursor);
+    /// The pattern that encloses the cursor's; 1005 when it stands by itself.
+    int GetParent(const DsCsr& cursor, DsCsr& parent);
     int SplitByHatchs(int mask, int a, int b);
     int ChgWork(const DsCsr& cursor, int workId);
     int GetWork(const DsCsr& cursor, int* workId);
@@ -89,6 +91,8 @@ public:
     int AddCircle(const DsCsr& cursor, const RPT3& centre, double radius);
     int ChgInfo(const DsCsr& cursor, unsigned char info);
     int GetParams(const DsCsr& cursor, int* pen, short* lineType, unsigned char* info);
+    /// A named attribute of the element; 1005 when it has none.
+    int GetAttr(const DsCsr& cursor, const UtCString& name, UtCString* value);
 
 private:
     int contextId_;

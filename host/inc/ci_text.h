@@ -24,6 +24,8 @@ public:
     int SetDimType(const DsCsr& cursor, int type);
     int GetDimType(const DsCsr& cursor, int* type);
     int Del(const DsCsr& cursor);
+    /// Aims the cursor at the first text of its pattern; 1005 when there is none.
+    int First(DsCsr& cursor);
 
     /// Width and height with the current parameters.
     int Size(const UtCString& text, double* width, double* height);

@@ -14,3 +14,5 @@ int GoMaskShowEx(int partner, int id);
 /// One dialog with a title, a heading and a text, to be confirmed.
 int GoDoShowInformationEx(int partner, const UtCString& title, const UtCString& heading,
                           const UtCString& text);
+/// One dialog with an error's text.
+int GoDoShowErrorEx(int partner, const UtCString& text);

@@ -20,6 +20,7 @@ struct UO_ELEM {
     std::int32_t pen = 1;
     std::int32_t lineType = 1;
     std::uint8_t info = 0;
+    std::int32_t piece = 0; ///< which piece of a row that is given in several, from 0
 };
 
 /// An element of a list, with what LiElemExpand derives from its points.

@@ -85,11 +85,15 @@ int DxAddLayer(std::string_view name) {
 
 int DxNewLayer(int kind, const UtCString& name) {
     const bool fromPattern = kind >= DX_ORDER_GROUP && kind <= DX_ORDER_ATTR;
-    DX_NAME layer;
-    layer.assign((fromPattern ? DxPatNames[kind] : name).Ansi(DxCodePage));
-    if (fromPattern) DxTableConvLayer(0, &layer);
-    DxCheckName(&layer);
-    DxActLayer = layer;
+    UtCString layer = fromPattern ? DxPatNames[kind] : name;
+    if (fromPattern) {
+        DX_NAME converted;
+        converted.assign(layer.str());
+        DxTableConvLayer(0, &converted);
+        layer = UtCString(converted.view());
+    }
+    DxCheckName(layer);
+    DxActLayer.assign(layer.str());
     return 0;
 }
 

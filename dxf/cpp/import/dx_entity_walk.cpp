@@ -16,7 +16,7 @@ std::uint8_t hashOf(std::string_view name) {
 }
 
 /// Where an entity of the section is counted; null inside blocks and while measuring.
-DxEntityCount* tallyOf(const DxEntityKind* kind, std::string_view name) {
+DxEntityTally* tallyOf(const DxEntityKind* kind, std::string_view name) {
     if (DxCheckPass || DxBlockLevel > 0) return nullptr;
     if (kind) return &DxKindTally[static_cast<std::size_t>(kind - DxKinds)];
     auto& others = DxReport.entities;
@@ -25,7 +25,7 @@ DxEntityCount* tallyOf(const DxEntityKind* kind, std::string_view name) {
 }
 
 /// Runs a kind and notes what became of the entity.
-int drawEntity(const DxEntityKind& kind, const DxEntityContext& context, DxEntityCount* tally) {
+int drawEntity(const DxEntityKind& kind, const DxEntityContext& context, DxEntityTally* tally) {
     DxEntityDrawn = 0;
     const int error = kind.run(context);
     if (tally && DxEntityDrawn) ++tally->drawn;
@@ -41,7 +41,7 @@ bool userStops() {
 /// One entity, with the reader behind its group 0. What isn't read here is passed over by the walk.
 int handleEntity(std::string_view name, const DxEntityContext& context) {
     const DxEntityKind* kind = DxFindEntityKind(name);
-    DxEntityCount* tally = tallyOf(kind, name);
+    DxEntityTally* tally = tallyOf(kind, name);
     if (tally && DxCountEntities) ++tally->read;
     if (!kind) return 0;
     if (kind->run) {

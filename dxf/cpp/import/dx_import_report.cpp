@@ -20,5 +20,5 @@ DxImportReport DxGetImportReport() {
 void DxResetImportReport() {
     DxReport = {};
     DxCountEntities = 0;
-    for (DxEntityCount& count : DxKindTally) count = {};
+    for (DxEntityTally& count : DxKindTally) count = {};
 }

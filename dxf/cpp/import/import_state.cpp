@@ -17,7 +17,7 @@ DxTable<_ObObject*> DxImportedObjects;
 const DxEntityKind* DxKinds = nullptr;
 std::size_t DxKindCount = 0;
 std::uint8_t DxKindSlots[256] = {};
-DxTable<DxEntityCount> DxKindTally;
+DxTable<DxEntityTally> DxKindTally;
 
 int DxCountEntities = 0;
 DxImportReport DxReport;

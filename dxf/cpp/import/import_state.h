@@ -39,7 +39,7 @@ extern DxTable<_ObObject*> DxImportedObjects; ///< patterns that the import made
 extern const DxEntityKind* DxKinds;   ///< sorted by name
 extern std::size_t DxKindCount;       ///< at most 255
 extern std::uint8_t DxKindSlots[256]; ///< hash of a name → index + 1, 0 empty; collisions go to the next
-extern DxTable<DxEntityCount> DxKindTally; ///< counts of the kinds, by index
+extern DxTable<DxEntityTally> DxKindTally; ///< counts of the kinds, by index
 
 // ---- report ------------------------------------------------------------------------------------------
 extern int DxCountEntities;     ///< 1 in the first drawing pass of a file: entities met are counted

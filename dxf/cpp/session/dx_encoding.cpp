@@ -104,6 +104,7 @@ std::string resolveEscapes(std::string_view text) {
 } // namespace
 
 int DxFileHostCodePage() {
+    if (DxIsExport) return UT_CP_UTF8; // records hold the host's names; the writer converts
     return OsUserCodePageIdToTorvaCodePage(DxCodePage);
 }
 

@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// The host's code page for the strings of the file (of DxCodePage).
+/// The code page that records hold their strings in: the host's page for that of the file (DxCodePage) on
+/// import, UTF-8 on export.
 int DxFileHostCodePage();
 /// The host's text for bytes of the file's strings (code page DxCodePage), with "\U+XXXX" escapes resolved.
 UtCString DxHostText(std::string_view bytes);

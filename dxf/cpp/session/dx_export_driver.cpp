@@ -1,8 +1,207 @@
+// One export, from the host's call to its outcome.
+//
+// HEADER and TABLES stand in front of a file but depend on what the drawing holds, so that the sections are
+// written out of order and joined at the end: BLOCKS to the end of the file into a temporary body, TABLES and
+// then HEADER in front of it.
+#include "../config/config_state.h"
+#include "../export/dx_pattern_walk.h"
+#include "../export/dx_unwritten.h"
+#include "../export/dx_write_blocks.h"
+#include "../host/dx_host.h"
+#include "../sections/dx_header_export.h"
+#include "../sections/dx_objects_export.h"
+#include "../sections/dx_tables_export.h"
+#include "../sections/dx_tables_import.h"
+#include "dx_driver_frame.h"
 #include "dx_session.h"
+#include "dx_writer.h"
 
+#include "ci.h"
 #include "uo.h"
+#include "ut.h"
 
-void DxWriteDXF(const UtCString& /*configName*/, const UtCString& /*fileName*/) {
-    DxBeep("Export isn't available in this build.");
-    UoPutMacVarD("&DxfStat", 3011);
+namespace {
+
+constexpr int EASY = 8;
+constexpr int TEMPORARY_FAILED = 1008;
+constexpr int OPEN_FAILED = 9001;
+
+} // namespace
+
+int DxWriteEntitySection() {
+    DxDocuments.select(DxBodyStream);
+    if (DxModus == 3 && DxWriteVersion == EASY) {
+        DxModus = 2;
+        DxProtoMsg(DxMsg(5742), 1);
+    }
+    DxOwnerHandle = DxModelSpaceHandle;
+    int error = DxWriteString(0, "SECTION");
+    if (!error) error = DxWriteString(2, "ENTITIES");
+    if (!error) error = DxWriteEntityPass();
+    if (!error) error = DxWriteString(0, "ENDSEC");
+    if (!error) error = DxWriteObjects();
+    return error ? error : DxWriteString(0, "EOF");
+}
+
+namespace {
+
+/// Copies the file at `path` behind what the current stream holds.
+int appendFile(const UtCString& path) {
+    FILE* source = UtFileOpen(path, "r");
+    if (!source) return TEMPORARY_FAILED;
+    const int error = DxInsertFile(source);
+    UtFileClose(source);
+    return error;
+}
+
+/// Closes a stream that is to be read again. Data that can't be written show only now.
+int closeWritten(FILE*& stream) {
+    const int failed = stream ? UtFileClose(stream) : 0;
+    stream = nullptr;
+    return failed ? 9000 : 0;
+}
+
+} // namespace
+
+int DxConcatHeader() {
+    DxDocuments.select(nullptr);
+    if (const int error = closeWritten(DxHeaderStream)) return error;
+    const UtCString tables = UtTempFileName(UtGetTempDir(), "DXH");
+    if (UtFileRename(DxHeaderPath, tables) != 0 && UtFileMove(DxHeaderPath, tables) != 0)
+        return TEMPORARY_FAILED;
+    DxHeaderStream = UtFileOpen(DxHeaderPath, "w");
+    int error = DxHeaderStream ? 0 : TEMPORARY_FAILED;
+    DxDocuments.select(DxHeaderStream);
+    if (!error) error = DxWriteHeaderSection();
+    if (!error) error = appendFile(tables);
+    UtFileRemove(tables);
+    return error;
+}
+
+int DxConcatFiles() {
+    int error = closeWritten(DxBodyStream);
+    DxDocuments.select(DxHeaderStream);
+    return error ? error : appendFile(DxBodyPath);
+}
+
+namespace {
+
+/// Layers and line types of a template file, which the export takes its tables from.
+void readTemplate() {
+    DxProtoMsg(DxMsg(5775, DxTemplateName), 0);
+    UtCString name = DxTemplateName;
+    UtCString converted;
+    int wasConverted = 0;
+    if (DxReadCheckConvert(name, converted, wasConverted) == 0 && wasConverted) name = converted;
+    if (DxReadOpen(name) != 0) {
+        DxProtoMsg(DxMsg(5809, DxTemplateName), 1);
+        return;
+    }
+    if (DxMiscCheckVersion(4)) DxFileVersion = 1021; // its strings are UTF-8
+    if (DxReadUntil(0, "SECTION") == 0 && DxReadUntil(2, "TABLES") == 0) {
+        DxUnGetLine();
+        DxReadTableSection(1);
+    }
+    DxReadClose();
+    if (wasConverted) UtFileRemove(converted);
+}
+
+class Export {
+public:
+    Export(const UtCString& configName, const UtCString& fileName)
+        : configName_(configName), fileName_(fileName) {}
+    void run();
+
+private:
+    int settleFile();
+    void write();
+    int writeSections();
+    void report() const;
+    void convertToDwg();
+
+    const UtCString& configName_;
+    const UtCString& fileName_;
+    DxDriverFrame frame_;
+    int outcome_ = 0;
+};
+
+int Export::settleFile() {
+    DxFileName = fileName_;
+    if (DxFileName.IsEmpty()) UoGetMacVarS("$DxfName", &DxFileName);
+    if (DxFileName.IsEmpty())
+        return CiInput(frame_.contextId()).SelectFileName(DxMsg(5709, "DXF"), 0, "*.dxf", "dxf", &DxFileName);
+    if (UtPathExt(DxFileName) != "dwg") return 0;
+    DxSourceFileName = DxFileName;
+    const std::string& name = DxFileName.str();
+    DxFileName = name.substr(0, name.size() - 4) + ".dxf";
+    return 0;
+}
+
+int Export::writeSections() {
+    if (const int error = DxWriteOpen()) return error;
+    DxPatsOneWork = DxCiCheckPatsWork();
+    int error = DxWriteBlockSection();
+    if (!error) error = DxWriteEntitySection();
+    if (!error) error = DxWriteTableSection();
+    if (!error) error = DxConcatHeader();
+    return error ? error : DxConcatFiles();
+}
+
+void Export::report() const {
+    DxReportUnwritten();
+    if (outcome_ == 0)
+        DxDisplay(DxMsg(5710));
+    else if (outcome_ != -1 && outcome_ != OPEN_FAILED)
+        DxProtoMsg(DxMsg(5705, outcome_), 1);
+    if (outcome_ == 0 || outcome_ == -1) UoPutMacVarD("&DxfStat", outcome_);
+}
+
+void Export::convertToDwg() {
+    if (outcome_ != 0 || DxSourceFileName.IsEmpty()) return;
+    outcome_ = UtConvertDwg2Dxf(DxFileName, DxSourceFileName);
+    if (outcome_ == 0 && !DxTargetExisted) UtFileRemove(DxFileName);
+}
+
+void Export::write() {
+    DxTargetExisted = UtIsFile(DxFileName) ? 1 : 0;
+    DxOutDir = UtPathDir(DxFileName);
+    DxOutBase = UtPathFile(DxFileName);
+    const bool showsDraw = DxMacroNumber("&DxfShowDraw") >= 0.5;
+    int pattern = 0;
+    if (!showsDraw) Dxovpat(-1, &pattern);
+    DxProtoName(1);
+    outcome_ = DxGuarded([this] {
+        if (DxUseTemplate && !DxTemplateName.IsEmpty()) readTemplate();
+        return writeSections();
+    });
+    const int closed = DxWriteClose(outcome_ == 0);
+    if (outcome_ == 0) outcome_ = closed;
+    report();
+    if (!showsDraw) Dxovpat(-2, &pattern);
+    DxClose();
+    convertToDwg();
+}
+
+void Export::run() {
+    frame_.begin();
+    frame_.announce(4615, fileName_);
+    DxProtoOpen(1);
+    outcome_ = DxGuarded([this] { return DxfInit(configName_, 1); });
+    if (outcome_) DxProtoMsg(UtFormat("Error in Configurefile %s!", configName_.c_str()), 1);
+    DxfInit2(1);
+    if (!outcome_) outcome_ = settleFile();
+    if (!outcome_) write();
+    DxProtoClose(1, outcome_);
+    frame_.announce(outcome_ ? 4617 : 4616, fileName_);
+    frame_.end();
+    int pattern = 0;
+    Dxovpat(211, &pattern);
+    frame_.giveBack();
+    CiContext::Del(frame_.contextId());
+}
+
+} // namespace
+
+void DxWriteDXF(const UtCString& configName, const UtCString& fileName) {
+    Export(configName, fileName).run();
 }

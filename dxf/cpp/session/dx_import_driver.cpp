@@ -11,6 +11,7 @@
 #include "../sections/dx_georeference.h"
 #include "../sections/dx_header_import.h"
 #include "../sections/dx_tables_import.h"
+#include "dx_driver_frame.h"
 #include "dx_session.h"
 
 #include "ci.h"
@@ -31,22 +32,6 @@ namespace {
 
 constexpr int EXCEPTION = 2360;
 constexpr int ABORTED = 9009;
-
-/// Runs `work`; an exception out of it is an error number like any other.
-template <class Work>
-int guarded(Work work) {
-    try {
-        return work();
-    } catch (...) {
-        return EXCEPTION;
-    }
-}
-
-/// A macro variable's number; 0 when it isn't set.
-double macroNumber(const char* name) {
-    double value = 0;
-    return SuGetVarReal(name, &value) ? 0 : value;
-}
 
 bool isBinaryDxf(const UtCString& name) {
     FILE* const stream = UtFileOpen(name, "rb");
@@ -70,16 +55,6 @@ bool scanTriple(std::string_view text, RPT3& triple) {
         text.remove_prefix(used);
     }
     return true;
-}
-
-/// Each option that the host sets through a macro variable holds for one run.
-void clearMacroVariables() {
-    for (const char* name :
-         {"$DxfName", "$DxfConfig", "$DxfDfltFont", "$DxfUnit", "$DxfPaperUnit", "$DxfLoadInto"})
-        UoPutMacVarS(name, "");
-    for (const char* name : {"&DxfExt", "&DxfModus", "&DxfVerbose", "&DxfFixFont", "&DxfParseExt", "&DxfUnit",
-                             "&DxfPaper", "&DxfPaperUnit", "&DxfUserLtScale", "&DxfInsbase"})
-        UoPutMacVarD(name, 0.0);
 }
 
 /// Puts a warning or an error before the user and into the protocol.
@@ -125,46 +100,33 @@ private:
     int readSections();
     void closeDocuments();
     void showCorrectedFiles() const;
-    void announce(int message) const;
 
     const UtCString& configName_;
     const UtCString& fileName_;
     int outcome_ = 0;
-    int contextId_ = 0;
-    int assemblyFlag_ = 0;
+    DxDriverFrame frame_;
     Mat44 matrix_{};                        ///< every entity passes through it
     std::vector<UtCString> correctedFiles_; ///< documents whose recovered twin was read
 };
 
 void Import::run() {
     begin();
-    outcome_ = guarded([this] { return openSession(); });
-    if (!outcome_) outcome_ = guarded([this] { return settleFile(); });
+    outcome_ = DxGuarded([this] { return openSession(); });
+    if (!outcome_) outcome_ = DxGuarded([this] { return settleFile(); });
     if (!outcome_) read();
     end();
 }
 
-/// A line on the host's output, for hosts that asked for it.
-void Import::announce(int message) const {
-    if (fileName_.IsEmpty() || !(macroNumber("&DxfVerbose") > 0.5)) return;
-    CiOutput(contextId_).String(UtFormat("%s %s\n", DxMsg(message).c_str(), fileName_.c_str()));
-}
-
 void Import::begin() {
-    assemblyFlag_ = DsAssemblySetMgrUpdateFlag(0);
-    UoPutMacVarD("&DxfStat", 1.0);
-    UoStartInitEpsNew(1.0);
-    DxInoutSaveParams(18);
-    CiContext::Add(&contextId_);
-    CiContext::SetUnit(contextId_, "m");
-    announce(4612);
+    frame_.begin();
+    frame_.announce(4612, fileName_);
     DxProtoOpen(0);
     Mt44Ident(matrix_);
-    DxUseInsBase = macroNumber("&DxfInsbase") > 0.5 ? 1 : 0;
+    DxUseInsBase = DxMacroNumber("&DxfInsbase") > 0.5 ? 1 : 0;
 }
 
 int Import::openSession() {
-    const int error = guarded([this] { return DxfInit(configName_, 0); });
+    const int error = DxGuarded([this] { return DxfInit(configName_, 0); });
     if (error) report(UtFormat("Error in Configurefile %s!", configName_.c_str()));
     DxfInit2(1);
     return error;
@@ -176,7 +138,7 @@ int Import::settleFile() {
     DxFileName = fileName_;
     if (DxFileName.IsEmpty()) UoGetMacVarS("$DxfName", &DxFileName);
     if (DxFileName.IsEmpty())
-        return CiInput(contextId_).SelectFileName(DxMsg(5708, "DXF"), 1, "*.dxf", "dxf", &DxFileName);
+        return CiInput(frame_.contextId()).SelectFileName(DxMsg(5708, "DXF"), 1, "*.dxf", "dxf", &DxFileName);
     if (UtPathExt(DxFileName) != "dwg" && !isBinaryDxf(DxFileName)) return 0;
     DxSourceFileName = DxFileName;
     DxFileName = UtCString();
@@ -223,13 +185,13 @@ void Import::showCorrectedFiles() const {
 
 void Import::read() {
     useMatrixVariable();
-    const bool showsDraw = macroNumber("&DxfShowDraw") >= 0.5;
+    const bool showsDraw = DxMacroNumber("&DxfShowDraw") >= 0.5;
     int pattern = 0;
     if (!showsDraw) Dxovpat(-1, &pattern);
     DxProtoName(0);
     if (DxReadSpace == 2) DxCiViewUpdate();
 
-    outcome_ = guarded([this] { return readSections(); });
+    outcome_ = DxGuarded([this] { return readSections(); });
     if (outcome_ == EXCEPTION) DxCiElemDrawPat(); // what was drawn before stays
     if (outcome_ == 0 || outcome_ == ABORTED) {
         closeDocuments();
@@ -256,15 +218,12 @@ void Import::read() {
 void Import::end() {
     DxProtoClose(0, outcome_);
     UoPutMacVarD("&DxfStat", outcome_);
-    DxInoutSaveParams(0);
-    announce(4613);
-    clearMacroVariables();
+    frame_.giveBack();
+    frame_.announce(4613, fileName_);
     if (!outcome_ && !DxSourceFileName.IsEmpty() && DxSourceFileName != DxFileName) UtFileRemove(DxFileName);
-    DxfInit2(0);
-    DsAssemblySetMgrUpdateFlag(assemblyFlag_);
-    DsAssemblyUpdateAct();
+    frame_.end();
     DxCiZoom2Box();
-    CiContext::Del(contextId_);
+    CiContext::Del(frame_.contextId());
 }
 
 } // namespace

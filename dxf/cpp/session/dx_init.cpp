@@ -3,7 +3,9 @@
 #include "../config/dx_config.h"
 #include "../config/dx_layers.h"
 #include "../dimension/dx_dim_chain.h"
-#include "../export/dx_pattern_layers.h"
+#include "../export/dx_block_table.h"
+#include "../export/dx_layer_choice.h"
+#include "../export/export_state.h"
 #include "../host/dx_host.h"
 #include "../import/dx_attributes.h"
 #include "../import/dx_images.h"
@@ -16,6 +18,7 @@
 #include "../solid/sat/dx_od.h"
 #include "dx_encoding.h"
 #include "dx_session.h"
+#include "writer_state.h"
 
 #include "ci.h"
 #include "ov.h"
@@ -32,6 +35,8 @@ void resetAllState(int isExport) {
     DxResetHostState();
     DxResetImportState();
     DxResetSectionsState();
+    DxResetWriterState();
+    DxResetExportState();
     DxLineTrim = 0;
     DxDocuments.keepsTables = false;
     if (DxInsertStack.empty()) DxInitialize();
@@ -225,6 +230,7 @@ int DxfInit2(int phase) {
 void DxClose() {
     for (auto& pairs : DxCharPairs) pairs.free();
     DxPatTable.free();
+    DxFreeBlockTable();
     DxPenToCad.free();
     DxFillToCad.free();
     DxFillToDxf.free();

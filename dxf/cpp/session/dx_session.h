@@ -17,3 +17,7 @@ int DxInoutSaveParams(int code); ///< 18 saves, anything else restores pen, line
 
 void DxReadDXF(const UtCString& configName, const UtCString& fileName);  ///< One import.
 void DxWriteDXF(const UtCString& configName, const UtCString& fileName); ///< One export.
+
+int DxWriteEntitySection(); ///< ENTITIES, OBJECTS and the end of the file, into the body stream.
+int DxConcatHeader();       ///< HEADER in front of TABLES. 1008 when a temporary file fails.
+int DxConcatFiles();        ///< The body behind the tables.

@@ -179,3 +179,7 @@ int CiElem::GetParams(const DsCsr& cursor, int* pen, short* lineType, unsigned c
     *info = element->info;
     return 0;
 }
+
+int CiElem::GetAttr(const DsCsr& /*cursor*/, const UtCString& /*name*/, UtCString* /*value*/) {
+    return errorNoSuchObject; // elements carry no attributes of their own
+}

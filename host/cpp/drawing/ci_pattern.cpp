@@ -163,3 +163,7 @@ int CiPat::AddElemsColLtAttrInfo(const DsCsr& cursor, int /*flags*/, int count, 
     openDrawing().elementCount += static_cast<std::size_t>(count);
     return 0;
 }
+
+int CiPat::GetParent(const DsCsr& /*cursor*/, DsCsr& /*parent*/) {
+    return errorNoSuchObject; // patterns don't nest
+}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "drawing/drawing.h"
+#include "li.h"
 
 #include <optional>
 #include <string>
@@ -43,6 +44,8 @@ struct DrawingState {
     std::map<std::string, std::pair<std::string, int>> declaredAttributes; ///< name → label, length
     std::vector<RPT> splineChain; ///< the curve of spline chainRow of pattern chainPattern as points
     int chainPattern = 0, chainRow = -1;
+    std::vector<UO_ELEM> splineArcs; ///< the curve of spline arcsRow of pattern arcsPattern as lines and arcs
+    int arcsPattern = 0, arcsRow = -1;
 };
 
 DrawingState& drawingState();

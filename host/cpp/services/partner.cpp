@@ -87,3 +87,9 @@ int GoDoShowInformationEx(int /*partner*/, const UtCString& title, const UtCStri
     session().dialogs.push_back(title.str() + "\n" + heading.str() + "\n" + text.str());
     return 0;
 }
+
+int GoDoShowErrorEx(int /*partner*/, const UtCString& text) {
+    if (callFails()) return errorFailed;
+    session().dialogs.push_back(text.str());
+    return 0;
+}

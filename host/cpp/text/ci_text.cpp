@@ -145,3 +145,12 @@ bool DsTextIsTtf(unsigned short font) {
 bool OsUserIsSpecialChar(unsigned char byte) {
     return byte == OV_SWITCH_UNDERLINE || byte == OV_SWITCH_OVERLINE || byte == OV_SWITCH_STRIKE;
 }
+
+int CiText::First(DsCsr& cursor) {
+    const Pattern* pattern = callFails() ? nullptr : patternOf(cursor);
+    if (!pattern || pattern->texts.empty()) return errorNoSuchObject;
+    cursor.Get().elRow = 0;
+    cursor.Get().vertNo = 0;
+    cursor.Get().type = D_TEXT;
+    return 0;
+}

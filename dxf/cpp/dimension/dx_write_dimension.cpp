@@ -1,0 +1,15 @@
+#include "dx_write_dimension.h"
+
+#include "../export/dx_unwritten.h"
+
+int DxWritePatDim(int pat, int /*withBlocks*/) {
+    return DxCountUnwritten(pat, DX_UNWRITTEN_DIMENSION);
+}
+
+int DxWriteDimBlock(int /*pat*/) {
+    return 0;
+}
+
+int DxWritePatSimpleDim(int pat) {
+    return DxCountUnwritten(pat, DX_UNWRITTEN_DIMENSION);
+}

@@ -1,0 +1,12 @@
+// Which layer and which colour attributes the content of a pattern has on its way out.
+#pragma once
+
+#include "export_state.h"
+
+int DxPatGetInfo(int pat); ///< Reads the names of a pattern into DxPatNames, with defaults for empty ones.
+/// Sets colour attributes (with &DxfColAttr), DxActLayer by the content kind's order, and the
+/// classification's answer (with USE_BYLAYER) for element `row` of the pattern.
+int DxPatSetLayerAttribs(int pat, int row, int kind);
+int DxPatSetColAttrInfo(int pat, int kind); ///< Reads the colour attributes of the pattern.
+/// Layer, colour and line type by the classification. A negative `pat` ends the classification.
+int DxPatSetByLayerAttribs(int pat, int row, int kind);

@@ -1,0 +1,127 @@
+#include "dx_pattern_walk.h"
+
+#include "../config/config_state.h"
+#include "../config/dx_layers.h"
+#include "../dimension/dx_write_dimension.h"
+#include "../hatch/dx_write_hatch.h"
+#include "../host/dx_host.h"
+#include "../session/dx_protocol.h"
+#include "../session/dx_writer.h"
+#include "../session/session_state.h"
+#include "../solid/dx_write_3d.h"
+#include "../text/dx_write_text.h"
+#include "dx_element_chains.h"
+#include "dx_layer_choice.h"
+#include "dx_write_blocks.h"
+#include "dx_write_images.h"
+#include "mt.h"
+
+static constexpr int NO_MORE = 1005;
+static constexpr int EASY = 8;
+
+int DxWriteMatrix(int ownerPat, Mat32 matrix) {
+    MtIdentMat(matrix);
+    return DxBlockMatrixMode ? DxGetPatMatrix(ownerPat, matrix, true) : 0;
+}
+
+// ---- one pattern -----------------------------------------------------------------------------------
+
+static void showProgress() {
+    if (DxPatCounter++ % 100 == 1)
+        DxDisplay(UtFormat("%d %s", DxPatCounter, DxPatNames[DX_PAT_NAME].c_str()));
+}
+
+static int writeChains(int pat) {
+    const int before = DxEntityCount;
+    const int error = DxWritePatElPoly(pat, DX_KIND_ELEMENT, DxWritePoly, pat);
+    if (!error && DxEntityCount > before) return DxAddLayer(DxActLayer.view());
+    return error;
+}
+
+static int writeDimensions(int pat) {
+    if (DxWriteVersion == EASY && !DxPatternToBlock) return DxWritePatSimpleDim(pat);
+    if (DxDimInBlock && DxWriteAsoDim && DxWriteVersion != EASY) return DxWritePatDim(pat, 0);
+    return 0;
+}
+
+int DxWritePat(int pat) {
+    showProgress();
+    int error = DxCiWritePatBitmap(pat);
+    if (!error) error = DxWritePatHatch(pat, 0);
+    if (!error) error = writeChains(pat);
+    if (!error) error = DxWritePatArr(pat);
+    if (!error) error = writeDimensions(pat);
+    return error ? error : DxWritePatText(pat);
+}
+
+static int writeContent(int pat) {
+    int error = DxPatsOneWork ? DxWritePat(pat) : 0;
+    if (!error && DxModus == 3) error = DxWrite3dPat(pat);
+    return error;
+}
+
+static int writeAsBlock(int pat) {
+    DxBlockMatrixMode = DxBlockBufferWanted = DxBlockCopies;
+    DxCheckBlockname(DxPatNames[DX_PAT_NAME]);
+    DxBlockOpen = 0;
+    DxBlockLayer = "0";
+    int error = writeContent(pat);
+    if (DxBlockOpen) {
+        const int ended = DxWriteBlockEnd(DxBlockOpen);
+        if (!error) error = ended;
+        if (!error) error = DxAddBlock(DxPatNames[DX_PAT_NAME], DxBlockLayer, pat);
+    }
+    DxBlockMatrixMode = DxBlockBufferWanted = 0;
+    return error;
+}
+
+int DxWritePattern(int pat, int mode) {
+    if (const int error = DxPatGetInfo(pat)) return error;
+    DxEntityCount = 0;
+    if (mode == DX_PATTERN_AS_BLOCK) return writeAsBlock(pat);
+    DxBlockOpen = 1; // nothing opens a block
+    if (mode == DX_PATTERN_DIRECTLY) return writeContent(pat);
+    return DxPatsOneWork && DxWriteAsoDim ? DxWritePatDim(pat, 1) : 0;
+}
+
+// ---- the passes ------------------------------------------------------------------------------------
+
+int DxWriteBlockPass() {
+    int pat = -1;
+    int error = Dxovpat(145, &pat);
+    for (; !error; error = error ? error : Dxovpat(145, &pat)) {
+        error = DxPatSetLayerAttribs(pat, 0, DX_KIND_ELEMENT);
+        if (!error && (DxPatternToBlock || DxWriteVersion != EASY)) {
+            error = DxWriteDimBlock(pat);
+            if (!error && DxWriteHatch == 2) error = DxWriteHatchBlock(pat);
+        }
+        if (!error)
+            error = DxPatternToBlock ? DxWritePattern(pat, DX_PATTERN_AS_BLOCK) : DxPlainPats.add(pat);
+    }
+    return error == NO_MORE ? 0 : error;
+}
+
+/// What the block pass settled for pattern `pat`; `plain` and `block` keep their places from pattern to
+/// pattern.
+static int writeEntitiesOf(int pat, std::size_t& plain, std::size_t& block) {
+    for (; plain < DxPlainPats.size() && DxPlainPats[plain] <= pat; ++plain)
+        if (DxPlainPats[plain] == pat)
+            if (const int error = DxWritePattern(pat, DX_PATTERN_DIRECTLY)) return error;
+    for (; block < DxBlockList.size() && DxBlockList[block].pattern <= pat; ++block)
+        if (DxBlockList[block].pattern == pat)
+            if (const int error = DxWriteInsert(DxBlockList[block])) return error;
+    if (DxDimInBlock || DxWriteVersion == EASY) return 0;
+    return DxWritePattern(pat, DX_PATTERN_DIMENSIONS);
+}
+
+int DxWriteEntityPass() {
+    std::size_t plain = 0;
+    std::size_t block = 0;
+    int pat = -1;
+    int error = Dxovpat(145, &pat);
+    while (!error) {
+        error = writeEntitiesOf(pat, plain, block);
+        if (!error) error = Dxovpat(145, &pat);
+    }
+    return error == NO_MORE ? 0 : error;
+}

@@ -1,0 +1,151 @@
+// Polylines on their way out: LWPOLYLINE where the target has it and all pieces look alike, else POLYLINE.
+#include "dx_write_entities.h"
+
+#include "../config/config_state.h"
+#include "../import/dx_extents.h"
+#include "../session/dx_writer.h"
+#include "export_state.h"
+#include "mt.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr double TWO_PI = 6.283185307179586;
+
+/// Bulge of the arc from `start` to `point` about `centre`, all in the file's frame.
+double bulgeOf(const RPT& start, const RPT& point, const RPT& centre, bool clockwise) {
+    const double a1 = std::atan2(centre.y - start.y, centre.x - start.x);
+    const double a2 = std::atan2(centre.y - point.y, centre.x - point.x);
+    double sweep = clockwise ? a1 - a2 : a2 - a1;
+    if (sweep < 0.0) sweep += TWO_PI;
+    const double bulge = std::abs(std::tan(sweep / 4.0));
+    return clockwise ? -bulge : bulge;
+}
+
+bool looksAlike(const DX_WRITE_POLYLINE& poly) {
+    for (std::size_t i = 1; i < poly.vertices.size(); ++i)
+        if (!(poly.vertices[i].style == poly.vertices[i - 1].style)) return false;
+    return true;
+}
+
+int writeVertex(const DX_WRITE_VERTEX& vertex, const UtCString& layer, std::uint32_t owner) {
+    int error = DxWriteString(0, "VERTEX");
+    error |= DxWriteEntityIds(0, owner);
+    error |= DxWriteString(8, layer);
+    error |= DxWriteSubClass("AcDbVertex");
+    error |= DxWriteSubClass("AcDb2dVertex");
+    error |= DxWriteDouble(10, vertex.x);
+    error |= DxWriteDouble(20, vertex.y);
+    return error | DxWriteDouble(42, vertex.bulge);
+}
+
+int writeHead(const DX_WRITE_POLYLINE& poly, const DX_WRITE_STYLE& style, std::uint32_t handle) {
+    int error = DxWriteString(0, "POLYLINE");
+    error |= DxWriteEntityIds(handle, DxOwnerHandle);
+    error |= DxWriteString(8, style.layer);
+    error |= DxWriteInt(66, 1);
+    error |= DxWriteLinetype(style.lineType);
+    error |= DxWriteColor(style.colour);
+    error |= DxWriteSubClass("AcDb2dPolyline");
+    if (poly.startWidth != 0.0 || poly.endWidth != 0.0) {
+        error |= DxWriteDouble(40, poly.startWidth);
+        error |= DxWriteDouble(41, poly.endWidth);
+    }
+    return error;
+}
+
+/// Writes the run of equally styled pieces that begins at vertex `first`. Gives the vertex whose piece
+/// differs, which isn't in the run; the number of vertices at the end.
+std::size_t writeRun(const DX_WRITE_POLYLINE& poly, std::size_t first, const DX_WRITE_STYLE& style,
+                     int& error) {
+    const std::uint32_t handle = DxGetNextReference();
+    error |= writeHead(poly, style, handle);
+    std::size_t i = first;
+    for (; i < poly.vertices.size(); ++i) {
+        if (i >= first + 2 && !(poly.vertices[i].style == poly.vertices[i - 1].style)) break;
+        error |= writeVertex(poly.vertices[i], style.layer, handle);
+    }
+    error |= DxWriteString(0, "SEQEND");
+    error |= DxWriteEntityIds(0, handle);
+    error |= DxWriteString(8, style.layer);
+    return i;
+}
+
+} // namespace
+
+int DxWritePolyLineStart(int pen, int lt, double width, int* open, DX_WRITE_POLYLINE& poly) {
+    poly = DX_WRITE_POLYLINE();
+    *open = 0;
+    if (!DxWriteStyleOf(pen, lt, poly.style)) return 0;
+    poly.handle = DxGetNextReference();
+    poly.startWidth = poly.endWidth = width;
+    *open = 1;
+    return 0;
+}
+
+int DxWriteVertex(int type, const RPT& start, const RPT& point, const RPT& centre, int pen, int lt,
+                  const Mat32 mat, int* open, DX_WRITE_POLYLINE& poly) {
+    DX_WRITE_VERTEX vertex;
+    *open = 0;
+    if (!DxWriteStyleOf(pen, lt, vertex.style)) return 0;
+    RPT p;
+    MtTransRPt(point, mat, &p);
+    if (type != 2 && !poly.vertices.empty()) {
+        double bulge = 0.0;
+        if (type == 3 || type == 4) {
+            RPT s;
+            RPT c;
+            MtTransRPt(start, mat, &s);
+            MtTransRPt(centre, mat, &c);
+            bulge = bulgeOf(s, p, c, (type == 3) != MtIsMirrored(mat));
+        }
+        poly.vertices.back().bulge = bulge;
+    }
+    vertex.x = p.x;
+    vertex.y = p.y;
+    DxGetNextReference(); // a vertex has a handle in reserve
+    *open = 1;
+    poly.vertices.push_back(std::move(vertex));
+    DxStoreMaxXY(point.x, point.y);
+    return 0;
+}
+
+int DxWritePolySeqEnd(DX_WRITE_POLYLINE& poly) {
+    if (poly.vertices.size() >= 2) {
+        if (DxMiscCheckVersion(6) && looksAlike(poly))
+            DxWriteLWPolyline(poly);
+        else
+            DxWritePolyline(poly, -1);
+    }
+    poly.vertices.clear();
+    return 0;
+}
+
+int DxWritePolyline(const DX_WRITE_POLYLINE& poly, int fromVertex) {
+    const auto count = poly.vertices.size();
+    const bool whole = fromVertex < 0 || static_cast<std::size_t>(fromVertex) + 1 >= count;
+    std::size_t first = whole ? 0 : static_cast<std::size_t>(fromVertex);
+    DX_WRITE_STYLE style = whole ? poly.style : poly.vertices[first + 1].style;
+    int error = 0;
+    while (true) {
+        const std::size_t next = writeRun(poly, first, style, error);
+        if (next >= count) return error;
+        first = next - 1; // the runs share a point
+        style = poly.vertices[next].style;
+    }
+}
+
+int DxWriteLWPolyline(const DX_WRITE_POLYLINE& poly) {
+    int error = DxWriteEntityHead("LWPOLYLINE", poly.style, poly.handle);
+    error |= DxWriteSubClass("AcDbPolyline");
+    error |= DxWriteInt(90, static_cast<int>(poly.vertices.size()));
+    if (poly.startWidth != 0.0 || poly.endWidth != 0.0)
+        error |= DxWriteDouble(43, (poly.startWidth + poly.endWidth) / 2.0);
+    for (const DX_WRITE_VERTEX& vertex : poly.vertices) {
+        error |= DxWriteDouble(10, vertex.x);
+        error |= DxWriteDouble(20, vertex.y);
+        error |= DxWriteDouble(42, vertex.bulge);
+    }
+    return error;
+}

@@ -1,0 +1,42 @@
+#include "export_state.h"
+
+#include <algorithm>
+#include <iterator>
+
+int DxBlockOpen = 0;
+UtCString DxBlockLayer;
+int DxEntityCount = 0;
+int DxPatCounter = 1;
+int DxBlockType = DX_BLOCK_PLAIN;
+int DxPatsOneWork = 1;
+DxTable<int> DxPlainPats;
+int DxElemColor = 0;
+int DxTextColor = 0;
+int DxArrowColor = 0;
+int DxHatchColor = 0;
+int DxDimTextColor = 0;
+int DxDimArrowColor = 0;
+int DxBlockMatrixMode = 0;
+int DxBlockBufferWanted = 0;
+int DxHeaderPat = -1;
+std::uint32_t DxModelSpaceHandle = 0;
+std::uint32_t DxModelSpaceDict = 0;
+std::uint32_t DxByBlockLtypeHandle = 0;
+std::uint32_t DxOwnerHandle = 0;
+long DxUnwrittenCounts[DX_UNWRITTEN_COUNT] = {};
+
+void DxResetExportState() {
+    DxBlockOpen = 0;
+    DxBlockLayer = "0";
+    DxEntityCount = 0;
+    DxPatCounter = 1;
+    DxBlockType = DX_BLOCK_PLAIN;
+    DxPatsOneWork = 1;
+    DxPlainPats.free();
+    DxElemColor = DxTextColor = DxArrowColor = DxHatchColor = 0;
+    DxDimTextColor = DxDimArrowColor = 0;
+    DxBlockMatrixMode = DxBlockBufferWanted = 0;
+    DxHeaderPat = -1;
+    DxModelSpaceHandle = DxModelSpaceDict = DxByBlockLtypeHandle = DxOwnerHandle = 0;
+    std::fill(std::begin(DxUnwrittenCounts), std::end(DxUnwrittenCounts), 0L);
+}

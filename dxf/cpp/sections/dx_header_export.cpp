@@ -1,0 +1,186 @@
+#include "dx_header_export.h"
+
+#include "../config/config_state.h"
+#include "../export/export_state.h"
+#include "../import/import_state.h"
+#include "../session/dx_documents.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "../session/dx_writer.h"
+#include "../session/session_state.h"
+#include "dx_template.h"
+#include "sections_state.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace {
+
+const char* templateName() {
+    static constexpr const char* NAMES[] = {"header_easy", "header_32", "header_27", "header_24",
+                                            "header_21",   "header_18", "header_15", "header_12"};
+    return DxWriteVersion >= 1 && DxWriteVersion <= 7 ? NAMES[DxWriteVersion] : NAMES[0];
+}
+
+/// Line-type scale of the file: the option's value holds for lengths of the sheet in centimetres.
+double lineTypeScale() {
+    return DxLtScale * 10.0 / DxDrawUnit / DxScale;
+}
+
+int writeInsUnits(int code) {
+    DxFileInsUnits = DxUnitToDXF(DxUnit);
+    return DxWriteInt(code, DxFileInsUnits);
+}
+
+struct Placeholder {
+    std::string_view text;
+    int (*write)(int code);
+};
+
+constexpr Placeholder PLACEHOLDERS[] = {
+    {"#EXTMIN_X#", [](int code) { return DxWriteDouble(code, DxExtMin.x); }},
+    {"#EXTMIN_Y#", [](int code) { return DxWriteDouble(code, DxExtMin.y); }},
+    {"#EXTMIN_Z#", [](int code) { return DxWriteDouble(code, DxExtMin.z); }},
+    {"#EXTMAX_X#", [](int code) { return DxWriteDouble(code, DxExtMax.x); }},
+    {"#EXTMAX_Y#", [](int code) { return DxWriteDouble(code, DxExtMax.y); }},
+    {"#EXTMAX_Z#", [](int code) { return DxWriteDouble(code, DxExtMax.z); }},
+    {"#LUPREC#", [](int code) { return DxWriteInt(code, DxLuPrec); }},
+    {"#REFERENCE#", [](int code) { return DxWriteVariableReference(code); }},
+    {"#LTSCALE#", [](int code) { return DxWriteDouble(code, lineTypeScale()); }},
+    {"#INSUNITS#", writeInsUnits},
+};
+
+int writeTemplatePair(int code, const std::string& value) {
+    const auto* row = std::find_if(std::begin(PLACEHOLDERS), std::end(PLACEHOLDERS),
+                                   [&](const Placeholder& p) { return p.text == value; });
+    return row != std::end(PLACEHOLDERS) ? row->write(code) : DxWriteString(code, value);
+}
+
+// ---- the header that stands in for a missing template ----------------------------------------------
+
+int writePointFix(const char* name, const RPT3& p) {
+    int error = DxWriteString(9, name);
+    if (!error) error = DxWriteDoubleFix(10, p.x);
+    if (!error) error = DxWriteDoubleFix(20, p.y);
+    return error ? error : DxWriteDoubleFix(30, p.z);
+}
+
+struct BuiltIn {
+    const char* name;
+    int code;
+    double value;
+    bool real;
+};
+
+constexpr BuiltIn AHEAD_OF_STYLE[] = {
+    {"$ORTHOMODE", 70, 0, false}, {"$REGENMODE", 70, 1, false}, {"$FILLMODE", 70, -1, false},
+    {"$QTEXTMODE", 70, 0, false}, {"$DRAGMODE", 70, 2, false},  {"$LTSCALE", 40, 1.0, true},
+    {"$OSMODE", 70, 0, false},    {"$ATTMODE", 70, 1, false},   {"$TRACEWID", 40, 0.05, true},
+};
+constexpr BuiltIn BEHIND_STYLE[] = {
+    {"$CECOLOR", 62, 256, false},
+    {"$LUNITS", 70, 2, false},
+    {"$LUPREC", 70, 4, false},
+    {"$AXISMODE", 70, 0, false},
+};
+constexpr BuiltIn BEHIND_AXIS[] = {
+    {"$FILLETRAD", 40, 0.0, true}, {"$AUNITS", 70, 0, false},     {"$AUPREC", 70, 0, false},
+    {"$ELEVATION", 40, 0.0, true}, {"$THICKNESS", 40, 0.0, true}, {"$LIMCHECK", 70, 0, false},
+    {"$BLIPMODE", 70, 1, false},   {"$CHAMFERA", 40, 0.0, true},  {"$CHAMFERB", 40, 0.0, true},
+    {"$SKPOLY", 70, 0, false},     {"$ANGBASE", 50, 0.0, true},   {"$ANGDIR", 70, 0, false},
+    {"$PDMODE", 70, 0, false},     {"$PDSIZE", 40, 0.0, true},    {"$PLINEWID", 40, 0.0, true},
+    {"$COORDS", 70, 0, false},
+};
+
+template <std::size_t N>
+int writeRows(const BuiltIn (&rows)[N]) {
+    int error = 0;
+    for (const BuiltIn& row : rows) {
+        if (error) return error;
+        error = DxWriteString(9, row.name);
+        const bool fill = row.value < 0;
+        if (!error)
+            error = row.real ? DxWriteDouble(row.code, row.value)
+                             : DxWriteInt(row.code, fill ? DxFillMode : static_cast<int>(row.value));
+    }
+    return error;
+}
+
+int writeNamed(const char* name, int code, const UtCString& value) {
+    const int error = DxWriteString(9, name);
+    return error ? error : DxWriteString(code, value);
+}
+
+int writeBuiltInHeader() {
+    const DxTables& tables = DxDocuments.currentTables();
+    const UtCString lineType =
+        tables.lineTypes.empty() ? UtCString() : UtCString(tables.lineTypes[0].name.view());
+    int error = DxWriteString(0, "SECTION");
+    if (!error) error = DxWriteString(2, "HEADER");
+    if (!error) error = DxWriteString(9, "$INSBASE");
+    for (const int code : {10, 20, 30})
+        if (!error) error = DxWriteDouble(code, 0.0);
+    if (!error) error = writePointFix("$EXTMAX", DxExtMax);
+    if (!error) error = writePointFix("$EXTMIN", DxExtMin);
+    if (!error) error = writePointFix("$LIMMAX", DxExtMax);
+    if (!error) error = writePointFix("$LIMMIN", DxExtMin);
+    if (!error) error = writeRows(AHEAD_OF_STYLE);
+    if (!error) error = writeNamed("$TEXTSTYLE", 7, "STANDARD");
+    if (!error) error = writeNamed("$CLAYER", 8, "0");
+    if (!error) error = writeNamed("$CELTYPE", 6, lineType);
+    if (!error) error = writeRows(BEHIND_STYLE);
+    if (!error) error = DxWriteString(9, "$AXISUNIT");
+    for (const int code : {10, 20})
+        if (!error) error = DxWriteDouble(code, 0.0);
+    if (!error) error = writeRows(BEHIND_AXIS);
+    return error ? error : DxWriteString(0, "ENDSEC");
+}
+
+} // namespace
+
+int DxHeaderChgText(DxTemplate& source, int code, const UtCString& text, const std::vector<UtCString>& lines,
+                    int* found) {
+    *found = 0;
+    for (const UtCString& line : lines) {
+        std::string values = line.str();
+        std::string name;
+        UtGetNextPart(values, '=', name);
+        if (name != text.str()) continue;
+        *found = 1;
+        DxProtoMsg(line, 0);
+        auto count = std::count(values.begin(), values.end(), ',') + 1;
+        int error = DxWriteString(code, text);
+        for (; count > 0 && !error; --count) {
+            int valueCode = 0;
+            std::string ignored;
+            std::string value;
+            if (!source.next(valueCode, ignored)) break;
+            if (valueCode == 9 || valueCode == 0) {
+                DxProtoMsg(DxMsg(5759, text.c_str()), 0);
+                source.handBack();
+                break;
+            }
+            UtGetNextPart(values, ',', value);
+            error = DxWriteString(valueCode, value);
+        }
+        return error;
+    }
+    return 0;
+}
+
+int DxWriteHeaderSection() {
+    std::vector<UtCString> lines;
+    DxHeaderReadDrawingHeader(&lines);
+    DxTemplate source(templateName());
+    if (!source.isOpen()) return writeBuiltInHeader();
+    int code = 0;
+    std::string value;
+    int error = 0;
+    while (!error && source.next(code, value)) {
+        int found = 0;
+        if (code == 9 && !lines.empty()) error = DxHeaderChgText(source, code, value, lines, &found);
+        if (!error && !found) error = writeTemplatePair(code, value);
+    }
+    return error;
+}

@@ -1,0 +1,20 @@
+// HEADER on its way out: the version's template with its placeholders filled in and the drawing's kept
+// variables.
+#pragma once
+
+#include "ut_string.h"
+
+#include <vector>
+
+class DxTemplate;
+
+/// The section (and CLASSES, which the templates hold behind it), into the current output stream. 0 or 9000.
+int DxWriteHeaderSection();
+/// Writes a template pair by the kept variables when they know it. `found` becomes 1 then.
+int DxHeaderChgText(DxTemplate& source, int code, const UtCString& text, const std::vector<UtCString>& lines,
+                    int* found);
+/// Import: keeps the variables that "Dxf.var" lists as a text in the drawing. The reader stands behind the
+/// name of the HEADER section.
+int DxHeaderMakeDrawingHeader();
+/// The kept variables, a line each: name, "=", values divided by commas.
+int DxHeaderReadDrawingHeader(std::vector<UtCString>* lines);

@@ -1,0 +1,304 @@
+#include "dx_tables_export.h"
+
+#include "../export/export_state.h"
+#include "../session/dx_documents.h"
+#include "../session/dx_writer.h"
+#include "dx_template.h"
+#include "dx_write_dimstyle.h"
+#include "template_handles.h"
+
+#include <algorithm>
+#include <cctype>
+#include <set>
+#include <string>
+#include <string_view>
+
+namespace {
+
+DxTables& tables() {
+    return DxDocuments.currentTables();
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::toupper(x) == std::toupper(y); });
+}
+
+/// Head of a table. `handle` receives the table's handle; `afterMarker` writes what stands between marker and
+/// count.
+int openTable(const char* name, std::size_t count, std::uint32_t& handle) {
+    handle = DxGetNextReference();
+    int error = DxWriteString(0, "TABLE");
+    if (!error) error = DxWriteString(2, name);
+    if (!error) error = DxWriteVariableReference2(5, handle);
+    if (!error) error = DxWriteVariableReference2(330, 0);
+    if (!error) error = DxWriteSubClass("AcDbSymbolTable");
+    return error ? error : DxWriteInt(70, static_cast<int>(std::min<std::size_t>(count, 32767)));
+}
+
+/// Head of a record: name of its kind, handle, owner and markers. `handle` 0 takes a new one.
+int openRecord(const char* kind, const char* marker, std::uint32_t table, std::uint32_t handle = 0) {
+    int error = DxWriteString(0, kind);
+    if (!error) error = DxWriteVariableReference2(5, handle ? handle : DxGetNextReference());
+    if (!error) error = DxWriteVariableReference2(330, table);
+    if (!error) error = DxWriteSubClass("AcDbSymbolTableRecord");
+    return error ? error : DxWriteSubClass(marker);
+}
+
+int closeTable() {
+    return DxWriteString(0, "ENDTAB");
+}
+
+int writeEmptyTable(const char* name) {
+    std::uint32_t table = 0;
+    const int error = openTable(name, 0, table);
+    return error ? error : closeTable();
+}
+
+} // namespace
+
+// ---- the section -----------------------------------------------------------------------------------
+
+int DxWriteTableSection() {
+    static constexpr int (*WRITERS[])() = {
+        DxTableWriteVports, DxTableWriteLTypes,    DxTableWriteLayers,
+        DxTableWriteStyles, DxTableWriteDimStyles, DxTableWriteView,
+        DxTableWriteUCS,    DxTableWriteAppid,     DxTableWriteBlockRecords};
+    DxDocuments.select(DxHeaderStream);
+    int error = DxWriteString(0, "SECTION");
+    if (!error) error = DxWriteString(2, "TABLES");
+    for (const auto writer : WRITERS)
+        if (!error) error = writer();
+    return error ? error : DxWriteCloseSection();
+}
+
+int DxWriteCloseSection() {
+    DxDocuments.select(DxHeaderStream);
+    return DxWriteString(0, "ENDSEC");
+}
+
+// ---- VPORT -----------------------------------------------------------------------------------------
+
+/// The table that stands in when the template can't be read: one view of a height of 100 units.
+static int writeBuiltInVport() {
+    struct Row {
+        int code;
+        double value;
+    };
+    static constexpr Row REALS[] = {
+        {10, 0.0}, {20, 0.0}, {11, 1.0}, {21, 1.0},  {12, 50.0},  {22, 50.0},     {13, 0.0},
+        {23, 0.0}, {14, 1.0}, {24, 1.0}, {15, 10.0}, {25, 10.0},  {16, 0.0},      {26, 0.0},
+        {36, 1.0}, {17, 0.0}, {27, 0.0}, {37, 0.0},  {40, 100.0}, {41, 1.387409}, {42, 50.0},
+        {43, 0.0}, {44, 0.0}, {50, 0.0}, {51, 0.0},
+    };
+    static constexpr int INTEGERS[][2] = {{71, 0}, {72, 100}, {73, 1}, {74, 1},
+                                          {75, 0}, {76, 0},   {77, 0}, {78, 0}};
+    std::uint32_t table = 0;
+    int error = openTable("VPORT", 1, table);
+    if (!error) error = openRecord("VPORT", "AcDbViewportTableRecord", table);
+    if (!error) error = DxWriteString(2, "*ACTIVE");
+    if (!error) error = DxWriteInt(70, 0);
+    for (const Row& row : REALS)
+        if (!error) error = DxWriteDouble(row.code, row.value);
+    for (const auto& row : INTEGERS)
+        if (!error) error = DxWriteInt(row[0], row[1]);
+    return error ? error : closeTable();
+}
+
+int DxTableWriteVports() {
+    if (!DxMiscCheckVersion(7)) return 0;
+    DxTemplate source(DxMiscCheckVersion(6) ? "vport_15" : "vport");
+    if (!source.isOpen()) return writeBuiltInVport();
+    int code = 0;
+    std::string value;
+    int error = 0;
+    while (!error && source.next(code, value))
+        error = value == "#REFERENCE#" ? DxWriteVariableReference(code) : DxWriteString(code, value);
+    return error;
+}
+
+// ---- LTYPE -----------------------------------------------------------------------------------------
+
+/// Which line types are written: of equal names the first, and of those without a host number the ones in
+/// use.
+static std::vector<bool> markLTypes() {
+    std::set<std::string_view> layerLTypes;
+    for (const DX_LAYER_TYPE& layer : tables().layers) layerLTypes.insert(layer.lineType.view());
+    std::vector<bool> marks;
+    std::set<std::string> seen;
+    for (const DX_LTYPE_TYPE& ltype : tables().lineTypes) {
+        const bool constant = equalsIgnoringCase(ltype.name.view(), "ByBlock") ||
+                              equalsIgnoringCase(ltype.name.view(), "ByLayer");
+        const bool used = ltype.number != 0 || layerLTypes.count(ltype.name.view()) != 0;
+        const bool first = seen.insert(UtCString(ltype.name.view()).Upper().str()).second;
+        marks.push_back(!constant && used && first);
+    }
+    return marks;
+}
+
+int DxTableWriteConstLType(const char* name, std::uint32_t tableHandle, std::uint32_t* handleOut) {
+    *handleOut = DxGetNextReference();
+    int error = openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle, *handleOut);
+    if (!error) error = DxWriteString(2, name);
+    if (!error) error = DxWriteInt(70, 0);
+    if (!error) error = DxWriteString(3, "");
+    if (!error) error = DxWriteInt(72, 65);
+    if (!error) error = DxWriteInt(73, 0);
+    return error ? error : DxWriteDouble(40, 0.0);
+}
+
+int DxTableWriteLType(const DX_LTYPE_TYPE* ltype, std::uint32_t tableHandle) {
+    if (!ltype) return 3011;
+    const int count = std::clamp(ltype->elementCount, 0, 16);
+    int error = openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle);
+    if (!error) error = DxWriteName(2, ltype->name);
+    if (!error) error = DxWriteInt(70, ltype->flags);
+    if (!error) error = DxWriteName(3, ltype->description);
+    if (!error) error = DxWriteInt(72, ltype->alignment);
+    if (!error) error = DxWriteInt(73, count);
+    if (!error) error = DxWriteDouble(40, ltype->totalLength);
+    for (int i = 0; i < count && !error; ++i) {
+        error = DxWriteDouble(49, ltype->dashes[i]);
+        if (!error) error = DxWriteIntVer(6, 74, 0);
+    }
+    return error;
+}
+
+int DxTableWriteLTypes() {
+    const std::vector<bool> marks = markLTypes();
+    std::uint32_t table = 0;
+    std::uint32_t byLayer = 0;
+    int error =
+        openTable("LTYPE", static_cast<std::size_t>(std::count(marks.begin(), marks.end(), true)), table);
+    if (!error && DxMiscCheckVersion(6)) {
+        error = DxTableWriteConstLType("ByBlock", table, &DxByBlockLtypeHandle);
+        if (!error) error = DxTableWriteConstLType("ByLayer", table, &byLayer);
+    }
+    for (std::size_t i = 0; i < marks.size() && !error; ++i)
+        if (marks[i]) error = DxTableWriteLType(&tables().lineTypes[i], table);
+    return error ? error : closeTable();
+}
+
+// ---- LAYER -----------------------------------------------------------------------------------------
+
+/// Line weights that a layer may have; readers stop at any other.
+static int validLineWeight(int weight) {
+    static constexpr int WEIGHTS[] = {-3, 0,  5,  9,  13, 15,  18,  20,  25,  30,  35,  40, 50,
+                                      53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
+    return std::find(std::begin(WEIGHTS), std::end(WEIGHTS), weight) != std::end(WEIGHTS) ? weight : -3;
+}
+
+static int writeLayerPlotGroups(const DX_LAYER_TYPE& layer) {
+    if (!DxMiscCheckVersion(6)) return 0;
+    const bool defpoints = equalsIgnoringCase(layer.name.view(), "DEFPOINTS");
+    int error = 0;
+    if (defpoints || layer.plot != 1) error = DxWriteInt(290, defpoints ? 0 : layer.plot);
+    if (!error) error = DxWriteInt(370, validLineWeight(layer.lineWeight));
+    return error ? error : DxWriteVariableReference2(390, DX_HANDLE_PLACEHOLDER);
+}
+
+int DxWriteNewLayer(const DX_LAYER_TYPE* layer, std::uint32_t tableHandle) {
+    if (!layer) return 3011;
+    FILE* stream = DxDocuments.currentStream();
+    DxDocuments.select(DxHeaderStream);
+    int error = openRecord("LAYER", "AcDbLayerTableRecord", tableHandle);
+    if (!error) error = DxWriteName(2, layer->name);
+    if (!error) error = DxWriteInt(70, layer->flags);
+    if (!error) error = DxWriteInt(62, layer->color);
+    if (!error) error = DxWriteName(6, layer->lineType);
+    if (!error) error = writeLayerPlotGroups(*layer);
+    DxDocuments.select(stream);
+    return error;
+}
+
+int DxTableWriteLayers() {
+    std::uint32_t table = 0;
+    int error = openTable("LAYER", tables().layers.size(), table);
+    for (std::size_t i = 0; i < tables().layers.size() && !error; ++i)
+        error = DxWriteNewLayer(&tables().layers[i], table);
+    return error ? error : closeTable();
+}
+
+// ---- STYLE, DIMSTYLE, VIEW, UCS, APPID, BLOCK_RECORD -----------------------------------------------
+
+static int writeFontFamily(const DX_STYLE_TYPE& style) {
+    if (!DxMiscCheckVersion(6) || style.fontFamily.empty()) return 0;
+    const int flags = (style.bold > 0 ? 0x2000000 : 0) | (style.italic > 0 ? 0x1000000 : 0);
+    int error = DxWriteString(1001, "ACAD");
+    if (!error) error = DxWriteName(1000, style.fontFamily);
+    return error ? error : DxWriteInt(1071, flags);
+}
+
+static int writeStyle(const DX_STYLE_TYPE& style, std::uint32_t table) {
+    int error = openRecord("STYLE", "AcDbTextStyleTableRecord", table, style.handle);
+    if (!error) error = DxWriteName(2, style.name);
+    if (!error) error = DxWriteInt(70, 0);
+    if (!error) error = DxWriteDouble(40, 0.0);
+    if (!error) error = DxWriteDouble(41, 1.0);
+    if (!error) error = DxWriteDouble(50, 0.0);
+    if (!error) error = DxWriteInt(71, 0);
+    if (!error) error = DxWriteDouble(42, 3.5);
+    if (!error) error = DxWriteName(3, style.fontFile);
+    if (!error) error = DxWriteString(4, "");
+    return error ? error : writeFontFamily(style);
+}
+
+int DxTableWriteStyles() {
+    std::uint32_t table = 0;
+    int error = openTable("STYLE", tables().styles.size(), table);
+    for (std::size_t i = 0; i < tables().styles.size() && !error; ++i)
+        error = writeStyle(tables().styles[i], table);
+    return error ? error : closeTable();
+}
+
+int DxTableWriteDimStyles() {
+    if (!DxMiscCheckVersion(7)) return 0;
+    std::uint32_t table = 0;
+    const std::size_t count = DxDimparCount();
+    int error = openTable("DIMSTYLE", count, table);
+    if (!error) error = DxWriteSubClass("AcDbDimStyleTable");
+    if (!error) error = DxWriteIntVer(6, 71, 0);
+    for (std::size_t i = 0; i < count && !error; ++i) error = DxDimparWrite(i, table);
+    return error ? error : closeTable();
+}
+
+int DxTableWriteView() {
+    return writeEmptyTable("VIEW");
+}
+
+int DxTableWriteUCS() {
+    return writeEmptyTable("UCS");
+}
+
+int DxTableWriteAppid() {
+    std::uint32_t table = 0;
+    int error = openTable("APPID", 1, table);
+    if (!error) error = openRecord("APPID", "AcDbRegAppTableRecord", table);
+    if (!error) error = DxWriteString(2, "ACAD");
+    if (!error) error = DxWriteInt(70, 0);
+    return error ? error : closeTable();
+}
+
+static int writeBlockRecord(const DX_BLOCK_RECORD_TYPE& record, std::uint32_t table) {
+    int error = DxWriteString(0, "BLOCK_RECORD");
+    if (!error) error = DxWriteVariableReference2(5, record.handle ? record.handle : DxGetNextReference());
+    if (!error && record.third) {
+        error = DxWriteString(102, "{ACAD_XDICTIONARY");
+        if (!error) error = DxWriteVariableReference2(360, record.third);
+        if (!error) error = DxWriteString(102, "}");
+    }
+    if (!error) error = DxWriteVariableReference2(330, table);
+    if (!error) error = DxWriteSubClass("AcDbSymbolTableRecord");
+    if (!error) error = DxWriteSubClass("AcDbBlockTableRecord");
+    if (!error) error = DxWriteName(2, record.name);
+    return error ? error : DxWriteVariableReference2(340, record.layoutHandle);
+}
+
+int DxTableWriteBlockRecords() {
+    if (!DxMiscCheckVersion(6)) return 0;
+    std::uint32_t table = 0;
+    int error = openTable("BLOCK_RECORD", tables().blockRecords.size(), table);
+    for (std::size_t i = 0; i < tables().blockRecords.size() && !error; ++i)
+        error = writeBlockRecord(tables().blockRecords[i], table);
+    return error ? error : closeTable();
+}

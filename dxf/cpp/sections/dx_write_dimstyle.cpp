@@ -1,0 +1,58 @@
+#include "dx_write_dimstyle.h"
+
+#include "../session/dx_writer.h"
+
+// A drawing's dimensions don't leave yet, so the one style is the one that the header names. Its values are
+// the format's metric defaults, which a reader of the newer versions takes for absent groups only in part.
+std::size_t DxDimparCount() {
+    return 1;
+}
+
+namespace {
+
+struct Real {
+    int code;
+    double value;
+};
+constexpr Real REALS[] = {
+    {40, 1.0},
+    {41, 2.5},
+    {42, 0.625},
+    {43, 3.75},
+    {44, 1.25},
+    {45, 0.0},
+    {46, 0.0},
+    {47, 0.0},
+    {48, 0.0},
+    {140, 2.5},
+    {141, 2.5},
+    {142, 0.0},
+    {143, 0.03937007874016},
+    {144, 1.0},
+    {145, 0.0},
+    {146, 1.0},
+    {147, 0.625},
+};
+constexpr int INTEGERS[][2] = {{71, 0},  {72, 0},  {73, 0},  {74, 0},  {75, 0},  {76, 0},
+                               {77, 1},  {78, 8},  {170, 0}, {171, 3}, {172, 1}, {173, 0},
+                               {174, 0}, {175, 0}, {176, 0}, {177, 0}, {178, 0}};
+
+} // namespace
+
+int DxDimparWrite(std::size_t /*index*/, std::uint32_t tableHandle) {
+    int error = DxWriteString(0, "DIMSTYLE");
+    if (!error) error = DxWriteVariableReference2(105, DxGetNextReference());
+    if (!error) error = DxWriteVariableReference2(330, tableHandle);
+    if (!error) error = DxWriteSubClass("AcDbSymbolTableRecord");
+    if (!error) error = DxWriteSubClass("AcDbDimStyleTableRecord");
+    if (!error) error = DxWriteString(2, "STANDARD");
+    if (!error) error = DxWriteInt(70, 0);
+    if (!error && !DxMiscCheckVersion(6))
+        for (const int code : {3, 4, 5, 6, 7})
+            if (!error) error = DxWriteString(code, "");
+    for (const Real& row : REALS)
+        if (!error) error = DxWriteDouble(row.code, row.value);
+    for (const auto& row : INTEGERS)
+        if (!error) error = DxWriteInt(row[0], row[1]);
+    return error;
+}

@@ -1,0 +1,53 @@
+// The writer of group-code pairs: text format of a pair, number formats, encoding of strings by target
+// version, version gates and handles. Pairs go to the current stream of DxDocuments, or to a stream given;
+// while a block is kept back they go to DxBlockLines instead. Everything that writes gives 0 or 9000.
+#pragma once
+
+#include "dx_fixed.h"
+#include "writer_state.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <string_view>
+
+/// True if the target format is `level` or newer: 4 ACAD21, 5 ACAD18, 6 ACAD14, 7 anything but EASY.
+bool DxMiscCheckVersion(int level);
+
+int DxWriteInt(int code, int value); ///< the value right-aligned in six columns
+int DxWriteFileInt(FILE* stream, int code, int value);
+int DxWriteIntVer(int level, int code, int value); ///< only for targets of `level` or newer
+
+int DxWriteDouble(int code, double value); ///< with DxDigits decimals
+int DxWriteFileDouble(FILE* stream, int code, double value);
+int DxWriteDoubleFix(int code, double value); ///< left-aligned in 20 columns
+int DxWriteFileDoubleFix(FILE* stream, int code, double value);
+int DxWriteDoubleVer(int level, int code, double value);
+
+/// A string. Codes 1 to 9 of a target from ACAD21 on are UTF-8. Else the bytes of code page DxCodePage; from
+/// ACAD14 on, what it can't hold travels as "\U+XXXX", before as "?".
+int DxWriteString(int code, const UtCString& value);
+int DxWriteFileString(FILE* stream, int code, const UtCString& value);
+int DxWriteName(int code, const DX_NAME& value); ///< a record's name
+
+/// Group 62. -9999 writes 0 (by block); -9998 and -1 write nothing.
+int DxWriteColor(int colour);
+int DxWriteFileColor(FILE* stream, int colour);
+/// Group 6; nothing for an empty name.
+int DxWriteLinetype(const UtCString& name);
+int DxWriteFileLinetype(FILE* stream, const UtCString& name);
+
+int DxWriteReference(); ///< the next handle under group 5
+int DxWriteFileReference(FILE* stream);
+int DxWriteVariableReference(int code); ///< takes the next handle; written from ACAD14 on
+int DxWriteVariableReference2(int code, std::uint32_t handle);
+std::uint32_t DxGetNextReference();
+int DxWriteSubClass(const char* name); ///< group 100, from ACAD14 on
+
+/// Opens the four streams. 9001, with the words reported, when one can't be opened.
+int DxWriteOpen();
+/// Closes what is open and removes the temporary files. The finished file takes the target's place with
+/// `complete`; else an older target stays as it was.
+int DxWriteClose(bool complete);
+
+int DxUnitToDXF(int hostUnit); ///< $INSUNITS of a host unit, 0 for none
+int DxUnitToCAD(int dxfUnit);  ///< host unit of an $INSUNITS, 0 for none

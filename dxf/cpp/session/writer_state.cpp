@@ -1,0 +1,25 @@
+#include "writer_state.h"
+
+FILE* DxHeaderStream = nullptr;
+FILE* DxBodyStream = nullptr;
+FILE* DxImageStream1 = nullptr;
+FILE* DxImageStream2 = nullptr;
+UtCString DxHeaderPath;
+UtCString DxBodyPath;
+UtCString DxImagePath1;
+UtCString DxImagePath2;
+UtCString DxOutDir;
+UtCString DxOutBase;
+int DxTargetExisted = 0;
+int DxBlockBuffering = 0;
+DxLineList* DxBlockLines = nullptr;
+
+void DxResetWriterState() {
+    DxHeaderStream = DxBodyStream = DxImageStream1 = DxImageStream2 = nullptr;
+    DxHeaderPath = DxBodyPath = DxImagePath1 = DxImagePath2 = UtCString();
+    DxOutDir = DxOutBase = UtCString();
+    DxTargetExisted = 0;
+    DxBlockBuffering = 0;
+    delete DxBlockLines;
+    DxBlockLines = nullptr;
+}

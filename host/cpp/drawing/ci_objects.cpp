@@ -1,0 +1,64 @@
+// The objects beside the elements of a pattern.
+#include "ci_objects.h"
+
+#include "drawing/host_state.h"
+#include "services/failure.h"
+
+using namespace host;
+
+namespace {
+
+using CountOf = std::size_t (*)(const Pattern&);
+
+const Pattern* patternAt(const DsCsr& cursor) {
+    return callFails() ? nullptr : openDrawing().find(cursor.Get().patNo);
+}
+
+int aim(DsCsr& cursor, int row, CountOf countOf) {
+    const Pattern* pattern = patternAt(cursor);
+    if (!pattern || row < 0 || static_cast<std::size_t>(row) >= countOf(*pattern)) return errorNoSuchObject;
+    cursor.Get().partNo = row;
+    return 0;
+}
+
+int countObjects(const DsCsr& cursor, long* count, CountOf countOf) {
+    const Pattern* pattern = patternAt(cursor);
+    if (!pattern) return errorNoSuchObject;
+    *count = static_cast<long>(countOf(*pattern));
+    return 0;
+}
+
+std::size_t hatches(const Pattern& p) {
+    return p.hatches.size();
+}
+std::size_t dimensions(const Pattern& p) {
+    return p.dimensions.size();
+}
+std::size_t bitmaps(const Pattern& p) {
+    return p.bitmaps.size();
+}
+std::size_t arrows(const Pattern& /*p*/) {
+    return 0;
+}
+std::size_t bodies(const Pattern& p) {
+    return p.faces.size() + p.solids.size();
+}
+
+} // namespace
+
+#define TORVA_OBJECT_WALK(Name, countOf)                                                                     \
+    int Name::First(DsCsr& cursor) {                                                                         \
+        return aim(cursor, 0, countOf);                                                                      \
+    }                                                                                                        \
+    int Name::Next(DsCsr& cursor) {                                                                          \
+        return aim(cursor, cursor.Get().partNo + 1, countOf);                                                \
+    }                                                                                                        \
+    int Name::Count(const DsCsr& pattern, long* count) {                                                     \
+        return countObjects(pattern, count, countOf);                                                        \
+    }
+
+TORVA_OBJECT_WALK(CiHatch, hatches)
+TORVA_OBJECT_WALK(CiDim, dimensions)
+TORVA_OBJECT_WALK(CiArrow, arrows)
+TORVA_OBJECT_WALK(CiBitmap, bitmaps)
+TORVA_OBJECT_WALK(Ci3d, bodies)

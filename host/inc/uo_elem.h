@@ -1,0 +1,15 @@
+// The elements and arrows of a pattern as records, one by one, for an export.
+#pragma once
+
+#include "li.h"
+
+/// Walks the elements of pattern `elem->patNo`. 0x8026 gives the first record, 0x8018 the one behind `*elem`;
+/// 1005 at the end. A spline is given as lines and arcs along its curve, off it by the drawing tolerance at
+/// most; they all have the row of the spline.
+int UoElemS(int op, UO_ELEM* elem);
+/// 27: number of elements of a pattern.
+int UoElemS(int op, int patNo, int* count);
+
+/// Walks the arrows of pattern `patNo`: 0x8526 the first, 0x8518 the one behind `*row`; `*arrowPat` is the
+/// pattern that holds the arrow's elements. 1005 at the end.
+int ovarrowpat(int op, int patNo, int* row, int* arrowPat);
