@@ -31,6 +31,17 @@ void reverseLoop(PieceLoop& loop) {
     for (Piece& p : loop) p = p.reversed();
 }
 
+PieceLoop withoutPoints(const PieceLoop& pieces, double eps) {
+    PieceLoop loop;
+    for (Piece p : pieces) {
+        if (p.length() <= eps) continue;
+        if (!loop.empty()) p.start = loop.back().end;
+        loop.push_back(p);
+    }
+    if (loop.size() > 1) loop.back().end = loop.front().start;
+    return loop;
+}
+
 // ---- edges -----------------------------------------------------------------------------------------
 
 static std::vector<Piece> taperedArc(const Band& band, int side, const double d[2], const BandLimits& limits,
@@ -179,19 +190,6 @@ std::vector<Piece> SideBuilder::build(bool* sound) {
     }
     *sound = *sound && sound_;
     return side;
-}
-
-// Drops pieces of no length; what follows starts where the last kept piece ends.
-PieceLoop withoutPoints(const std::vector<Piece>& pieces, double eps) {
-    PieceLoop loop;
-    for (Piece p : pieces) {
-        const bool point = !p.isArc() ? distance(p.start, p.end) <= eps : p.length() <= eps;
-        if (point) continue;
-        if (!loop.empty()) p.start = loop.back().end;
-        loop.push_back(p);
-    }
-    if (loop.size() > 1) loop.back().end = loop.front().start;
-    return loop;
 }
 
 PieceLoop openLoop(std::vector<Piece> right, std::vector<Piece> left, double eps) {

@@ -47,6 +47,8 @@ bool outlineChain(const BandChain& chain, const BandLimits& limits, std::vector<
 /// that overlap; together they cover what the chain does.
 void coverChain(const BandChain& chain, const BandLimits& limits, std::vector<PieceLoop>* loops);
 
+/// The loop without pieces of no length; what follows one starts where the last kept piece ends.
+PieceLoop withoutPoints(const PieceLoop& loop, double eps);
 double areaOf(const PieceLoop& loop); ///< Positive for a counter-clockwise loop.
 void reverseLoop(PieceLoop& loop);
 

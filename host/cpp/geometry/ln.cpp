@@ -1,5 +1,6 @@
 #include "ln.h"
 
+#include "ge.h"
 #include "geometry/band.h"
 #include "geometry/li_piece.h"
 #include "geometry/unite.h"
@@ -128,14 +129,16 @@ void Outline::cleanLoops(const BandLimits& limits, std::vector<PieceLoop>* loops
 int Outline::store(const std::vector<PieceLoop>& loops) {
     int number = 0;
     for (const PieceLoop& loop : loops) {
-        for (const Piece& piece : loop) {
+        // An arc with ends so near would count as a whole circle.
+        const PieceLoop pieces = withoutPoints(loop, 2 * GeEpsiGetTol());
+        for (const Piece& piece : pieces) {
             LI_ELEM* elem = LiNew(list_);
             if (!elem) return 1001;
             setPiece(elem, piece);
             elem->contour = number;
             LiChain(list_, elem);
         }
-        ++number;
+        number += !pieces.empty();
     }
     return 0;
 }

@@ -149,9 +149,15 @@ bool isOn(const Piece& piece, const RPT& p, double eps) {
     return along >= 0.0 && along <= dot(u, u);
 }
 
-static double distanceToCarrier(const Piece& piece, const RPT& p) {
+double distanceToCarrier(const Piece& piece, const RPT& p) {
     if (piece.isArc()) return std::fabs(distance(p, piece.centre) - piece.radius);
     return std::fabs(cross(unit(piece.end - piece.start), p - piece.start));
+}
+
+RPT footOnCarrier(const Piece& piece, const RPT& p) {
+    if (piece.isArc()) return piece.centre + piece.radius * unit(p - piece.centre);
+    const RPT u = unit(piece.end - piece.start);
+    return piece.start + dot(p - piece.start, u) * u;
 }
 
 static bool sameCarrier(const Piece& a, const Piece& b, double eps) {

@@ -54,6 +54,11 @@ PieceMeetings carrierMeetings(const Piece& a, const Piece& b);
 /// Whether a point of the carrier lies on the piece, with `eps` of room at its ends.
 bool isOn(const Piece& piece, const RPT& p, double eps);
 
+/// Distance of a point from the endless line or whole circle that carries the piece.
+double distanceToCarrier(const Piece& piece, const RPT& p);
+/// The point of the carrier nearest to `p`.
+RPT footOnCarrier(const Piece& piece, const RPT& p);
+
 /// Number of chords that stay within `tolerance` of an arc of this radius and sweep (radians).
 int chordCount(double radius, double sweep, double tolerance);
 

@@ -145,14 +145,20 @@ private:
         double steps;        ///< length of its edges
     };
 
+    struct Corner {
+        RPT end;   ///< of the run before
+        RPT start; ///< of the run behind
+    };
+
     void addPiece(const Piece& piece, Path& path);
     std::vector<Paths> polygons(const std::vector<PieceLoop>& loops);
     bool uniteParts(std::size_t from, std::size_t to, Paths* united) const;
     bool isThin(const Path& path) const;
-    std::uint32_t sourceOf(const IntPoint& from, const IntPoint& to) const;
+    std::uint32_t findSource(const IntPoint& from, const IntPoint& to) const;
     std::vector<Run> runsOf(const Path& path) const;
-    RPT cornerAt(const Run& before, const Run& behind) const;
-    RPT onCarriers(const RPT& rough, const Run& before, const Run& behind) const;
+    const Piece* sourceOf(const Run& run) const;
+    bool meetOfCarriers(const RPT& rough, const Piece& before, const Piece& behind, RPT* found) const;
+    Corner cornerAt(const Run& before, const Run& behind) const;
     Piece pieceOf(const Run& run, const RPT& from, const RPT& to) const;
     PieceLoop trace(const Path& path) const;
 
@@ -223,7 +229,7 @@ bool Union::isThin(const Path& path) const {
     return width <= kStepEps || (area < 0.0 && width <= 0.5 * frame_.steps(tolerance_));
 }
 
-std::uint32_t Union::sourceOf(const IntPoint& from, const IntPoint& to) const {
+std::uint32_t Union::findSource(const IntPoint& from, const IntPoint& to) const {
     const RPT p = real(from);
     const RPT q = real(to);
     const RPT middle = 0.5 * (p + q);
@@ -254,7 +260,7 @@ std::vector<Union::Run> Union::runsOf(const Path& path) const {
         const IntPoint to = path[i % n];
         const double size = distance(real(from), real(to));
         if (size <= kStepEps && i < n) continue;
-        const std::uint32_t piece = sourceOf(from, to);
+        const std::uint32_t piece = findSource(from, to);
         if (!runs.empty() && piece != kNone && runs.back().piece == piece) {
             runs.back().to = to;
             runs.back().steps += size;
@@ -271,38 +277,45 @@ std::vector<Union::Run> Union::runsOf(const Path& path) const {
     return runs;
 }
 
-RPT Union::onCarriers(const RPT& rough, const Run& before, const Run& behind) const {
-    const bool known = before.piece != kNone && behind.piece != kNone && before.piece != behind.piece;
-    if (known) {
-        // The corner of the chords lies within their distance from the curves, more at flat crossings.
-        double best = 50 * tolerance_ + frame_.lengthOf(2 * kStepEps);
-        RPT found = rough;
-        const PieceMeetings m = carrierMeetings(pieces_[before.piece], pieces_[behind.piece]);
-        for (int i = 0; i < m.count; ++i) {
-            const double d = distance(m.points[i], rough);
-            if (d >= best) continue;
-            best = d;
-            found = m.points[i];
-        }
-        if (found.x != rough.x || found.y != rough.y) return found;
-    }
-    for (const Run* run : {&before, &behind}) {
-        if (run->piece == kNone || !pieces_[run->piece].isArc()) continue;
-        const Piece& arc = pieces_[run->piece];
-        return arc.centre + arc.radius * unit(rough - arc.centre);
-    }
-    return rough;
+const Piece* Union::sourceOf(const Run& run) const {
+    return run.piece == kNone ? nullptr : &pieces_[run.piece];
 }
 
-RPT Union::cornerAt(const Run& before, const Run& behind) const {
+// The corner of the chords lies within their distance from the curves, more at flat crossings.
+bool Union::meetOfCarriers(const RPT& rough, const Piece& before, const Piece& behind, RPT* found) const {
+    double best = 50 * tolerance_ + frame_.lengthOf(2 * kStepEps);
+    bool any = false;
+    const PieceMeetings m = carrierMeetings(before, behind);
+    for (int i = 0; i < m.count; ++i) {
+        const double d = distance(m.points[i], rough);
+        if (d >= best) continue;
+        best = d;
+        *found = m.points[i];
+        any = true;
+    }
+    return any;
+}
+
+// Where one run hands over to the next: the end of a piece, or where the curves cross. Curves that don't
+// quite reach each other end beside each other.
+Union::Corner Union::cornerAt(const Run& before, const Run& behind) const {
+    const Piece* a = sourceOf(before);
+    const Piece* b = sourceOf(behind);
+    const double eps = frame_.lengthOf(kStepEps);
+    const RPT rough = frame_.toReal(behind.from);
     const auto known = exact_.find(behind.from);
-    if (known != exact_.end()) return known->second;
-    return onCarriers(frame_.toReal(behind.from), before, behind);
+    const RPT at = known != exact_.end() ? known->second : rough;
+    const auto carries = [&](const Piece* p) { return !p || distanceToCarrier(*p, at) <= eps; };
+    if (carries(a) && carries(b)) return {at, at};
+    RPT meet;
+    if (a && b && a != b && meetOfCarriers(rough, *a, *b, &meet)) return {meet, meet};
+    return {a ? footOnCarrier(*a, at) : at, b ? footOnCarrier(*b, at) : at};
 }
 
 Piece Union::pieceOf(const Run& run, const RPT& from, const RPT& to) const {
-    if (run.piece == kNone || !pieces_[run.piece].isArc()) return makeLine(from, to);
-    Piece arc = pieces_[run.piece];
+    const Piece* source = sourceOf(run);
+    if (!source || !source->isArc()) return makeLine(from, to);
+    Piece arc = *source;
     arc.start = from;
     arc.end = to;
     // A stretch of less than rounding can seem to run the whole way round.
@@ -316,24 +329,30 @@ bool isStraightOn(const Piece& a, const Piece& b, double eps) {
     return std::fabs(cross(u, a.end - a.start)) <= eps && dot(a.end - a.start, b.end - b.start) > 0.0;
 }
 
+void addStraightened(PieceLoop& loop, const Piece& piece, double eps) {
+    if (!loop.empty() && isStraightOn(loop.back(), piece, eps))
+        loop.back().end = piece.end;
+    else
+        loop.push_back(piece);
+}
+
 PieceLoop Union::trace(const Path& path) const {
     const std::vector<Run> runs = runsOf(path);
-    PieceLoop loop;
-    if (runs.size() == 1 && runs[0].piece != kNone && pieces_[runs[0].piece].isArc()) {
-        Piece circle = pieces_[runs[0].piece];
+    const std::size_t n = runs.size();
+    const Piece* only = n == 1 ? sourceOf(runs[0]) : nullptr;
+    if (only && only->isArc()) {
+        Piece circle = *only;
         circle.end = circle.start;
         return {circle};
     }
-    std::vector<RPT> corners;
-    for (std::size_t i = 0; i < runs.size(); ++i)
-        corners.push_back(cornerAt(runs[(i + runs.size() - 1) % runs.size()], runs[i]));
+    std::vector<Corner> corners; // in front of each run
+    for (std::size_t i = 0; i < n; ++i) corners.push_back(cornerAt(runs[(i + n - 1) % n], runs[i]));
+    PieceLoop loop;
     const double eps = frame_.lengthOf(kStepEps);
-    for (std::size_t i = 0; i < runs.size(); ++i) {
-        const Piece p = pieceOf(runs[i], corners[i], corners[(i + 1) % runs.size()]);
-        if (!loop.empty() && isStraightOn(loop.back(), p, eps))
-            loop.back().end = p.end;
-        else
-            loop.push_back(p);
+    for (std::size_t i = 0; i < n; ++i) {
+        const Corner& end = corners[(i + 1) % n];
+        addStraightened(loop, pieceOf(runs[i], corners[i].start, end.end), eps);
+        if (distance(end.end, end.start) > eps) addStraightened(loop, makeLine(end.end, end.start), eps);
     }
     if (loop.size() > 2 && isStraightOn(loop.back(), loop.front(), eps)) {
         loop.front().start = loop.back().start;
