@@ -166,10 +166,12 @@ void SideBuilder::join(const Band& before, const Band& behind, Piece& in, Piece&
     if (std::fabs(turn) <= kStraight) {
         if (dot(u, v) < 0.0) sound_ = false;
         fill(in.end, out.start);
-    } else if (turn > 0.0) {
+    } else if (turn < 0.0) {
+        joinOutside(corner, mitreLimit(before, behind, side_), in, out);
+    } else if (mitreLimit(before, behind, side_) > 0.0) {
         joinInside(corner, in, out);
     } else {
-        joinOutside(corner, mitreLimit(before, behind, side_), in, out);
+        sound_ = false; // the corner of the wider band stands out of the narrower one
     }
 }
 
