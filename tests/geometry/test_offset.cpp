@@ -187,3 +187,33 @@ TEST(Offset, DegenerateInputIsRefusedOrThin) {
         EXPECT_NEAR(totalArea(hair), 0, 1e-12);
     }
 }
+
+TEST(Offset, WildValuesDoNoHarm) {
+    const double wild[] = {0, 1, -1, 1e-300, 1e-12, 1e7, 1e15, -1e100, 1e200, 1e308, NAN, INFINITY};
+    std::mt19937 random(11);
+    const auto any = [&] { return wild[random() % std::size(wild)]; };
+    for (int i = 0; i < 3000; ++i) {
+        LiList list;
+        for (int k = 0; k < 4; ++k) {
+            LI_ELEM* e = LiNew(list);
+            *static_cast<UO_ELEM*>(e) = {
+                k % 3 ? 1 : 4, {any(), any()}, {any(), any()}, {any(), any()}, 0, 0, 1, 1, 0};
+            LiRadKorr(e);
+            LiElemExpand(e);
+            LiChain(list, e);
+        }
+        ASSERT_EQ(LiSortKont(list, 0, any()), 0);
+        LiRemShort(list, any());
+        const auto even =
+            LnParallelOffsettingAlgorithm::Create(list, static_cast<int>(random() % 3) - 1, any());
+        const auto uneven =
+            LnExtendedOffsettingAlgorithm::Create(list, 0, {any(), any(), any(), any()}, {any()});
+        for (ILnLineOffsettingAlgorithm* algorithm : {even.get(), uneven.get()}) {
+            ILnOutline* outline = nullptr;
+            if (algorithm->GetOutline(&outline)) continue;
+            outline->Calculate(any());
+            for (const LI_ELEM* e = outline->Contours().first; e; e = e->next)
+                ASSERT_TRUE(isFinite(e->start) && isFinite(e->end)) << i;
+        }
+    }
+}

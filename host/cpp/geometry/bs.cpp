@@ -27,7 +27,7 @@ bool isSound(const BS_CURVE& c) {
     return std::all_of(c.knots, knotsEnd, [](double k) { return std::isfinite(k); }) &&
            std::is_sorted(c.knots, knotsEnd) &&
            std::all_of(c.controls, c.controls + c.controlCount, isUsable) &&
-           c.knots[c.order - 1] < c.knots[c.controlCount];
+           c.knots[c.order - 1] < c.knots[c.controlCount] && std::isfinite(*(knotsEnd - 1) - c.knots[0]);
 }
 
 bool isSpan(const BS_CURVE& c, int span) {

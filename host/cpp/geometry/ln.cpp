@@ -177,14 +177,22 @@ private:
     Outline outline_;
 };
 
+// Products of coordinates beyond this may overflow.
+constexpr double kFarthest = 1e120;
+
 double cleanWidth(double width) {
-    return width > 0.0 && std::isfinite(width) ? width : 0.0;
+    return width > 0.0 && width < kFarthest ? width : 0.0;
 }
 
 void setWidth(Band& band, int end, int side, double width) {
     const double w = cleanWidth(width);
     band.left[end] = side == 0 ? 0.5 * w : side > 0 ? w : 0.0;
     band.right[end] = side == 0 ? 0.5 * w : side < 0 ? w : 0.0;
+}
+
+bool isWorkable(const Piece& p) {
+    const auto within = [](const RPT& q) { return std::fabs(q.x) < kFarthest && std::fabs(q.y) < kFarthest; };
+    return within(p.start) && within(p.end) && within(p.centre) && p.length() > 0.0;
 }
 
 // Puts the list into bands, contour by contour; a break in the chain begins a new contour too.
@@ -195,7 +203,7 @@ std::vector<std::vector<Band>> bandsOf(const LiList& list,
     for (const LI_ELEM* e = list.first; e; e = e->next) {
         Band band;
         band.centre = pieceOf(*e);
-        if (!(band.centre.length() > 0.0) || !std::isfinite(band.centre.length())) continue;
+        if (!isWorkable(band.centre)) continue;
         setWidths(*e, band);
         const bool follows = before && before->contour == e->contour && before->end.x == e->start.x &&
                              before->end.y == e->start.y;
