@@ -75,7 +75,9 @@ private:
     uint32_t rootDictionary() {
         if (root_ == kNone)
             for (uint32_t i = 0; i < model_.objects.size() && root_ == kNone; ++i)
-                if (model_.objects[i].section == Section::Objects) root_ = i;
+                if (model_.objects[i].section == Section::Objects && model_.objects[i].hasOwner &&
+                    model_.objects[i].owner == 0)
+                    root_ = i;
         return root_;
     }
 
