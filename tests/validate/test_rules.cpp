@@ -25,22 +25,54 @@ void replaceFirst(std::string& text, const std::string& old, const std::string& 
     text.replace(text.find(old), old.size(), now);
 }
 
-const std::vector<DxfGroup> kLine = {{0, "LINE"}, {5, "1F0"},         {330, "3A"},         {100, "AcDbEntity"}, {8, "0"},
-                                     {100, "AcDbLine"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {11, "1.0"},
-                                     {21, "0.0"},       {31, "0.0"}};
+const std::vector<DxfGroup> kLine = {{0, "LINE"}, {5, "1F0"},        {330, "3A"}, {100, "AcDbEntity"},
+                                     {8, "0"},    {100, "AcDbLine"}, {10, "0.0"}, {20, "0.0"},
+                                     {30, "0.0"}, {11, "1.0"},       {21, "0.0"}, {31, "0.0"}};
 
 /// A block record and its block, with what it holds.
 void addBlock(F& f, const std::string& name, int handle, const std::string& inserted) {
     const auto hex = [&](int i) { return "1" + std::to_string(handle + i); };
-    f.before("ENDTAB", {{0, "BLOCK_RECORD"}, {5, hex(0)}, {330, "1"}, {100, "AcDbSymbolTableRecord"},
-                        {100, "AcDbBlockTableRecord"}, {2, name}, {340, "0"}}, 9);
+    f.before("ENDTAB",
+             {{0, "BLOCK_RECORD"},
+              {5, hex(0)},
+              {330, "1"},
+              {100, "AcDbSymbolTableRecord"},
+              {100, "AcDbBlockTableRecord"},
+              {2, name},
+              {340, "0"}},
+             9);
     f.set("TABLE", 70, "9", 9);
     f.before("BLOCK",
-             {{0, "BLOCK"}, {5, hex(1)}, {330, hex(0)}, {100, "AcDbEntity"}, {8, "0"}, {100, "AcDbBlockBegin"},
-              {2, name}, {70, "0"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}, {3, name}, {1, ""},
-              {0, "INSERT"}, {5, hex(2)}, {330, hex(0)}, {100, "AcDbEntity"}, {8, "0"}, {100, "AcDbBlockReference"},
-              {2, inserted}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"},
-              {0, "ENDBLK"}, {5, hex(3)}, {330, hex(0)}, {100, "AcDbEntity"}, {8, "0"}, {100, "AcDbBlockEnd"}}, 3);
+             {{0, "BLOCK"},
+              {5, hex(1)},
+              {330, hex(0)},
+              {100, "AcDbEntity"},
+              {8, "0"},
+              {100, "AcDbBlockBegin"},
+              {2, name},
+              {70, "0"},
+              {10, "0.0"},
+              {20, "0.0"},
+              {30, "0.0"},
+              {3, name},
+              {1, ""},
+              {0, "INSERT"},
+              {5, hex(2)},
+              {330, hex(0)},
+              {100, "AcDbEntity"},
+              {8, "0"},
+              {100, "AcDbBlockReference"},
+              {2, inserted},
+              {10, "0.0"},
+              {20, "0.0"},
+              {30, "0.0"},
+              {0, "ENDBLK"},
+              {5, hex(3)},
+              {330, hex(0)},
+              {100, "AcDbEntity"},
+              {8, "0"},
+              {100, "AcDbBlockEnd"}},
+             3);
 }
 
 // clang-format off
@@ -240,10 +272,12 @@ TEST_P(OneFault, IsFoundAndNothingElse) {
 TEST(Rules, EachHasAFault) {
     std::set<int> tested = {101, 102}; // whole files that are none, tested elsewhere
     for (const Fault& fault : kFaults) tested.insert(fault.rule);
-    for (const validate::RuleInfo& rule : validate::allRules()) EXPECT_EQ(tested.count(rule.number), 1U) << rule.number;
+    for (const validate::RuleInfo& rule : validate::allRules())
+        EXPECT_EQ(tested.count(rule.number), 1U) << rule.number;
 }
 
-INSTANTIATE_TEST_SUITE_P(Rules, OneFault, testing::ValuesIn(kFaults),
-                         [](const auto& info) { return std::to_string(info.param.rule) + "_" + std::to_string(info.index); });
+INSTANTIATE_TEST_SUITE_P(Rules, OneFault, testing::ValuesIn(kFaults), [](const auto& info) {
+    return std::to_string(info.param.rule) + "_" + std::to_string(info.index);
+});
 
 } // namespace
