@@ -84,7 +84,7 @@ constexpr Group kDimension[] = {
     opt(280).from(R2010), usual(2), req(10).point3(), usual(11).point3(), opt(12).point3(), usual(70), opt(1),
     opt(71).from(R2000).range(0, 9).mild(), opt(72).from(R2000), opt(41).from(R2000), opt(42).from(R2000),
     opt(73).from(R2000), opt(74).from(R2000), opt(75).from(R2000), opt(51), opt(53), opt(54),
-    opt(210).direction(), usual(3).from(R13).of(DimStyle),
+    opt(210).direction(), opt(3).of(DimStyle),
     // The definition points of R12 and of kinds that have no part of their own for them.
     opt(13).upTo(R12).point3(), opt(14).upTo(R12).point3(), opt(15).upTo(R12).point3(),
     opt(16).upTo(R12).point3(), opt(40).upTo(R12), opt(50).upTo(R12), opt(52).upTo(R12)};

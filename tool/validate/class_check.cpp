@@ -18,6 +18,11 @@ void checkClass(Session& session, std::span<const Tag> tags) {
     size_t i = 1;
     std::string_view name;
     int64_t entity = -1;
+    for (const Tag& tag : tags) {
+        if (tag.code == 1) name = tag.value;
+        if (tag.code == 281) entity = readInteger(tag.value).value_or(-1);
+    }
+    session.model.classes.emplace_back(name, entity == 1);
     for (int code : codes) {
         if (code == 91 && !session.atLeast(Version::R2004)) continue;
         if (i >= tags.size() || tags[i].code != code) {
@@ -25,14 +30,11 @@ void checkClass(Session& session, std::span<const Tag> tags) {
                             " expected in a CLASS of ", versionName(session.version));
             return;
         }
-        if (code == 1) name = tags[i].value;
-        if (code == 281) entity = readInteger(tags[i].value).value_or(-1);
         ++i;
     }
     if (i < tags.size())
         session.out.add(Rule::ClassShape, session.at(tags[i]), "group ", tags[i].code,
                         " does not belong into a CLASS");
-    session.model.classes.emplace_back(name, entity == 1);
     const KindRules* rules = findKind(name);
     if (rules && (rules->kind().home == Home::Entity) != (entity == 1))
         session.out.add(Rule::ClassFlag, session.place, "the class ", name, " says ",

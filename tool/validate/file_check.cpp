@@ -160,7 +160,8 @@ private:
             return;
         }
         closeSection(true);
-        session_.out.add(Rule::MissingEof, {reader_.line()}, "the file ends without EOF");
+        if (session_.out.count(Rule::HalfPair) == 0) // the rest of which may have been the EOF
+            session_.out.add(Rule::MissingEof, {reader_.line()}, "the file ends without EOF");
     }
 
     /// Something that begins with groups but not with a section, and has no section at all, is no DXF.

@@ -79,19 +79,27 @@ void checkNeeded(Session& session) {
 
 void checkBlockRecords(Session& session) {
     const Model& model = session.model;
-    std::unordered_set<std::string> records, blocks;
+    std::unordered_set<std::string> blocks;
+    std::unordered_map<std::string, uint64_t> records;
     for (const Block& block : model.blocks) blocks.insert(upperCase(block.name));
     for (const BlockRecord& record : model.blockRecords) {
         const Place place = model.placeOf(record.object);
-        if (!records.insert(upperCase(record.name)).second)
+        if (!records.emplace(upperCase(record.name), place.handle).second)
             session.out.add(Rule::RepeatedName, place, "the name ", quoted(record.name), " is defined twice");
         else if (!blocks.count(upperCase(record.name)))
             session.out.add(Rule::RecordNoBlock, place, "there is no BLOCK ", quoted(record.name));
     }
-    for (const Block& block : model.blocks)
-        if (!records.count(upperCase(block.name)))
+    for (const Block& block : model.blocks) {
+        const auto record = records.find(upperCase(block.name));
+        const Object& object = model.objects[block.object];
+        if (record == records.end())
             session.out.add(Rule::BlockNoRecord, model.placeOf(block.object), "there is no BLOCK_RECORD ",
                             quoted(block.name));
+        else if (object.hasOwner && object.owner != record->second && session.atLeast(Version::R2000))
+            session.out.add(Rule::WrongOwner, model.placeOf(block.object), "the owner ",
+                            handleText(object.owner), " is not the BLOCK_RECORD ", handleText(record->second),
+                            " of this name");
+    }
     for (std::string_view name : {"*MODEL_SPACE", "*PAPER_SPACE"})
         if (!records.count(std::string(name)) && !blocks.count(std::string(name)))
             session.out.add(Rule::MissingRecord, {0, 0, {}, Section::Tables}, "the block ", name,

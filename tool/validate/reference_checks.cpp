@@ -63,19 +63,20 @@ private:
         }
     }
 
-    /// Readers cope without the owner of an entity or record, not without that of an object.
+    /// Readers cope without the owner of an entity or record; without that of an object not all do.
     void missing(uint32_t index) {
         if (!session_.atLeast(Version::R2000)) return;
         const Object& object = model_.objects[index];
         if (object.section == Section::Objects && object.handle == 0) return; // told already
-        session_.out.addAs(object.section == Section::Objects ? Level::Error : Level::Note,
-                           Rule::MissingOwner, model_.placeOf(index), "the owner (330) is missing");
+        session_.out.addAs(object.section == Section::Objects ? Level::Warning : Level::Note, Rule::MissingOwner, model_.placeOf(index), "the owner (330) is missing");
     }
 
     uint32_t rootDictionary() {
         if (root_ == kNone)
             for (uint32_t i = 0; i < model_.objects.size() && root_ == kNone; ++i)
-                if (model_.objects[i].section == Section::Objects) root_ = i;
+                if (model_.objects[i].section == Section::Objects && model_.objects[i].hasOwner &&
+                    model_.objects[i].owner == 0)
+                    root_ = i;
         return root_;
     }
 

@@ -93,10 +93,14 @@ bool TagReader::next(Tag& tag) {
             findings_.add(Rule::HalfPair, {line}, "group code ", *code, " is the last line and has no value");
             break;
         }
+        const size_t behindCode = position_;
         tag = {takeLine(), *code, line};
         if (*code >= 0 && *code <= kLastCode) return true;
         findings_.add(Rule::CodeRange, {line}, "group code ", quoted(trimmed(codeLine)),
                       " is outside of 0 to ", kLastCode);
+        position_ = behindCode;
+        line_ = line + 1;
+        resynchronise();
     }
     position_ = text_.size();
     return false;

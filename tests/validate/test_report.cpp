@@ -1,0 +1,218 @@
+// Whole files: what is no DXF, hostile ones, real ones; the reports and the command.
+
+#include "valid_file.h"
+#include "validate.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+using validate::validateText;
+
+/// A file in a folder of its own that goes with the object.
+class TempFile {
+public:
+    explicit TempFile(const std::string& text) {
+        fs::create_directories(folder_);
+        std::ofstream(path(), std::ios::binary) << text;
+    }
+    ~TempFile() { fs::remove_all(folder_); }
+    std::string path() const { return (folder_ / "drawing.dxf").string(); }
+    std::string folder() const { return folder_.string(); }
+
+private:
+    fs::path folder_ = fs::path(testing::TempDir()) /
+                       ("validate_" + std::to_string(::getpid()) + "_" + std::to_string(std::rand()));
+};
+
+struct Outcome {
+    int status;
+    std::string out, err;
+};
+
+Outcome run(std::vector<std::string> files, bool strict = false, bool json = false) {
+    std::ostringstream out, err;
+    const int status =
+        validate::runValidate({.files = std::move(files), .json = json, .strict = strict}, out, err);
+    return {status, out.str(), err.str()};
+}
+
+TEST(WholeFile, ThatIsNoTextDxfHasOneClearFinding) {
+    const std::string wide("\xFF\xFE"
+                           "0\0\n\0",
+                           6),
+        dwg("AC1015\0\0\0\0\0\0", 12);
+    const std::string cases[] = {"",
+                                 "\n\n  \n",
+                                 wide,
+                                 dwg,
+                                 "CAD Binary DXF\r\n\x1A" + std::string(9, '\0'),
+                                 "0\rSECTION\r2\rENTITIES\r",
+                                 "<svg/>\n<g/>\n",
+                                 std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16)};
+    for (const std::string& text : cases) {
+        const validate::Report report = validateText(text);
+        EXPECT_EQ(report.counts.count(102), 1U) << text;
+        EXPECT_LE(report.findings.size(), 8U) << text;
+    }
+}
+
+TEST(WholeFile, OldestAndSmallestFilesAreFine) {
+    const std::string minimal =
+        "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n10\n0\n20\n0\n11\n1\n21\n1\n0\nENDSEC\n0\nEOF\n";
+    // R10 wrote all x coordinates in front of all y coordinates.
+    const std::string r10 =
+        "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1003\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n"
+        "10\n0\n11\n1\n20\n0\n21\n1\n0\nENDSEC\n0\nEOF\n";
+    for (const std::string& text : {minimal, r10}) {
+        EXPECT_EQ(validateText(text).errors, 0U);
+        EXPECT_EQ(validateText(text).warnings, 0U);
+    }
+}
+
+TEST(WholeFile, LineEndsBlanksAndCommentsDoNotMatter) {
+    DxfFile file = validFile(15);
+    file.before("CIRCLE", {{999, "a comment"}});
+    std::string text;
+    for (const DxfGroup& group : file.groups)
+        text += "  " + std::to_string(group.code) + "\r\n" + group.value + "\r\n";
+    const validate::Report report = validateText(text + "\x1A");
+    EXPECT_EQ(report.errors + report.warnings, 0U);
+}
+
+TEST(WholeFile, CutAnywhereIsAFindingAndNoCrash) {
+    for (int version : {9, 15, 32}) {
+        const std::string text = validFile(version).text();
+        const size_t last = text.rfind("0\nEOF\n");
+        for (size_t at = 1; at < last; at += 53)
+            EXPECT_GT(validateText(text.substr(0, at)).errors, 0U) << version << ' ' << at;
+    }
+}
+
+TEST(WholeFile, EveryGroupMayBeMissingOrTwice) {
+    const DxfFile whole = validFile(32);
+    for (size_t i = 6; i < whole.groups.size(); i += 3) {
+        DxfFile twice = whole, missing = whole;
+        twice.groups.insert(twice.groups.begin() + static_cast<std::ptrdiff_t>(i), whole.groups[i]);
+        missing.groups.erase(missing.groups.begin() + static_cast<std::ptrdiff_t>(i));
+        EXPECT_EQ(validateText(twice.text()).version, "AC1032");
+        validateText(missing.text());
+    }
+}
+
+TEST(WholeFile, DeepRingsAndLongChainsEnd) {
+    // 20000 blocks, each inserting the next, the last the first; and 20000 dictionaries, each the owner of
+    // the next.
+    std::string text = "0\nSECTION\n2\nBLOCKS\n";
+    constexpr int count = 20000;
+    for (int i = 0; i < count; ++i)
+        text += "0\nBLOCK\n8\n0\n2\nB" + std::to_string(i) + "\n10\n0\n20\n0\n0\nINSERT\n8\n0\n2\nB" +
+                std::to_string((i + 1) % count) + "\n10\n0\n20\n0\n0\nENDBLK\n8\n0\n";
+    text += "0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n";
+    EXPECT_EQ(validateText(text).counts[504], 1U);
+    DxfFile file = validFile(15);
+    std::vector<DxfGroup> chain;
+    const auto hex = [](int i) {
+        std::ostringstream out;
+        out << std::hex << i;
+        return out.str();
+    };
+    for (int i = 0; i < count; ++i)
+        chain.insert(chain.end(), {{0, "DICTIONARY"},
+                                   {5, hex(4096 + i)},
+                                   {330, hex(4096 + (i + 1) % count)},
+                                   {100, "AcDbDictionary"}});
+    EXPECT_EQ(validateText(file.before("DICTIONARY", chain, 2).text()).counts[309], 1U);
+}
+
+TEST(WholeFile, MillionFindingsAreCountedNotKept) {
+    DxfFile file = validFile(15);
+    file.put("CIRCLE", std::vector<DxfGroup>(100000, {85, "x"}));
+    const validate::Report report = validateText(file.text());
+    EXPECT_EQ(report.counts.at(126), 100000U);
+    EXPECT_TRUE(report.truncated);
+    EXPECT_LT(report.findings.size(), 200U);
+    EXPECT_EQ(report.findings.front().line <= report.findings.back().line, true);
+}
+
+TEST(Report, TellsTheExactPlace) {
+    const std::string text = validFile(15).set("CIRCLE", 40, "-2.5").text();
+    const validate::Report report = validateText(text);
+    for (const validate::Finding& finding : report.findings) {
+        if (finding.number != 206) continue;
+        EXPECT_EQ(finding.handle, "41");
+        EXPECT_EQ(finding.section, "ENTITIES");
+        EXPECT_EQ(finding.entity, "CIRCLE");
+        std::istringstream lines(text);
+        std::string code, value;
+        for (size_t i = 0; i < finding.line; ++i) std::getline(lines, code);
+        std::getline(lines, value);
+        EXPECT_EQ(code + " " + value, "40 -2.5");
+    }
+}
+
+TEST(Command, StatusSaysHowBadItIs) {
+    const TempFile clean(validFile(15).text()), wrong(validFile(15).set("CIRCLE", 40, "-1").text()),
+        unwise(validFile(15).set("CIRCLE", 8, "WALLS").text());
+    EXPECT_EQ(run({clean.path()}).status, 0);
+    EXPECT_EQ(run({clean.path(), wrong.path()}).status, 1);
+    EXPECT_EQ(run({unwise.path()}).status, 0);
+    EXPECT_EQ(run({unwise.path()}, true).status, 1);
+    EXPECT_EQ(run({}).status, 2);
+    EXPECT_EQ(run({wrong.path(), clean.folder()}).status, 2);
+    EXPECT_NE(run({clean.path() + ".none"}).err.find("No such file"), std::string::npos);
+    EXPECT_NE(run({wrong.path()}).out.find(": error 206: group 40: -1 is not above 0 [ENTITIES CIRCLE 41]\n"),
+              std::string::npos);
+}
+
+TEST(Command, JsonIsOneObjectALine) {
+    const TempFile wrong(validFile(15)
+                             .set("TEXT", 1, "\x81\x02")
+                             .put("CIRCLE", std::vector<DxfGroup>(50, {85, "\xFF"}))
+                             .text());
+    const Outcome result = run({wrong.path(), wrong.path()}, false, true);
+    std::istringstream lines(result.out);
+    int count = 0;
+    for (std::string line; std::getline(lines, line); ++count) {
+        const auto json = nlohmann::json::parse(line);
+        EXPECT_EQ(json["version"], "AC1015");
+        EXPECT_EQ(json["counts"]["126"], 50);
+        EXPECT_EQ(json["truncated"], true);
+        EXPECT_EQ(json["errors"].get<size_t>() >= 1, true);
+        EXPECT_TRUE(json["findings"][0].contains("level"));
+    }
+    EXPECT_EQ(count, 2);
+}
+
+TEST(Documentation, HasAParagraphForEachRule) {
+    std::ifstream file(fs::path(TORVA_SOURCE_DIR) / "docs/validate.md");
+    const std::string docs((std::istreambuf_iterator<char>(file)), {});
+    for (const validate::RuleInfo& rule : validate::allRules()) {
+        const std::string head =
+            "**" + std::to_string(rule.number) + " " + std::string(levelName(rule.level)) + "**";
+        EXPECT_NE(docs.find(head), std::string::npos) << head << ' ' << rule.text;
+    }
+}
+
+TEST(Corpus, IsJudgedWithoutACrash) {
+    const char* folder = std::getenv("TORVA_CORPUS");
+    if (!folder) GTEST_SKIP() << "TORVA_CORPUS names no directory with real drawings";
+    size_t files = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        std::string extension = entry.path().extension().string();
+        for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        if (!entry.is_regular_file() || extension != ".dxf") continue;
+        ++files;
+        EXPECT_FALSE(validate::validateFile(entry.path().string()).unreadable) << entry.path();
+    }
+    EXPECT_GT(files, 0U);
+}
+
+} // namespace
