@@ -8,7 +8,7 @@ namespace {
 constexpr double nearZ = 1.0 / 64.0;
 
 void normalise(double (&v)[4]) {
-    const double length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+    const double length = std::hypot(v[0], v[1], v[2]);
     if (!(length > 0)) return;
     for (int i = 0; i < 3; ++i) v[i] /= length;
 }
