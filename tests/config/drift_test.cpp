@@ -7,7 +7,6 @@
 #include "drawing/drawing.h"
 
 #include <regex>
-#include <set>
 
 namespace {
 
@@ -67,16 +66,6 @@ TEST(PenColors, FollowThePalette) {
     const std::string wanted = makePenColors();
     if (std::getenv("TORVA_UPDATE_GENERATED")) std::ofstream(file, std::ios::binary) << wanted;
     EXPECT_TRUE(slurp(file) == wanted) << "run with TORVA_UPDATE_GENERATED=1, then build again";
-}
-
-TEST(PenColors, ColoursComeBackFromTheirPens) {
-    std::set<int> pens;
-    for (int color = 1; color < DX_COLOR_COUNT; ++color) {
-        const int pen = DxBuiltInPen(color);
-        const int back = DxBuiltInColor(pen);
-        if (pen >= 32 && pen < DX_PEN_COUNT - 32 && pens.insert(pen).second) EXPECT_EQ(back, color);
-        EXPECT_TRUE(back >= 1 && back <= 255);
-    }
 }
 
 TEST(Docs, TellEveryKeySectionAndKeyword) {

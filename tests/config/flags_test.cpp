@@ -57,13 +57,8 @@ TEST_F(Flags, UnitsAndSpacesCountOnlyIfAsked) {
     EXPECT_EQ(host::session().numbers["&DxfExt"], 1);
     EXPECT_THAT(protocol(), HasSubstr("Modus MODELSPACE + PAPERSPACES aktiv"));
     EXPECT_THAT(messages(), IsEmpty()) << "no warning";
-}
-
-TEST_F(Flags, WordsOfUnits) {
-    const char* const words[] = {"", "nm", "ym", "mm", "cm", "m", "km", "inch", "feet"};
+    const char* const words[] = {"act", "nm", "ym", "mm", "cm", "m", "km", "inch", "feet"};
     for (int unit = 0; unit < 9; ++unit) EXPECT_EQ(DxUnitNameToCAD(words[unit]), unit) << words[unit];
-    EXPECT_EQ(DxUnitNameToCAD("metre"), 5);
-    EXPECT_EQ(DxUnitNameToCAD("act"), 0);
 }
 
 TEST_F(Flags, Versions) {
@@ -99,17 +94,6 @@ TEST_F(Flags, LayersOfElementClasses) {
     start(0);
     readDxd("#EOF\n");
     EXPECT_EQ(DxLayerFixedNames[DX_CLASS_TEXT], "TEXT") << "no flags section";
-}
-
-TEST_F(Flags, BlocksToPatterns) {
-    readFlags("READ_BLOCK=NONE");
-    EXPECT_EQ(DxBlockToPattern, 0);
-    readFlags("READ_BLOCK=ATTR");
-    EXPECT_EQ(DxBlockToPattern, 1);
-    EXPECT_EQ(DxBlockOrder, DX_ORDER_ATTR);
-    readFlags("READ_BLOCK=what");
-    EXPECT_EQ(DxBlockToPattern, 1);
-    EXPECT_EQ(DxBlockOrder, DX_ORDER_NONE);
 }
 
 TEST_F(Flags, PathsAreExpanded) {
