@@ -7,11 +7,9 @@ std::unordered_map<int, int> DxCadFontTableIndex;
 std::array<DxCharMap, 2> DxCharMaps;
 int DxFinishPending;
 int DxTextTooSmallTold;
-std::unordered_map<std::string, int> DxMtextStyles;
-const DxTables* DxMtextStylesOf;
 std::vector<DX_TEXT_PLACE> DxTextList;
 std::size_t DxTextListSize;
-DxCharsetCache DxCharsets;
+std::unordered_map<const DxTables*, DxStyleIndex> DxStyleIndexes;
 
 void DxResetTextState() {
     DxFontTables.clear();
@@ -21,9 +19,7 @@ void DxResetTextState() {
     DxCharMaps = {};
     DxFinishPending = 0;
     DxTextTooSmallTold = 0;
-    DxMtextStyles.clear();
-    DxMtextStylesOf = nullptr;
     DxTextList.clear();
     DxTextListSize = 0;
-    DxCharsets = {};
+    DxStyleIndexes.clear();
 }

@@ -64,10 +64,6 @@ extern std::array<DxCharMap, 2> DxCharMaps;              ///< main and special s
 extern int DxFinishPending;                              ///< the next text must end with DxFinishText
 extern int DxTextTooSmallTold;                           ///< message 5751 was given in this import
 
-/// Styles that "\f" codes made or found, by their description, in the tables at hand.
-extern std::unordered_map<std::string, int> DxMtextStyles;
-extern const DxTables* DxMtextStylesOf; ///< the tables that DxMtextStyles belongs to
-
 /// Texts that wait to be joined: pattern and row.
 struct DX_TEXT_PLACE {
     int pat;
@@ -76,14 +72,14 @@ struct DX_TEXT_PLACE {
 extern std::vector<DX_TEXT_PLACE> DxTextList;
 extern std::size_t DxTextListSize; ///< room of the list
 
-/// Styles by name as DxTextGetCharset found them last.
-struct DxCharsetCache {
-    const DxTables* tables = nullptr;
-    std::size_t styleCount = 0;
-    std::string defaultFont;
-    std::unordered_map<std::string, DxCharset> byStyle;
+/// The styles of one document's tables: where they are and what they mean in the host.
+struct DxStyleIndex {
+    std::size_t indexed = 0;                            ///< styles that byName knows
+    std::unordered_map<std::string, std::size_t> byName; ///< first style of each name
+    std::unordered_map<std::string, DxCharset> charsets; ///< by default font and style
+    std::unordered_map<std::string, int> made;           ///< styles for "\f" codes, by font and marks
 };
-extern DxCharsetCache DxCharsets;
+extern std::unordered_map<const DxTables*, DxStyleIndex> DxStyleIndexes;
 
 /// Start values of all of the above, tables forgotten.
 void DxResetTextState();

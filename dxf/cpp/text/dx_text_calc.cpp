@@ -1,0 +1,137 @@
+// The arithmetic between DXF's and the host's way of placing and sizing a text.
+#include "../config/config_state.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "../session/session_state.h"
+#include "dx_text_codes.h"
+#include "dx_text_host.h"
+#include "dx_text_import.h"
+#include "ov_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+double distance(const RPT3& a, const RPT3& b) {
+    return std::hypot(b.x - a.x, b.y - a.y);
+}
+
+/// Characters that take room on the host's side: what switches a line on and off doesn't.
+int visibleCount(std::string_view converted) {
+    return static_cast<int>(DxCharCount(converted)) -
+           static_cast<int>(std::count_if(converted.begin(), converted.end(),
+                                          [](char c) { return c >= 0 && c < 32 && c != '\t'; }));
+}
+
+/// Length of a host text relative to its character width.
+double relativeLength(std::string_view converted, int font, double spacing, int* proportional) {
+    double hundredths = 0;
+    DxTextGetCadFontLen(converted, font, &hundredths, proportional);
+    return (visibleCount(converted) - 1) * (spacing - 1) + hundredths * 0.01;
+}
+
+/// The column of a TEXT's alignment: 0 left, 1 centre, 2 right.
+int columnOf(int hor, int ver) {
+    if (ver != 0) return hor < 3 ? hor : 0;
+    return hor == 1 || hor == 4 ? 1 : hor == 2 ? 2 : 0;
+}
+
+/// 1 moves to the right half a space, -1 to the left: the host's outer edge includes half a space.
+double spaceSide(int column) {
+    return column == 0 ? 1 : column == 2 ? -1 : 0;
+}
+
+} // namespace
+
+void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx) {
+    constexpr double smallest = 0.75, largest = 4.0;
+    constexpr double widening = 0.46153846153846156, shiftPerSpacing = 0.16923076923076924;
+    if (!(text->charSpacing >= smallest && text->charSpacing <= largest)) return;
+    const double d = text->charSpacing - smallest;
+    *dx = d * widening + 1.0;
+    const double shift = text->height * shiftPerSpacing * d;
+    text->point.x -= shift;
+    text->second.x -= shift;
+}
+
+int DxTextCalcBreite(const DX_TEXT_TYPE& text, int count, const RPT3& p1, const RPT3& p2, double height,
+                     double angle, double* width) {
+    switch (text.horAlign) {
+    case 0: {
+        OV_TEXT_PARM host;
+        ovtextparamsttf(5, &host);
+        *width = (text.widthFactor == 0 ? 1.0 : text.widthFactor) * height;
+        if (count != 1) *width *= ((count - 1) * host.spacing + 1) * DxTextFactor;
+        return 0;
+    }
+    case 1: *width = 2 * distance(p1, p2); return 0;
+    case 2:
+    case 3:
+    case 5: *width = distance(p1, p2); return 0;
+    case 4: {
+        const double half = height / 2;
+        *width = 2 * distance(p1, {p2.x + half * std::cos(angle), p2.y + half * std::sin(angle), p2.z});
+        return 0;
+    }
+    default: DxProtoMsg(DxMsg(5741, text.horAlign), 0); return -1;
+    }
+}
+
+DxTextCadParams DxTextCalcCadParams(double height, double length, int font, std::string_view converted,
+                                    double space, double dx) {
+    const double toSheet = DxScale * DxDrawUnit;
+    DxTextCadParams parms{height * toSheet, length * toSheet, dx != 0 ? dx : space + 1.0};
+    if (DxCiTextIsTtf(static_cast<unsigned short>(font))) return parms;
+    int proportional = 0;
+    const double relative = relativeLength(converted, font, parms.spacing, &proportional);
+    const int count = visibleCount(converted);
+    if (!proportional) {
+        const double cells = (count - 1) * (parms.spacing - 1) + count;
+        if (count > 1) parms.width = cells > 0 ? parms.width / cells : parms.height;
+    } else {
+        parms.width = relative > 0 ? parms.width / relative : parms.height;
+    }
+    return parms;
+}
+
+double DxTextCalcDxfParams(std::string_view converted, int font, std::string_view dxfFont, double height,
+                           double width, double spacing) {
+    int proportional = 0;
+    const double length = relativeLength(converted, font, spacing, &proportional) * width;
+    if (DxCiTextIsTtf(static_cast<unsigned short>(font))) return height > 0 ? width / height : 1.0;
+    double widths = 0, spaces = 0;
+    DxTextGetDxfFontSpace(converted, dxfFont, &widths, &spaces);
+    constexpr double smallest = 0.01;
+    return widths + spaces > smallest && height > 0 ? length / ((widths + spaces) * height) : 1.0;
+}
+
+double DxTextCalcTextRahmenLen(std::string_view converted, int font, double width, double spacing) {
+    int proportional = 0;
+    return relativeLength(converted, font, spacing, &proportional) * width;
+}
+
+double DxTextCalcTextLen(std::string_view converted, int font, double width, double spacing) {
+    return DxTextCalcTextRahmenLen(converted, font, width, spacing) / (DxScale * DxDrawUnit);
+}
+
+int DxTextConvOrigin(const DxTextAlignment& a, int* origin, int* justification, RPT3* point,
+                     const RPT3& second) {
+    const bool isAtFirst = a.ver == 0 && (a.hor == 0 || a.hor == 3 || a.hor == 5);
+    int column = columnOf(a.hor, a.ver);
+    *justification = a.just > 2 ? column : a.just;
+    if (!isAtFirst) *point = second;
+    if (a.isMirrored) column = 2 - column;
+    const bool isMiddle = a.ver == 0 && a.hor == 4;
+    *origin = isMiddle ? 5 : column + 1 + (a.ver > 0 ? 3 * (a.ver - 1) : 0);
+    const double x = spaceSide(column) * (a.spacing - 1) * a.width * 0.5;
+    const double gap = (a.lineDistance - 1) * a.height;
+    double y = 0;
+    if (isMiddle) y = -gap * 0.25;
+    else if (a.ver == 0) y = gap * 0.5;
+    else if (a.ver == 3) y = -gap * 0.5;
+    const double c = std::cos(a.angle), s = std::sin(a.angle);
+    point->x -= x * c - y * s;
+    point->y -= x * s + y * c;
+    return 0;
+}

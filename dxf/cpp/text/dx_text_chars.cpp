@@ -1,0 +1,152 @@
+// Characters between the two sides, by the tables of the configuration.
+//
+// The tables speak of codes: of the file's code page on the DXF side, of Windows 1252 on the host's. Codes
+// above 255 are Unicode on either side.
+#include "../config/config_state.h"
+#include "dx_text_codes.h"
+#include "dx_text_fonts.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace {
+
+constexpr std::size_t convertedLimit = 2208;
+
+char32_t fileSide(int code) {
+    return code > 255 ? static_cast<char32_t>(code) : DxFileChar(code);
+}
+char32_t hostSide(int code) {
+    return code > 255 ? static_cast<char32_t>(code) : DxHostChar(code);
+}
+
+/// Set 1 serves the special font, set 0 all others.
+int setForCad(int font) {
+    return font == DxSpecialCadFont ? 1 : 0;
+}
+int setForDxf(std::string_view font) {
+    return !DxSpecialDxfFont.IsEmpty() && font == DxSpecialDxfFont.str() ? 1 : 0;
+}
+
+/// The pairs of a set in the session's direction. A later pair for the same character wins.
+DxCharMap& charMap(int set, bool toCad) {
+    DxCharMap& map = DxCharMaps[static_cast<std::size_t>(set)];
+    if (map.isBuilt) return map;
+    map.isBuilt = true;
+    for (const DX_CHAR_PAIR& pair : DxCharPairs[set]) {
+        const char32_t dxf = fileSide(pair.dxf), host = hostSide(pair.host);
+        if (dxf && host) map.pairs.insert_or_assign(toCad ? dxf : host, toCad ? host : dxf);
+    }
+    for (const DX_CHAR_TEXT& record : DxCharTexts[set]) {
+        if (!record.text.empty()) map.startsText[static_cast<unsigned char>(record.text.s[0])] = true;
+    }
+    return map;
+}
+
+void convertPairs(std::string& text, const DxCharMap& map) {
+    if (map.pairs.empty()) return;
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t pos = 0; pos < text.size();) {
+        const char32_t c = DxNextChar(text, pos);
+        const auto pair = map.pairs.find(c);
+        DxAppendChar(out, pair == map.pairs.end() ? c : pair->second);
+    }
+    text.swap(out);
+}
+
+/// The record of a set whose text stands at the start of `rest`; null when there is none.
+const DX_CHAR_TEXT* recordAt(std::string_view rest, int set, const DxCharMap& map) {
+    if (!map.startsText[static_cast<unsigned char>(rest.front())]) return nullptr;
+    const auto& records = DxCharTexts[set];
+    const auto* found = std::find_if(records.begin(), records.end(), [&](const DX_CHAR_TEXT& record) {
+        return record.code < 256 && !record.text.empty() && rest.starts_with(record.text.view());
+    });
+    return found == records.end() ? nullptr : found;
+}
+
+/// Length of an escape for a character up to U+00FF at the start of `rest`, 0 for anything else.
+std::size_t shortEscape(std::string_view rest, char32_t& character) {
+    if (!rest.starts_with("\\U+00") && !rest.starts_with("\\u+00")) return 0;
+    const DxTextUnit unit = DxNextTextUnit(rest, 0);
+    character = unit.character;
+    return unit.length == 7 ? 7 : 0;
+}
+
+void convertTexts(std::string& text, int set, const DxCharMap& map) {
+    std::string out;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const std::string_view rest = std::string_view(text).substr(pos);
+        char32_t c = 0;
+        if (const DX_CHAR_TEXT* record = recordAt(rest, set, map)) {
+            c = DxHostChar(record->code);
+            pos += record->text.view().size();
+        } else if (const std::size_t length = shortEscape(rest, c)) {
+            pos += length;
+        } else {
+            c = DxNextChar(text, pos);
+        }
+        if (c) DxAppendChar(out, c);
+    }
+    text.swap(out);
+}
+
+/// True when neither a record nor an escape can stand in the text: then nothing has to be copied.
+bool isPlain(std::string_view text, const DxCharMap& map) {
+    return std::none_of(text.begin(), text.end(), [&](char c) {
+        return c == '\\' || map.startsText[static_cast<unsigned char>(c)];
+    });
+}
+
+const DX_CHAR_TEXT* recordOf(int code, int set) {
+    const auto& records = DxCharTexts[set];
+    const auto* found = std::find_if(records.begin(), records.end(),
+                                     [&](const DX_CHAR_TEXT& record) { return record.code == code; });
+    return found == records.end() || code < 0 ? nullptr : found;
+}
+
+} // namespace
+
+void DxConvTextToCAD(std::string& text, const DxCharset& charset) {
+    const int set = setForCad(charset.font);
+    const DxCharMap& map = charMap(set, true);
+    convertPairs(text, map);
+    if (!isPlain(text, map)) convertTexts(text, set, map);
+    DxCutChars(text, convertedLimit);
+}
+
+const DX_STYLE_TYPE* DxConvTextToDXF(std::string& text, int font, const UtCString& face,
+                                     const int bits[DX_BIT_COUNT]) {
+    const DX_STYLE_TYPE* style = DxTextGetDXFStyle(font, face, bits);
+    const int set = style ? setForDxf(style->fontFile.view()) : 0;
+    const DxCharMap& map = charMap(set, false);
+    std::string out;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const char32_t c = DxNextChar(text, pos);
+        if (const DX_CHAR_TEXT* record = recordOf(DxHostCode(c), set)) {
+            out += record->text.view();
+            continue;
+        }
+        const auto pair = map.pairs.find(c);
+        DxAppendChar(out, pair == map.pairs.end() ? c : pair->second);
+    }
+    DxCutChars(out, DX_TEXT_LIMIT);
+    text.swap(out);
+    return style;
+}
+
+int DxTextTableCode(char32_t character, std::string_view font) {
+    const int set = setForDxf(font);
+    const int host = DxHostCode(character);
+    if (const DX_CHAR_TEXT* record = recordOf(host, set)) {
+        const std::string_view text = record->text.view();
+        if (text.starts_with("%%") && text.size() > 2) {
+            const DxTextUnit unit = DxNextTextUnit(text, 0);
+            return unit.length > 1 ? unit.code : std::atoi(text.data() + 2);
+        }
+    }
+    for (const DX_CHAR_PAIR& pair : DxCharPairs[set]) {
+        if (hostSide(pair.host) == character) return pair.dxf;
+    }
+    return host >= 0 ? host : static_cast<int>(character);
+}

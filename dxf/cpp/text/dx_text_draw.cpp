@@ -1,0 +1,269 @@
+// From the record of a text to the host's text.
+//
+// The host places a text by the corner, edge or middle of a cell that includes half the space around its
+// characters; DXF by the characters themselves. So width, spacing and point are worked out anew.
+#include "../config/config_state.h"
+#include "../config/dx_pens.h"
+#include "../host/dx_host.h"
+#include "../import/dx_entity_base.h"
+#include "../import/dx_extents.h"
+#include "../import/dx_transform.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "../session/session_state.h"
+#include "dx_mtext.h"
+#include "dx_text_codes.h"
+#include "dx_text_host.h"
+#include "dx_text_import.h"
+#include "ov_text.h"
+#include "uo.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double toRadians = 0.017453292519943295;
+constexpr double smallestHeight = 0.0001;
+constexpr int aligned = 3, fit = 5;
+
+/// A text on its way to the host.
+struct Placing {
+    const DX_TEXT_TYPE* record;
+    const DxCharset* charset;
+    std::string converted; ///< the host's characters
+    int bits[DX_BIT_COUNT];
+    double dx;            ///< spacing that overrides the font's, 0: none
+    RPT3 first, second;   ///< world coordinates
+    bool isMirrored;      ///< the matrix turns the plane over
+    double height;        ///< world coordinates
+    DxTextLength measure;
+};
+
+bool isBlank(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || (c >= 0 && c < 32); });
+}
+
+/// A line that runs along the whole text is a mark of the text; its codes then go.
+void dropSwitches(std::string& text, const int bits[DX_BIT_COUNT]) {
+    std::erase_if(text, [&](char c) {
+        return (c == OV_SWITCH_UNDERLINE && bits[DX_BIT_UNDERLINE]) ||
+               (c == OV_SWITCH_OVERLINE && bits[DX_BIT_OVERLINE]);
+    });
+}
+
+void convert(Placing& placing) {
+    int lines[DX_BIT_COUNT];
+    DxParseFormatFlags(placing.record->text, lines);
+    placing.converted = placing.record->text;
+    DxCutChars(placing.converted, DX_TEXT_LIMIT);
+    DxConvTextToCAD(placing.converted, *placing.charset);
+    placing.converted = DxTextConv2Unicode(placing.converted).str();
+    std::copy_n(placing.charset->bits, DX_BIT_COUNT, placing.bits);
+    for (int i = 0; i < DX_BIT_COUNT; ++i) {
+        if (lines[i]) placing.bits[i] = lines[i];
+    }
+    dropSwitches(placing.converted, lines);
+}
+
+void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
+    constexpr double faceShift = 0.025; // of the height: the host leaves a little room in front of a face
+    placing.dx = placing.charset->factor;
+    DxCharSpacingToCAD(&record, &placing.dx);
+    Mat44 storage;
+    const auto* matrix = DxObjectMatrix(record.extrusion, m, storage);
+    placing.first = record.point;
+    placing.second = record.second;
+    if (placing.charset->font == 0) {
+        placing.first.x -= record.height * faceShift;
+        placing.second.x -= record.height * faceShift;
+    }
+    DxTrans3DRpt(&placing.first, matrix);
+    DxTrans3DRpt(&placing.second, matrix);
+    placing.isMirrored = DxMirrors(matrix);
+    placing.height = record.height * std::fabs(DxBlockScaleX);
+}
+
+int checkExtents(const Placing& placing) {
+    const DX_TEXT_TYPE& record = *placing.record;
+    DxCheckXYZ(placing.first.x, placing.first.y, placing.first.z);
+    if (!record.isMtext && (record.horAlign || record.verAlign))
+        DxCheckXYZ(placing.second.x, placing.second.y, placing.second.z);
+    return 0;
+}
+
+bool isBetween(const DX_TEXT_TYPE& record, int alignment) {
+    return !record.isMtext && record.horAlign == alignment && record.verAlign == 0;
+}
+
+void measure(Placing& placing) {
+    const DX_TEXT_TYPE& record = *placing.record;
+    DxTextMeasure what = DxTextMeasureOf(record, *placing.charset);
+    int isFixed = 0;
+    what.isFixed = UoGetMacVarI("&DxfFixFont", &isFixed) == 0 && isFixed != 0;
+    what.height = placing.height;
+    if (record.isMtext) what.factor = placing.charset->widthFactor;
+    DxTextGetDxfFontLen(what, &placing.measure);
+    if (isBetween(record, fit))
+        placing.measure.length =
+            std::hypot(placing.second.x - placing.first.x, placing.second.y - placing.first.y);
+}
+
+/// Direction of the text's line, radians. In a plane that is turned over, characters can't be mirrored with it:
+/// the text is turned so that it covers the same place and stands the right way up.
+double directionOf(const Placing& placing) {
+    const DX_TEXT_TYPE& record = *placing.record;
+    double degrees = record.rotation + DxBlockRotation;
+    if (isBetween(record, aligned) || isBetween(record, fit)) {
+        const double dx = placing.second.x - placing.first.x, dy = placing.second.y - placing.first.y;
+        if (dx != 0 || dy != 0) degrees = std::atan2(dy, dx) / toRadians;
+    }
+    return std::fmod(degrees, 360.0) * toRadians;
+}
+
+double directionOf(const Placing& placing, const Mat44 m) {
+    if (!placing.isMirrored) return directionOf(placing);
+    const DX_TEXT_TYPE& record = *placing.record;
+    const double half = 180 * toRadians;
+    if (isBetween(record, aligned) || isBetween(record, fit)) return std::remainder(directionOf(placing) + half, 2 * half);
+    Mat44 storage;
+    const auto* matrix = DxObjectMatrix(record.extrusion, m, storage);
+    const double angle = std::fmod(record.rotation, 360.0) * toRadians;
+    const double x = std::cos(angle), y = std::sin(angle);
+    return std::atan2(-(x * matrix[0][1] + y * matrix[1][1]), -(x * matrix[0][0] + y * matrix[1][0]));
+}
+
+OV_TEXT_EXT backgroundOf(const DX_TEXT_TYPE& record) {
+    constexpr int colour = 1, colourOfSheet = 2, frame = 16;
+    OV_TEXT_EXT ext;
+    if (record.backFlag & frame) ext.backType = 1;
+    if (DxFillMode == 0) return ext;
+    if (record.backFlag & colourOfSheet) ext.backOn = 1;
+    else if (record.backFlag & colour) {
+        DX_ENTITY_BASE_TYPE base;
+        DxCopyEntityBase(&base, &record.base);
+        base.color = record.backColor;
+        base.trueColor = record.backTrueColor;
+        base.transparency = record.backTransparency;
+        ext.backOn = DxFillPenToCAD(&base, &ext.fillPen) ? 1 : 0;
+    }
+    return ext;
+}
+
+/// Character width, spacing and line distance of the host's text.
+void setSize(const Placing& placing, OV_TEXT_PARM& parm) {
+    const DX_TEXT_TYPE& record = *placing.record;
+    const bool isFace = DxCiTextIsTtf(static_cast<unsigned short>(placing.charset->font)) != 0;
+    const double factor = record.isMtext ? placing.charset->widthFactor : record.widthFactor;
+    const double length = isFace ? placing.height * (factor == 0 ? 1.0 : factor) : placing.measure.length;
+    const DxTextCadParams cad =
+        DxTextCalcCadParams(placing.height, length, placing.charset->font, placing.converted,
+                            placing.measure.space, placing.dx);
+    parm.height = cad.height;
+    parm.width = std::fabs(cad.width);
+    parm.spacing = cad.spacing;
+    parm.lineDistance = placing.measure.lineDistance;
+}
+
+RPT3 setOrigin(const Placing& placing, OV_TEXT_PARM& parm) {
+    const DX_TEXT_TYPE& record = *placing.record;
+    RPT3 point = placing.first;
+    if (record.isMtext) {
+        const int a = std::clamp(record.attachment, 1, 9);
+        parm.origin = a < 4 ? a + 6 : a > 6 ? a - 6 : a;
+        if (placing.isMirrored) parm.origin += 2 * (1 - (parm.origin - 1) % 3);
+        parm.justification = record.justification;
+        return point;
+    }
+    const double toSheet = DxScale * DxDrawUnit;
+    DxTextConvOrigin({record.horAlign, record.verAlign, record.justification, placing.height,
+                      parm.width / toSheet, parm.spacing, parm.lineDistance, parm.angle, placing.isMirrored},
+                     &parm.origin, &parm.justification, &point, placing.second);
+    return point;
+}
+
+void setFont(const Placing& placing, OV_TEXT_PARM& parm) {
+    parm.font = placing.charset->font;
+    if (parm.font == 0) parm.face = UtCString(placing.charset->face.view(), DxFileHostCodePage());
+    std::copy_n(placing.bits, DX_BIT_COUNT, parm.bits);
+}
+
+int tellTooSmall() {
+    if (!DxTextTooSmallTold) DxProtoMsg(DxMsg(5751), 1);
+    DxTextTooSmallTold = 1;
+    return 0;
+}
+
+bool isUsable(const OV_TEXT_PARM& parm, const RPT3& point) {
+    const double values[] = {parm.height, parm.width, parm.angle, parm.slant, parm.spacing, parm.lineDistance};
+    return DxIsFinite(point) &&
+           std::all_of(std::begin(values), std::end(values), [](double v) { return std::isfinite(v); });
+}
+
+/// Hands the text to the host.
+int make(const Placing& placing, int pen, int type, const Mat44 m) {
+    const DX_TEXT_TYPE& record = *placing.record;
+    OV_TEXT_PARM parm;
+    parm.pen = pen;
+    parm.angle = directionOf(placing, m);
+    parm.slant = record.oblique == 360.0 ? 0.0 : std::fmod(record.oblique, 360.0) * toRadians;
+    setSize(placing, parm);
+    setFont(placing, parm);
+    RPT3 point = setOrigin(placing, parm);
+    if (!isUsable(parm, point)) return 0;
+    if (!(parm.height > smallestHeight)) return tellTooSmall();
+    OV_TEXT_EXT ext = backgroundOf(record);
+    if (const int error = DxNewElement(1)) return error;
+    if (const int error = ovtextparamsttf(6, &parm)) return error;
+    if (const int error = ovtextparamext(6, &ext)) return error;
+    point = {point.x - DxShiftX, point.y - DxShiftY, 0};
+    const double box = record.boxWidth > record.height ? record.boxWidth * std::fabs(DxBlockScaleY) : 0;
+    int row = 0;
+    if (const int error = DxCiTextAdd(DxActPat, &row, point, placing.converted, type, box)) return error;
+    DxEntityDrawn = 1;
+    if (DxJoinTexts) DxTextListAdd(DxActPat, row);
+    return 0;
+}
+
+} // namespace
+
+void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]) {
+    std::fill_n(bits, DX_BIT_COUNT, 0);
+    const auto isWhole = [&](char letter) {
+        const std::string_view codes[] = {letter == 'u' ? "%%u" : "%%o", letter == 'u' ? "%%U" : "%%O"};
+        if (text.size() <= 3 || (!text.starts_with(codes[0]) && !text.starts_with(codes[1]))) return false;
+        const std::size_t next = std::min(text.find(codes[0], 3), text.find(codes[1], 3));
+        return next == std::string_view::npos || next + 3 == text.size();
+    };
+    bits[DX_BIT_UNDERLINE] = isWhole('u') ? 1 : 0;
+    bits[DX_BIT_OVERLINE] = isWhole('o') ? 1 : 0;
+}
+
+int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
+    int pen = 0, lineType = 0;
+    if (!DxPenLtToCAD(&text->base, &pen, &lineType)) return 0;
+    Placing placing{};
+    placing.record = text;
+    placing.charset = &DxTextGetCharset(text->style.view(), DxTextDefaultFont());
+    convert(placing);
+    if (!keepEmpty && isBlank(placing.converted)) return 0;
+    toWorld(placing, *text, m);
+    if (!DxIsFinite(placing.first) || !DxIsFinite(placing.second)) return 0;
+    if (DxCheckPass) return checkExtents(placing);
+    measure(placing);
+    return make(placing, pen, type, m);
+}
+
+int DxDrawTextEntity(DX_TEXT_TYPE* text, const Mat44 m) {
+    return DxDrawText(text, m, DX_TEXT_OF_ENTITY, 0);
+}
+
+int DxDrawMtext(DX_TEXT_TYPE* text, const Mat44 m) {
+    std::vector<DX_TEXT_TYPE> pieces;
+    if (const int error = DxMtextToTexts(text, &pieces)) return error;
+    if (DxJoinTexts) DxTextListInit(static_cast<int>(pieces.size()));
+    for (DX_TEXT_TYPE& piece : pieces) {
+        if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, 0)) return error;
+    }
+    return DxJoinTexts && !DxCheckPass ? DxTextListJoin() : 0;
+}

@@ -1,0 +1,171 @@
+// Lengths of texts on either side.
+#include "../config/config_state.h"
+#include "../session/dx_encoding.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "../session/session_state.h"
+#include "dx_text_codes.h"
+#include "dx_text_fonts.h"
+#include "dx_text_host.h"
+#include "ov_text.h"
+#include "uo.h"
+
+#include <cmath>
+
+namespace {
+
+/// A message about a code, once for each code of a table.
+void tellOnce(std::unordered_set<int>& told, int code, int message, const UtCString& font) {
+    if (told.insert(code).second) DxProtoMsg(DxMsg(message, code, font.c_str()), 0);
+}
+void tellOnce(std::unordered_set<int>& told, int code, int message, int font) {
+    if (told.insert(code).second) DxProtoMsg(DxMsg(message, code, font), 0);
+}
+
+/// Width and space of a table code in hundredths of the height; the averages for one that the font lacks.
+struct Cell {
+    double width, space;
+};
+Cell cellOf(DxFontTable& table, int code) {
+    if (code > 0 && code < 256) {
+        const auto place = static_cast<std::size_t>(code);
+        if (table.width[place] >= 0) return {double(table.width[place]), double(table.space[place])};
+    }
+    tellOnce(table.toldCodes, code, 5739, DxHostText(table.name));
+    return {table.averageWidth, table.averageSpace};
+}
+
+/// The rough rule: characters of six tenths of the height, a quarter of that between them.
+DxTextLength roughLength(const DxTextMeasure& what, int count) {
+    DxTextLength result;
+    result.space = 0.25;
+    if (count > 0) result.length = 0.6 * what.height * ((count - 1) * 0.25 + count);
+    return result;
+}
+
+DxTextLength tableLength(const DxTextMeasure& what, double factor, int count, DxFontTable& table) {
+    DxTextLength result;
+    double widths = 0, spaces = 0, last = 0;
+    for (std::size_t pos = 0; pos < what.text.size();) {
+        const DxTextUnit unit = DxNextTextUnit(what.text, pos);
+        pos += unit.length;
+        if (!unit.character) continue;
+        const Cell cell = cellOf(table, unit.code);
+        widths += cell.width;
+        spaces += cell.space;
+        last = cell.space;
+    }
+    spaces -= last; // none behind the last character
+    result.length = (widths + spaces) * what.height * factor * 0.01;
+    result.space = spaces * factor * 0.01;
+    if (count > 1) result.space /= count - 1;
+    if (count == 1) result.space = factor * table.averageSpace * 0.01;
+    result.lineDistance = table.averageSpace * 0.02 + 1.0;
+    return result;
+}
+
+/// What a text shows, without its codes.
+std::string shownText(std::string_view text) {
+    if (text.find_first_of("%\\") == std::string_view::npos) return std::string(text);
+    std::string shown;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const DxTextUnit unit = DxNextTextUnit(text, pos);
+        pos += unit.length;
+        if (unit.character) DxAppendChar(shown, unit.character);
+    }
+    return shown;
+}
+
+/// Measured by the host. The height counts as millimetres on the sheet there, and the size comes back in the
+/// drawing's unit, so the two factors between them undo each other.
+double faceLength(const DxTextMeasure& what, double factor) {
+    OV_TEXT_PARM parm;
+    ovtextparamsttf(5, &parm);
+    parm.font = 0;
+    parm.height = what.height;
+    parm.width = what.height * factor;
+    parm.spacing = 1.0;
+    parm.face = UtCString(what.font, DxFileHostCodePage());
+    for (int i = 0; what.bits && i < DX_BIT_COUNT; ++i) parm.bits[i] = what.bits[i];
+    if (ovtextparamsttf(6, &parm)) return 0;
+    double width = 0, height = 0;
+    if (DxCiTextSize(shownText(what.text), &width, &height)) return 0;
+    return width * DxScale * DxDrawUnit;
+}
+
+/// Width and space of a text in a font without a table.
+constexpr Cell usualCell{67, 33};
+
+} // namespace
+
+int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* proportional) {
+    const int index = DxTextGetCadFontIndex(font);
+    if (index < 0) {
+        *length = static_cast<double>(DxCharCount(text)) * 100.0;
+        *proportional = 0;
+        return 1;
+    }
+    DxCadFontTable& table = *DxCadFontTables[static_cast<std::size_t>(index)];
+    double sum = 0;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const char32_t c = DxNextChar(text, pos);
+        const int code = DxHostCode(c);
+        const std::uint16_t width = code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
+        if (width != DxCadFontTable::undefined) {
+            sum += width;
+            continue;
+        }
+        tellOnce(table.toldCodes, static_cast<int>(c), 5740, table.number);
+        sum += table.averageWidth;
+    }
+    *length = sum;
+    *proportional = table.isProportional ? 1 : 0;
+    return 0;
+}
+
+int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* width, double* space) {
+    const int index = DxTextGetFontIndex(font);
+    DxFontTable* table = index < 0 ? nullptr : DxFontTables[static_cast<std::size_t>(index)].get();
+    double last = 0;
+    *width = *space = 0;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const int code = DxTextTableCode(DxNextChar(text, pos), font);
+        const Cell cell = table ? cellOf(*table, code) : usualCell;
+        *width += cell.width * 0.01;
+        *space += cell.space * 0.01;
+        last = cell.space * 0.01;
+    }
+    *space -= last;
+    return table ? 0 : 1;
+}
+
+DxTextMeasure DxTextMeasureOf(const DX_TEXT_TYPE& text, const DxCharset& charset) {
+    DxTextMeasure what;
+    what.text = text.text;
+    what.isFontFile = charset.font != 0;
+    what.font = what.isFontFile ? charset.fontFile.view() : charset.face.view();
+    what.bits = charset.bits;
+    what.height = text.height;
+    what.factor = text.widthFactor;
+    return what;
+}
+
+int DxTextGetDxfFontLen(const DxTextMeasure& what, DxTextLength* result) {
+    *result = {};
+    const double factor = what.factor == 0 ? 1.0 : what.factor;
+    const int count = DxTextStrlen(what.text);
+    if (what.isFixed || (what.isFontFile && DxTextGetFontIndex(what.font) < 0)) {
+        *result = roughLength(what, count);
+        return 1;
+    }
+    if (!what.isFontFile) {
+        if (count > 0 && what.height > 0 && std::isfinite(what.height * factor)) result->length = faceLength(what, factor);
+        return 1;
+    }
+    *result = tableLength(what, factor, count, *DxFontTables[static_cast<std::size_t>(DxTextGetFontIndex(what.font))]);
+    return 0;
+}
+
+int DxTextGetDxfLen(const DX_TEXT_TYPE& text, DxTextLength* result) {
+    return DxTextGetDxfFontLen(DxTextMeasureOf(text, DxTextGetCharset(text.style.view(), {})), result);
+}
