@@ -9,29 +9,29 @@
 /// One TEXT or MTEXT, or one run of an MTEXT that has been taken apart.
 struct DX_TEXT_TYPE {
     DX_ENTITY_BASE_TYPE base;
-    double extrusion[3] = {0, 0, 1};    ///< 210 220 230
-    int horAlign = 0;                   ///< 72: 0 left 1 centre 2 right 3 aligned 4 middle 5 fit
-    int verAlign = 0;                   ///< 73: 0 baseline 1 bottom 2 middle 3 top
-    int justification = 0;              ///< among lines, of an MTEXT's run: 0 left 1 centre 2 right
-    std::string text;                   ///< 1, 3; UTF-8 with its "%%" codes and "\U+XXXX" escapes as in the file
-    DX_NAME style;                      ///< 7, upper-cased
-    RPT3 point{0, 0, 0};                ///< 10 20 30; object coordinates (MTEXT: world coordinates)
-    double height = 0;                  ///< 40, of capital letters
-    double rotation = 0;                ///< 50, degrees
-    double oblique = 0;                 ///< 51, degrees
-    RPT3 second{1, 0, 0};               ///< 11 21 31; alignment point, MTEXT: direction of the x axis
-    double widthFactor = 1.0;           ///< 41 of TEXT; 0 for an MTEXT
-    int attachment = 0;                 ///< 71 of MTEXT, 1 … 9 from the top left
-    int isMtext = 0;                    ///< 1: not taken apart yet
-    double lineSpacing = 1.0;           ///< 44
-    double charSpacing = -1.0;          ///< "\T" of an MTEXT's run, -1: none
-    double boxWidth = 0;                ///< 41 of MTEXT, 0: lines aren't broken
-    int lineSpacingStyle = 0;           ///< 73 of MTEXT: 1 at least, 2 exact
-    int backFlag = 0;                   ///< 90; 1 colour, 3 colour of the sheet, 16 frame
-    double backScale = 1.0;             ///< 45
-    int backColor = 0;                  ///< 63
-    int backTrueColor = -1;             ///< 421
-    int backTransparency = -1;          ///< 441
+    double extrusion[3] = {0, 0, 1}; ///< 210 220 230
+    int horAlign = 0;                ///< 72: 0 left 1 centre 2 right 3 aligned 4 middle 5 fit
+    int verAlign = 0;                ///< 73: 0 baseline 1 bottom 2 middle 3 top
+    int justification = 0;           ///< among lines, of an MTEXT's run: 0 left 1 centre 2 right
+    std::string text;                ///< 1, 3; UTF-8 with its "%%" codes and "\U+XXXX" escapes as in the file
+    DX_NAME style;                   ///< 7, upper-cased
+    RPT3 point{0, 0, 0};             ///< 10 20 30; object coordinates (MTEXT: world coordinates)
+    double height = 0;               ///< 40, of capital letters
+    double rotation = 0;             ///< 50, degrees
+    double oblique = 0;              ///< 51, degrees
+    RPT3 second{1, 0, 0};            ///< 11 21 31; alignment point, MTEXT: direction of the x axis
+    double widthFactor = 1.0;        ///< 41 of TEXT; 0 for an MTEXT
+    int attachment = 0;              ///< 71 of MTEXT, 1 … 9 from the top left
+    int isMtext = 0;                 ///< 1: not taken apart yet
+    double lineSpacing = 1.0;        ///< 44
+    double charSpacing = -1.0;       ///< "\T" of an MTEXT's run, -1: none
+    double boxWidth = 0;             ///< 41 of MTEXT, 0: lines aren't broken
+    double lineDistance = 0;   ///< between the lines of an MTEXT's run that its box breaks, 0: by the font
+    int backFlag = 0;          ///< 90; 1 colour, 3 colour of the sheet, 16 frame
+    double backScale = 1.0;    ///< 45
+    int backColor = 0;         ///< 63
+    int backTrueColor = -1;    ///< 421
+    int backTransparency = -1; ///< 441
 };
 
 /// Most characters of an MTEXT.

@@ -1,5 +1,6 @@
 #include "dx_kinds.h"
 
+#include "../text/dx_text_import.h"
 #include "dx_linework_import.h"
 
 #include <algorithm>
@@ -19,10 +20,12 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
     dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
     dxSkippedKind("MLINE"),
+    dxKind(       "MTEXT",              dxStage<DxReadMtext>,    dxStage<DxDrawMtext>,      dxNoStage),
     dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxNoStage),
     dxSkippedKind("REGION"),
     dxKind(       "SOLID",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
     dxSkippedKind("SURFACE"),
+    dxKind(       "TEXT",               dxStage<DxReadText>,     dxStage<DxDrawTextEntity>, dxNoStage),
     dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
 };
 // clang-format on

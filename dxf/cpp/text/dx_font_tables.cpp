@@ -95,7 +95,8 @@ void readCadTable(FILE* file, DxCadFontTable& table) {
         if (line.starts_with('P')) table.isProportional = true;
         if (line.size() > 2 && line[0] == '*' && line[2] == ';') code = DxAtoi(line.substr(3));
         if (line.starts_with('W') && code >= 1 && code <= 255)
-            table.width[static_cast<std::size_t>(code)] = static_cast<std::uint16_t>(hundredths(line.substr(1)));
+            table.width[static_cast<std::size_t>(code)] =
+                static_cast<std::uint16_t>(hundredths(line.substr(1)));
     }
 }
 

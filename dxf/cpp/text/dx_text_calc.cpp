@@ -127,9 +127,12 @@ int DxTextConvOrigin(const DxTextAlignment& a, int* origin, int* justification, 
     const double x = spaceSide(column) * (a.spacing - 1) * a.width * 0.5;
     const double gap = (a.lineDistance - 1) * a.height;
     double y = 0;
-    if (isMiddle) y = -gap * 0.25;
-    else if (a.ver == 0) y = gap * 0.5;
-    else if (a.ver == 3) y = -gap * 0.5;
+    if (isMiddle)
+        y = -gap * 0.25;
+    else if (a.ver == 0)
+        y = gap * 0.5;
+    else if (a.ver == 3)
+        y = -gap * 0.5;
     const double c = std::cos(a.angle), s = std::sin(a.angle);
     point->x -= x * c - y * s;
     point->y -= x * s + y * c;

@@ -93,9 +93,8 @@ void convertTexts(std::string& text, int set, const DxCharMap& map) {
 
 /// True when neither a record nor an escape can stand in the text: then nothing has to be copied.
 bool isPlain(std::string_view text, const DxCharMap& map) {
-    return std::none_of(text.begin(), text.end(), [&](char c) {
-        return c == '\\' || map.startsText[static_cast<unsigned char>(c)];
-    });
+    return std::none_of(text.begin(), text.end(),
+                        [&](char c) { return c == '\\' || map.startsText[static_cast<unsigned char>(c)]; });
 }
 
 const DX_CHAR_TEXT* recordOf(int code, int set) {

@@ -30,9 +30,12 @@ int hexAt(std::string_view text, std::size_t pos, std::size_t count) {
     int value = 0;
     for (std::size_t i = pos; i < pos + count; ++i) {
         const char c = lower(text[i]);
-        if (isDigit(c)) value = value * 16 + (c - '0');
-        else if (c >= 'a' && c <= 'f') value = value * 16 + (c - 'a' + 10);
-        else return -1;
+        if (isDigit(c))
+            value = value * 16 + (c - '0');
+        else if (c >= 'a' && c <= 'f')
+            value = value * 16 + (c - 'a' + 10);
+        else
+            return -1;
     }
     return value;
 }
@@ -80,7 +83,8 @@ bool isLowHalf(int unit) {
 DxTextUnit unicodeUnit(std::string_view text, std::size_t pos) {
     const int code = hexAt(text, pos + 3, 4);
     if (code <= 0) return unitOf('\\', 1);
-    if (!isHighHalf(code)) return isLowHalf(code) ? unitOf(replacement, 7) : unitOf(static_cast<char32_t>(code), 7);
+    if (!isHighHalf(code))
+        return isLowHalf(code) ? unitOf(replacement, 7) : unitOf(static_cast<char32_t>(code), 7);
     const bool hasMore = text.substr(pos + 7, 3) == "\\U+" || text.substr(pos + 7, 3) == "\\u+";
     const int low = hasMore ? hexAt(text, pos + 10, 4) : -1;
     if (!isLowHalf(low)) return unitOf(replacement, 7);
@@ -99,7 +103,8 @@ DxTextUnit percentUnit(std::string_view text, std::size_t pos) {
     case '%': return {'%', '%', 3};
     default: break;
     }
-    if (text.size() < pos + 5 || !std::all_of(&text[pos + 2], &text[pos + 4] + 1, isDigit)) return unitOf('%', 1);
+    if (text.size() < pos + 5 || !std::all_of(&text[pos + 2], &text[pos + 4] + 1, isDigit))
+        return unitOf('%', 1);
     const int code = (text[pos + 2] - '0') * 100 + (text[pos + 3] - '0') * 10 + (text[pos + 4] - '0');
     return {DxFileChar(code), code, 5};
 }
@@ -139,10 +144,14 @@ char32_t DxNextChar(std::string_view text, std::size_t& pos) {
 void DxAppendChar(std::string& text, char32_t c) {
     const auto tail = [&](int shift) { return static_cast<char>(0x80 | (c >> shift & 0x3F)); };
     if (c > 0x10FFFF || (c >= 0xD800 && c < 0xE000)) c = replacement;
-    if (c < 0x80) text += static_cast<char>(c);
-    else if (c < 0x800) text += {static_cast<char>(0xC0 | c >> 6), tail(0)};
-    else if (c < 0x10000) text += {static_cast<char>(0xE0 | c >> 12), tail(6), tail(0)};
-    else text += {static_cast<char>(0xF0 | c >> 18), tail(12), tail(6), tail(0)};
+    if (c < 0x80)
+        text += static_cast<char>(c);
+    else if (c < 0x800)
+        text += {static_cast<char>(0xC0 | c >> 6), tail(0)};
+    else if (c < 0x10000)
+        text += {static_cast<char>(0xE0 | c >> 12), tail(6), tail(0)};
+    else
+        text += {static_cast<char>(0xF0 | c >> 18), tail(12), tail(6), tail(0)};
 }
 
 static bool beginsChar(char c) {
@@ -175,8 +184,10 @@ UtCString DxTextConv2Unicode(std::string_view in) {
     std::string out;
     for (std::size_t pos = 0; pos < in.size();) {
         const DxTextUnit unit = in[pos] == '\\' ? escapeUnit(in, pos) : DxTextUnit{0, 0, 1};
-        if (unit.length > 1 && unit.character != replacement) DxAppendChar(out, unit.character);
-        else out.append(in.substr(pos, unit.length));
+        if (unit.length > 1 && unit.character != replacement)
+            DxAppendChar(out, unit.character);
+        else
+            out.append(in.substr(pos, unit.length));
         pos += unit.length;
     }
     return out;
@@ -186,7 +197,8 @@ int DxTextCheckIllegalChars(std::string& text) {
     int result = 0;
     for (char& c : text) {
         const auto byte = static_cast<unsigned char>(c);
-        if (byte == 0 || byte > 31 || c == '\t' || c == '\n' || c == '\r' || OsUserIsSpecialChar(byte)) continue;
+        if (byte == 0 || byte > 31 || c == '\t' || c == '\n' || c == '\r' || OsUserIsSpecialChar(byte))
+            continue;
         c = '?';
         result = 4711;
     }

@@ -28,8 +28,8 @@ void DxCutChars(std::string& text, std::size_t count);
 
 /// Number of visible characters.
 int DxTextStrlen(std::string_view text);
-/// The text with "\U+XXXX" and "\M+…" escapes as characters. Two halves of a surrogate pair become one; half a
-/// pair, and the code 0, stay as they are.
+/// The text with "\U+XXXX" and "\M+…" escapes as characters. Two halves of a surrogate pair become one; half
+/// a pair, and the code 0, stay as they are.
 UtCString DxTextConv2Unicode(std::string_view in);
 /// Replaces control characters that the host doesn't know by "?". 4711 if there was any, else 0.
 int DxTextCheckIllegalChars(std::string& text);

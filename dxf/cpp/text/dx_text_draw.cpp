@@ -8,6 +8,7 @@
 #include "../import/dx_entity_base.h"
 #include "../import/dx_extents.h"
 #include "../import/dx_transform.h"
+#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
@@ -33,10 +34,10 @@ struct Placing {
     const DxCharset* charset;
     std::string converted; ///< the host's characters
     int bits[DX_BIT_COUNT];
-    double dx;            ///< spacing that overrides the font's, 0: none
-    RPT3 first, second;   ///< world coordinates
-    bool isMirrored;      ///< the matrix turns the plane over
-    double height;        ///< world coordinates
+    double dx;          ///< spacing that overrides the font's, 0: none
+    RPT3 first, second; ///< world coordinates
+    bool isMirrored;    ///< the matrix turns the plane over
+    double height;      ///< world coordinates
     DxTextLength measure;
 };
 
@@ -109,8 +110,8 @@ void measure(Placing& placing) {
             std::hypot(placing.second.x - placing.first.x, placing.second.y - placing.first.y);
 }
 
-/// Direction of the text's line, radians. In a plane that is turned over, characters can't be mirrored with it:
-/// the text is turned so that it covers the same place and stands the right way up.
+/// Direction of the text's line, radians. In a plane that is turned over, characters can't be mirrored with
+/// it: the text is turned so that it covers the same place and stands the right way up.
 double directionOf(const Placing& placing) {
     const DX_TEXT_TYPE& record = *placing.record;
     double degrees = record.rotation + DxBlockRotation;
@@ -125,7 +126,8 @@ double directionOf(const Placing& placing, const Mat44 m) {
     if (!placing.isMirrored) return directionOf(placing);
     const DX_TEXT_TYPE& record = *placing.record;
     const double half = 180 * toRadians;
-    if (isBetween(record, aligned) || isBetween(record, fit)) return std::remainder(directionOf(placing) + half, 2 * half);
+    if (isBetween(record, aligned) || isBetween(record, fit))
+        return std::remainder(directionOf(placing) + half, 2 * half);
     Mat44 storage;
     const auto* matrix = DxObjectMatrix(record.extrusion, m, storage);
     const double angle = std::fmod(record.rotation, 360.0) * toRadians;
@@ -138,7 +140,8 @@ OV_TEXT_EXT backgroundOf(const DX_TEXT_TYPE& record) {
     OV_TEXT_EXT ext;
     if (record.backFlag & frame) ext.backType = 1;
     if (DxFillMode == 0) return ext;
-    if (record.backFlag & colourOfSheet) ext.backOn = 1;
+    if (record.backFlag & colourOfSheet)
+        ext.backOn = 1;
     else if (record.backFlag & colour) {
         DX_ENTITY_BASE_TYPE base;
         DxCopyEntityBase(&base, &record.base);
@@ -156,13 +159,12 @@ void setSize(const Placing& placing, OV_TEXT_PARM& parm) {
     const bool isFace = DxCiTextIsTtf(static_cast<unsigned short>(placing.charset->font)) != 0;
     const double factor = record.isMtext ? placing.charset->widthFactor : record.widthFactor;
     const double length = isFace ? placing.height * (factor == 0 ? 1.0 : factor) : placing.measure.length;
-    const DxTextCadParams cad =
-        DxTextCalcCadParams(placing.height, length, placing.charset->font, placing.converted,
-                            placing.measure.space, placing.dx);
+    const DxTextCadParams cad = DxTextCalcCadParams(placing.height, length, placing.charset->font,
+                                                    placing.converted, placing.measure.space, placing.dx);
     parm.height = cad.height;
     parm.width = std::fabs(cad.width);
     parm.spacing = cad.spacing;
-    parm.lineDistance = placing.measure.lineDistance;
+    parm.lineDistance = record.lineDistance > 0 ? record.lineDistance : placing.measure.lineDistance;
 }
 
 RPT3 setOrigin(const Placing& placing, OV_TEXT_PARM& parm) {
@@ -195,7 +197,8 @@ int tellTooSmall() {
 }
 
 bool isUsable(const OV_TEXT_PARM& parm, const RPT3& point) {
-    const double values[] = {parm.height, parm.width, parm.angle, parm.slant, parm.spacing, parm.lineDistance};
+    const double values[] = {parm.height, parm.width,   parm.angle,
+                             parm.slant,  parm.spacing, parm.lineDistance};
     return DxIsFinite(point) &&
            std::all_of(std::begin(values), std::end(values), [](double v) { return std::isfinite(v); });
 }

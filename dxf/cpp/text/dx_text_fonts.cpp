@@ -38,8 +38,8 @@ void takeStyle(const DX_STYLE_TYPE& style, DxCharset& charset) {
 void takeFontMap(DxCharset& charset) {
     const DX_NAME file = charset.fontFile, face = charset.face;
     for (const DX_FONT_TYPE& entry : DxFonts) {
-        const bool isMeant = entry.font.view() == file.view() ||
-                             (!face.empty() && entry.font.view() == face.view());
+        const bool isMeant =
+            entry.font.view() == file.view() || (!face.empty() && entry.font.view() == face.view());
         if (!isMeant) continue;
         charset.font = entry.number;
         charset.face = entry.hostFont;
@@ -83,7 +83,8 @@ struct WantedStyle {
 
 bool fits(const DX_STYLE_TYPE& style, const WantedStyle& wanted) {
     if (!wanted.isFace) return style.fontFile.view() == wanted.name;
-    return style.fontFamily.view() == wanted.name && style.bold == wanted.bold && style.italic == wanted.italic;
+    return style.fontFamily.view() == wanted.name && style.bold == wanted.bold &&
+           style.italic == wanted.italic;
 }
 
 DX_STYLE_TYPE newStyle(const WantedStyle& wanted) {

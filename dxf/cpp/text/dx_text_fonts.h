@@ -55,17 +55,17 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
 
 /// Length of a DXF text: what is measured and how.
 struct DxTextMeasure {
-    std::string_view text;   ///< with its codes and escapes
-    std::string_view font;   ///< DXF font, or face
-    bool isFontFile = true;  ///< what `font` is
-    bool isFixed = false;    ///< by the rough rule, without tables
+    std::string_view text;     ///< with its codes and escapes
+    std::string_view font;     ///< DXF font, or face
+    bool isFontFile = true;    ///< what `font` is
+    bool isFixed = false;      ///< by the rough rule, without tables
     const int* bits = nullptr; ///< of a face
     double height = 0;
     double factor = 1.0; ///< width factor, 0 counts as 1
 };
 struct DxTextLength {
-    double length = 0;         ///< in the unit of the height
-    double space = 0;          ///< behind a character, relative to the height
+    double length = 0; ///< in the unit of the height
+    double space = 0;  ///< behind a character, relative to the height
     double lineDistance = 1.88;
 };
 /// 0, or 1 when a font file has no table or a face was measured.

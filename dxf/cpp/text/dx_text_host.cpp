@@ -24,8 +24,10 @@ DsCsr cursorOf(int pat, int row) {
 void holdBlanks(std::string& text) {
     std::string out;
     for (const char c : text) {
-        if (c == ' ') out += "\u00A0";
-        else out += c;
+        if (c == ' ')
+            out += "\u00A0";
+        else
+            out += c;
     }
     text.swap(out);
 }

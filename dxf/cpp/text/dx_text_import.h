@@ -9,7 +9,8 @@
 
 // ---- reading -----------------------------------------------------------------------------------------
 
-/// Reads one TEXT (isMtext 0) or MTEXT (1) up to the next group 0, which is handed back. 0 or the reader's error.
+/// Reads one TEXT (isMtext 0) or MTEXT (1) up to the next group 0, which is handed back. 0 or the reader's
+/// error.
 int DxfReadTextOrMtext(int isMtext, DX_TEXT_TYPE* text);
 int DxReadText(DX_TEXT_TYPE* text);
 int DxReadMtext(DX_TEXT_TYPE* text);
@@ -66,8 +67,8 @@ double DxTextCalcTextLen(std::string_view converted, int font, double width, dou
 
 /// Where the host puts a TEXT: what is given.
 struct DxTextAlignment {
-    int hor, ver; ///< groups 72 and 73
-    int just;     ///< justification; above 2: by hor and ver
+    int hor, ver;                                ///< groups 72 and 73
+    int just;                                    ///< justification; above 2: by hor and ver
     double height, width, spacing, lineDistance; ///< units of the drawing
     double angle;                                ///< radians
     bool isMirrored = false;                     ///< the text's line runs against its points

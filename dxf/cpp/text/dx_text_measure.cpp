@@ -64,33 +64,58 @@ DxTextLength tableLength(const DxTextMeasure& what, double factor, int count, Dx
     return result;
 }
 
-/// What a text shows, without its codes.
-std::string shownText(std::string_view text) {
-    if (text.find_first_of("%\\") == std::string_view::npos) return std::string(text);
-    std::string shown;
-    for (std::size_t pos = 0; pos < text.size();) {
-        const DxTextUnit unit = DxNextTextUnit(text, pos);
-        pos += unit.length;
-        if (unit.character) DxAppendChar(shown, unit.character);
-    }
-    return shown;
+/// A face and its marks as a key.
+std::string faceKey(const DxTextMeasure& what) {
+    std::string key(what.font);
+    key += what.bits && what.bits[DX_BIT_BOLD] ? "\1b" : "\1";
+    key += what.bits && what.bits[DX_BIT_ITALIC] ? "i" : "";
+    return key;
 }
 
-/// Measured by the host. The height counts as millimetres on the sheet there, and the size comes back in the
-/// drawing's unit, so the two factors between them undo each other.
-double faceLength(const DxTextMeasure& what, double factor) {
+/// Width of a character, measured by the host at a size that leaves no rounding. The height counts as
+/// millimetres on the sheet there, and the size comes back in the drawing's unit.
+double measureChar(const DxTextMeasure& what, char32_t c) {
+    constexpr double size = 100.0;
     OV_TEXT_PARM parm;
     ovtextparamsttf(5, &parm);
     parm.font = 0;
-    parm.height = what.height;
-    parm.width = what.height * factor;
+    parm.height = parm.width = size;
     parm.spacing = 1.0;
     parm.face = UtCString(what.font, DxFileHostCodePage());
-    for (int i = 0; what.bits && i < DX_BIT_COUNT; ++i) parm.bits[i] = what.bits[i];
-    if (ovtextparamsttf(6, &parm)) return 0;
+    for (int i = 0; i < DX_BIT_COUNT; ++i) parm.bits[i] = what.bits ? what.bits[i] : 0;
     double width = 0, height = 0;
-    if (DxCiTextSize(shownText(what.text), &width, &height)) return 0;
-    return width * DxScale * DxDrawUnit;
+    std::string text;
+    DxAppendChar(text, c);
+    if (ovtextparamsttf(6, &parm) || DxCiTextSize(text, &width, &height)) return 0;
+    return width * DxScale * DxDrawUnit / size;
+}
+
+DxFaceTable& faceTable(const DxTextMeasure& what) {
+    const auto [entry, isNew] = DxFaceTables.try_emplace(faceKey(what));
+    if (isNew) entry->second.ascii.fill(DxFaceTable::unknown);
+    return entry->second;
+}
+
+double charWidth(DxFaceTable& table, const DxTextMeasure& what, char32_t c) {
+    if (c >= 128) {
+        const auto [entry, isNew] = table.others.try_emplace(c, 0);
+        if (isNew) entry->second = measureChar(what, c);
+        return entry->second;
+    }
+    double& width = table.ascii[c];
+    if (width == DxFaceTable::unknown) width = measureChar(what, c);
+    return width;
+}
+
+double faceLength(const DxTextMeasure& what, double factor) {
+    DxFaceTable& table = faceTable(what);
+    double widths = 0;
+    for (std::size_t pos = 0; pos < what.text.size();) {
+        const DxTextUnit unit = DxNextTextUnit(what.text, pos);
+        pos += unit.length;
+        if (unit.character) widths += charWidth(table, what, unit.character);
+    }
+    return widths * what.height * factor;
 }
 
 /// Width and space of a text in a font without a table.
@@ -110,7 +135,8 @@ int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* pr
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t c = DxNextChar(text, pos);
         const int code = DxHostCode(c);
-        const std::uint16_t width = code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
+        const std::uint16_t width =
+            code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
         if (width != DxCadFontTable::undefined) {
             sum += width;
             continue;
@@ -159,10 +185,12 @@ int DxTextGetDxfFontLen(const DxTextMeasure& what, DxTextLength* result) {
         return 1;
     }
     if (!what.isFontFile) {
-        if (count > 0 && what.height > 0 && std::isfinite(what.height * factor)) result->length = faceLength(what, factor);
+        if (count > 0 && what.height > 0 && std::isfinite(what.height * factor))
+            result->length = faceLength(what, factor);
         return 1;
     }
-    *result = tableLength(what, factor, count, *DxFontTables[static_cast<std::size_t>(DxTextGetFontIndex(what.font))]);
+    *result = tableLength(what, factor, count,
+                          *DxFontTables[static_cast<std::size_t>(DxTextGetFontIndex(what.font))]);
     return 0;
 }
 

@@ -73,10 +73,14 @@ private:
     /// UTF-8, the reader knows characters that the code page doesn't.
     void takeText(std::string_view bytes) {
         const bool isAscii = std::none_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
-        if (isAscii && text_.text.empty() && bytes_.empty()) text_.text = bytes;
-        else if (DxFileVersion < 1021) bytes_ += bytes;
-        else if (isAscii && bytes.find("\\U+") == std::string_view::npos) text_.text += bytes;
-        else takeWide();
+        if (isAscii && text_.text.empty() && bytes_.empty())
+            text_.text = bytes;
+        else if (DxFileVersion < 1021)
+            bytes_ += bytes;
+        else if (isAscii && bytes.find("\\U+") == std::string_view::npos)
+            text_.text += bytes;
+        else
+            takeWide();
     }
     void takeWide() {
         UtCString wide;
@@ -88,8 +92,10 @@ private:
     /// MTEXT uses the two groups for flow and line spacing, within the same bounds.
     void takeAlignment(const DxPair& pair, int most, int& field) {
         const int value = DxAtoi(pair.text);
-        if (value >= 0 && value <= most) field = value;
-        else DxProtoMsg(DxMsg(5748, pair.code, value), 1);
+        if (value >= 0 && value <= most)
+            field = value;
+        else
+            DxProtoMsg(DxMsg(5748, pair.code, value), 1);
     }
 
     void finish() {

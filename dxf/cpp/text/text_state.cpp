@@ -4,6 +4,7 @@ std::vector<std::unique_ptr<DxFontTable>> DxFontTables;
 std::unordered_map<std::string, int> DxFontTableIndex;
 std::vector<std::unique_ptr<DxCadFontTable>> DxCadFontTables;
 std::unordered_map<int, int> DxCadFontTableIndex;
+std::unordered_map<std::string, DxFaceTable> DxFaceTables;
 std::array<DxCharMap, 2> DxCharMaps;
 int DxFinishPending;
 int DxTextTooSmallTold;
@@ -16,6 +17,7 @@ void DxResetTextState() {
     DxFontTableIndex.clear();
     DxCadFontTables.clear();
     DxCadFontTableIndex.clear();
+    DxFaceTables.clear();
     DxCharMaps = {};
     DxFinishPending = 0;
     DxTextTooSmallTold = 0;

@@ -17,8 +17,9 @@ struct DxTables;
 
 /// Widths of a DXF font from its ".chr" file, in hundredths of the text height.
 struct DxFontTable {
-    static constexpr int codeCount = 259; ///< bytes, and behind them what the three codes beyond 255 stand for
-    std::string name;                     ///< as asked for
+    static constexpr int codeCount =
+        259;          ///< bytes, and behind them what the three codes beyond 255 stand for
+    std::string name; ///< as asked for
     double averageSpace = 50.0;
     double heightValue = 44.0; ///< depth of letters below the baseline
     double averageWidth = 0.0;
@@ -39,6 +40,14 @@ struct DxCadFontTable {
     std::unordered_set<int> toldCodes;
 };
 
+/// Widths of a face as the host measures it, relative to the character width. Characters stand side by side
+/// there, so a text is as long as all of them.
+struct DxFaceTable {
+    static constexpr double unknown = -1;
+    std::array<double, 128> ascii{}; ///< `unknown` until measured
+    std::unordered_map<char32_t, double> others;
+};
+
 /// What the codes of one set of character tables do, ready for use.
 struct DxCharMap {
     bool isBuilt = false;
@@ -48,21 +57,22 @@ struct DxCharMap {
 
 /// A style as the host sees it; see DxTextGetCharset.
 struct DxCharset {
-    int font = 1;         ///< host font number, 0: face
-    DX_NAME fontFile;     ///< DXF font
-    double factor = 0;    ///< character spacing of the font map, 0: none given
-    DX_NAME face;         ///< TrueType face
-    int bits[8] = {};     ///< see DX_TEXT_BITS
+    int font = 1;      ///< host font number, 0: face
+    DX_NAME fontFile;  ///< DXF font
+    double factor = 0; ///< character spacing of the font map, 0: none given
+    DX_NAME face;      ///< TrueType face
+    int bits[8] = {};  ///< see DX_TEXT_BITS
     double widthFactor = 1.0;
 };
 
 extern std::vector<std::unique_ptr<DxFontTable>> DxFontTables;
 extern std::unordered_map<std::string, int> DxFontTableIndex; ///< by name
 extern std::vector<std::unique_ptr<DxCadFontTable>> DxCadFontTables;
-extern std::unordered_map<int, int> DxCadFontTableIndex; ///< by number; -1: the file doesn't open
-extern std::array<DxCharMap, 2> DxCharMaps;              ///< main and special set of the direction at work
-extern int DxFinishPending;                              ///< the next text must end with DxFinishText
-extern int DxTextTooSmallTold;                           ///< message 5751 was given in this import
+extern std::unordered_map<int, int> DxCadFontTableIndex;          ///< by number; -1: the file doesn't open
+extern std::unordered_map<std::string, DxFaceTable> DxFaceTables; ///< by face and marks
+extern std::array<DxCharMap, 2> DxCharMaps; ///< main and special set of the direction at work
+extern int DxFinishPending;                 ///< the next text must end with DxFinishText
+extern int DxTextTooSmallTold;              ///< message 5751 was given in this import
 
 /// Texts that wait to be joined: pattern and row.
 struct DX_TEXT_PLACE {
@@ -74,7 +84,7 @@ extern std::size_t DxTextListSize; ///< room of the list
 
 /// The styles of one document's tables: where they are and what they mean in the host.
 struct DxStyleIndex {
-    std::size_t indexed = 0;                            ///< styles that byName knows
+    std::size_t indexed = 0;                             ///< styles that byName knows
     std::unordered_map<std::string, std::size_t> byName; ///< first style of each name
     std::unordered_map<std::string, DxCharset> charsets; ///< by default font and style
     std::unordered_map<std::string, int> made;           ///< styles for "\f" codes, by font and marks

@@ -1,0 +1,335 @@
+// The scan of a flattened MTEXT: which run each character goes to, and what its codes do.
+#include "dx_mtext.h"
+
+#include "../import/dx_transform.h"
+#include "../session/dx_numbers.h"
+#include "dx_mtext_layout.h"
+#include "dx_mtext_style.h"
+#include "dx_text_codes.h"
+#include "mt.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <iterator>
+
+namespace {
+
+constexpr double sameValue = 0.0001;
+constexpr std::string_view underline = "%%u", overline = "%%o", strike = "%%k";
+
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
+class Scanner {
+public:
+    Scanner(const DX_TEXT_TYPE& record, std::string_view text, std::string_view startFont,
+            DxMtextBlock& block)
+        : record_(record), in_(text), startFont_(startFont), block_(block) {}
+
+    void run() {
+        while (pos_ < in_.size()) {
+            switch (const char c = in_[pos_]) {
+            case '{':
+            case '}': ++pos_; break;
+            case '^': caret(); break;
+            case '\\': code(); break;
+            default: text() += c; ++pos_;
+            }
+        }
+    }
+
+private:
+    using Handler = void (Scanner::*)(char letter);
+    struct Row {
+        char letter; ///< upper case
+        Handler handler;
+    };
+    static const std::array<Row, 20> rows;
+
+    std::string& text() { return block_.current().text; }
+    std::string_view rest() const { return in_.substr(std::min(pos_, in_.size())); }
+
+    /// "^" and a letter stand for a control character; "^ " is the sign itself.
+    void caret() {
+        const char next = pos_ + 1 < in_.size() ? in_[pos_ + 1] : 0;
+        pos_ += 2;
+        switch (next) {
+        case 'I': text() += '\t'; break;
+        case 'J': endParagraph(); break;
+        case 'M': break;
+        case ' ': text() += '^'; break;
+        default: text() += '^'; --pos_;
+        }
+        pos_ = std::min(pos_, in_.size());
+    }
+
+    void code() {
+        const char letter = pos_ + 1 < in_.size() ? in_[pos_ + 1] : 0;
+        const Row* row = std::find_if(std::begin(rows), std::end(rows),
+                                      [&](const Row& r) { return r.letter == upper(letter); });
+        if (row == std::end(rows)) {
+            text().append(rest().substr(0, 2));
+            pos_ = std::min(pos_ + 2, in_.size());
+            return;
+        }
+        pos_ += 2;
+        (this->*row->handler)(letter);
+    }
+
+    void skipThrough(std::size_t length) {
+        pos_ = std::min(pos_ + length, in_.size());
+        if (pos_ < in_.size() && in_[pos_] == ';') ++pos_;
+    }
+
+    // ---- characters ----------------------------------------------------------------------------------
+
+    void literal(char letter) { text() += letter; }
+    void blank(char /*letter*/) { text() += ' '; }
+
+    void escape(char letter) {
+        const bool isWhole = rest().size() >= 5 && rest()[0] == '+';
+        if (isWhole && letter == 'U' && rest().starts_with("+2205")) {
+            text() += "%%c"; // the sign for a diameter that drawing programs use
+        } else {
+            text() += '\\';
+            text() += letter;
+            if (!isWhole) return;
+            text().append(rest().substr(0, 5));
+        }
+        pos_ += 5;
+    }
+
+    // ---- lines along the text ------------------------------------------------------------------------
+
+    void switchLine(char letter, std::string_view sequence) {
+        const bool isOn = letter == upper(letter);
+        if (isOn || !text().empty()) text() += sequence;
+    }
+    void underlined(char letter) { switchLine(letter, underline); }
+    void overlined(char letter) { switchLine(letter, overline); }
+    void struck(char letter) { switchLine(letter, strike); }
+
+    // ---- format --------------------------------------------------------------------------------------
+
+    void vertical(char /*letter*/) {
+        if (!rest().empty() && rest()[0] >= '0' && rest()[0] <= '9') return skipThrough(1);
+        skipThrough(std::min(rest().find(';'), rest().find('\\')));
+    }
+
+    /// What follows stands in a run of its own.
+    DX_TEXT_TYPE& change() {
+        block_.close();
+        block_.split();
+        return block_.current();
+    }
+
+    /// The value of a format code, which is passed. False for a code without a value or a lower-case form.
+    bool value(char letter, double present, double& result) {
+        const DxMtextNumber number = DxMtextReadValue(rest());
+        if (number.length == 0) return false;
+        skipThrough(number.length);
+        result = number.over(present);
+        if (letter == upper(letter)) return std::isfinite(result);
+        if (result != 0) change();
+        return false;
+    }
+
+    void height(char letter) {
+        double height = 0;
+        const double old = block_.current().height;
+        if (!value(letter, old, height) || height <= 0 || std::fabs(height - old) <= sameValue) return;
+        DX_TEXT_TYPE& run = change();
+        run.second.y += height - run.height; // the bottom stays
+        run.height = height;
+    }
+    void setFactor(char letter, double DX_TEXT_TYPE::*field, bool always) {
+        double factor = 0;
+        const double old = block_.current().*field;
+        if (value(letter, old, factor) && (always || std::fabs(factor - old) > sameValue))
+            change().*field = factor;
+    }
+    void oblique(char letter) { setFactor(letter, &DX_TEXT_TYPE::oblique, false); }
+    void width(char letter) { setFactor(letter, &DX_TEXT_TYPE::widthFactor, false); }
+    void tracking(char letter) { setFactor(letter, &DX_TEXT_TYPE::charSpacing, true); }
+
+    /// "\C" gives a colour of the palette, "\c" a true one with blue first.
+    void color(char letter) {
+        const DxMtextNumber number = DxMtextReadValue(rest());
+        if (number.length == 0) return;
+        const int value = DxAtoi(rest());
+        skipThrough(number.length);
+        DX_ENTITY_BASE_TYPE base = block_.current().base;
+        if (letter == 'c') {
+            base.trueColor = (value & 0xFF) << 16 | (value & 0xFF00) | (value >> 16 & 0xFF);
+        } else {
+            base.color = value;
+            base.trueColor = value == record_.base.color ? record_.base.trueColor : -1;
+        }
+        const DX_ENTITY_BASE_TYPE& present = block_.current().base;
+        if (base.color == present.color && base.trueColor == present.trueColor) return;
+        change().base = base;
+    }
+
+    void font(char letter) {
+        const std::string_view name = DxMtextFontName(rest());
+        if (name.empty()) return;
+        skipThrough(name.size());
+        DX_TEXT_TYPE& run = change();
+        if (letter == 'F' && name == startFont_)
+            run.style = record_.style;
+        else
+            DxMtextFindStyle(name, letter == 'F', &run.style);
+    }
+
+    // ---- paragraphs ----------------------------------------------------------------------------------
+
+    /// Properties of a paragraph up to ";". `justification` receives its alignment, if there is one.
+    void properties(int& justification) {
+        const std::size_t end = std::min(rest().find(';'), rest().size());
+        std::string_view list = rest().substr(0, end);
+        while (!list.empty()) {
+            const char letter = list.front();
+            list.remove_prefix(1);
+            if (letter == 'q' && !list.empty()) {
+                justification = list.front() == 'c' ? 1 : list.front() == 'r' ? 2 : 0;
+            } else if (letter == 'b') {
+                const double value = DxfReadConvDouble(list.substr(0, list.find(',')));
+                if (value > 0) paraSpace_ = value;
+            }
+            list.remove_prefix(std::min(list.find_first_of(",x"), list.size()));
+            while (!list.empty() && (list.front() == ',' || list.front() == 'x')) list.remove_prefix(1);
+        }
+        pos_ += end;
+        while (pos_ < in_.size() && in_[pos_] == ';') ++pos_;
+        hasProperties_ = true;
+    }
+
+    void paragraph(char letter) {
+        if (letter == 'P') return endParagraph();
+        int justification = -1;
+        block_.close();
+        properties(justification);
+        if (justification >= 0) block_.justify(justification);
+    }
+    void lineBreak(char letter) {
+        if (letter == upper(letter))
+            endParagraph();
+        else
+            (text() += '\\') += letter;
+    }
+
+    void endParagraph() {
+        block_.endLine();
+        int justification = -1;
+        if (rest().starts_with("\\p")) {
+            pos_ += 2;
+            properties(justification);
+        }
+        const bool hasSpace = hasProperties_ && paraSpace_ > 0;
+        block_.startLine(hasSpace ? paraSpace_ * block_.lineDistance() : 0);
+        if (justification >= 0) block_.justify(justification);
+    }
+
+    // ---- stacked texts -------------------------------------------------------------------------------
+
+    void stack(char /*letter*/) {
+        const std::size_t end = rest().find(';');
+        if (end == std::string_view::npos) return;
+        const std::string_view content = rest().substr(0, end);
+        const std::size_t separator = content.find_first_of("/^");
+        if (separator != std::string_view::npos) {
+            skipThrough(end);
+            const std::size_t below = separator + (content.substr(separator + 1).starts_with(' ') ? 2 : 1);
+            stackParts(content.substr(0, separator), content.substr(below), content[separator] == '/');
+        } else if (content.find('#') != std::string_view::npos) {
+            skipThrough(end);
+            for (const char c : content) text() += c == '#' ? '/' : c;
+        }
+    }
+
+    static std::string partText(std::string_view part) {
+        std::string text(part);
+        DxCutChars(text, DX_PIECE_LIMIT);
+        return text;
+    }
+
+    void stackParts(std::string_view above, std::string_view below, bool hasBar) {
+        block_.close();
+        const DxMtextRun& old = block_.currentRun();
+        const double height = old.text.height, y = old.text.second.y;
+        const double x = old.text.second.x + (old.hasText() ? old.length + old.space * height : 0);
+        const double line = block_.lineDistance() * height;
+        std::string upperText = partText(above), lowerText = partText(below);
+        const double upperLength =
+            addPart(DxMtextRun::Numerator, x, y + line * (lowerText.empty() ? 0.5 : 1), upperText);
+        const double lowerLength = addPart(DxMtextRun::Denominator, x, y, lowerText);
+        if (hasBar) drawBar(upperLength, lowerLength);
+        const double space = block_.currentRun().space * height;
+        const bool hasText = !upperText.empty() || !lowerText.empty();
+        DxMtextRun& following = block_.add(x + std::max(upperLength, lowerLength) + (hasText ? space : 0));
+        following.text.second.y = y;
+        following.part = DxMtextRun::Plain;
+        block_.raiseLine(line - y);
+    }
+
+    /// Length of the part.
+    double addPart(DxMtextRun::Part kind, double x, double y, const std::string& text) {
+        DxMtextRun& run = block_.add(x);
+        run.part = kind;
+        run.text.second.y = y;
+        run.text.text = text;
+        block_.measure(run);
+        block_.widenLine(run);
+        return run.hasText() ? run.length : 0;
+    }
+
+    /// The bar belongs to the longer part; the shorter one is centred.
+    void drawBar(double upperLength, double lowerLength) {
+        DxMtextRun& lower = block_.currentRun();
+        DxMtextRun& above = block_.previousRun();
+        const double shift = std::fabs(upperLength - lowerLength) / 2;
+        const bool isAbove = upperLength > lowerLength;
+        (isAbove ? lower : above).text.second.x += shift;
+        std::string& longer = isAbove ? above.text.text : lower.text.text;
+        const std::string_view bar = isAbove ? underline : overline;
+        if (!longer.empty()) longer = std::string(bar) + longer + std::string(bar);
+    }
+
+    const DX_TEXT_TYPE& record_;
+    std::string_view in_;
+    std::string_view startFont_;
+    DxMtextBlock& block_;
+    std::size_t pos_ = 0;
+    double paraSpace_ = -1.0;
+    bool hasProperties_ = false;
+};
+
+constexpr std::array<Scanner::Row, 20> Scanner::rows{{
+    {'A', &Scanner::vertical},  {'C', &Scanner::color},     {'F', &Scanner::font},
+    {'H', &Scanner::height},    {'K', &Scanner::struck},    {'L', &Scanner::underlined},
+    {'M', &Scanner::escape},    {'N', &Scanner::lineBreak}, {'O', &Scanner::overlined},
+    {'P', &Scanner::paragraph}, {'Q', &Scanner::oblique},   {'S', &Scanner::stack},
+    {'T', &Scanner::tracking},  {'U', &Scanner::escape},    {'W', &Scanner::width},
+    {'X', &Scanner::lineBreak}, {'\\', &Scanner::literal},  {'{', &Scanner::literal},
+    {'}', &Scanner::literal},   {'~', &Scanner::blank},
+}};
+
+} // namespace
+
+int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces) {
+    const DxCharset& charset = DxTextGetCharset(text->style.view(), {});
+    const std::string startFont(charset.fontFile.view());
+    if (charset.font != 0) DxTextGetFontIndex(startFont);
+    DxMtextFlatten(text->text, {text->base.color, startFont, false, text->height, text->oblique, 1.0, 1.0});
+    text->text += "\\P";
+    RPT3 insertion = text->point;
+    Mat44 toWorld, toObject;
+    DxArbaxis(text->extrusion[0], text->extrusion[1], text->extrusion[2], toWorld);
+    if (Mt44Invert(toWorld, toObject) == 0) DxTrans3DRpt(&insertion, toObject);
+    DxMtextBlock block(*text);
+    Scanner(*text, text->text, startFont, block).run();
+    *pieces = block.place(insertion);
+    return 0;
+}

@@ -1,0 +1,185 @@
+// The nesting of an MTEXT's groups, taken out; and the way back: plain texts made safe.
+#include "../config/config_state.h"
+#include "../session/dx_numbers.h"
+#include "dx_mtext.h"
+#include "dx_text_codes.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+constexpr double sameValue = 0.0001;
+/// A hostile text could grow to many times its length before it is cut.
+constexpr std::size_t byteLimit = 4 * DX_MTEXT_LIMIT;
+
+enum Change : std::size_t { Color, Font, Height, Oblique, Tracking, Width, ChangeCount };
+
+/// A group that is open: what ruled at its start, and what it has changed.
+struct Group {
+    DxMtextFormat start;
+    std::array<bool, ChangeCount> changed{};
+};
+
+/// A face that is left out of texts that are to be joined: programs put it in where a face lacks a character.
+bool isDroppedFont(std::string_view name) {
+    return DxJoinTexts && UtCString(name).Lower().str().starts_with("arial unicod");
+}
+
+class Flattener {
+public:
+    Flattener(std::string_view text, const DxMtextFormat& start) : in_(text), now_(start) {
+        groups_.push_back({start, {}});
+    }
+
+    std::string run() {
+        while (pos_ < in_.size() && out_.size() < byteLimit) {
+            const char c = in_[pos_];
+            if (c == '{')
+                open();
+            else if (c == '}')
+                close();
+            else if (c == '\\' && pos_ + 1 < in_.size())
+                code();
+            else
+                out_ += in_[pos_++];
+        }
+        return std::move(out_);
+    }
+
+private:
+    void open() {
+        ++pos_;
+        groups_.push_back({now_, {}});
+    }
+
+    /// A brace that closes nothing is passed over.
+    void close() {
+        ++pos_;
+        if (groups_.size() == 1) return;
+        const Group group = std::move(groups_.back());
+        groups_.pop_back();
+        restore(group);
+        now_ = group.start;
+    }
+
+    void restore(const Group& group) {
+        const DxMtextFormat& f = group.start;
+        if (group.changed[Color]) out_ += UtFormat("\\C%d;", f.color).str();
+        if (group.changed[Font]) out_ += (f.isFace ? "\\f" : "\\F") + f.font + ";";
+        if (group.changed[Height]) out_ += UtFormat("\\H%f;", f.height).str();
+        if (group.changed[Oblique]) out_ += UtFormat("\\Q%f;", f.oblique).str();
+        if (group.changed[Tracking]) out_ += UtFormat("\\T%f;", f.tracking).str();
+        if (group.changed[Width]) out_ += UtFormat("\\W%f;", f.width).str();
+    }
+
+    void mark(Change change) { groups_.back().changed[change] = true; }
+
+    /// A backslash and the character behind it; the rest of the code follows as plain characters.
+    void code() {
+        const std::string_view rest = in_.substr(pos_ + 2);
+        switch (const char letter = in_[pos_ + 1]) {
+        case 'C': takeColor(rest); break;
+        case 'F':
+        case 'f':
+            if (!takeFont(letter, rest)) return;
+            break;
+        case 'H': takeNumber(rest, now_.height, Height); break;
+        case 'Q': takeNumber(rest, now_.oblique, Oblique); break;
+        case 'T': takeNumber(rest, now_.tracking, Tracking); break;
+        case 'W': takeNumber(rest, now_.width, Width); break;
+        default: break;
+        }
+        out_.append(in_.substr(pos_, 2));
+        pos_ += 2;
+    }
+
+    void takeColor(std::string_view rest) {
+        const DxMtextNumber number = DxMtextReadValue(rest);
+        const int color = DxAtoi(rest.substr(0, number.length));
+        if (number.length == 0 || color == now_.color) return;
+        now_.color = color;
+        mark(Color);
+    }
+
+    void takeNumber(std::string_view rest, double& present, Change change) {
+        const DxMtextNumber number = DxMtextReadValue(rest);
+        if (number.length == 0) return;
+        const double value = number.over(present);
+        if (!std::isfinite(value) || std::fabs(value - present) <= sameValue) return;
+        present = value;
+        mark(change);
+    }
+
+    /// False for a code that is left out.
+    bool takeFont(char letter, std::string_view rest) {
+        const std::string_view name = DxMtextFontName(rest);
+        if (name.empty()) return true;
+        const bool isFace = letter == 'f' && !DxMtextIsShapeFont(name);
+        if (!isFace && isDroppedFont(name)) {
+            pos_ += 2 + name.size() + 1;
+            return false;
+        }
+        now_.font = isFace ? name : name.substr(0, name.find('.'));
+        now_.isFace = isFace;
+        mark(Font);
+        return true;
+    }
+
+    std::string_view in_;
+    DxMtextFormat now_;
+    std::vector<Group> groups_; ///< the open ones, the text itself first
+    std::size_t pos_ = 0;
+    std::string out_;
+};
+
+} // namespace
+
+void DxMtextFlatten(std::string& text, const DxMtextFormat& start) {
+    text = Flattener(text, start).run();
+    DxCutChars(text, DX_MTEXT_LIMIT);
+}
+
+std::size_t DxMtextReadNumber(std::string_view text, double* value) {
+    text = text.substr(0, DX_TEXT_LIMIT);
+    const std::size_t end = text.find(';');
+    const std::size_t stop = std::min(end, text.substr(0, end).find(','));
+    if (stop == std::string_view::npos) return 0;
+    *value = DxfReadConvDouble(text.substr(0, stop));
+    return stop;
+}
+
+DxMtextNumber DxMtextReadValue(std::string_view text) {
+    DxMtextNumber number;
+    number.length = DxMtextReadNumber(text, &number.value);
+    if (number.length) number.isRelative = (text[number.length - 1] | 0x20) == 'x';
+    return number;
+}
+
+std::string_view DxMtextFontName(std::string_view text) {
+    constexpr std::size_t longest = 160;
+    const std::size_t end = text.substr(0, longest + 1).find(';');
+    return end == std::string_view::npos ? std::string_view() : text.substr(0, end);
+}
+
+bool DxMtextIsShapeFont(std::string_view name) {
+    return name.find(".shx") != std::string_view::npos || name.find(".SHX") != std::string_view::npos;
+}
+
+void DxMtextEscapeCharacters(std::string& text, const int bits[DX_BIT_COUNT]) {
+    std::string out;
+    if (bits[DX_BIT_UNDERLINE]) out += "\\L";
+    if (bits[DX_BIT_OVERLINE]) out += "\\O";
+    for (std::size_t pos = 0; pos < text.size();) {
+        const char32_t c = DxNextChar(text, pos);
+        if (c == '\\' || c == '{' || c == '}') out += '\\';
+        DxAppendChar(out, c);
+        if (c == '^') out += ' ';
+        if (bits[DX_BIT_STRIKE] && pos < text.size()) out += "\\U+0336";
+    }
+    if (bits[DX_BIT_OVERLINE]) out += "\\o";
+    if (bits[DX_BIT_UNDERLINE]) out += "\\l";
+    DxCutChars(out, DX_TEXT_LIMIT);
+    text.swap(out);
+}

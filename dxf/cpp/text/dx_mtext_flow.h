@@ -1,0 +1,50 @@
+// Breaking a line of an MTEXT where its box is too narrow for it or a run too long for the host.
+#pragma once
+
+#include "dx_mtext_layout.h"
+
+#include <string_view>
+#include <vector>
+
+/// Works on the current line of a block, whose runs are measured, ahead of its placing.
+///
+/// A line of one run that is wider than its box stays one piece, which the host breaks by itself; the lines
+/// that this takes are reserved. Runs of several formats are broken here, since each is a text of its own. No
+/// piece gets more than DX_PIECE_LIMIT visible characters; breaks are at blanks where there are any.
+class DxMtextFlow {
+public:
+    explicit DxMtextFlow(DxMtextBlock& block) : block_(block) {}
+    void run();
+
+private:
+    /// A word with the blanks behind it.
+    struct Word {
+        std::string_view text; ///< without the blanks
+        std::string_view all;
+        int visible; ///< characters of `all`
+    };
+    static Word nextWord(std::string_view text);
+    /// A line that the host makes out of one run.
+    struct HostLine {
+        std::string_view text;
+        double width;
+        int visible;
+    };
+
+    bool needsBreak(double room, std::size_t& withText) const;
+    double widthOf(const DxMtextRun& run, std::string_view text) const;
+    double advanceOf(const DxMtextRun& run, std::string_view text) const;
+
+    void flowOne(DxMtextRun run, double room);
+    std::vector<HostLine> hostLines(const DxMtextRun& run, double room) const;
+    void flowAll(std::vector<DxMtextRun> runs, double room);
+    void flowWords(const DxMtextRun& run, double room);
+    void flowStack(const DxMtextRun* parts, std::size_t count, double room);
+    void append(const DxMtextRun& run, const Word& word, double width);
+    void nextLine();
+
+    DxMtextBlock& block_;
+    double x_ = 0;                     ///< where the next word stands
+    const DxMtextRun* open_ = nullptr; ///< source of the run that words are being appended to
+    int visible_ = 0;                  ///< characters of that run
+};

@@ -1,0 +1,80 @@
+// The small layout engine behind DxMtextToTexts.
+#pragma once
+
+#include "dx_mtext.h"
+#include "dx_text_fonts.h"
+
+#include <string_view>
+#include <vector>
+
+/// A run of one format on its way to a piece.
+struct DxMtextRun {
+    enum Part { Plain, Numerator, Denominator };
+
+    DX_TEXT_TYPE text;        ///< second.x, second.y: its top left corner in the block
+    double length = 0;        ///< measured, or the room that it takes when its box breaks it
+    double space = 0;         ///< behind a character, relative to the height
+    double extraDepth = 0;    ///< of the lines behind the first, when its box breaks it
+    std::size_t measured = 0; ///< length of the text that `length` belongs to
+    Part part = Plain;
+
+    bool hasText() const { return !text.text.empty(); }
+    double right() const { return text.second.x + length; }
+};
+
+/// Runs of the block, and the line that is being filled. Coordinates are relative to the block: x to the
+/// right, y upward, the first line's top at 0.
+class DxMtextBlock {
+public:
+    explicit DxMtextBlock(const DX_TEXT_TYPE& record);
+
+    DX_TEXT_TYPE& current() { return runs_.back().text; }
+    DxMtextRun& currentRun() { return runs_.back(); }
+    DxMtextRun& previousRun() { return runs_[runs_.size() - 2]; }
+    /// Measures the current run and widens the line by it.
+    void close();
+    /// Begins a run behind the current one, of the same format, unless that is still empty.
+    void split();
+    /// Appends a run of the current format at `x`.
+    DxMtextRun& add(double x);
+    /// Measures a run whatever it is, without a look at the line.
+    void measure(DxMtextRun& run);
+    void widenLine(const DxMtextRun& run);
+    void raiseLine(double height);
+
+    /// Ends the line: breaks it where box or length demand it, and gives its runs their place.
+    void endLine();
+    /// Begins a line `before` below the usual distance.
+    void startLine(double before);
+    /// Justification of all runs of the line.
+    void justify(int justification);
+    double lineDistance() const; ///< factor for the height of the current run
+
+    /// Pieces in their place in object coordinates.
+    std::vector<DX_TEXT_TYPE> place(const RPT3& insertion);
+
+private:
+    friend class DxMtextFlow;
+
+    void settleLine();
+    void settleFirstLine();
+    double lineTop(double least) const;
+    void justifyRuns();
+    double descent() const;
+    int column() const { return (attachment_ + 2) % 3; }
+    int row() const { return (attachment_ - 1) / 3; }
+
+    const DX_TEXT_TYPE& record_;
+    int attachment_; ///< 1 … 9
+    std::vector<DxMtextRun> runs_;
+    std::size_t lineFirst_ = 0; ///< first run of the line
+    double lineWidth_ = 0;      ///< right end of the line so far
+    double lineDepth_ = 0;      ///< lowest bottom of the line's runs
+    double lineHeight_ = 0;     ///< distance to the next line
+    double lineRaise_ = 0;      ///< how far the line's runs rise above it, 0 for the first line
+    bool isFirstLine_ = true;
+    double firstWidth_ = 0;  ///< width of the first line
+    double firstBottom_ = 0; ///< bottom of the first line
+    double yOffset_ = 0;     ///< how far the line lies below the first
+    double left_ = 0, top_ = 0, right_ = 0, bottom_ = 0;
+};
