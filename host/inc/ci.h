@@ -1,4 +1,5 @@
 // The host's drawing classes. Each object is made on a context, whose unit its coordinates are in.
+// A context that was given no unit has that of the drawing, whatever it becomes.
 // Every method gives 0 on success and an error number otherwise, unless it says so.
 #pragma once
 
@@ -10,13 +11,14 @@ class CiContext {
 public:
     static int Add(int* id);
     static int Del(int id);
-    static int SetUnit(int id, const UtCString& unitName); ///< "mm", "m", "inch" …
-    static int Update(int id);                             ///< Screen and derived data up to date.
-    static int Zoom2Box(int id);                           ///< View zoomed to the drawing's extent.
+    /// "mm", "m", "inch" … 3011 for an unknown name; the context then keeps its unit.
+    static int SetUnit(int id, const UtCString& unitName);
+    static int Update(int id);   ///< Screen and derived data up to date.
+    static int Zoom2Box(int id); ///< View zoomed to the drawing's extent.
     static int SetTitle(int id, const UtCString& title);
-    /// The two pens of the pattern's colour attribute; -1 where it has none.
+    /// The two pens of the pattern's colour attribute "color", "pen" or "pen,fill"; -1 where it has none.
     static int GetAttrColPens(int id, const _ObObject* object, int* pen, int* fillPen);
-    /// Declares a string attribute with a label and a maximal length.
+    /// Declares a string attribute with a label and a maximal length in characters.
     static int DefParamAttrLong(int id, const UtCString& name, const UtCString& label, int length);
     /// The settings that the pattern state `obstat` stands for; 4711 when there is no such state.
     static int GetStatePenLtConf(int id, const UtCString& obstat, int* pen, int* lineType);
@@ -54,9 +56,10 @@ public:
     int GetAttr(const DsCsr& cursor, const UtCString& name, UtCString* value);
     int ChgAttr(const DsCsr& cursor, const UtCString& name, const UtCString& value);
     int GetBox(const DsCsr& cursor, RPT3* min, RPT3* max); ///< 1005 when the pattern is empty.
-    int DelElems(const DsCsr& cursor);
+    int DelElems(const DsCsr& cursor); ///< Its elements; texts, hatches and other objects stay.
     /// The pattern that encloses the cursor's; 1005 when it stands by itself.
     int GetParent(const DsCsr& cursor, DsCsr& parent);
+    /// Makes each hatch a pattern of its own, with the attributes of the pattern that it stood in.
     int SplitByHatchs(int mask, int a, int b);
     int ChgWork(const DsCsr& cursor, int workId);
     int GetWork(const DsCsr& cursor, int* workId);
@@ -74,7 +77,9 @@ private:
     int contextId_;
 };
 
-/// Elements of a pattern. A cursor that First, Next or Last aimed stays on that element.
+/// Elements of a pattern. A cursor that First, Next or Last aimed stays on that element. A spline is walked
+/// as the Draws along its curve, all in its row; the cursor's vertex number tells them apart. Add… appends
+/// with the host's current pen and line type (ovpenlt). An element of another type than asked for is 1005.
 class CiElem {
 public:
     explicit CiElem(int contextId) : contextId_(contextId) {}
@@ -102,7 +107,7 @@ private:
 class CiInput {
 public:
     explicit CiInput(int contextId) : contextId_(contextId) {}
-    /// A file to read (mode 1) or write (mode 0). Non-zero when the user refused.
+    /// A file to read (mode 1) or write (mode 0). 9009 when the user refused.
     int SelectFileName(const UtCString& prompt, int mode, const UtCString& pattern,
                        const UtCString& extension, UtCString* name);
 

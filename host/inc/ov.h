@@ -52,9 +52,12 @@ int ovspline(int* count, double x[], double y[], int* degree, int* one, int flag
 // ---- hatches ---------------------------------------------------------------------------------------
 
 /// Makes a hatch in pattern `*toPat` from the closed contours in pattern `*contourPat`, with the current
-/// hatch parameters. Even-odd: a contour inside another is a hole.
+/// hatch parameters. Even-odd: a contour inside another is a hole. A Move begins a contour, and so does a
+/// Draw with info bit 2, the jump from one contour to the next. A contour that doesn't end where it began is
+/// closed by a Draw. 3011 when nothing is enclosed.
 int ovhatch(int* code, int* toPat, int* contourPat);
-/// Hatch parameters, mode 1: start a set for pattern `*patNo`; mode 2: fill without pattern lines.
+/// Hatch parameters, mode 1: start a set; mode 2: fill without pattern lines. They hold for every ovhatch up
+/// to the next set, whatever the pattern.
 int ovhatchparams(int* mode, int* patNo);
 /// The fill of the current hatch parameters: fill pen = 16 * high + low; `index` 0.
 int ovhatchsetreppar(int index, int high, int low);

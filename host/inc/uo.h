@@ -8,7 +8,7 @@
 
 /// Reads a number. Non-zero, with `*value` untouched, when the variable doesn't exist.
 int UoGetMacVarD(const char* name, double* value);
-int UoGetMacVarI(const char* name, int* value); ///< The number cut towards 0.
+int UoGetMacVarI(const char* name, int* value); ///< The number cut towards 0 and into the range of int.
 int UoGetMacVarS(const char* name, UtCString* value);
 int UoPutMacVarD(const char* name, double value);
 int UoPutMacVarS(const char* name, const UtCString& value);
@@ -17,13 +17,15 @@ int SuVarGetString(const char* name, UtCString* value); ///< As UoGetMacVarS, th
 
 // ---- session ---------------------------------------------------------------------------------------
 
-/// Non-zero when the user asked to stop. 11: a run begins, forget earlier requests; 16: within a long loop.
+/// Non-zero when the user asked to stop, or when the drawing has grown beyond the host's limit of elements.
+/// 11: a run begins, forget earlier requests; 16: within a long loop.
 int UoCheckAbort(int code);
 /// Tells the host the size of one unit of the drawing for its tolerances.
 int UoStartInitEpsNew(double factor);
 /// 1 saves the current text parameters, 2 restores them.
 int UoTextParSave(int code);
-/// Expands "$NAME" in a path as UtPathEnvToAbs does, with the host's own names besides.
+/// Expands "$NAME" in a path as UtPathEnvToAbs does, with the host's own defaults for what isn't set: "/u"
+/// for HD_U, "1700" for HD_VE.
 UtCString UoSubstOVPath(const UtCString& path);
 
 // ---- attributes of a pattern -----------------------------------------------------------------------
@@ -34,7 +36,7 @@ int UoSetSingleAttr(int patNo, const UtCString& name, const UtCString& value);
 int UoSetSingleAttrInt(int patNo, const UtCString& name, int value);
 int UoGetSingleAttr(int patNo, const UtCString& name, UtCString* value); ///< 1005 if it isn't set.
 int UoGetSingleAttrInt(int patNo, const UtCString& name, int* value);
-/// The `index`-th attribute of the pattern in the order of their setting; 1005 behind the last.
+/// The `index`-th free attribute of the pattern in the order of their setting; 1005 behind the last.
 int UoGetAttr(int patNo, int index, UtCString* name, UtCString* value);
 /// Copies the identifying strings and all attributes from one pattern to another.
 int UoCopyAllAttrs(int fromPat, int toPat);

@@ -8,11 +8,14 @@
 
 // ---- files -----------------------------------------------------------------------------------------
 
-/// Opens a file with an fopen mode; null on failure. A directory is not a file. The caller closes it.
+// In all paths "/" and "\\" separate, whatever the system; a path with a NUL byte names no file.
+
+/// Opens a file with an fopen mode; null on failure. To be read, it must be what UtIsFile says; so neither
+/// a directory nor a device. The caller closes it.
 FILE* UtFileOpen(const UtCString& path, const char* mode);
 /// Closes the stream. 0, or non-zero when buffered data couldn't be written.
 int UtFileClose(FILE* stream);
-/// Reads a line without its line end into `line`. Non-zero at the end of the file.
+/// Reads a line without its line end (LF, CR LF or CR) into `line`. Non-zero at the end of the file.
 int UtReadLine(FILE* stream, std::string& line);
 /// True for an existing regular file (or what can be read like one, such as a pipe).
 bool UtIsFile(const UtCString& path);
@@ -20,7 +23,7 @@ int UtFileRemove(const UtCString& path);                      ///< 0 on success.
 int UtFileRename(const UtCString& from, const UtCString& to); ///< Within a file system; replaces `to`.
 int UtFileMove(const UtCString& from, const UtCString& to);   ///< Copies and removes where it must.
 UtCString UtGetTempDir();
-/// A name for a temporary file, unique on this machine: `directory`/`prefix`+number. Creates nothing.
+/// A name for a temporary file, unique on this machine: `directory`/`prefix`+random number. Creates nothing.
 UtCString UtTempFileName(const UtCString& directory, const UtCString& prefix);
 
 /// Read-only view of the whole file behind a stream, in memory. Valid until UtFileUnmap.
@@ -47,7 +50,8 @@ UtCString UtPathEnvToAbs(const UtCString& path);
 // ---- memory ----------------------------------------------------------------------------------------
 
 /// Makes (`*block` null) or grows a block to `count` items of `size` bytes, keeping its content; new bytes
-/// are zero. 0, or 1001 when there is no memory, with the old block untouched.
+/// are zero. A block never shrinks. 0, or 1001 when there is no memory or count times size is no size, with
+/// the old block untouched. Only UtFreeMemory frees it.
 int UtAllocMemoryBlock(void** block, std::size_t count, std::size_t size, int grow, int flags);
 /// Frees the block and clears the pointer.
 void UtFreeMemory(void** block);
@@ -63,6 +67,8 @@ UtCString UtTime(); ///< Now as "HH:MM:SS".
 /// drawn points count as one; it is 0.001 mm in model size.
 double UtConv(int code);
 
-/// Converts DWG or binary DXF to text DXF, or text DXF to DWG, by the names' extensions and contents.
-/// 0 on success; else an error number, and `target` doesn't exist.
+/// Converts DWG or binary DXF to text DXF, or text DXF to DWG, by the contents of `source`. A binary DXF that
+/// is cut or damaged becomes a text DXF of the groups in front of the damage.
+/// 0 on success; else an error number, and `target` doesn't exist: 9001 the source can't be opened, 9003 not
+/// one group in it, 9000 writing failed, 3011 no converter for DWG, or it failed.
 int UtConvertDwg2Dxf(const UtCString& source, const UtCString& target);

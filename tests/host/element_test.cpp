@@ -105,7 +105,9 @@ TEST_F(HostTest, WalkReportsElementsAndSplinesAsDraws) {
     RPT3 point{};
     for (int error = elem.First(cursor, &type); error == 0; error = elem.Next(cursor, &type)) {
         if (type != 2 || types.back() != '2') types += static_cast<char>('0' + type);
-        if (type == 2) EXPECT_EQ(elem.GetDraw(cursor, &point), 0);
+        if (type == 2) {
+            EXPECT_EQ(elem.GetDraw(cursor, &point), 0);
+        }
     }
     EXPECT_EQ(types, "1234");
     EXPECT_EQ(point.x, 20) << "the chain ends where the spline ends";

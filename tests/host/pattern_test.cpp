@@ -39,13 +39,13 @@ TEST_F(HostTest, PatternNumbersAscendAndAreNotUsedTwice) {
 
 TEST_F(HostTest, PatternsThatComeAndGoLeaveNoMemoryBehind) {
     const int kept = newPattern();
-    for (int i = 0; i < 100000; ++i) control(17, newPattern());
+    for (int i = 0; i < 10000; ++i) control(17, newPattern());
     EXPECT_EQ(host::openDrawing().patterns.size(), 1U);
-    EXPECT_EQ(newPattern(), kept + 100001);
+    EXPECT_EQ(newPattern(), kept + 10001);
     ovdraw(1, 1, 1, 0);
-    EXPECT_EQ(host::openDrawing().find(kept + 100001)->elements.size(), 1U);
-    EXPECT_EQ(host::openDrawing().find(kept + 100000), nullptr);
-    EXPECT_THAT(contentNumbers(), ElementsAre(kept, kept + 100001));
+    EXPECT_EQ(host::openDrawing().find(kept + 10001)->elements.size(), 1U);
+    EXPECT_EQ(host::openDrawing().find(kept + 10000), nullptr);
+    EXPECT_THAT(contentNumbers(), ElementsAre(kept, kept + 10001));
 }
 
 TEST_F(HostTest, IdentifyingStringsAndAttributesTravelTogether) {

@@ -4,6 +4,7 @@
 #include "convert/binary_dxf.h"
 #include "services/failure.h"
 #include "services/session.h"
+#include "services/system_path.h"
 
 #include <cerrno>
 #include <spawn.h>
@@ -26,12 +27,13 @@ static int convertBinary(const UT_FILE_VIEW& view, const UtCString& target) {
     const bool converted = binaryDxfToText({view.data, view.size}, out);
     const bool closed = UtFileClose(out) == 0;
     if (converted && closed) return 0;
-    std::remove(target.c_str());
+    std::remove(systemPath(target).c_str());
     return closed ? errorEndOfFile : errorWrite;
 }
 
 static bool runProgram(const std::vector<std::string>& words) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
     pid_t child = 0;
@@ -44,7 +46,8 @@ static bool runProgram(const std::vector<std::string>& words) {
 
 /// A name that a program can't take for an option.
 static std::string asArgument(const UtCString& name) {
-    return !name.IsEmpty() && name.str().front() == '-' ? "./" + name.str() : name.str();
+    const std::string path = systemPath(name);
+    return !path.empty() && path.front() == '-' ? "./" + path : path;
 }
 
 static int convertByProgram(const UtCString& source, const UtCString& target) {
@@ -55,7 +58,7 @@ static int convertByProgram(const UtCString& source, const UtCString& target) {
     words.push_back(asArgument(source));
     words.push_back(asArgument(target));
     if (runProgram(words) && UtIsFile(target)) return 0;
-    std::remove(target.c_str());
+    std::remove(systemPath(target).c_str());
     return errorNotApplicable;
 }
 

@@ -3,6 +3,7 @@
 
 #include "os.h"
 #include "services/failure.h"
+#include "services/system_path.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -14,12 +15,11 @@
 #include <unistd.h>
 
 using host::callFails;
+using host::systemPath;
 
 static constexpr int errorFailed = 1001;
 
-/// The path as this system writes it: a backslash separates where no file has it in its name. Empty for a
-/// path that no file can have.
-static std::string systemPath(const UtCString& path) {
+std::string host::systemPath(const UtCString& path) {
     std::string text = path.str();
     if (text.find('\0') != std::string::npos) return {};
     if (text.find('\\') == std::string::npos || ::access(text.c_str(), F_OK) == 0) return text;
