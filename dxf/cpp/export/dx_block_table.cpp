@@ -61,10 +61,11 @@ void DxCheckBlockname(UtCString& name) {
     const std::string base = name.str();
     int* counter = DxFindBlockCounter(name);
     while (DxFindBlockCounter(name) && counter) {
-        const std::string tail = "-" + std::to_string(++*counter);
+        std::string tail(1, '-');
+        tail += std::to_string(++*counter);
         std::string text = base;
         DxCutUtf8(text, DxNameLimit() - tail.size());
-        name = text + tail;
+        name = text.append(tail);
     }
 }
 
