@@ -26,6 +26,7 @@ public:
     int Del(const DsCsr& cursor);
     /// Aims the cursor at the first text of its pattern; 1005 when there is none.
     int First(DsCsr& cursor);
+    static int Count(const DsCsr& pattern, long* count); ///< Number of texts in the cursor's pattern.
 
     /// Width and height with the current parameters.
     int Size(const UtCString& text, double* width, double* height);

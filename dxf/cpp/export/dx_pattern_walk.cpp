@@ -5,6 +5,7 @@
 #include "../dimension/dx_write_dimension.h"
 #include "../hatch/dx_write_hatch.h"
 #include "../host/dx_host.h"
+#include "../sections/sections_state.h"
 #include "../session/dx_protocol.h"
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
@@ -76,6 +77,7 @@ static int writeAsBlock(int pat) {
 }
 
 int DxWritePattern(int pat, int mode) {
+    if (pat == DxHeaderPat) return 0; // the kept header variables are no content of the drawing
     if (const int error = DxPatGetInfo(pat)) return error;
     DxEntityCount = 0;
     if (mode == DX_PATTERN_AS_BLOCK) return writeAsBlock(pat);

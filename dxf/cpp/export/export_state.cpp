@@ -18,7 +18,6 @@ int DxDimTextColor = 0;
 int DxDimArrowColor = 0;
 int DxBlockMatrixMode = 0;
 int DxBlockBufferWanted = 0;
-int DxHeaderPat = -1;
 std::uint32_t DxModelSpaceHandle = 0;
 std::uint32_t DxModelSpaceDict = 0;
 std::uint32_t DxByBlockLtypeHandle = 0;
@@ -36,7 +35,6 @@ void DxResetExportState() {
     DxElemColor = DxTextColor = DxArrowColor = DxHatchColor = 0;
     DxDimTextColor = DxDimArrowColor = 0;
     DxBlockMatrixMode = DxBlockBufferWanted = 0;
-    DxHeaderPat = -1;
     DxModelSpaceHandle = DxModelSpaceDict = DxByBlockLtypeHandle = DxOwnerHandle = 0;
     std::fill(std::begin(DxUnwrittenCounts), std::end(DxUnwrittenCounts), 0L);
 }

@@ -36,7 +36,6 @@ extern int DxElemColor, DxTextColor, DxArrowColor,
 extern int DxDimTextColor, DxDimArrowColor;
 extern int DxBlockMatrixMode;   ///< writers take the inverse of the pattern's matrix
 extern int DxBlockBufferWanted; ///< a block's pairs are kept back for comparison
-extern int DxHeaderPat;         ///< pattern that holds the kept header variables, -1 if none
 
 extern std::uint32_t DxModelSpaceHandle, DxModelSpaceDict; ///< block record and extension dictionary
 extern std::uint32_t DxByBlockLtypeHandle;                 ///< line type "ByBlock"
@@ -48,6 +47,7 @@ enum DxUnwritten : int {
     DX_UNWRITTEN_DIMENSION,
     DX_UNWRITTEN_BITMAP,
     DX_UNWRITTEN_3D,
+    DX_UNWRITTEN_TEXT,
     DX_UNWRITTEN_COUNT
 };
 extern long DxUnwrittenCounts[DX_UNWRITTEN_COUNT];

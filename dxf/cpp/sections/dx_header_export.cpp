@@ -8,6 +8,7 @@
 #include "../session/dx_protocol.h"
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
+#include "dx_header_keep.h"
 #include "dx_template.h"
 #include "sections_state.h"
 

@@ -13,8 +13,3 @@ int DxWriteHeaderSection();
 /// Writes a template pair by the kept variables when they know it. `found` becomes 1 then.
 int DxHeaderChgText(DxTemplate& source, int code, const UtCString& text, const std::vector<UtCString>& lines,
                     int* found);
-/// Import: keeps the variables that "Dxf.var" lists as a text in the drawing. The reader stands behind the
-/// name of the HEADER section.
-int DxHeaderMakeDrawingHeader();
-/// The kept variables, a line each: name, "=", values divided by commas.
-int DxHeaderReadDrawingHeader(std::vector<UtCString>* lines);

@@ -4,6 +4,7 @@
 
 int DxAttMode = 1;
 int DxFileInsUnits = 0;
+int DxHeaderPat = -1;
 RPT3 DxHdrInsBase{}, DxHdrPaperInsBase{};
 RPT3 DxHdrExtMin{}, DxHdrExtMax{};
 RPT3 DxHdrPaperExtMin{}, DxHdrPaperExtMax{};
@@ -13,6 +14,7 @@ RPT3 DxHdrPaperUcsOrg{}, DxHdrPaperUcsXDir{}, DxHdrPaperUcsYDir{};
 void DxResetSectionsState() {
     DxAttMode = 1;
     DxFileInsUnits = 0;
+    DxHeaderPat = -1;
     DxHdrInsBase = DxHdrPaperInsBase = {0, 0, 0};
     DxInvalidateExtents(DxHdrExtMin, DxHdrExtMax);
     DxInvalidateExtents(DxHdrPaperExtMin, DxHdrPaperExtMax);

@@ -11,5 +11,7 @@ extern RPT3 DxHdrPaperExtMin, DxHdrPaperExtMax; ///< $PEXTMIN, $PEXTMAX, the sam
 extern RPT3 DxHdrUcsOrg, DxHdrUcsXDir, DxHdrUcsYDir;                ///< $UCSORG, $UCSXDIR, $UCSYDIR
 extern RPT3 DxHdrPaperUcsOrg, DxHdrPaperUcsXDir, DxHdrPaperUcsYDir; ///< $PUCSORG, $PUCSXDIR, $PUCSYDIR
 
+extern int DxHeaderPat; ///< pattern that holds the kept header variables, -1 if none
+
 /// Start values of all of the above: nothing known of the file.
 void DxResetSectionsState();

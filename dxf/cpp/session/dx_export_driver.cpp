@@ -9,6 +9,7 @@
 #include "../export/dx_write_blocks.h"
 #include "../host/dx_host.h"
 #include "../sections/dx_header_export.h"
+#include "../sections/dx_header_keep.h"
 #include "../sections/dx_objects_export.h"
 #include "../sections/dx_tables_export.h"
 #include "../sections/dx_tables_import.h"
@@ -139,6 +140,8 @@ int Export::settleFile() {
 
 int Export::writeSections() {
     if (const int error = DxWriteOpen()) return error;
+    std::vector<UtCString> kept;
+    DxHeaderReadDrawingHeader(&kept); // says which pattern is no content
     DxPatsOneWork = DxCiCheckPatsWork();
     int error = DxWriteBlockSection();
     if (!error) error = DxWriteEntitySection();

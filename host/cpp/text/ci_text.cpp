@@ -154,3 +154,10 @@ int CiText::First(DsCsr& cursor) {
     cursor.Get().type = D_TEXT;
     return 0;
 }
+
+int CiText::Count(const DsCsr& pattern, long* count) {
+    const Pattern* found = callFails() ? nullptr : patternOf(pattern);
+    if (!found) return errorNoSuchObject;
+    *count = static_cast<long>(found->texts.size());
+    return 0;
+}

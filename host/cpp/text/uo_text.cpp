@@ -1,0 +1,42 @@
+#include "uo_text.h"
+
+#include "drawing/host_state.h"
+#include "services/failure.h"
+#include "uo.h"
+
+using namespace host;
+
+int UoFiltPatPerAttr(const UtCString& name, const UtCString& value, int* patNo) {
+    if (callFails()) return errorNoSuchObject;
+    Drawing& drawing = openDrawing();
+    for (Pattern* p = drawing.next(0); p; p = drawing.next(p->number)) {
+        UtCString found;
+        if (UoGetSingleAttr(p->number, name, &found) != 0 || found != value) continue;
+        *patNo = p->number;
+        return 0;
+    }
+    return errorNoSuchObject;
+}
+
+int UoFirstText(int patNo, int* row) {
+    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    if (!pattern || pattern->texts.empty()) return errorNoSuchObject;
+    *row = 0;
+    return 0;
+}
+
+int UoTextGetMultiLines(int patNo, int row, std::vector<UtCString>* lines) {
+    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    if (!pattern || row < 0 || static_cast<std::size_t>(row) >= pattern->texts.size()) return errorNoSuchObject;
+    const std::vector<std::string>& text = pattern->texts[static_cast<std::size_t>(row)].lines;
+    lines->assign(text.begin(), text.end());
+    return 0;
+}
+
+int UoTextSetParamsSimple(double height, double lineDistance) {
+    if (callFails()) return errorNoMemory;
+    if (!(height > 0) || !(lineDistance > 0)) return errorNotApplicable;
+    drawingState().textParameters.height = height;
+    drawingState().textParameters.lineDistance = lineDistance;
+    return 0;
+}
