@@ -26,7 +26,7 @@ def head(kind, owner, *subclasses):
 def table(name, handle, records):
     put((0, "TABLE"), (2, name), (5, handle), (330, 0), (100, "AcDbSymbolTable"), (70, len(records)))
     if name == "DIMSTYLE":
-        put((100, "AcDbDimStyleTable"))
+        put((100, "AcDbDimStyleTable"), (71, 1), (340, records[0][0]))
     for record in records:
         put((0, name), (105 if name == "DIMSTYLE" else 5, record[0]), (330, handle),
             (100, "AcDbSymbolTableRecord"), *record[1])
@@ -205,12 +205,21 @@ def header():
         (9, "$INSBASE"), (10, "0.0"), (20, "0.0"), (30, "0.0"), (9, "$EXTMIN"), (10, "-40.0"), (20, "-130.0"),
         (30, "0.0"), (9, "$EXTMAX"), (10, "260.0"), (20, "125.0"), (30, "0.0"), (9, "$LTSCALE"), (40, "1.0"),
         (9, "$FILLMODE"), (70, 1), (9, "$PDMODE"), (70, 0), (9, "$INSUNITS"), (70, 4), (9, "$MEASUREMENT"), (70, 1),
-        (9, "$HANDSEED"), (5, "FFFF"), (0, "ENDSEC"), (0, "SECTION"), (2, "CLASSES"), (0, "ENDSEC"))
+        (9, "$HANDSEED"), (5, "FFFF"), (0, "ENDSEC"), (0, "SECTION"), (2, "CLASSES"))
+    for name, cpp in (("ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault"), ("ACDBPLACEHOLDER", "AcDbPlaceHolder"),
+                      ("LAYOUT", "AcDbLayout")):
+        put((0, "CLASS"), (1, name), (2, cpp), (3, "ObjectDBX Classes"), (90, 0), (280, 0), (281, 0))
+    put((0, "ENDSEC"))
 
 
 def tables():
     put((0, "SECTION"), (2, "TABLES"))
-    table("VPORT", "8", [])
+    table("VPORT", "8", [("29", [(100, "AcDbViewportTableRecord"), (2, "*Active"), (70, 0), (10, "0.0"), (20, "0.0"),
+                                 (11, "1.0"), (21, "1.0"), (12, "110.0"), (22, "-2.5"), (13, "0.0"), (23, "0.0"),
+                                 (14, "10.0"), (24, "10.0"), (15, "10.0"), (25, "10.0"), (16, "0.0"), (26, "0.0"),
+                                 (36, "1.0"), (17, "0.0"), (27, "0.0"), (37, "0.0"), (40, "270.0"), (41, "1.2"),
+                                 (42, "50.0"), (43, "0.0"), (44, "0.0"), (50, "0.0"), (51, "0.0"), (71, 0), (72, 1000),
+                                 (73, 1), (74, 3), (75, 0), (76, 0), (77, 0), (78, 0)])])
     table("LTYPE", "5", [linetype_record("14", "ByBlock", ""), linetype_record("15", "ByLayer", ""),
                          linetype_record("16", "Continuous", "Solid line"),
                          linetype_record("17", "CENTER", "____ _ ____ _ ____ ", 9.0, -1.5, 1.5, -1.5),
@@ -224,7 +233,7 @@ def tables():
     table("VIEW", "6", [])
     table("UCS", "7", [])
     table("APPID", "9", [("12", [(100, "AcDbRegAppTableRecord"), (2, "ACAD"), (70, 0)])])
-    table("DIMSTYLE", "A", [("27", [(100, "AcDbDimStyleTableRecord"), (2, "Standard"), (70, 0)])])
+    table("DIMSTYLE", "A", [("27", [(100, "AcDbDimStyleTableRecord"), (2, "Standard"), (70, 0), (340, "11")])])
     table("BLOCK_RECORD", "1", [(handle, [(100, "AcDbBlockTableRecord"), (2, name), (340, layout)])
                                 for handle, name, layout in ((MODEL, "*Model_Space", "22A"), (PAPER, "*Paper_Space", "22B"))])
     put((0, "ENDSEC"))
@@ -266,7 +275,9 @@ def layout(handle, name, order, record):
 
 def objects():
     put((0, "SECTION"), (2, "OBJECTS"), (0, "DICTIONARY"), (5, "C"), (330, 0), (100, "AcDbDictionary"), (281, 1),
-        (3, "ACAD_GROUP"), (350, "D"), (3, "ACAD_LAYOUT"), (350, "1A"), (3, "ACAD_PLOTSTYLENAME"), (350, "E"))
+        (3, "ACAD_GROUP"), (350, "D"), (3, "ACAD_LAYOUT"), (350, "1A"), (3, "ACAD_MLINESTYLE"), (350, "17A"),
+        (3, "ACAD_PLOTSTYLENAME"), (350, "E"))
+    put((0, "DICTIONARY"), (5, "17A"), (330, "C"), (100, "AcDbDictionary"), (281, 1))
     put((0, "DICTIONARY"), (5, "D"), (330, "C"), (100, "AcDbDictionary"), (281, 1))
     put((0, "ACDBDICTIONARYWDFLT"), (5, "E"), (330, "C"), (100, "AcDbDictionary"), (281, 1), (3, "Normal"), (350, "F"),
         (100, "AcDbDictionaryWithDefault"), (340, "F"))
