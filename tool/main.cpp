@@ -67,11 +67,13 @@ static void addReadOptions(CLI::App& command, Options& options) {
     addMessageOptions(command, options);
 }
 
-static void addInputs(CLI::App& command, Options& options, bool several) {
-    const auto inputs = command.add_option(
-        "IN", options.inputs, several ? "Drawings; - is standard input" : "Drawing; - is standard input");
-    inputs->required();
-    if (!several) inputs->expected(1);
+static void addInputs(CLI::App& command, Options& options) {
+    command.add_option("IN", options.inputs, "Drawings; - is standard input")->required();
+}
+
+static void addInput(CLI::App& command, Options& options) {
+    const auto take = [&options](const std::string& input) { options.inputs = {input}; };
+    command.add_option_function<std::string>("IN", take, "Drawing; - is standard input")->required();
 }
 
 static void addJobs(CLI::App& command, Options& options) {
@@ -89,7 +91,7 @@ static CLI::App* addCommand(CLI::App& app, const char* name, const char* purpose
 
 static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     CLI::App* import = addCommand(app, "import", "DXF files become drawing files (.tdw)", runImport, chosen);
-    addInputs(*import, options, true);
+    addInputs(*import, options);
     const auto output = import->add_option("-o,--output", options.output, "The drawing file");
     import->add_option("-d,--directory", options.directory, "Folder for the drawing files")->excludes(output);
     addJobs(*import, options);
@@ -97,7 +99,7 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
 
     CLI::App* render =
         addCommand(app, "render", "A picture of a drawing: SVG, PNG or PDF", runRender, chosen);
-    addInputs(*render, options, false);
+    addInput(*render, options);
     render->add_option("OUT", options.output, "Picture; its extension says the format")->required();
     render->add_option("--size", options.size, "Longer side in pixels or points")
         ->check(CLI::Range(16, 16000))
@@ -107,18 +109,18 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     addReadOptions(*render, options);
 
     CLI::App* info = addCommand(app, "info", "What is in drawings, what became of it", runInfo, chosen);
-    addInputs(*info, options, true);
+    addInputs(*info, options);
     info->add_flag("--json", options.json, "One JSON object a file, a line each");
     addJobs(*info, options);
     addReadOptions(*info, options);
 
     CLI::App* dump = addCommand(app, "dump", "A drawing as text, stable, for diffs", runDump, chosen);
-    addInputs(*dump, options, false);
+    addInput(*dump, options);
     addReadOptions(*dump, options);
 
     CLI::App* validate =
         addCommand(app, "validate", "What is wrong with DXF files, by line", runValidateCommand, chosen);
-    addInputs(*validate, options, true);
+    addInputs(*validate, options);
     validate->add_flag("--json", options.json, "One JSON object a file, a line each");
     validate->add_flag("--strict", options.strict, "Warnings count as errors");
 }
