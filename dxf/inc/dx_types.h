@@ -4,4 +4,5 @@
 #include "dx_entity_base.h"
 #include "dx_fixed.h"
 #include "dx_linework.h"
+#include "dx_polyline.h"
 #include "dx_tables.h"

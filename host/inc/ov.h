@@ -49,6 +49,9 @@ int ovarc(int op, double x, double y, double cx, double cy, unsigned char info);
 int ovspline(int* count, double x[], double y[], int* degree, int* one, int flags[2], double* startAngle,
              double* endAngle);
 
+/// 8: copies elements, splines, hatches and texts of pattern *fromPat behind those of *toPat.
+int ovcopy(int* code, int* fromPat, int* toPat);
+
 // ---- hatches ---------------------------------------------------------------------------------------
 
 /// Makes a hatch in pattern `*toPat` from the closed contours in pattern `*contourPat`, with the current

@@ -2,6 +2,8 @@
 
 #include "../text/dx_text_import.h"
 #include "dx_linework_import.h"
+#include "dx_polyline_import.h"
+#include "dx_spline_import.h"
 
 #include <algorithm>
 #include <iterator>
@@ -19,14 +21,19 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
     dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
+    dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage),
     dxSkippedKind("MLINE"),
     dxKind(       "MTEXT",              dxStage<DxReadMtext>,    dxStage<DxDrawMtext>,      dxNoStage),
     dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxNoStage),
+    dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage),
     dxSkippedKind("REGION"),
+    dxKind(       "SEQEND",             dxStage<DxReadSeqEndRow>, dxStage<DxDrawSeqEndRow>,  dxNoStage),
     dxKind(       "SOLID",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
+    dxKind(       "SPLINE",             dxStage<DxReadSpline>,   dxStage<DxDrawFlatSpline>, dxNoStage),
     dxSkippedKind("SURFACE"),
     dxKind(       "TEXT",               dxStage<DxReadText>,     dxStage<DxDrawTextEntity>, dxNoStage),
     dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
+    dxKind(       "VERTEX",             dxStage<DxReadVertexRow>, dxStage<DxDrawVertex>,     dxNoStage),
 };
 // clang-format on
 

@@ -12,6 +12,7 @@
 #include "../import/dx_kinds.h"
 #include "../import/dx_point_clouds.h"
 #include "../import/import_state.h"
+#include "../import/polyline_state.h"
 #include "../sections/dx_tables_import.h"
 #include "../sections/sections_state.h"
 #include "../solid/dx_acds.h"
@@ -34,6 +35,7 @@ void resetAllState(int isExport) {
     DxResetConfigState();
     DxResetHostState();
     DxResetImportState();
+    DxResetPolylineState();
     DxResetSectionsState();
     DxResetWriterState();
     DxResetExportState();

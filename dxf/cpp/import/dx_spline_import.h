@@ -1,0 +1,12 @@
+// SPLINE.
+#pragma once
+
+#include "dx_entity_walk.h"
+#include "dx_polyline.h"
+
+int DxReadSpline(DX_SPLINE_TYPE* rec);
+/// Draws the spline as a chain of lines, or with `approx` as pairs of arcs that touch each other. `stage` 2
+/// gives the flat elements, 3 the 3D curve.
+int DxDrawSpline(DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage);
+int DxDrawFlatSpline(DX_SPLINE_TYPE* rec,
+                     const DxEntityContext& context); ///< The flat stage of the table of kinds.
