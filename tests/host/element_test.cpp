@@ -162,7 +162,7 @@ TEST_F(HostTest, TextsCountWithTheirBlock) {
     host::Text text;
     text.lines = {"MMMM"};
     text.x = 100;
-    text.height = 10;
+    text.height = text.width = 10;
     host::openDrawing().find(number)->texts.push_back(text);
     const std::array<double, 4> upright = boxOf(number);
     EXPECT_GT(upright[2] - upright[0], upright[3] - upright[1]);
