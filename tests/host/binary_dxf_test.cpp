@@ -45,7 +45,7 @@ TEST_F(BinaryDxf, TextComesBackFromBothLayouts) {
         EXPECT_EQ(binary[23] == 'S', std::string_view(version) == "AC1009") << "codes of one byte";
         EXPECT_EQ(textOf(binary), text(version));
     }
-    EXPECT_EQ(textOf(head + std::string("\0S\0\1a\nb\0\xff\xe9\3x\0", 14)), "  0\nS\n  1\na^Jb\n1001\nx\n")
+    EXPECT_EQ(textOf(head + std::string("\0S\0\1a\nb\0\xff\xe9\3x\0", 13)), "  0\nS\n  1\na^Jb\n1001\nx\n")
         << "a value stays one line; 255 announces a wide code";
 }
 

@@ -157,6 +157,23 @@ TEST_F(HostTest, ExtentsFollowTheCurves) {
     EXPECT_EQ(all.maxX, 10);
 }
 
+TEST_F(HostTest, TextsCountWithTheirBlock) {
+    const int number = newPattern();
+    host::Text text;
+    text.lines = {"MMMM"};
+    text.x = 100;
+    text.height = text.width = 10;
+    host::openDrawing().find(number)->texts.push_back(text);
+    const std::array<double, 4> upright = boxOf(number);
+    EXPECT_GT(upright[2] - upright[0], upright[3] - upright[1]);
+    setScale(0.1);
+    EXPECT_NEAR(boxOf(number)[3] - boxOf(number)[1], 10 * (upright[3] - upright[1]), 1e-6)
+        << "heights are millimetres on the sheet";
+    setScale(1);
+    host::openDrawing().find(number)->texts[0].angle = pi / 2;
+    EXPECT_NEAR(boxOf(number)[3] - boxOf(number)[1], upright[2] - upright[0], 1e-6);
+}
+
 TEST_F(HostTest, SplineOfACircleStaysOnTheCircle) {
     host::Spline spline;
     for (int i = 0; i <= 16; ++i) spline.points.push_back({std::cos(pi * i / 16), std::sin(pi * i / 16)});

@@ -7,6 +7,7 @@
 #include "drawing/host_state.h"
 #include "drawing/objects.h"
 #include "services/failure.h"
+#include "text/layout.h"
 
 #include <algorithm>
 #include <limits>
@@ -77,7 +78,7 @@ static std::pair<double, double> heightRange(const Pattern& pattern) {
 int CiPat::GetBox(const DsCsr& cursor, RPT3* min, RPT3* max) {
     const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
-    const Extents box = patternExtents(*pattern);
+    const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing()));
     if (box.empty) return errorNoSuchObject;
     const auto [low, high] = heightRange(*pattern);
     const double back = 1 / contextFactor(contextId_);

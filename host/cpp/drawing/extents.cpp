@@ -1,6 +1,7 @@
 #include "drawing/extents.h"
 
 #include "drawing/spline_curve.h"
+#include "text/layout.h"
 
 #include <algorithm>
 #include <cmath>
@@ -113,11 +114,12 @@ Extents chainExtents(const std::vector<Element>& chain, const std::vector<Spline
     return box;
 }
 
-Extents patternExtents(const Pattern& pattern) {
+Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
     Extents box = chainExtents(pattern.elements, &pattern.splines);
     for (const Hatch& hatch : pattern.hatches)
         for (const Contour& contour : hatch.contours) box.add(chainExtents(contour, nullptr));
-    for (const Text& text : pattern.texts) box.add(text.x, text.y);
+    for (const Text& text : pattern.texts)
+        for (const RPT& corner : textCorners(text, millimetresPerUnit).p) box.add(corner.x, corner.y);
     for (const Face& face : pattern.faces)
         for (const RPT3& p : face.points) box.add(p.x, p.y);
     for (const PointCloud& cloud : pattern.pointClouds)
@@ -127,8 +129,10 @@ Extents patternExtents(const Pattern& pattern) {
 
 Extents Drawing::extents() const {
     Extents box;
+    const double perUnit = sheetMillimetres(*this);
     for (const Pattern& pattern : patterns)
-        if (pattern.number != 0 && !pattern.scratch && isVisible(pattern)) box.add(patternExtents(pattern));
+        if (pattern.number != 0 && !pattern.scratch && isVisible(pattern))
+            box.add(patternExtents(pattern, perUnit));
     return box;
 }
 

@@ -4,6 +4,7 @@
 #include "drawing/extents.h"
 #include "drawing/host_state.h"
 #include "services/failure.h"
+#include "text/layout.h"
 
 using namespace host;
 
@@ -97,7 +98,7 @@ int ovpatrect(int* code, int* patNo, double rect[4]) {
     if (*code != 256) return errorNotApplicable;
     const Pattern* pattern = openDrawing().find(*patNo);
     if (!pattern) return errorNoSuchObject;
-    const Extents box = patternExtents(*pattern);
+    const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing()));
     if (box.empty) return errorNoSuchObject;
     rect[0] = box.minX;
     rect[1] = box.minY;

@@ -60,22 +60,11 @@ static bool isShown(const Drawing& drawing, const Pattern& pattern) {
     return pattern.number > 0 && !pattern.scratch && drawing.isVisible(pattern);
 }
 
-static Extents wholeExtents(const Drawing& drawing) {
-    Extents extents = drawing.extents();
-    const double perUnit = 1 / unitsPerMm(drawing);
-    for (const Pattern& pattern : drawing.patterns) {
-        if (!isShown(drawing, pattern)) continue;
-        for (const Text& text : pattern.texts)
-            for (const RPT& corner : textCorners(text, perUnit).p) extents.add(corner.x, corner.y);
-    }
-    return extents;
-}
-
 /// Settles what the picture shows. Empty, or what is wrong with the wish.
 static std::string makeFrame(const Drawing& drawing, const RenderOptions& options, Frame& frame) {
     const int size = std::clamp(options.size, 16, 16'000);
     if (options.view.empty()) {
-        frame = fitFrame(wholeExtents(drawing), size);
+        frame = fitFrame(drawing.extents(), size);
     } else {
         const auto view = std::find_if(drawing.views.begin(), drawing.views.end(),
                                        [&](const View& v) { return v.name == options.view; });
