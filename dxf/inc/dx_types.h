@@ -3,6 +3,7 @@
 
 #include "dx_entity_base.h"
 #include "dx_fixed.h"
+#include "dx_insert.h"
 #include "dx_linework.h"
 #include "dx_polyline.h"
 #include "dx_tables.h"

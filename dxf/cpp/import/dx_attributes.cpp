@@ -1,5 +1,179 @@
 #include "dx_attributes.h"
 
-void DxAttribInit() {}
+#include "../config/config_state.h"
+#include "../config/dx_pens.h"
+#include "../host/dx_host.h"
+#include "../sections/sections_state.h"
+#include "../session/dx_encoding.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "../session/session_state.h"
+#include "blocks_state.h"
+#include "dx_entity_base.h"
+#include "import_state.h"
 
-void DxAttribEnd() {}
+#include <algorithm>
+
+namespace {
+
+constexpr int INVISIBLE = 1, CONSTANT = 2;
+constexpr double smallestHeight = 0.0001;
+constexpr int longestValue = 2048;
+
+using A = DX_ATTRIB_TYPE;
+constexpr auto fields = dxFields<A>({
+    {2, &A::tag},
+    {7, &A::style, DX_UPPER},
+    {10, &A::insertion},
+    {11, &A::alignment},
+    {40, &A::height},
+    {41, &A::widthFactor},
+    {50, &A::rotation},
+    {51, &A::oblique},
+    {70, &A::flags},
+    {71, &A::generation},
+    {210, &A::extrusion},
+});
+
+void init(DX_ATTRIB_TYPE& rec) {
+    DxInitEntityBase(&rec.base);
+    DxInitExtrusion(rec.extrusion);
+    rec.horizontalJustify = rec.verticalJustify = 0;
+    rec.value.clear();
+    rec.style.assign("STANDARD");
+    rec.insertion = {0, 0, 0};
+    rec.alignment = {1, 0, 0};
+    rec.height = rec.rotation = rec.oblique = rec.widthFactor = 0;
+    rec.generation = rec.flags = 0;
+    rec.tag.clear();
+}
+
+void takeJustification(const DxPair& pair, int most, int& field) {
+    const int value = DxAtoi(pair.text);
+    if (value >= 0 && value <= most)
+        field = value;
+    else
+        DxProtoMsg(DxMsg(5748, pair.code, value), 1);
+}
+
+void takeGroup(DX_ATTRIB_TYPE& rec, const DxPair& pair) {
+    switch (pair.code) {
+    case 1:
+        if (rec.value.size() < DX_TEXT_LIMIT) rec.value += pair.text;
+        break;
+    case 72: takeJustification(pair, 5, rec.horizontalJustify); break;
+    case 74: takeJustification(pair, 3, rec.verticalJustify); break;
+    default: DxReadEntityBase(&rec.base, pair.code, pair.text);
+    }
+}
+
+void trimTag(DX_NAME& tag) {
+    std::string text(tag.view());
+    UtTrim(text);
+    tag.assign(text);
+}
+
+/// Sets the attribute under the host name that the configuration gives its tag, else under the tag itself.
+void setOnPattern(const DX_ATTRIB_TYPE& rec) {
+    const UtCString value = DxHostText(rec.value);
+    auto* mapped = std::find_if(DxAttrMap.begin(), DxAttrMap.end(),
+                                [&](const DX_ATTR_PAIR& pair) { return pair.dxf.view() == rec.tag.view(); });
+    if (mapped == DxAttrMap.end()) {
+        if (!rec.tag.empty()) DxCiSetAttrSingle(DxActPat, DxHostText(rec.tag.view()), value, false);
+        return;
+    }
+    if (mapped->host.empty() || DxCiSetAttrSingle(DxActPat, mapped->host.c_str(), value, true) == 0) return;
+    DxProtoMsg(DxMsg(5731, DxHostText(rec.tag.view()).c_str(), mapped->host.c_str()), 1);
+    mapped->host.clear(); // told once
+}
+
+/// The pattern of the running INSERT is active for the time of an attribute.
+class AttributePattern {
+public:
+    AttributePattern() {
+        const auto index = static_cast<std::size_t>(DxBlockPatIndex);
+        if (DxCheckPass || DxBlockPatIndex < 0 || index >= DxPatTable.size()) return;
+        switched_ = true;
+        DxActPatIndex = DxBlockPatIndex;
+        DxActPat = DxPatTable[index].number;
+        if (DxActPat != pat_) error_ = Dxovpat(23, &DxActPat);
+    }
+    AttributePattern(const AttributePattern&) = delete;
+    AttributePattern& operator=(const AttributePattern&) = delete;
+    ~AttributePattern() {
+        if (!switched_) return;
+        const bool changed = DxActPat != pat_;
+        DxActPatIndex = index_;
+        DxActPat = pat_;
+        if (changed && DxActPat) Dxovpat(23, &DxActPat);
+    }
+    int error() const { return error_; }
+
+private:
+    int pat_ = DxActPat;
+    int index_ = DxActPatIndex;
+    bool switched_ = false;
+    int error_ = 0;
+};
+
+int setAttribute(const DX_ATTRIB_TYPE& rec) {
+    int pen = 0, lineType = 0;
+    if (DxCheckPass || !DxPenLtToCAD(&rec.base, &pen, &lineType)) return 0;
+    if (const int error = DxNewElement(1)) return error;
+    setOnPattern(rec);
+    return 0;
+}
+
+} // namespace
+
+int DxReadAttrib(DX_ATTRIB_TYPE* rec) {
+    init(*rec);
+    const bool showPercent = DxShowsPercent();
+    DxPair pair;
+    for (bool takes = true;;) {
+        if (const int error = DxReadPair(pair, longestValue, showPercent)) return error;
+        if (pair.code == 0) break;
+        if (pair.code == 101) takes = false; // an embedded object has groups of its own
+        if (takes && !fields.store(*rec, pair.code, pair.text)) takeGroup(*rec, pair);
+    }
+    DxUnGetLine();
+    trimTag(rec->tag);
+    if (rec->height < smallestHeight) rec->flags |= INVISIBLE;
+    return 0;
+}
+
+void DxAttribCopyToText(const DX_ATTRIB_TYPE* rec, DX_TEXT_TYPE* text) {
+    DxInitText(text, 0);
+    text->base = rec->base;
+    std::copy(rec->extrusion, rec->extrusion + 3, text->extrusion);
+    text->horAlign = rec->horizontalJustify;
+    text->verAlign = rec->verticalJustify;
+    text->text = DxTextFromFile(rec->value);
+    text->style = rec->style;
+    text->point = rec->insertion;
+    text->height = rec->height;
+    text->rotation = rec->rotation;
+    text->oblique = rec->oblique;
+    text->second = rec->alignment;
+    text->widthFactor = rec->widthFactor;
+}
+
+int DxDrawAttrib(DX_ATTRIB_TYPE* rec, const Mat44 m) {
+    const AttributePattern pattern;
+    if (pattern.error()) return pattern.error();
+    if (const int error = setAttribute(*rec)) return error;
+    if (DxAttMode != 2 && !(DxAttMode == 1 && !(rec->flags & INVISIBLE))) return 0;
+    DX_TEXT_TYPE text;
+    DxAttribCopyToText(rec, &text);
+    return DxDrawText(&text, m, DX_TEXT_OF_ENTITY, 0);
+}
+
+int DxDrawAttdef(DX_ATTRIB_TYPE* rec, const Mat44 m) {
+    if (DxBlockLevel == 0 && !(rec->flags & INVISIBLE)) {
+        DX_TEXT_TYPE text;
+        DxAttribCopyToText(rec, &text);
+        text.text = DxTextFromFile(rec->tag.view());
+        return DxDrawText(&text, m, DX_TEXT_OF_ENTITY, 0);
+    }
+    return rec->flags & CONSTANT ? DxDrawAttrib(rec, m) : 0;
+}

@@ -1,5 +1,13 @@
-// Attributes of INSERTs on their way to and from the host.
+// Attributes of INSERTs: ATTRIB and ATTDEF.
 #pragma once
 
-void DxAttribInit(); ///< Start of a session. Attributes aren't mapped yet: nothing to load.
-void DxAttribEnd();  ///< End of a session: frees what was gathered.
+#include "../text/dx_text_import.h"
+#include "dx_insert.h"
+
+int DxReadAttrib(DX_ATTRIB_TYPE* rec);
+/// Sets the attribute on the pattern of the running INSERT and, as $ATTMODE says, draws it as a text.
+int DxDrawAttrib(DX_ATTRIB_TYPE* rec, const Mat44 m);
+/// A definition: in the open it shows its tag, a constant one is drawn as an attribute, any other isn't
+/// drawn.
+int DxDrawAttdef(DX_ATTRIB_TYPE* rec, const Mat44 m);
+void DxAttribCopyToText(const DX_ATTRIB_TYPE* rec, DX_TEXT_TYPE* text);

@@ -1,12 +1,147 @@
 #include "dx_blocks.h"
 
+#include "../config/dx_layers.h"
+#include "../config/dx_linetypes.h"
+#include "../sections/dx_objects_import.h"
 #include "../sections/dx_section.h"
-#include "../session/dx_reader.h"
+#include "../sections/dx_tables_import.h"
+#include "../session/dx_encoding.h"
+
+#include <new>
+
+namespace {
+
+constexpr int EXTERNAL_REFERENCE = 4;
+constexpr int LONGEST_VALUE = 2048;
+constexpr int END_OF_FILE = 9003;
+constexpr int TABLE_FULL = 2360;
+constexpr int NOT_OPENED = 9001;
+
+/// Groups of a BLOCK that were there; the others come from its layer.
+struct Given {
+    bool colour = false;
+    bool lineType = false;
+};
+
+void takeGroup(const DxPair& pair, DX_BLOCK_TYPE& rec, Given& given) {
+    switch (pair.code) {
+    case 1: rec.path = DxHostText(pair.text); break;
+    case 2: rec.name.assign(pair.text); break;
+    case 5: rec.handle = DxHexToU32(pair.text); break;
+    case 6:
+        rec.lineType.assign(pair.text);
+        given.lineType = true;
+        break;
+    case 8: rec.layer.assign(pair.text); break;
+    case 10: rec.base.x = DxfReadConvDouble(pair.text); break;
+    case 20: rec.base.y = DxfReadConvDouble(pair.text); break;
+    case 30: rec.base.z = DxfReadConvDouble(pair.text); break;
+    case 62:
+        rec.color = DxAtoi(pair.text);
+        given.colour = true;
+        break;
+    case 70: rec.flags = DxAtoi(pair.text); break;
+    default: break;
+    }
+}
+
+void takeFromLayer(DX_BLOCK_TYPE& rec, const Given& given) {
+    const DX_LAYER_TYPE* layer = DxFindLayer(rec.layer.view());
+    if (!given.colour) rec.color = layer ? layer->color : 8;
+    if (given.lineType) return;
+    if (layer)
+        rec.lineType = layer->lineType;
+    else
+        rec.lineType.assign(DxFirstLinetype());
+}
+
+/// The sections of an external reference's file up to its ENTITIES, and what stands behind them.
+int readReferencedFile(DX_BLOCK_TYPE& block) {
+    int error = DxReadUntil(0, "SECTION");
+    if (!error) error = DxIgnoreSections();
+    if (!error) error = DxReadUntil(0, "SECTION");
+    if (!error) error = DxIgnoreSections();
+    if (!error) error = DxReadTableSection(0);
+    if (!error) error = DxIgnoreSections();
+    if (!error) error = DxReadBlockSection();
+    if (!error) error = DxIgnoreSections();
+    if (error) return error;
+    DxfDocument& document = DxDocuments.requireCurrent();
+    document.entitiesPos = DxReadTell();
+    block.document = &document;
+    block.filePos = document.entitiesPos;
+    error = DxReadUntil(0, "SECTION");
+    if (!error) error = DxIgnoreSections();
+    return error ? error : DxReadObjectsSection();
+}
+
+} // namespace
+
+int DxReadBlock(DX_BLOCK_TYPE* rec) {
+    *rec = DX_BLOCK_TYPE{};
+    Given given;
+    DxPair pair;
+    for (;;) {
+        const std::int32_t before = DxReadTell();
+        if (const int error = DxReadPair(pair, LONGEST_VALUE)) return error;
+        if (pair.code == 0) {
+            takeFromLayer(*rec, given);
+            return DxReadSeek(before);
+        }
+        takeGroup(pair, *rec, given);
+    }
+}
+
+int DxSetBlock(DX_BLOCK_TYPE* rec) {
+    DxfDocument& document = DxDocuments.requireCurrent();
+    rec->filePos = DxReadTell();
+    rec->document = &document;
+    try {
+        document.addBlock(*rec);
+    } catch (const std::bad_alloc&) {
+        return TABLE_FULL;
+    }
+    return 0;
+}
 
 int DxReadBlockSection() {
     bool found = false;
     const int error = DxEnterSection("BLOCKS", found);
     if (error || !found) return error;
-    if (const int end = DxSkipSection()) return end;
-    return DxReadUntil(0, "SECTION");
+    DxPair pair;
+    for (;;) {
+        if (const int end = DxReadPair(pair, 161, DxShowsPercent())) return end;
+        if (pair.code != 0) continue;
+        if (pair.text == "ENDSEC") return DxReadUntil(0, "SECTION");
+        if (pair.text != "BLOCK") continue;
+        DX_BLOCK_TYPE block;
+        if (const int end = DxReadBlock(&block)) return end;
+        if (const int full = DxSetBlock(&block)) return full;
+    }
+}
+
+int DxReadXRefBlocks(DX_BLOCK_TYPE& block) {
+    if (const auto open = DxDocuments.byName.find(block.path); open != DxDocuments.byName.end()) {
+        if (open->second->entitiesPos < 0) return NOT_OPENED; // a ring: that file is still being read
+        block.document = open->second.get();
+        block.filePos = block.document->entitiesPos;
+        return 0;
+    }
+    DX_SAVE save;
+    DxSaveActPos(&save);
+    if (!DxDocuments.open(block.path, "rb")) return NOT_OPENED;
+    int error = readReferencedFile(block);
+    if (error == END_OF_FILE) error = block.document->entitiesPos >= 0 ? 0 : error;
+    const int restored = DxRestoreActPos(&save);
+    return error ? error : restored;
+}
+
+void DxGetBlock(std::string_view name, DxfEntityFileReference& reference) {
+    DX_BLOCK_TYPE* block = nullptr;
+    for (DxfDocument* document = DxDocuments.current_; document && !block; document = document->parent.Get())
+        block = document->findBlock(name);
+    if (!block) return;
+    if (block->flags & EXTERNAL_REFERENCE && DxReadXRefBlocks(*block) != 0) return;
+    reference.block = block;
+    reference.place.emplace(block->document->file.Get(), block->filePos, "ENDBLK", 0);
 }

@@ -1,6 +1,8 @@
 #include "dx_kinds.h"
 
 #include "../text/dx_text_import.h"
+#include "dx_attributes.h"
+#include "dx_insert_import.h"
 #include "dx_linework_import.h"
 #include "dx_polyline_import.h"
 #include "dx_spline_import.h"
@@ -17,9 +19,12 @@ constexpr DxEntityKind kinds[] = {
     dxSkippedKind("3DSOLID"),
     dxSkippedKind("ACAD_PROXY_ENTITY"),
     dxKind(       "ARC",                dxStage<DxReadArc>,      dxStage<DxDrawArc>,        dxNoStage),
+    dxKind(       "ATTDEF",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttdef>,     dxNoStage),
+    dxKind(       "ATTRIB",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttrib>,     dxNoStage),
     dxSkippedKind("BODY"),
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
+    dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
     dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
     dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage),
     dxSkippedKind("MLINE"),

@@ -1,6 +1,7 @@
 #include "dx_spaces.h"
 
 #include "../host/dx_context.h"
+#include "../session/dx_reader.h"
 #include "../session/session_state.h"
 
 int DxCiSwitchToReadSpace() {
@@ -23,4 +24,8 @@ int DxFinishPaperSpaces(const Mat44 /*m*/) {
 
 int DxFinishModelSpace(const Mat44 /*m*/) {
     return 0;
+}
+
+int DxDrawVP(const char* end, const Mat44 /*m*/) {
+    return DxReadUntil(0, end);
 }

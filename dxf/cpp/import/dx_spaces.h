@@ -15,3 +15,6 @@ int DxFinishPaperSpaces(const Mat44 m);
 /// Draws the viewports of the layouts, behind a pass over model space. They aren't drawn yet. 0 or an error
 /// number.
 int DxFinishModelSpace(const Mat44 m);
+/// Looks at the VIEWPORT entities of a layout's block until `end`. They aren't drawn yet: they are passed
+/// over. 0 or the reader's error.
+int DxDrawVP(const char* end, const Mat44 m);

@@ -115,6 +115,16 @@ std::unique_ptr<DxfDocument> DxfDocManager::load(const UtCString& name, const Ut
     return document;
 }
 
+void DxfDocument::addBlock(const DX_BLOCK_TYPE& block) {
+    blocks.push_back(block);
+    blockIndex_.try_emplace(std::string(block.name.view()), &blocks.back());
+}
+
+DX_BLOCK_TYPE* DxfDocument::findBlock(std::string_view blockName) {
+    const auto found = blockIndex_.find(blockName);
+    return found == blockIndex_.end() ? nullptr : found->second;
+}
+
 FILE* DxfDocManager::open(const UtCString& name, const UtCString& mode) {
     if (const auto found = byName.find(name); found != byName.end()) return found->second->file.Get();
     std::unique_ptr<DxfDocument> document = load(name, mode);

@@ -6,6 +6,7 @@
 #include "ut.h"
 
 #include <cstdio>
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -106,10 +107,18 @@ public:
     Property<int> recovered;               ///< 1 when the "_recovered.dxf" twin was read
     UtCString prefix;                      ///< base name, empty for the main file
     DxTables tables;                       ///< copies of the manager's at the opening
-    std::vector<DX_BLOCK_TYPE> blocks;     ///< block definitions found in this file
+    std::deque<DX_BLOCK_TYPE> blocks;      ///< block definitions found in this file; they keep their addresses
+    std::int32_t entitiesPos = -1;         ///< of an external reference: its ENTITIES section, -1 until found
+
+    void addBlock(const DX_BLOCK_TYPE& block);
+    /// The first block of exactly this name, null when there is none. O(1) on average.
+    DX_BLOCK_TYPE* findBlock(std::string_view name);
 
     UT_FILE_VIEW view;        ///< the file in memory
     std::size_t position = 0; ///< offset of the next byte to read
+
+private:
+    std::unordered_map<std::string, DX_BLOCK_TYPE*, DxNameHash, std::equal_to<>> blockIndex_;
 };
 
 /// The documents of a session.

@@ -3,11 +3,12 @@
 #include "../config/dx_config.h"
 #include "../config/dx_layers.h"
 #include "../dimension/dx_dim_chain.h"
+#include "../export/dx_attributes_export.h"
 #include "../export/dx_block_table.h"
 #include "../export/dx_layer_choice.h"
 #include "../export/export_state.h"
 #include "../host/dx_host.h"
-#include "../import/dx_attributes.h"
+#include "../import/blocks_state.h"
 #include "../import/dx_images.h"
 #include "../import/dx_kinds.h"
 #include "../import/dx_point_clouds.h"
@@ -36,6 +37,7 @@ void resetAllState(int isExport) {
     DxResetHostState();
     DxResetImportState();
     DxResetPolylineState();
+    DxResetBlocksState();
     DxResetSectionsState();
     DxResetWriterState();
     DxResetExportState();

@@ -1,0 +1,206 @@
+// Draw stage of INSERT: the block's entities are read again from the file, under the INSERT's placement.
+#include "../config/config_state.h"
+#include "../config/dx_layers.h"
+#include "../host/dx_host.h"
+#include "../session/dx_encoding.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
+#include "../session/session_state.h"
+#include "blocks_state.h"
+#include "dx_attributes.h"
+#include "dx_blocks.h"
+#include "dx_entity_walk.h"
+#include "dx_insert_import.h"
+#include "dx_spaces.h"
+#include "import_state.h"
+#include "ov.h"
+#include "uo.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace {
+
+constexpr int STOPPED = 9009;
+constexpr int EXTERNAL_REFERENCE = 4;
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::toupper(x) == std::toupper(y); });
+}
+
+/// What is put back behind an INSERT. After an error the import ends, and nothing is.
+struct Outer {
+    double scaleX = DxBlockScaleX, scaleY = DxBlockScaleY, scaleZ = DxBlockScaleZ;
+    double rotation = DxBlockRotation;
+    int patIndex = DxActPatIndex;
+    int pat = DxActPat;
+
+    void restoreScales() const {
+        DxBlockScaleX = scaleX;
+        DxBlockScaleY = scaleY;
+        DxBlockScaleZ = scaleZ;
+        DxBlockRotation = rotation;
+    }
+    int restorePattern() const {
+        if (DxCheckPass || (DxActPat == pat && DxActPatIndex == patIndex)) return 0;
+        DxActPatIndex = patIndex;
+        DxActPat = pat;
+        return DxActPat ? Dxovpat(23, &DxActPat) : 0;
+    }
+};
+
+double factor(double scale) {
+    return scale == 0 ? 1 : scale;
+}
+
+void addPlacement(const DX_INSERT_TYPE& insert) {
+    DxBlockScaleX *= factor(insert.scaleX);
+    DxBlockScaleY *= factor(insert.scaleY);
+    DxBlockScaleZ *= factor(insert.scaleZ);
+    DxBlockRotation += insert.rotation;
+}
+
+/// Colour and line type that ByBlock stands for within the block.
+void fillLevel(const DX_INSERT_TYPE& insert, int layerColour) {
+    const auto level = static_cast<std::size_t>(DxBlockLevel);
+    DX_INSERT_LEVEL& entry = DxInsertStack[level];
+    const DX_INSERT_LEVEL& below = DxInsertStack[level - 1];
+    entry.blockName = insert.blockName;
+    entry.lineType = insert.base.lineType;
+    if (equalsIgnoringCase(entry.lineType.view(), "ByBlock"))
+        entry.lineType = below.lineType;
+    else if (entry.lineType.empty() || equalsIgnoringCase(entry.lineType.view(), "ByLayer"))
+        entry.lineType = DxInsertLt;
+    entry.color = insert.base.color;
+    if (entry.color == 0)
+        entry.color = below.color;
+    else if (entry.color < 0 || entry.color == 256)
+        entry.color = layerColour;
+}
+
+/// Name of the attribute that an order value stands for; null for the orders that name none.
+const char* attributeOf(int order, const char* ownName) {
+    static constexpr const char* NAMES[] = {"#G", "#E", "#K", "#M"};
+    if (order >= DX_ORDER_GROUP && order <= DX_ORDER_NAME) return NAMES[order];
+    return order == DX_ORDER_ATTR ? ownName : nullptr;
+}
+
+/// The pattern of this INSERT, with the names of block and layer where the configuration wants them.
+int beginPattern(const DX_INSERT_TYPE& insert) {
+    if (!DxBlockToPattern) {
+        DxBlockPatIndex = DxActPatIndex;
+        return 0;
+    }
+    if (const int error = DxNewPat(0)) return error;
+    DxBlockPatIndex = DxActPatIndex;
+    if (const char* name = attributeOf(DxBlockOrder, "block"))
+        UoSetSingleAttr(DxActPat, name, DxHostText(insert.blockName.view()));
+    if (DxLayerToPattern) {
+        DX_NAME layer = insert.base.layer;
+        DxTableConvLayer(1, &layer);
+        if (const char* name = attributeOf(DxLayerOrder, "layer"))
+            UoSetSingleAttr(DxActPat, name, DxHostText(layer.view()));
+    }
+    if (DxBlockOrder != DX_ORDER_GROUP && !(DxLayerToPattern && DxLayerOrder == DX_ORDER_GROUP) && DxTopBlock)
+        UoSetSingleAttr(DxActPat, "#G", DxHostText(DxTopBlock->name.view()));
+    return 0;
+}
+
+int enterLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColour) {
+    if (DxBlockLevel == 0) DxTopBlock = &block;
+    ++DxBlockLevel;
+    while (DxInsertStack.size() <= static_cast<std::size_t>(DxBlockLevel))
+        if (const int error = DxInsertStack.add(DX_INSERT_LEVEL{})) return error;
+    if (DxBlockLevel == 1) DxInsertSpace = insert.base.paperSpace;
+    fillLevel(insert, layerColour);
+    return DxCheckPass ? 0 : beginPattern(insert);
+}
+
+int drawBlock(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColour, const Mat44 m,
+              bool viewportsOnly) {
+    Mat44 matrix;
+    if (const int error = DxInsertBlockTrans(&insert, &block, m, matrix)) return error;
+    int error = enterLevel(insert, block, layerColour);
+    if (!error) {
+        DxInsertLayer = insert.base.layer;
+        if (DxInsertLayer.empty()) DxInsertLayer.assign("0");
+        const char* end = block.flags & EXTERNAL_REFERENCE ? "ENDSEC" : "ENDBLK";
+        error = viewportsOnly ? DxDrawVP(end, matrix) : DxDrawCAD(end, matrix);
+    }
+    --DxBlockLevel;
+    return error;
+}
+
+bool isTooDeep() {
+    if (DxBlockLevel < DX_DEEPEST_BLOCK) return false;
+    if (!DxDepthReported)
+        DxProtoMsg(
+            UtFormat("Blocks nest deeper than %d levels, deeper INSERTs are ignored!", DX_DEEPEST_BLOCK), 1);
+    DxDepthReported = 1;
+    return true;
+}
+
+void reportStop(const DX_BLOCK_TYPE& block) {
+    DxProtoMsg(UtFormat("Stopped while block %s was drawn.", DxHostText(block.name.view()).c_str()), 1);
+}
+
+} // namespace
+
+int DxCheckRecursion(const DX_NAME& block) {
+    for (int level = DxBlockLevel; level >= 1; --level) {
+        if (DxInsertStack[static_cast<std::size_t>(level)].blockName.view() != block.view()) continue;
+        const UtCString name = DxHostText(block.view());
+        DxProtoMsg(DxMsg(level == DxBlockLevel ? 5717 : 5719, name.c_str()), 1);
+        DxProtoMsg(DxMsg(5718), 1);
+        return 0;
+    }
+    return 1;
+}
+
+int DxDrawInsert(DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
+    if (isTooDeep() || !DxCheckRecursion(rec->blockName)) return 0;
+    int layerColour = 7;
+    DX_LAYER_TYPE* layer = nullptr;
+    if (!DxSetActLayer(&rec->base, &layerColour, &DxInsertLt, &layer)) return 0;
+    if (!layer)
+        if (const int error = DxPenltAddLayer(DxActLayer.view(), layerColour, DxInsertLt.view(), &layer))
+            return error;
+    DX_SAVE save;
+    DxSaveActPos(&save);
+    DxfEntityFileReference reference;
+    DxGetBlock(rec->blockName.view(), reference);
+    if (!reference.block) {
+        DxProtoMsg(DxMsg(5703, DxHostText(rec->blockName.view()).c_str()), 1);
+        return DxRestoreActPos(&save);
+    }
+    const Outer outer;
+    addPlacement(*rec);
+    int error = drawBlock(*rec, *reference.block, layerColour, m, viewportsOnly != 0);
+    if (!error) {
+        if (!DxCheckPass) DxEntityDrawn = 1;
+        error = outer.restorePattern();
+        outer.restoreScales();
+        if (!error) error = DxInsertDrawAttribs(rec, m);
+        const int restored = DxRestoreActPos(&save);
+        if (!error) error = restored;
+        reference.place->Disarm();
+    } else if (error == STOPPED && DxBlockLevel == 0) {
+        reportStop(*reference.block);
+    }
+    if (DxTopBlock == reference.block && DxBlockLevel == 0) DxTopBlock = nullptr;
+    return error;
+}
+
+int DxDrawInsertRow(DX_INSERT_TYPE* rec, const Mat44 m) {
+    const int error = DxDrawInsert(rec, m, 0);
+    int code = 0;
+    ov3dfunc(&code);
+    return error;
+}
+
+int DxInsertDrawAttribs(DX_INSERT_TYPE* rec, const Mat44 m) {
+    for (DX_ATTRIB_TYPE& attrib : rec->attribs)
+        if (const int error = DxDrawAttrib(&attrib, m)) return error;
+    return 0;
+}
