@@ -258,7 +258,10 @@ TEST_F(Mapping, BuiltInLinetypes) {
 }
 
 TEST_F(Mapping, LayersOfAnExport) {
-    begin("#LAYER-CAD-TO-DXF\n1\nWand|WALL\n", 1);
+    begin("#LAYER-CAD-TO-DXF\n2\nT\xFCr|DOOR\nWand|WALL\n", 1);
+    DxPatNames[3] = "Tür";
+    DxNewLayer(DX_ORDER_NAME, "");
+    EXPECT_EQ(DxActLayer.view(), "DOOR") << "from Windows-1252";
     DxPatNames[3] = "Wand";
     DxNewLayer(DX_ORDER_NAME, "");
     EXPECT_EQ(DxActLayer.view(), "WALL");
@@ -267,11 +270,10 @@ TEST_F(Mapping, LayersOfAnExport) {
     DxWriteVersion = 1;
     DxNewLayer(DX_ORDER_FIXED, " a/b\tc ");
     EXPECT_EQ(DxActLayer.view(), "a_b c");
-    DX_NAME name;
-    name.assign("T\xFCr-1 gro\xDF und breit, und noch viel mehr");
+    UtCString name = "Tür-1 groß und breit, und noch viel mehr";
     DxWriteVersion = 7;
-    DxCheckName(&name);
-    EXPECT_EQ(name.view(), "TUR-1_GROS_UND_BREIT__UND_NOCH_");
+    DxCheckName(name);
+    EXPECT_EQ(name, "TUR-1_GROS_UND_BREIT__UND_NOCH_");
 }
 
 TEST_F(Mapping, PensReachTheHostOnceAChange) {

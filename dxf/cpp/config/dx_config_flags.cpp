@@ -1,6 +1,5 @@
 #include "dx_config_rows.h"
 
-#include "../session/dx_encoding.h"
 #include "../session/dx_reader.h"
 #include "../session/session_state.h"
 #include "dx_config.h"
@@ -85,7 +84,7 @@ void setLtScale(DxFlagSection&, const std::string& value) {
     DxLtScale = scale > 0 ? scale : 1.0;
 }
 void setUnitOption(DxFlagSection&, const std::string& value) {
-    DxUnitOption = DxHostText(value);
+    DxUnitOption = DxConfigText(value);
 }
 
 // ---- patterns and blocks -------------------------------------------------------------------------------
@@ -119,7 +118,7 @@ void setLayerFlag(DxFlagSection& section, const std::string& value) {
 }
 template <int Class>
 void setLayerName(DxFlagSection& section, const std::string& value) {
-    section.names[Class] = value.empty() ? UtCString("0") : DxHostText(value);
+    section.names[Class] = value.empty() ? UtCString("0") : DxConfigText(value);
 }
 
 // ---- files ---------------------------------------------------------------------------------------------

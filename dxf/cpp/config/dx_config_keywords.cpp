@@ -1,6 +1,5 @@
 #include "dx_config.h"
 
-#include "../session/dx_encoding.h"
 #include "../session/dx_protocol.h"
 #include "../session/dx_reader.h"
 #include "../session/session_state.h"
@@ -211,8 +210,10 @@ int readKeywords(FILE* file) {
     std::string line;
     while (readLine(file, line)) {
         if (line.empty() || line[0] == '!') continue;
+        if (DxIsExport) line = DxConfigText(line).str();
         const int error = DxDecodeLine(line);
-        if (error == BAD_LINE) DxProtoMsg(UtFormat("Error in Defaultfile: %s", DxHostText(line).c_str()), 1);
+        if (error == BAD_LINE)
+            DxProtoMsg(UtFormat("Error in Defaultfile: %s", DxConfigText(line).c_str()), 1);
         if (error) return error;
     }
     return 0;
@@ -246,7 +247,7 @@ void DxDecodeOrder(int elementClass, std::string_view text) {
         std::string name(text);
         std::erase(name, '\'');
         DxLayerKinds[elementClass] = DX_ORDER_FIXED;
-        DxLayerFixedNames[elementClass] = DxHostText(DxTrimmed(name));
+        DxLayerFixedNames[elementClass] = DxConfigText(DxTrimmed(name));
         return;
     }
     for (const auto& [word, order] : ORDERS)

@@ -1,6 +1,8 @@
 #include "dx_config_lines.h"
 
-#include <cstring>
+#include "../session/dx_encoding.h"
+#include "../session/session_state.h"
+#include "os.h"
 
 // The host's own line reader keeps lines of any length; a configuration from a stranger may be one endless
 // line.
@@ -15,10 +17,18 @@ bool DxReadConfigLine(FILE* file, std::string& line) {
     return true;
 }
 
+UtCString DxConfigText(std::string_view bytes) {
+    return DxIsUtf8(bytes) ? UtCString(bytes) : UtCString(bytes, OsUserCodePageIdToTorvaCodePage(DxCodePage));
+}
+
 void DxSkipByteOrderMark(FILE* file) {
-    constexpr char MARK[] = "\xEF\xBB\xBF";
-    char start[3];
-    if (std::fread(start, 1, sizeof start, file) != sizeof start ||
-        std::memcmp(start, MARK, sizeof start) != 0)
-        std::rewind(file);
+    // One byte can be handed back, even of a pipe; no line of a configuration begins with this one otherwise.
+    constexpr int FIRST_OF_MARK = 0xEF;
+    const int c = std::getc(file);
+    if (c != FIRST_OF_MARK) {
+        if (c != EOF) std::ungetc(c, file);
+        return;
+    }
+    for (const int byte : {0xBB, 0xBF})
+        if (std::getc(file) != byte) return;
 }

@@ -1,6 +1,5 @@
 #include "dx_config_rows.h"
 
-#include "../session/dx_encoding.h"
 #include "../session/dx_reader.h"
 #include "dx_colors.h"
 #include "dx_config_lines.h"
@@ -109,7 +108,7 @@ int addFontToCad(std::string_view dxf, std::string_view host, int) {
 }
 int addFontToDxf(std::string_view host, std::string_view dxf, int) {
     if (host != "@") return addFont(dxf, host, 0.0);
-    DxSpecialDxfFont = DxHostText(dxf);
+    DxSpecialDxfFont = DxConfigText(dxf);
     return 0;
 }
 
@@ -173,6 +172,8 @@ int DxConfigDecode(FILE* file, std::string_view header, int count, int isExport,
     // The count is the file's word; the end of the file ends the section too.
     std::string line;
     for (int i = 0; i < count && DxReadConfigLine(file, line); ++i) {
+        if (isExport)
+            line = DxConfigText(line).str(); // what is written is in the host's texts until it is encoded
         const std::size_t bar = line.find('|');
         if (bar == std::string::npos) continue;
         const std::string_view text = line;
