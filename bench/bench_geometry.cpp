@@ -49,7 +49,7 @@ static LiList walk(int pieces, double step) {
 
 static void outline(benchmark::State& state, const LiList& list, double width) {
     int count = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const auto algorithm = LnParallelOffsettingAlgorithm::Create(list, 0, width);
         ILnOutline* result = nullptr;
         if (algorithm->GetOutline(&result) || result->Calculate(0.001)) state.SkipWithError("no outline");
@@ -77,7 +77,7 @@ static void BM_OutlineTapered(benchmark::State& state) {
     const LiList list = meander(static_cast<int>(state.range(0)));
     std::vector<double> widths;
     for (int i = 0; i < list.count; ++i) widths.insert(widths.end(), {1, 3});
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const auto algorithm = LnExtendedOffsettingAlgorithm::Create(list, 0, widths, {});
         ILnOutline* result = nullptr;
         if (algorithm->GetOutline(&result) || result->Calculate(0.001)) state.SkipWithError("no outline");
@@ -105,7 +105,7 @@ static void BM_SortShuffled(benchmark::State& state) {
     std::vector<Piece> pieces;
     for (const LI_ELEM* e = source.first; e; e = e->next) pieces.push_back(pieceOf(*e));
     std::shuffle(pieces.begin(), pieces.end(), std::mt19937(3));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         LiList list;
         for (const Piece& p : pieces) append(list, p);
         LiSortKont(list, 0, 1e-3);
@@ -124,6 +124,8 @@ static void BM_SplineSample(benchmark::State& state) {
     const int n = 1000;
     std::vector<BS_POINT> controls;
     std::vector<double> knots;
+    controls.reserve(n);
+    knots.reserve(static_cast<std::size_t>(n + order));
     for (int i = 0; i < n; ++i) controls.push_back({1.0 * i, std::sin(0.3 * i), 0, 1});
     for (int i = 0; i < n + order; ++i) knots.push_back(i);
     BS_CURVE c;
@@ -135,7 +137,7 @@ static void BM_SplineSample(benchmark::State& state) {
     std::vector<double> us;
     std::vector<int> spans;
     int count = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         BsGetCurveUList(c, 2 * order, &us, &spans, &count);
         BS_POINT p{};
         RPT3 t{};

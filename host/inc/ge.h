@@ -43,8 +43,12 @@ private:
 
 /// RPT3 as a class.
 struct GeRpt3 : RPT3 {
-    GeRpt3() : RPT3{0, 0, 0} {}
-    GeRpt3(double px, double py, double pz) : RPT3{px, py, pz} {}
+    GeRpt3() : GeRpt3(0, 0, 0) {}
+    GeRpt3(double px, double py, double pz) {
+        x = px;
+        y = py;
+        z = pz;
+    }
     GeRpt3(const RPT3& p) : RPT3(p) {} // NOLINT: same thing
 };
 

@@ -88,7 +88,7 @@ static std::vector<std::vector<Piece>> calculate(ILnLineOffsettingAlgorithm& alg
     EXPECT_EQ(algorithm.GetOutline(&outline), 0);
     if (!outline) return {};
     EXPECT_EQ(outline->Calculate(0.001), 0);
-    const auto loops = loopsOf(outline->Contours());
+    auto loops = loopsOf(outline->Contours());
     for (const auto& loop : loops)
         for (std::size_t i = 0; i < loop.size(); ++i)
             EXPECT_LT(distance(loop[i].end, loop[(i + 1) % loop.size()].start), 1e-6) << "a gap in a contour";

@@ -32,6 +32,7 @@ LiList shuffled(const LiList& list, unsigned seed, double noise = 0) {
 
 std::vector<BulgeVertex> zigzag(int n) {
     std::vector<BulgeVertex> v;
+    v.reserve(static_cast<std::size_t>(n));
     for (int i = 0; i < n; ++i) v.push_back({1.0 * i, i % 2 * 3.0 + 0.01 * (i % 17), i % 3 == 0 ? 0.4 : 0});
     return v;
 }

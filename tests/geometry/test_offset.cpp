@@ -142,8 +142,9 @@ TEST(Offset, RandomLinesAreCovered) {
         std::mt19937 random(seed);
         std::uniform_real_distribution<double> place(0, 20), bulge(-1.5, 1.5);
         std::vector<BulgeVertex> vertices;
-        const int n = 3 + static_cast<int>(seed % 7);
-        for (int i = 0; i < n; ++i)
+        const unsigned n = 3 + seed % 7;
+        vertices.reserve(n);
+        for (unsigned i = 0; i < n; ++i)
             vertices.push_back({place(random), place(random), random() % 2 ? bulge(random) : 0});
         const LiList list = polyline(vertices, seed % 3 == 0);
         double width = 2;
