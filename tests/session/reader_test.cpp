@@ -158,6 +158,7 @@ TEST_F(ReaderTest, PlacesAreRegainedAcrossDocuments) {
               nullptr);
     EXPECT_EQ(DxDocuments.current_->prefix, "other");
     FILE* const other = DxDocuments.currentStream();
+    EXPECT_EQ(DxReadSeek(0), 0) << "which forgets the pair handed back";
     EXPECT_EQ(next(), "7|x");
     EXPECT_EQ(DxRestoreActPos(&save), 0);
     EXPECT_EQ(DxDocuments.current_, mainFile);

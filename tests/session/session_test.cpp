@@ -5,7 +5,9 @@
 #include "services/failure.h"
 #include "services/session.h"
 #include "session/dx_documents.h"
+#include "session/session_state.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -19,9 +21,11 @@ DxfGroups line(const std::string& x1, const std::string& y1, const std::string& 
     return {{8, layer}, {10, x1}, {20, y1}, {11, x2}, {21, y2}};
 }
 
-/// A drawing about the origin, so that no shift moves it.
+/// Extents about the origin in the header: with &DxfExt they count, and nothing is measured or moved.
+const DxfGroups EXTENTS = {{9, "$EXTMIN"}, {10, "-9"}, {20, "-9"}, {9, "$EXTMAX"}, {10, "9"}, {20, "9"}};
+
 DxfText smallDrawing() {
-    return dxf().header("AC1015").entity("LINE", line("-5", "-3", "5", "3"));
+    return dxf().header("AC1015", EXTENTS).entity("LINE", line("-5", "-3", "5", "3"));
 }
 
 int scaledTo(const ImportResult& result, const std::string& scale) {
@@ -48,7 +52,7 @@ TEST(Outcome, IsToldInWordsAndInTheMacroVariable) {
         {"empty", "", 9003, false, "Keine Section gefunden!"},
         {"random", random, 9003, false, "Keine Section gefunden!"},
         {"UTF-16", utf16, 9003, false, "Keine Section gefunden!"},
-        {"cut in ENTITIES", whole.substr(0, whole.size() - 25), 9003, true,
+        {"cut in ENTITIES", whole.substr(0, whole.size() - 12), 9003, true,
          "End-Of-File vor logischem Ende -> Fehler!"},
         {"no HEADER", dxf().entity("LINE", line("-5", "-3", "5", "3")).text(), 0, true,
          "Warnung: Keine HEADER-Section gefunden..."},
@@ -57,7 +61,7 @@ TEST(Outcome, IsToldInWordsAndInTheMacroVariable) {
         {"junk behind EOF", whole + "junk\n\n\n999\nx\n", 0, true, "erfolgreich eingelesen!"},
     };
     for (const Case& c : cases) {
-        const ImportResult result = importText(c.text);
+        const ImportResult result = importText(c.text, {.numbers = {{"&DxfExt", 1}}});
         EXPECT_EQ(result.stat, c.stat) << c.what;
         EXPECT_TRUE(result.hasLine(c.words)) << c.what << "\n" << result.protocol;
         EXPECT_EQ(result.dump.find("draw 5 3") != std::string::npos, c.draws) << c.what;
@@ -71,25 +75,31 @@ TEST(Outcome, OfFilesThatCannotBeRead) {
     EXPECT_TRUE(result.hasLine("Datei " + folder.file("missing.dxf") + " konnte nicht geöffnet werden!"));
     EXPECT_EQ(importFile(folder, ".").stat, 9001);
     EXPECT_NE(importFile(folder, "").stat, 0) << "the user refused to name a file";
-    folder.write("binary.anything", std::string("AutoCAD Binary DXF\r\n\x1A\0\0\0EOF\0", 28));
-    EXPECT_EQ(importFile(folder, "binary.anything").stat, 9003) << "converted, and then without a section";
-    EXPECT_TRUE(DxDocuments.byName.empty() ||
-                DxDocuments.byName.begin()->second->tempName.Get().IsEmpty() == false);
+    folder.write("cut.dxf", "  0\nSECTION\n");
+    EXPECT_EQ(importFile(folder, "cut.dxf").stat, 9003);
+    EXPECT_FALSE(DxDocuments.byName.empty());
     importText(smallDrawing().text());
     EXPECT_TRUE(DxDocuments.byName.empty()) << "the next session closes what an error left open";
 }
 
+TEST(Outcome, BinaryDxfIsKnownByItsFirstLine) {
+    const std::string pairs("\0SECTION\0\2ENTITIES\0\0POINT\0\0ENDSEC\0\0EOF", 38);
+    const TempDir folder;
+    folder.write("a.bin", std::string("AutoCAD Binary DXF\r\n\x1A\0", 22) + pairs + '\0');
+    EXPECT_EQ(importFile(folder, "a.bin").stat, 0);
+    EXPECT_FALSE(std::filesystem::exists(DxFileName.c_str())) << "the text made of it is gone";
+    EXPECT_EQ(DxSourceFileName, folder.file("a.bin").c_str());
+}
+
 TEST(Outcome, AStoppedImportKeepsWhatWasDrawn) {
-    DxfText drawing = dxf().header(
-        "AC1015", {{9, "$EXTMIN"}, {10, "-9"}, {20, "-9"}, {9, "$EXTMAX"}, {10, "9"}, {20, "9"}});
+    DxfText drawing = dxf().header("AC1015", EXTENTS);
     for (int i = 0; i < 300; ++i) drawing.entity("LINE", line("-1", "-1", "1", std::to_string(i)));
     const TempDir folder;
     folder.write("in.dxf", drawing.text());
     host::resetSession();
     host::session().wantsAbort = [] { return true; };
-    ImportOptions options;
-    options.keepsSession = true;
-    const ImportResult result = importFile(folder, "in.dxf", options);
+    const ImportResult result =
+        importFile(folder, "in.dxf", {.numbers = {{"&DxfExt", 1}}, .keepsSession = true});
     EXPECT_EQ(result.stat, 9009);
     EXPECT_TRUE(result.hasLine("aborted .. "));
     EXPECT_THAT(result.dump, HasSubstr("draw 1 50"));

@@ -29,6 +29,7 @@ std::string TempDir::write(const std::string& name, const std::string& content) 
 }
 
 std::string TempDir::read(const std::string& name) const {
+    if (!fs::is_regular_file(file(name))) return {};
     std::ifstream stream(file(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
 }

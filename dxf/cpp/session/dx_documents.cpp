@@ -51,16 +51,28 @@ static UtCString baseName(const UtCString& path) {
     return file.substr(0, file.rfind('.'));
 }
 
-/// The name under which a repair tool leaves its version of a file.
-static UtCString recoveredTwin(const UtCString& path) {
-    std::string text = path.Lower().str();
-    constexpr std::string_view EXTENSION = ".dxf";
-    for (std::size_t at = 0; (at = text.find(EXTENSION, at)) != std::string::npos;) {
-        constexpr std::string_view TWIN = "_recovered.dxf";
-        text.replace(at, EXTENSION.size(), TWIN);
-        at += TWIN.size();
+/// `path` with "_recovered.dxf" in place of ".dxf".
+static UtCString withRecovered(std::string path) {
+    constexpr std::string_view EXTENSION = ".dxf", TWIN = "_recovered.dxf";
+    for (std::size_t at = 0; (at = path.find(EXTENSION, at)) != std::string::npos; at += TWIN.size())
+        path.replace(at, EXTENSION.size(), TWIN);
+    return path;
+}
+
+/// Finds the file that a repair tool leaves beside `path`: its names are lower-case. Where upper and lower
+/// case differ, the folders keep theirs. 0, with `path` the file, or 9005.
+static int findRecoveredTwin(UtCString& path) {
+    const UtCString folder = UtPathDir(path);
+    const UtCString name = withRecovered(UtPathFile(path).Lower().str());
+    const UtCString twins[] = {withRecovered(path.Lower().str()),
+                               folder.IsEmpty() ? name : UtPathJoin(folder, name)};
+    for (UtCString twin : twins) {
+        if (DxReadFindPath(twin)) continue;
+        path = twin;
+        return 0;
     }
-    return text;
+    path = twins[0];
+    return 9005;
 }
 
 /// What a name leads to: the file to read, and how it was come by.
@@ -76,15 +88,14 @@ static FoundFile findFile(const UtCString& name, std::size_t documentCount) {
     found.path = name;
     if (DxReadFindPath(found.path)) {
         found.recovered = 1;
-        found.path = recoveredTwin(found.path);
-        if (DxReadFindPath(found.path)) return found;
+        if (findRecoveredTwin(found.path)) return found;
     }
     UtCString converted = std::to_string(documentCount);
     int wasConverted = 0;
     if (DxReadCheckConvert(found.path, converted, wasConverted) == 0 && wasConverted) {
         found.path = found.converted = converted;
         if (!UtIsFile(found.path)) {
-            found.path = recoveredTwin(found.path);
+            findRecoveredTwin(found.path);
             found.recovered = 1;
         }
     }

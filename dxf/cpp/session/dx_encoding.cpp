@@ -120,11 +120,9 @@ bool DxIsUtf8(std::string_view bytes) {
     const char* const end = at + bytes.size();
     while (at != end) {
         const int length = utf8Length(static_cast<unsigned char>(*at));
-        if (!length) return false;
-        const auto present = end - at < length ? static_cast<int>(end - at) : length;
-        for (int i = 1; i < present; ++i)
+        if (!length || end - at < length) return false;
+        for (int i = 1; i < length; ++i)
             if (!isContinuation(at[i])) return false;
-        if (present < length) return true;
         if (!isScalar(decode(at, length), length)) return false;
         at += length;
     }

@@ -12,7 +12,7 @@ int DxFileHostCodePage();
 /// The host's text for bytes of the file's strings (code page DxCodePage), with "\U+XXXX" escapes resolved.
 UtCString DxHostText(std::string_view bytes);
 
-/// Whether `bytes` are well-formed UTF-8, except for a character that is cut at their end.
+/// Whether `bytes` are well-formed UTF-8.
 bool DxIsUtf8(std::string_view bytes);
 /// `bytes` without an incomplete UTF-8 character at their end.
 std::string_view DxWithoutCutUtf8(std::string_view bytes);

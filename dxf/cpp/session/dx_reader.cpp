@@ -77,17 +77,20 @@ int takeCode(const char*& at, const char* end) {
     return DxAtoi(takeLine(at, end));
 }
 
-/// Strings of groups 1 to 9 are UTF-8 from AC1021 on. Values that contradict this keep the bytes that they
-/// have, which are then most likely of the file's code page.
+/// Strings of groups 1 to 9 are UTF-8 from AC1021 on.
 bool isUtf8Value(int code, std::string_view bytes) {
     if (code < 1 || code > 9 || DxFileVersion < 1021) return false;
-    const bool isAscii = std::none_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
-    return !isAscii && DxIsUtf8(bytes);
+    return std::any_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
 }
 
-void decodeLine(std::string_view bytes, std::size_t limit) {
-    line.utf8 = DxWithoutCutUtf8(bytes);
-    line.buffer = DxUtf8ToFile(line.utf8);
+/// Makes UTF-8 the text of the pair. A character that the cut has halved goes. Bytes that aren't UTF-8 after
+/// all stay as they are: they are most likely of the file's code page.
+void decodeLine(std::string_view bytes, bool isCut, std::size_t limit) {
+    if (isCut) bytes = DxWithoutCutUtf8(bytes);
+    if (!DxIsUtf8(bytes)) return;
+    line.isUtf8 = true;
+    line.utf8 = bytes;
+    line.buffer = DxUtf8ToFile(bytes);
     line.text = std::string_view(line.buffer).substr(0, limit);
     line.isPadded = false;
 }
@@ -109,12 +112,13 @@ inline bool readLine(int maxLength) {
     std::string_view bytes = takeLine(at, end);
     document->position = static_cast<std::size_t>(at - data);
     const auto limit = static_cast<std::size_t>(maxLength - 1);
-    if (bytes.size() > limit) bytes = bytes.substr(0, limit);
+    const bool isCut = bytes.size() > limit;
+    if (isCut) bytes = bytes.substr(0, limit);
     line.code = code;
     line.text = bytes;
     line.isPadded = end - bytes.data() >= 16;
-    line.isUtf8 = isUtf8Value(code, bytes);
-    if (line.isUtf8) decodeLine(bytes, limit);
+    line.isUtf8 = false;
+    if (isUtf8Value(code, bytes)) decodeLine(bytes, isCut, limit);
     return true;
 }
 
