@@ -47,3 +47,6 @@ bool DsTextIsTtf(unsigned short font);
 
 /// True for a control character that the host's texts know.
 bool OsUserIsSpecialChar(unsigned char byte);
+
+/// Makes a scratch pattern with the outline of the frame of a text; 1005 for a text without a frame.
+int UoGetTextBalloonPat(int patNo, int row, int* framePat);

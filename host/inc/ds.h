@@ -94,3 +94,6 @@ struct CC_GLOBAL {
     bool splitHatchPatterns = false; ///< hatches become patterns of their own before an export
 };
 extern CC_GLOBAL Cc_global; // NOLINT: the host's name
+
+/// Angle of the active coordinate system, radians.
+double DsCoordSysActiveAngle();

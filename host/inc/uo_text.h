@@ -11,5 +11,6 @@ int UoFiltPatPerAttr(const UtCString& name, const UtCString& value, int* patNo);
 int UoFirstText(int patNo, int* row);
 /// The lines of a text.
 int UoTextGetMultiLines(int patNo, int row, std::vector<UtCString>* lines);
-/// Simple parameters for texts to come: height in millimetres on the sheet, line distance relative to the height.
+/// Simple parameters for texts to come: height in millimetres on the sheet, line distance relative to the
+/// height.
 int UoTextSetParamsSimple(double height, double lineDistance);

@@ -7,6 +7,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "block_table_state.h"
+#include "dx_attributes_export.h"
 #include "export_state.h"
 #include "mt.h"
 
@@ -74,6 +75,7 @@ int DxAddBlock(const UtCString& name, const UtCString& layer, int pat) {
     block.name = name;
     block.layer = layer;
     block.pattern = pat;
+    DxAttribMove(&block.attribs);
     if (!DxBlockLines) {
         DxBlockByName.emplace(name.Upper().str(), DxBlockList.size());
         DxBlockList.push_back(std::move(block));

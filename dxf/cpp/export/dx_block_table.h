@@ -2,6 +2,7 @@
 #pragma once
 
 #include "../session/writer_state.h"
+#include "dx_insert.h"
 #include "ut_string.h"
 
 #include <memory>
@@ -17,6 +18,7 @@ struct DX_WRITE_BLOCK {
     double base[3] = {0, 0, 0};
     double scale[3] = {1, 1, 1};
     double rotation = 0; ///< degrees
+    std::vector<DX_ATTRIB_TYPE> attribs;
     int copies = 0;      ///< later patterns that share this block
 };
 

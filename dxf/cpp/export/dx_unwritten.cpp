@@ -2,7 +2,6 @@
 
 #include "../session/dx_protocol.h"
 #include "ci_objects.h"
-#include "ci_text.h"
 
 namespace {
 
@@ -15,7 +14,6 @@ constexpr Kind KINDS[DX_UNWRITTEN_COUNT] = {
     {"%ld dimensions were not written.", CiDim::Count},
     {"%ld bitmaps were not written.", CiBitmap::Count},
     {"%ld 3D faces and solids were not written.", Ci3d::Count},
-    {"%ld texts were not written.", CiText::Count},
 };
 
 } // namespace

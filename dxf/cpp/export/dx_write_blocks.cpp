@@ -8,8 +8,10 @@
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
 #include "dx_pattern_walk.h"
+#include "dx_write_attrib.h"
 #include "dx_write_entities.h"
 #include "export_state.h"
+#include "mt.h"
 
 namespace {
 
@@ -56,6 +58,18 @@ int writeSpaces() {
     if (!error) error = DxWriteModelSpace();
     if (!error) error = DxWritePaperSpace();
     return error ? error : DxWritePaperSpace0();
+}
+
+/// The attributes behind an INSERT, which owns them.
+int writeAttributes(const DX_WRITE_BLOCK& block, std::uint32_t insert) {
+    Mat32 identity;
+    MtIdentMat(identity);
+    int error = DxWriteInt(66, 1);
+    for (const DX_ATTRIB_TYPE& attrib : block.attribs)
+        if (!error) error = DxAttribWrite("ATTRIB", attrib, identity, insert);
+    if (!error) error = DxWriteString(0, "SEQEND");
+    if (!error) error = DxWriteEntityIds(0, insert);
+    return error ? error : DxWriteString(8, block.layer);
 }
 
 } // namespace
@@ -111,12 +125,14 @@ int DxWriteBlockEnd(int& open) {
 }
 
 int DxWriteInsert(const DX_WRITE_BLOCK& block) {
+    const std::uint32_t handle = DxGetNextReference();
     int error = DxWriteString(0, "INSERT");
-    if (!error) error = DxWriteEntityIds(0, DxOwnerHandle);
+    if (!error) error = DxWriteEntityIds(handle, DxOwnerHandle);
     if (!error) error = DxWriteString(8, block.layer);
     if (!error) error = DxWriteSubClass("AcDbBlockReference");
     if (!error) error = DxWriteString(2, block.name);
     for (int axis = 0; axis < 3 && !error; ++axis) error = DxWriteDouble(10 + 10 * axis, block.base[axis]);
     for (int axis = 0; axis < 3 && !error; ++axis) error = DxWriteDouble(41 + axis, block.scale[axis]);
-    return error ? error : DxWriteDouble(50, block.rotation);
+    if (!error) error = DxWriteDouble(50, block.rotation);
+    return error || block.attribs.empty() ? error : writeAttributes(block, handle);
 }

@@ -47,7 +47,6 @@ enum DxUnwritten : int {
     DX_UNWRITTEN_DIMENSION,
     DX_UNWRITTEN_BITMAP,
     DX_UNWRITTEN_3D,
-    DX_UNWRITTEN_TEXT,
     DX_UNWRITTEN_COUNT
 };
 extern long DxUnwrittenCounts[DX_UNWRITTEN_COUNT];

@@ -1,4 +1,37 @@
 // Texts of a pattern on their way out.
 #pragma once
 
+#include "dx_text.h"
+#include "ov_text.h"
+#include "rpt.h"
+#include "ut_string.h"
+
+#include <string>
+#include <vector>
+
+/// What a host text stands for.
+enum DX_WRITE_TEXT_KIND : int {
+    DX_WRITE_PLAIN = 0,
+    DX_WRITE_ATTRIBUTE = 1,
+    DX_WRITE_INVISIBLE_ATTRIBUTE = 2
+};
+
+/// A host text to be written. Lengths of characters are millimetres on the sheet, as the host has them.
+struct DX_WRITE_TEXT {
+    int kind = DX_WRITE_PLAIN;
+    std::vector<std::string> lines; ///< UTF-8; of an attribute the value
+    std::string tag;                ///< of an attribute
+    int pat = 0;                    ///< pattern of the text
+    double x = 0, y = 0;            ///< reference point, drawing's unit
+    OV_TEXT_PARM parm;
+    OV_TEXT_EXT ext;
+};
+
 int DxWritePatText(int pat); ///< All texts of the pattern, and the attributes that no text stands for.
+/// One entity a line: TEXT, MTEXT or ATTDEF. A colour that isn't to be written drops the text. 0 or the
+/// writer's error.
+int DxWriteText(const DX_WRITE_TEXT& text);
+/// The groups of a TEXT or, with isMtext, an MTEXT, under a matrix. `face` names no group; the style does.
+int DxWriteTextOrMtext(const DX_TEXT_TYPE& text, const Mat32 matrix);
+/// The frame of a text as element chains.
+int DxWriteBalloon(int pat, int row, const OV_TEXT_EXT& ext);

@@ -89,3 +89,7 @@ int Act() {
     return openDrawing().fileName.empty() ? withoutFile : 0;
 }
 } // namespace DsDb
+
+double DsCoordSysActiveAngle() {
+    return 0; // the drawing has one coordinate system
+}

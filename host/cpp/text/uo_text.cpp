@@ -1,7 +1,9 @@
 #include "uo_text.h"
 
+#include "ci_text.h"
 #include "drawing/host_state.h"
 #include "services/failure.h"
+#include "text/layout.h"
 #include "uo.h"
 
 using namespace host;
@@ -27,7 +29,8 @@ int UoFirstText(int patNo, int* row) {
 
 int UoTextGetMultiLines(int patNo, int row, std::vector<UtCString>* lines) {
     const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
-    if (!pattern || row < 0 || static_cast<std::size_t>(row) >= pattern->texts.size()) return errorNoSuchObject;
+    if (!pattern || row < 0 || static_cast<std::size_t>(row) >= pattern->texts.size())
+        return errorNoSuchObject;
     const std::vector<std::string>& text = pattern->texts[static_cast<std::size_t>(row)].lines;
     lines->assign(text.begin(), text.end());
     return 0;
@@ -38,5 +41,26 @@ int UoTextSetParamsSimple(double height, double lineDistance) {
     if (!(height > 0) || !(lineDistance > 0)) return errorNotApplicable;
     drawingState().textParameters.height = height;
     drawingState().textParameters.lineDistance = lineDistance;
+    return 0;
+}
+
+int UoGetTextBalloonPat(int patNo, int row, int* framePat) {
+    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    if (!pattern || row < 0 || static_cast<std::size_t>(row) >= pattern->texts.size())
+        return errorNoSuchObject;
+    const Text& text = pattern->texts[static_cast<std::size_t>(row)];
+    if (text.backType == 0) return errorNoSuchObject;
+    const TextCorners corners = textCorners(text, sheetMillimetres(openDrawing()));
+    Pattern& frame = openDrawing().addPattern(true);
+    for (int i = 0; i <= 4; ++i) {
+        Element side;
+        side.type = i == 0 ? ElementType::Move : ElementType::Draw;
+        side.x = corners.p[i % 4].x;
+        side.y = corners.p[i % 4].y;
+        side.pen = text.pen;
+        side.info = 5;
+        appendElement(frame, side);
+    }
+    *framePat = frame.number;
     return 0;
 }

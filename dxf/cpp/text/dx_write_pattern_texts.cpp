@@ -1,0 +1,124 @@
+// The texts of a pattern, and the attributes that texts stand for.
+#include "../config/config_state.h"
+#include "../config/dx_layers.h"
+#include "../export/dx_attributes_export.h"
+#include "../export/dx_layer_choice.h"
+#include "../export/dx_pattern_walk.h"
+#include "../export/dx_write_blocks.h"
+#include "../session/session_state.h"
+#include "dx_write_text.h"
+#include "ov.h"
+#include "uo.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int NO_MORE = 1005;
+constexpr int WALK = 24, FIRST = 1, NEXT = 2, READ = 20, READ_STEP = 0x8014;
+
+struct Attribute {
+    UtCString name, value;
+    bool used = false;
+};
+
+std::vector<Attribute> attributesOf(int pat) {
+    std::vector<Attribute> list;
+    Attribute attribute;
+    for (int i = 0; UoGetAttr(pat, i, &attribute.name, &attribute.value) == 0; ++i) list.push_back(attribute);
+    return list;
+}
+
+/// A text "%Name" or "#Name" stands for the attribute of that name.
+void findAttribute(DX_WRITE_TEXT& text, std::vector<Attribute>& attributes) {
+    if (text.lines.size() != 1 || text.lines[0].empty()) return;
+    const std::string& line = text.lines[0];
+    if (line[0] != '%' && line[0] != '#') return;
+    const std::string name = line[0] == '%' ? line.substr(1) : line;
+    const auto found = std::find_if(attributes.begin(), attributes.end(),
+                                    [&](const Attribute& a) { return a.name.str() == name; });
+    if (found == attributes.end()) return;
+    found->used = true;
+    text.tag = DxAttribConvert(found->name).str();
+    if (!text.tag.empty()) text.kind = DX_WRITE_ATTRIBUTE;
+}
+
+int openBlock() {
+    if (DxBlockOpen) return 0;
+    const int error = DxWriteBlockStart(DxBlockOpen);
+    DxBlockLayer = UtCString(DxActLayer.view());
+    return error;
+}
+
+bool readText(int pat, int row, DX_WRITE_TEXT& out) {
+    OV_TEXT read;
+    int at = row;
+    if (ovtext(READ, READ_STEP, pat, &at, &read) != 0 || read.lines.empty() || !(read.parm.height > 0))
+        return false;
+    for (const UtCString& line : read.lines) out.lines.push_back(line.str());
+    out.pat = pat;
+    out.x = read.point.x;
+    out.y = read.point.y;
+    out.parm = read.parm;
+    out.ext = read.ext;
+    if (out.parm.font == 0 && out.parm.face.IsEmpty()) { // a text without a font
+        out.parm.font = 1;
+        out.parm.width = out.parm.height * 0.6;
+        out.parm.slant = 0;
+    }
+    if (DxTextColor) out.parm.pen = DxTextColor;
+    return true;
+}
+
+int writeText(int pat, int row, std::vector<Attribute>& attributes) {
+    if (const int error = DxPatSetLayerAttribs(pat, row, DX_KIND_TEXT)) return error;
+    DX_WRITE_TEXT text;
+    if (!readText(pat, row, text)) return 0;
+    if (const int error = openBlock()) return error;
+    findAttribute(text, attributes);
+    if (const int error = DxWriteBalloon(pat, row, text.ext)) return error;
+    if (const int error = DxWriteText(text)) return error;
+    ++DxEntityCount;
+    return DxAddLayer(DxActLayer.view());
+}
+
+/// Attributes without a text go out invisibly, one below the other.
+int writeAttributes(int pat, const std::vector<Attribute>& attributes) {
+    double rect[4] = {0, 0, 0, 0};
+    int code = 256;
+    int number = pat;
+    if (attributes.empty() || ovpatrect(&code, &number, rect) != 0) return 0;
+    for (std::size_t i = 0; i < attributes.size(); ++i) {
+        const Attribute& attribute = attributes[i];
+        const UtCString tag = attribute.used ? UtCString() : DxAttribConvert(attribute.name);
+        if (tag.IsEmpty()) continue;
+        DX_WRITE_TEXT text;
+        text.kind = DX_WRITE_INVISIBLE_ATTRIBUTE;
+        text.lines = {attribute.value.str()};
+        text.tag = tag.str();
+        text.pat = pat;
+        text.x = (rect[0] + rect[2]) * 0.5;
+        text.y = rect[3] - static_cast<double>(i) / DxScale * (1.88 / DxDrawUnit);
+        text.parm.height = 1.0;
+        text.parm.width = 0.6;
+        text.parm.origin = 5;
+        if (const int error = openBlock()) return error;
+        if (const int error = DxWriteText(text)) return error;
+        ++DxEntityCount;
+        if (const int error = DxAddLayer(DxActLayer.view())) return error;
+    }
+    return 0;
+}
+
+} // namespace
+
+int DxWritePatText(int pat) {
+    std::vector<Attribute> attributes = attributesOf(pat);
+    int row = 0;
+    int error = ovtext(WALK, FIRST, pat, &row, nullptr);
+    while (!error) {
+        error = writeText(pat, row, attributes);
+        if (!error) error = ovtext(WALK, NEXT, pat, &row, nullptr);
+    }
+    return error == NO_MORE ? writeAttributes(pat, attributes) : error;
+}
