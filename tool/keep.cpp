@@ -22,7 +22,7 @@ static std::string inCodePage(const std::string& name, const SourceScan& scan) {
     return UtCString(std::string_view(name), UT_CP_UTF8).Ansi(scan.codePage);
 }
 
-static std::string inUtf8(const std::string& name, const SourceScan& scan) {
+std::string sourceText(const std::string& name, const SourceScan& scan) {
     return UtCString(std::string_view(name), scan.version < 1021 ? scan.codePage : UT_CP_UTF8).str();
 }
 
@@ -42,7 +42,7 @@ public:
     }
     void add(const SourceLineType& type) {
         if (!isWritable(type.name)) {
-            plan_.notes.push_back("Line type " + inUtf8(type.name, scan_) +
+            plan_.notes.push_back("Line type " + sourceText(type.name, scan_) +
                                   " can't be configured: drawn solid");
             return;
         }
@@ -57,7 +57,7 @@ public:
         if (left_.empty()) return;
         plan_.notes.push_back(
             std::to_string(left_.size()) + " line types are drawn solid, for the host knows " +
-            std::to_string(kLastLineType) + " only; the first is " + inUtf8(left_[0], scan_));
+            std::to_string(kLastLineType) + " only; the first is " + sourceText(left_[0], scan_));
     }
 
 private:
@@ -131,7 +131,7 @@ void applyKeeping(const KeepPlan& plan, const SourceScan& scan, host::Drawing& d
     const double factor = (scan.lineTypeScale > 0 ? scan.lineTypeScale : 1) * sheetMm;
     for (const auto& [number, type] : plan.lineTypes) {
         host::LineType& own = drawing.lineTypes[number];
-        own.name = inUtf8(type.name, scan);
+        own.name = sourceText(type.name, scan);
         own.dashes = type.dashes;
         for (double& dash : own.dashes) dash *= factor;
     }

@@ -4,6 +4,7 @@
 #include "options.h"
 
 #include "dx_report.h"
+#include "source_scan.h"
 
 #include <string>
 #include <vector>
@@ -18,6 +19,7 @@ struct Loaded {
     std::vector<std::string> messages;  ///< all that the run reported, in order
     std::vector<std::string> important; ///< those of them that went to the message area, and the tool's own
     DxImportReport report;
+    SourceScan scan; ///< of a DXF file that was imported to be kept
     double seconds = 0;
 };
 

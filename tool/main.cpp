@@ -17,10 +17,12 @@ static const char* const kExamples = R"(Examples:
   torva-dxf import plan.dxf -o plan.tdw         a drawing file (SQLite)
   torva-dxf import *.dxf -d drawings --jobs 4   many, four at a time
   torva-dxf dump plan.tdw                       the drawing as text, for diffs
+  torva-dxf export plan.tdw plan.dxf --format ACAD24
+  torva-dxf convert *.dxf -d r12 --format ACAD12 --jobs 2
   torva-dxf validate plan.dxf --strict          what is wrong with the file itself
   cat plan.dxf | torva-dxf info -               from standard input
 
-Exit status: 0 done, 1 an import ended with an error, 2 wrong usage.
+Exit status: 0 done, 1 an import or export ended with an error, 2 wrong usage.
 The protocol of each run goes to HD_WORK_DIR/dxf.proto when that variable is set.)";
 
 static std::string checkVariable(const std::string& text) {
@@ -89,6 +91,28 @@ static CLI::App* addCommand(CLI::App& app, const char* name, const char* purpose
     return command;
 }
 
+static void addFormat(CLI::App& command, Options& options) {
+    command.add_option("--format", options.format, "Version to write, the newest by default")
+        ->check(CLI::IsMember({"ACAD32", "ACAD27", "ACAD24", "ACAD21", "ACAD18", "ACAD15", "ACAD14", "ACAD13",
+                               "ACAD12", "ACAD11", "EASY"}));
+}
+
+static void addWriteCommands(CLI::App& app, Options& options, Run& chosen) {
+    CLI::App* write = addCommand(app, "export", "A drawing file becomes a DXF file", runExport, chosen);
+    addInput(*write, options);
+    write->add_option("OUT", options.output, "The DXF file")->required();
+    addFormat(*write, options);
+    addReadOptions(*write, options);
+
+    CLI::App* convert =
+        addCommand(app, "convert", "DXF files become DXF files of another version", runConvert, chosen);
+    convert->add_option("FILES", options.inputs, "IN... OUT, or IN... with -d")->required();
+    convert->add_option("-d,--directory", options.directory, "Folder for the DXF files");
+    addFormat(*convert, options);
+    addJobs(*convert, options);
+    addReadOptions(*convert, options);
+}
+
 static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     CLI::App* import = addCommand(app, "import", "DXF files become drawing files (.tdw)", runImport, chosen);
     addInputs(*import, options);
@@ -96,6 +120,8 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     import->add_option("-d,--directory", options.directory, "Folder for the drawing files")->excludes(output);
     addJobs(*import, options);
     addReadOptions(*import, options);
+
+    addWriteCommands(app, options, chosen);
 
     CLI::App* render =
         addCommand(app, "render", "A picture of a drawing: SVG, PNG or PDF", runRender, chosen);
@@ -138,7 +164,7 @@ static std::string checkUsage(const Options& options, bool isImport) {
 static int runCommandLine(int argc, char** argv) {
     Options options;
     Run chosen = nullptr;
-    CLI::App app("Brings DXF drawings in, shows and checks them.", "torva-dxf");
+    CLI::App app("Brings DXF drawings in, writes them out, shows and checks them.", "torva-dxf");
     app.set_version_flag("--version", "torva-dxf " TORVA_VERSION);
     app.require_subcommand(1);
     app.footer(kExamples);

@@ -28,6 +28,7 @@ struct Options {
     bool json = false, strict = false, dark = false;
     int size = 1200;
     std::string view;
+    std::string format;   ///< of an export: ACAD32 … ACAD11, EASY; empty: the newest
     std::string language; ///< "de", "en", empty: by the locale
 };
 
@@ -43,6 +44,8 @@ int runImport(const Options& options);
 int runRender(const Options& options);
 int runInfo(const Options& options);
 int runDump(const Options& options);
+int runExport(const Options& options);
+int runConvert(const Options& options);
 int runValidateCommand(const Options& options);
 
 } // namespace tool

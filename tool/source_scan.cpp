@@ -128,8 +128,21 @@ void Scanner::takeHeader(const PairReader& pair) {
     variable_.clear();
 }
 
+static void takeLayer(const PairReader& pair, SourceLayer& layer) {
+    switch (pair.code) {
+    case 2: layer.name = pair.value.substr(0, kLongestName); break;
+    case 6: layer.lineType = pair.value.substr(0, kLongestName); break;
+    case 62: layer.color = toInt(pair.value, 7); break;
+    case 70: layer.flags = toInt(pair.value, 0); break;
+    case 290: layer.plot = toInt(pair.value, 1); break;
+    case 370: layer.lineWeight = toInt(pair.value, -3); break;
+    default: break;
+    }
+}
+
 void Scanner::takeTables(const PairReader& pair) {
     if (record_ == "STYLE" && pair.code == 3) fonts_.add(pair.value);
+    if (record_ == "LAYER" && !scan_.layers.empty()) takeLayer(pair, scan_.layers.back());
     if (record_ != "LTYPE" || scan_.lineTypes.empty()) return;
     SourceLineType& type = scan_.lineTypes.back();
     if (pair.code == 2) type.name = pair.value.substr(0, kLongestName);
@@ -142,12 +155,15 @@ void Scanner::take(const PairReader& pair) {
         namesSection_ = record_ == "SECTION";
         if (record_ == "LTYPE" && section_ == "TABLES" && scan_.lineTypes.size() < kMostNames)
             scan_.lineTypes.emplace_back();
+        if (record_ == "LAYER" && section_ == "TABLES" && scan_.layers.size() < kMostNames)
+            scan_.layers.emplace_back();
         return;
     }
     if (namesSection_ && pair.code == 2) section_ = pair.value.substr(0, 32);
     namesSection_ = false;
-    if (pair.code == 6 && section_ != "HEADER")
-        used_.add(pair.value);
+    if (pair.code == 6 && section_ != "HEADER") used_.add(pair.value);
+    if (pair.code == 6 && section_ != "HEADER" && section_ != "TABLES")
+        return;
     else if (section_ == "HEADER")
         takeHeader(pair);
     else if (section_ == "TABLES")
@@ -158,6 +174,7 @@ SourceScan scanSource(std::string_view bytes) {
     SourceScan scan;
     Scanner scanner(scan);
     for (PairReader pairs(bytes); pairs.next();) scanner.take(pairs);
+    std::erase_if(scan.layers, [](const SourceLayer& layer) { return layer.name.empty(); });
     std::erase_if(scan.lineTypes, [](const SourceLineType& type) { return type.name.empty(); });
     return scan;
 }

@@ -14,6 +14,15 @@ struct SourceLineType {
     std::vector<double> dashes; ///< drawing units: positive dash, negative gap, 0 dot
 };
 
+/// A layer of the TABLES section.
+struct SourceLayer {
+    std::string name, lineType; ///< in the file's bytes
+    int color = 7;              ///< negative: off
+    int flags = 0;
+    int plot = 1;
+    int lineWeight = -3;
+};
+
 struct SourceScan {
     int version = 1009;  ///< number of $ACADVER
     int codePage = 1252; ///< Windows code page of $DWGCODEPAGE
@@ -21,6 +30,7 @@ struct SourceScan {
     double paperBaseX = 0, paperBaseY = 0; ///< $PINSBASE
     double lineTypeScale = 1;
     std::vector<SourceLineType> lineTypes;  ///< in the order of the table
+    std::vector<SourceLayer> layers;        ///< in the order of the table
     std::vector<std::string> lineTypesUsed; ///< each spelling in group 6 once
     std::vector<std::string> fontFiles;     ///< of text styles, each once
 };

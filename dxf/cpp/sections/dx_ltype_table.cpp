@@ -2,6 +2,7 @@
 #include "../config/dx_linetypes.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_fields.h"
+#include "../session/session_state.h"
 #include "dx_tables_read.h"
 
 #include <algorithm>
@@ -32,6 +33,16 @@ struct Dashes {
     }
 };
 
+/// A line type that the configuration numbered by name alone takes its pattern from the export's template.
+void takePattern(DX_LTYPE_TYPE& known, const DX_LTYPE_TYPE& read) {
+    if (!DxIsExport || known.number < 2 || known.elementCount != 0) return;
+    const int number = known.number;
+    const DX_NAME name = known.name;
+    known = read;
+    known.number = number;
+    known.name = name;
+}
+
 } // namespace
 
 int DxReadLType(DxTableNames& names) {
@@ -44,6 +55,11 @@ int DxReadLType(DxTableNames& names) {
     DxUpperName(upper);
     if (upper.view() == "BYBLOCK" || upper.view() == "BYLAYER") return 0;
     DxTables& tables = DxDocuments.currentTables();
-    if (!names.lineTypes.emplace(upper.view(), static_cast<int>(tables.lineTypes.size())).second) return 0;
+    const auto [known, isNew] =
+        names.lineTypes.emplace(upper.view(), static_cast<int>(tables.lineTypes.size()));
+    if (!isNew) {
+        takePattern(tables.lineTypes[static_cast<std::size_t>(known->second)], lineType);
+        return 0;
+    }
     return tables.lineTypes.add(lineType) ? 2360 : 0;
 }

@@ -1,0 +1,65 @@
+// torva-dxf convert: DXF files become DXF files of another version.
+#include "jobs.h"
+#include "load.h"
+#include "options.h"
+#include "save.h"
+
+#include <filesystem>
+#include <iostream>
+#include <set>
+
+namespace tool {
+
+namespace fs = std::filesystem;
+
+static int convertOne(const std::string& input, const std::string& target, const Options& options) {
+    const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
+    const int status = tellOutcome(input, loaded, options);
+    if (status != STATUS_DONE) return status;
+    const int saved = saveDxf(target, loaded, options);
+    if (saved == STATUS_DONE && !options.quiet) std::cerr << input << " -> " << target << '\n';
+    return saved;
+}
+
+static std::string targetOf(const std::string& input, const std::string& directory) {
+    const std::string stem = input == "-" ? "stdin" : fs::path(input).stem().string();
+    return (fs::path(directory) / (stem + ".dxf")).string();
+}
+
+static int convertInto(const std::string& directory, const Options& options) {
+    std::error_code error;
+    fs::create_directories(directory, error);
+    if (!fs::is_directory(directory, error)) {
+        std::cerr << "torva-dxf: can't make the folder " << directory << '\n';
+        return STATUS_FAILED;
+    }
+    std::set<std::string> targets;
+    for (const std::string& input : options.inputs) {
+        const std::string target = targetOf(input, directory);
+        if (!targets.insert(target).second || fs::equivalent(input, target, error)) {
+            std::cerr << "torva-dxf: " << input << " would overwrite " << target << '\n';
+            return STATUS_USAGE;
+        }
+    }
+    return forEachInput(options.inputs, options.jobs, [&](const std::string& input) {
+        return convertOne(input, targetOf(input, directory), options);
+    });
+}
+
+int runConvert(const Options& options) {
+    if (!options.directory.empty()) return convertInto(options.directory, options);
+    if (options.inputs.size() != 2) {
+        std::cerr << "torva-dxf: convert needs IN OUT, or IN... -d DIR\n";
+        return STATUS_USAGE;
+    }
+    std::error_code error;
+    if (fs::equivalent(options.inputs[0], options.inputs[1], error)) {
+        std::cerr << "torva-dxf: input and output are one file\n";
+        return STATUS_USAGE;
+    }
+    Options one = options;
+    one.inputs.resize(1);
+    return convertOne(options.inputs[0], options.inputs[1], one);
+}
+
+} // namespace tool

@@ -1,0 +1,161 @@
+#include "save.h"
+
+#include "drawing/drawing.h"
+#include "dx_select.h"
+#include "environment.h"
+#include "keep.h"
+#include "progress.h"
+#include "protocol.h"
+#include "services/session.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <set>
+
+namespace tool {
+
+namespace {
+
+constexpr int kColors = 255;
+
+/// Pairs of the template file, which holds TABLES only, in UTF-8.
+class TemplateWriter {
+public:
+    explicit TemplateWriter(const std::string& path) : out_(path) { out_.precision(16); }
+
+    bool write(const host::Drawing& drawing, const SourceScan& scan) {
+        pair(0, "SECTION");
+        pair(2, "TABLES");
+        table("LTYPE");
+        for (const auto& [number, type] : drawing.lineTypes)
+            if (number != 1) lineType(type, drawing, scan);
+        pair(0, "ENDTAB");
+        table("LAYER");
+        for (const SourceLayer& source : scan.layers) layer(source, scan);
+        for (const host::Layer& own : drawing.layers) layer(own);
+        pair(0, "ENDTAB");
+        pair(0, "ENDSEC");
+        pair(0, "EOF");
+        return static_cast<bool>(out_.flush());
+    }
+
+private:
+    template <class T>
+    void pair(int code, const T& value) {
+        out_ << code << '\n' << value << '\n';
+    }
+    void table(const char* name) {
+        pair(0, "TABLE");
+        pair(2, name);
+        pair(70, 1);
+    }
+
+    /// Dashes of the host are millimetres on the sheet; the file's are in drawing units, scaled by $LTSCALE.
+    void lineType(const host::LineType& type, const host::Drawing& drawing, const SourceScan& scan) {
+        const double sheet =
+            host::unitInMm(drawing) * drawing.scale * (scan.lineTypeScale > 0 ? scan.lineTypeScale : 1);
+        double length = 0;
+        const std::size_t count = std::min<std::size_t>(type.dashes.size(), 12);
+        for (std::size_t i = 0; i < count; ++i) length += std::fabs(type.dashes[i] / sheet);
+        pair(0, "LTYPE");
+        pair(2, type.name);
+        pair(70, 0);
+        pair(3, "");
+        pair(72, 65);
+        pair(73, count);
+        pair(40, length);
+        for (std::size_t i = 0; i < count; ++i) pair(49, type.dashes[i] / sheet);
+    }
+
+    void layer(const SourceLayer& source, const SourceScan& scan) {
+        const std::string name = sourceText(source.name, scan);
+        if (!written_.insert(name).second) return;
+        pair(0, "LAYER");
+        pair(2, name);
+        pair(70, source.flags & 7);
+        pair(62, source.color);
+        pair(6, source.lineType.empty() ? "CONTINUOUS" : sourceText(source.lineType, scan));
+        pair(290, source.plot);
+        pair(370, source.lineWeight);
+    }
+
+    void layer(const host::Layer& own) {
+        if (!written_.insert(own.name).second) return;
+        pair(0, "LAYER");
+        pair(2, own.name);
+        pair(70, own.locked ? 4 : 0);
+        pair(62, own.visible ? 7 : -7);
+        pair(6, "CONTINUOUS");
+    }
+
+    std::ofstream out_;
+    std::set<std::string> written_;
+};
+
+/// keep.dxd with the version, and the way back of each pen and line type.
+bool writeExportConfig(const host::Drawing& drawing, const SourceScan& scan, const std::string& format,
+                       const std::string& templateFile, const std::string& target) {
+    std::ifstream in(dataFile("keep.dxd"));
+    std::ofstream out(target);
+    for (std::string line; std::getline(in, line) && !line.starts_with("#EOF");) {
+        out << line << '\n';
+        if (!line.starts_with("#FLAGS-START")) continue;
+        out << "USE_TEMPLATE=1\nTEMPLATE_NAME=" << templateFile << '\n';
+        if (scan.lineTypeScale > 0)
+            out << "LT_SCALE=" << scan.lineTypeScale * host::unitInMm(drawing) * drawing.scale / 10 << '\n';
+    }
+    if (!in) return false;
+    if (!format.empty()) out << "\n#FLAGS-START\nVERSION=" << format << "\n#FLAGS-END\n";
+    out << "\n#PEN-CAD-TO-DXF\n" << kColors << '\n';
+    for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';
+    out << "\n#FILL-CAD-TO-DXF\n" << kColors << '\n';
+    for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';
+    out << "\n#LT-CAD-TO-DXF\n" << drawing.lineTypes.size() + 1 << "\n1|CONTINUOUS\n";
+    for (const auto& [number, type] : drawing.lineTypes)
+        if (number != 1) out << number << '|' << type.name << '\n';
+    out << "\n#EOF\n";
+    return static_cast<bool>(out.flush());
+}
+
+bool prepareKeeping(const Loaded& source, const Options& options, const TemporaryFolder& folder) {
+    const host::Drawing& drawing = host::openDrawing();
+    const std::string templateFile = folder.file("template.dxf");
+    const std::string config = folder.file("keep.dxd");
+    if (!TemplateWriter(templateFile).write(drawing, source.scan) ||
+        !writeExportConfig(drawing, source.scan, options.format, templateFile, config))
+        return false;
+    host::session().texts["$DxfConfig"] = config;
+    return true;
+}
+
+} // namespace
+
+int saveDxf(const std::string& target, const Loaded& source, const Options& options) {
+    const TemporaryFolder folder;
+    host::Session& session = host::session();
+    session.messageArea.clear();
+    const bool keeps = options.read.config.empty() && !options.read.plain;
+    if (keeps && !prepareKeeping(source, options, folder)) {
+        std::cerr << "torva-dxf: can't prepare the configuration of the export\n";
+        return STATUS_FAILED;
+    }
+    if (!keeps && !options.read.config.empty()) session.texts["$DxfConfig"] = options.read.config;
+    const char* workFolder = std::getenv("HD_WORK_DIR");
+    const bool ownFolder = !workFolder || !*workFolder;
+    if (ownFolder) setenv("HD_WORK_DIR", folder.path().c_str(), 1);
+    DxfSelect(0, options.read.threeD ? DX_EXPORT_3D : DX_EXPORT_2D, target);
+    hideProgress();
+    if (ownFolder) unsetenv("HD_WORK_DIR");
+
+    if (!options.quiet)
+        for (const std::string& line : session.messageArea) std::cerr << target << ": " << line << '\n';
+    const int stat = static_cast<int>(session.numbers["&DxfStat"]);
+    if (stat == 0) return STATUS_DONE;
+    std::cerr << "torva-dxf: " << target << ": the export ended with an error\n";
+    return STATUS_FAILED;
+}
+
+} // namespace tool
