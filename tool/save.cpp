@@ -101,6 +101,7 @@ bool writeExportConfig(const host::Drawing& drawing, const SourceScan& scan, con
     std::ifstream in(dataFile("keep.dxd"));
     std::ofstream out(target);
     for (std::string line; std::getline(in, line) && !line.starts_with("#EOF");) {
+        if (line.starts_with("VERSION=") && !format.empty()) line = "VERSION=" + format;
         out << line << '\n';
         if (!line.starts_with("#FLAGS-START")) continue;
         out << "USE_TEMPLATE=1\nTEMPLATE_NAME=" << templateFile << '\n';
@@ -108,7 +109,6 @@ bool writeExportConfig(const host::Drawing& drawing, const SourceScan& scan, con
             out << "LT_SCALE=" << scan.lineTypeScale * host::unitInMm(drawing) * drawing.scale / 10 << '\n';
     }
     if (!in) return false;
-    if (!format.empty()) out << "\n#FLAGS-START\nVERSION=" << format << "\n#FLAGS-END\n";
     out << "\n#PEN-CAD-TO-DXF\n" << kColors << '\n';
     for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';
     out << "\n#FILL-CAD-TO-DXF\n" << kColors << '\n';

@@ -21,6 +21,12 @@ int DxTables::findLayer(std::string_view name) {
     return found == layerIndex_.end() ? -1 : found->second;
 }
 
+void DxTables::replaceLayers(DxTable<DX_LAYER_TYPE> list) {
+    layers = std::move(list);
+    layerIndex_.clear();
+    indexed_ = 0;
+}
+
 void DxTables::clear() {
     layers.free();
     lineTypes.free();

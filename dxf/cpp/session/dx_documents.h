@@ -82,6 +82,8 @@ struct DxTables {
     /// catches up with records that were appended since the last call. Names of records don't change.
     int findLayer(std::string_view name);
     void clear();
+    /// Takes another list of layers in the place of the present one.
+    void replaceLayers(DxTable<DX_LAYER_TYPE> list);
 
 private:
     std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> layerIndex_;
@@ -107,8 +109,8 @@ public:
     Property<int> recovered;               ///< 1 when the "_recovered.dxf" twin was read
     UtCString prefix;                      ///< base name, empty for the main file
     DxTables tables;                       ///< copies of the manager's at the opening
-    std::deque<DX_BLOCK_TYPE> blocks;      ///< block definitions found in this file; they keep their addresses
-    std::int32_t entitiesPos = -1;         ///< of an external reference: its ENTITIES section, -1 until found
+    std::deque<DX_BLOCK_TYPE> blocks; ///< block definitions found in this file; they keep their addresses
+    std::int32_t entitiesPos = -1;    ///< of an external reference: its ENTITIES section, -1 until found
 
     void addBlock(const DX_BLOCK_TYPE& block);
     /// The first block of exactly this name, null when there is none. O(1) on average.

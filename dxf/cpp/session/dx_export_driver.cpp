@@ -4,6 +4,7 @@
 // written out of order and joined at the end: BLOCKS to the end of the file into a temporary body, TABLES and
 // then HEADER in front of it.
 #include "../config/config_state.h"
+#include "../config/dx_names.h"
 #include "../export/dx_pattern_walk.h"
 #include "../export/dx_unwritten.h"
 #include "../export/dx_write_blocks.h"
@@ -20,6 +21,9 @@
 #include "ci.h"
 #include "uo.h"
 #include "ut.h"
+
+#include <set>
+#include <string>
 
 namespace {
 
@@ -107,6 +111,27 @@ void readTemplate() {
     if (wasConverted) UtFileRemove(converted);
 }
 
+/// Names of configuration and template as the target version can hold them. Of layers that become one, the
+/// first stays.
+void makeNamesFit() {
+    const auto fit = [](DX_NAME& name) {
+        UtCString text(name.view());
+        DxCheckName(text);
+        name.assign(text.str());
+    };
+    DxTables& tables = DxDocuments.currentTables();
+    for (DX_LTYPE_TYPE& lineType : tables.lineTypes) fit(lineType.name);
+    std::set<std::string> seen;
+    DxTable<DX_LAYER_TYPE> layers;
+    for (DX_LAYER_TYPE& layer : tables.layers) {
+        fit(layer.name);
+        fit(layer.lineType);
+        if (!layer.name.empty() && seen.insert(UtCString(layer.name.view()).Upper().str()).second)
+            layers.add(layer);
+    }
+    tables.replaceLayers(std::move(layers));
+}
+
 class Export {
 public:
     Export(const UtCString& configName, const UtCString& fileName)
@@ -175,6 +200,7 @@ void Export::write() {
     DxProtoName(1);
     outcome_ = DxGuarded([this] {
         if (DxUseTemplate && !DxTemplateName.IsEmpty()) readTemplate();
+        makeNamesFit();
         return writeSections();
     });
     const int closed = DxWriteClose(outcome_ == 0);
