@@ -122,8 +122,8 @@ std::size_t countEntities(const std::string& dxf) {
     return count;
 }
 
-TempFile::TempFile(const std::string& name, const std::string& content)
-    : path_(std::filesystem::temp_directory_path() / (name + "-" + std::to_string(getpid()) + ".dxf")) {
+TempFile::TempFile(const std::string& name, const std::string& content, const std::string& extension)
+    : path_(std::filesystem::temp_directory_path() / (name + "-" + std::to_string(getpid()) + extension)) {
     std::ofstream stream(path_, std::ios::binary);
     stream.write(content.data(), static_cast<std::streamsize>(content.size()));
     if (!stream.flush()) throw std::runtime_error("can't write " + path_);

@@ -14,7 +14,7 @@ std::size_t countEntities(const std::string& dxf);
 /// A file in a temporary folder, removed at the end of its life.
 class TempFile {
 public:
-    TempFile(const std::string& name, const std::string& content);
+    TempFile(const std::string& name, const std::string& content, const std::string& extension = ".dxf");
     ~TempFile();
     TempFile(const TempFile&) = delete;
     TempFile& operator=(const TempFile&) = delete;

@@ -253,9 +253,14 @@ void DxClose() {
 }
 
 int DxInoutSaveParams(int code) {
-    const bool saves = code == 18;
-    int mode = saves ? 5 : 6;
-    ovpenlt(&mode, &DxSavedPen, &DxSavedLt);
-    UoTextParSave(saves ? 1 : 2);
+    if (code == 18) {
+        int mode = 5;
+        if (ovpenlt(&mode, &DxSavedPen, &DxSavedLt)) DxSavedPen = -1;
+        UoTextParSave(1);
+        return 0;
+    }
+    int mode = 6;
+    if (DxSavedPen >= 0) ovpenlt(&mode, &DxSavedPen, &DxSavedLt);
+    UoTextParSave(2);
     return 0;
 }

@@ -13,7 +13,7 @@ int DxCheckPass = 0;
 int DxReadSpace = 0;
 int DxActSpace = 0;
 std::uint32_t DxNextHandle = 512;
-int DxSavedPen = 0, DxSavedLt = 0;
+int DxSavedPen = -1, DxSavedLt = 0;
 int DxPen = 0, DxLt = 0;
 int DxUnit = 3, DxPaperUnit = 3;
 int DxSavedUnit = 0;

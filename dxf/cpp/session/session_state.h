@@ -19,7 +19,7 @@ extern int DxCheckPass;            ///< 1 while a pass only measures
 extern int DxReadSpace;            ///< 0 model space, 1 paper space, 2 both
 extern int DxActSpace;             ///< 0 model space, 1 paper space, 2 and up further layouts
 extern std::uint32_t DxNextHandle; ///< last handle given out
-extern int DxSavedPen, DxSavedLt;  ///< the host's pen and line type kept by DxInoutSaveParams
+extern int DxSavedPen, DxSavedLt;  ///< kept by DxInoutSaveParams; pen -1: nothing is kept
 extern int DxPen, DxLt;            ///< the host's pen and line type at the start of the session
 extern int DxUnit, DxPaperUnit;    ///< host unit codes of model and paper space
 extern int DxSavedUnit;            ///< the host's unit ahead of the session, 0 when not known
