@@ -113,13 +113,15 @@ void Loading::prepareSession() {
 void Loading::prepareKeeping(const std::string& path) {
     scan_ = scanFile(path, folder_);
     plan_ = planKeeping(scan_);
+    for (const std::string& text : plan_.notes) note(text);
     const std::string config = folder_.file("keep.dxd");
     if (writeKeepConfig(plan_, dataFile("keep.dxd"), config))
         host::session().texts["$DxfConfig"] = config;
     else
         note("Can't read " + dataFile("keep.dxd") + ": the module's defaults are used");
     if (!options_.read.center) host::session().numbers["&DxfInsbase"] = 1;
-    if (options_.read.unit != 0) return;
+    // The file's unit is that of model space; paper is measured in millimetres.
+    if (options_.read.unit != 0 || options_.read.space == "paper") return;
     const FileUnit unit = unitOfFile(scan_.insUnits);
     host::openDrawing().unit = unit.code;
     if (!unit.exact)
@@ -153,7 +155,8 @@ void Loading::finishKeeping() {
     if (options_.read.center) return;
     // The insertion base became the origin; coordinates are to stay what the file says.
     const RPT model{loaded_.report.insBase.x, loaded_.report.insBase.y};
-    const RPT paper{scan_.paperBaseX, scan_.paperBaseY};
+    const double paperUnit = 1 / host::unitInMm(drawing);
+    const RPT paper{scan_.paperBaseX * paperUnit, scan_.paperBaseY * paperUnit};
     const bool isPaper = options_.read.space == "paper";
     const RPT& base = isPaper ? paper : model;
     if (options_.read.space == "all" && (model.x != paper.x || model.y != paper.y))

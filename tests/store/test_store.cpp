@@ -41,7 +41,7 @@ void addObjects(Pattern& p) {
     text.x = 1, text.y = 2, text.z = 3, text.height = 5, text.width = 0.8, text.angle = 0.1, text.slant = 0.2;
     text.font = 0, text.face = "DejaVu Sans", text.styleBits = 5, text.pen = 9, text.origin = 5;
     text.justification = 2, text.lineDistance = 1.2, text.spacing = 1.1, text.lineLength = 80;
-    text.fillPen = 4, text.backOn = true, text.backType, t.dimType = 2;
+    text.fillPen = 4, text.backOn = true, text.backType = 2, text.dimType = 3;
     p.dimensions = {{std::string("\0\xFF", 2)}};
     p.bitmaps = {{"picture"}};
     p.solids = {{"body"}, {""}};

@@ -146,14 +146,17 @@ static bool isTextShown(const Text& text, const RPT& at, const Frame& frame) {
 
 void Painter::drawTexts(const Pattern& pattern) {
     if (pattern.texts.empty()) return;
-    TextPainter painter(cairo_, 1 / frame_.unitsPerMm);
+    TextPainter painter(cairo_, 1);
     for (const Text& text : pattern.texts) {
         const RPT at = frame_.map(text.x, text.y);
         if (!isTextShown(text, at, frame_)) continue;
-        // Drawn about its own point, so that large coordinates cost it nothing.
+        // Drawn about its own point and in device units, so that no size or distance costs it precision.
         Text local = text;
         local.x = local.y = 0;
-        const cairo_matrix_t matrix{frame_.scale, 0, 0, -frame_.scale, at.x, at.y};
+        local.height *= frame_.unitsPerMm * frame_.scale;
+        local.width *= frame_.unitsPerMm * frame_.scale;
+        local.lineLength *= frame_.scale;
+        const cairo_matrix_t matrix{1, 0, 0, -1, at.x, at.y};
         cairo_save(cairo_);
         cairo_set_matrix(cairo_, &matrix);
         const Rgb sheet = dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255};
