@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <bitset>
 #include <fstream>
+#include <iterator>
+#include <set>
 #include <sstream>
 
 namespace tool {
@@ -93,12 +95,23 @@ KeepPlan planKeeping(const SourceScan& scan) {
 bool writeKeepConfig(const KeepPlan& plan, const std::string& keep, const std::string& target) {
     std::ifstream in(keep);
     std::ofstream out(target);
-    for (std::string line; std::getline(in, line) && !line.starts_with("#EOF");) out << line << '\n';
+    std::string inSection;
+    std::set<std::string> knownFonts; // those that the configuration maps already
+    for (std::string line; std::getline(in, line) && !line.starts_with("#EOF");) {
+        out << line << '\n';
+        if (line.starts_with('#'))
+            inSection = line;
+        else if (inSection == "#FONT-DXF-TO-CAD")
+            knownFonts.insert(line.substr(0, line.find('|')));
+    }
     if (!in) return false;
     out << "\n#LT-DXF-TO-CAD\n" << plan.spellings.size() << '\n';
     for (const auto& [name, number] : plan.spellings) out << name << '|' << number << '\n';
-    out << "\n#FONT-DXF-TO-CAD\n" << plan.fonts.size() << '\n';
-    for (const std::string& font : plan.fonts) out << font << '|' << font << '\n';
+    std::vector<std::string> fonts;
+    std::copy_if(plan.fonts.begin(), plan.fonts.end(), std::back_inserter(fonts),
+                 [&](const std::string& font) { return !knownFonts.contains(font); });
+    out << "\n#FONT-DXF-TO-CAD\n" << fonts.size() << '\n';
+    for (const std::string& font : fonts) out << font << '|' << font << '\n';
     for (const char* section : {"#PEN-DXF-TO-CAD", "#FILL-DXF-TO-CAD"}) {
         out << '\n' << section << '\n' << kColors + 1 << '\n';
         for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';

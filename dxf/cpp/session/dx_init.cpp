@@ -18,6 +18,7 @@
 #include "../sections/sections_state.h"
 #include "../solid/dx_acds.h"
 #include "../solid/sat/dx_od.h"
+#include "../text/text_state.h"
 #include "dx_encoding.h"
 #include "dx_session.h"
 #include "writer_state.h"
@@ -39,6 +40,7 @@ void resetAllState(int isExport) {
     DxResetPolylineState();
     DxResetBlocksState();
     DxResetSectionsState();
+    DxResetTextState();
     DxResetWriterState();
     DxResetExportState();
     DxLineTrim = 0;

@@ -141,9 +141,9 @@ const DX_STYLE_TYPE* DxTextGetDXFStyle(int font, const UtCString& face, const in
         std::find_if(styles.begin(), styles.end(), [&](const DX_STYLE_TYPE& s) { return fits(s, wanted); });
     if (known != styles.end()) return known;
     DX_STYLE_TYPE made = newStyle(wanted);
-    UtCString name(made.name.view());
+    UtCString name(made.name.view(), DxFileHostCodePage());
     DxCheckName(name);
-    made.name.assign(name.str());
+    made.name.assign(DxUtf8ToFile(name.str()));
     int index = 0;
     return DxTableAddStyle(&made, &index) == 0 ? &styles[static_cast<std::size_t>(index)] : nullptr;
 }

@@ -12,17 +12,44 @@ namespace host {
 
 namespace {
 
+// The same numbers and fonts as in int/dxf/font/make_tables.py.
+// clang-format off
 constexpr HostFontLook looks[] = {
-    {1, "Routed Gothic"},
-    {2, "osifont"},
-    {3, "Routed Gothic"},
-    {4, "Liberation Serif"},
-    {5, "Liberation Serif", false, true},
-    {6, "Liberation Serif", true},
-    {7, "DejaVu Sans", false, false, true},
-    {8, "osifont", false, true},
-    {9, "DejaVu Sans Mono"},
+    {1, "Routed Gothic"},                                // txt
+    {2, "osifont"},                                      // isocp
+    {3, "Routed Gothic"},                                // romans
+    {4, "Liberation Serif"},                             // romanc
+    {5, "Liberation Serif", false, true},                // italic
+    {6, "Liberation Serif", true},                       // gothic
+    {7, "DejaVu Sans", false, false, true},              // greekc
+    {8, "osifont"},                                      // isocpeur
+    {9, "DejaVu Sans Mono"},                             // monotxt
+    {10, "Routed Gothic"},                               // simplex
+    {11, "Routed Gothic"},                               // romand
+    {12, "Liberation Serif", true},                      // romant
+    {13, "Liberation Serif"},                            // complex
+    {14, "Liberation Serif", false, true},               // italicc
+    {15, "Liberation Serif", false, true},               // italict
+    {16, "Liberation Serif", false, true},               // scripts
+    {17, "Liberation Serif", false, true},               // scriptc
+    {18, "Liberation Serif", true},                      // gothice
+    {19, "Liberation Serif", true},                      // gothicg
+    {20, "Liberation Serif", true},                      // gothici
+    {21, "DejaVu Sans", false, false, true},             // greek
+    {22, "DejaVu Sans", false, false, true},             // greeks
+    {23, "osifont"},                                     // isocp2
+    {24, "osifont"},                                     // isocp3
+    {25, "osifont"},                                     // isoct
+    {26, "osifont"},                                     // isoct2
+    {27, "osifont"},                                     // isoct3
+    {28, "osifont"},                                     // isocteur
+    {29, "osifont"},                                     // iso
+    {30, "osifont"},                                     // iso3098b
+    {31, "osifont"},                                     // din
+    {32, "Routed Gothic"},                               // bold
+    {33, "Routed Gothic"},                               // standard
 };
+// clang-format on
 
 constexpr std::u32string_view greekLower = U"αβχδεφγηι∂κλμνοπϑρστυ∈ωξψζ";
 constexpr std::u32string_view greekUpper = U"ΑΒΧΔΕΦΓΗΙϑΚΛΜΝΟΠΘΡΣΤΥ∇ΩΞΨΖ";

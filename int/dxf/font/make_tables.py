@@ -28,54 +28,42 @@ MONO = FONTS / "dejavu/DejaVuSansMono.ttf"
 LATIN = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ"
 IN_GREEK = "αβχδεφγηι∂κλμνοπϑρστυ∈ωξψζΑΒΧΔΕΦΓΗΙϑΚΛΜΝΟΠΘΡΣΤΥ∇ΩΞΨΖ"
 
-# name: source, average advance, gap, fixed pitch
+# Name: number of the host's font, source, average advance, gap, fixed pitch. The host draws font number n with the
+# same free font (host/cpp/text/host_fonts.cpp), and the configuration maps names to numbers (int/dxf/dflt/keep.dxd).
 CHR = {
-    "txt": (ROUTED, 98, 33, False),
-    "monotxt": (MONO, 100, 33, True),
-    "simplex": (ROUTED, 90, 30, False),
-    "romans": (ROUTED, 90, 30, False),
-    "romand": (ROUTED, 92, 28, False),
-    "romanc": (SERIF, 92, 22, False),
-    "romant": (SERIF_BOLD, 94, 22, False),
-    "complex": (SERIF, 92, 22, False),
-    "italic": (SERIF_ITALIC, 92, 22, False),
-    "italicc": (SERIF_ITALIC, 92, 22, False),
-    "italict": (SERIF_ITALIC, 94, 22, False),
-    "scripts": (SERIF_ITALIC, 85, 12, False),
-    "scriptc": (SERIF_ITALIC, 85, 12, False),
-    "gothic": (SERIF_BOLD, 90, 20, False),
-    "gothice": (SERIF_BOLD, 90, 20, False),
-    "gothicg": (SERIF_BOLD, 90, 20, False),
-    "gothici": (SERIF_BOLD, 90, 20, False),
-    "greek": (GREEK, 92, 25, False),
-    "greeks": (GREEK, 92, 25, False),
-    "greekc": (GREEK, 92, 22, False),
-    "isocp": (ISO, 80, 25, False),
-    "isocp2": (ISO, 80, 25, False),
-    "isocp3": (ISO, 80, 25, False),
-    "isocpeur": (ISO, 80, 25, False),
-    "isoct": (ISO, 90, 27, True),
-    "isoct2": (ISO, 90, 27, True),
-    "isoct3": (ISO, 90, 27, True),
-    "isocteur": (ISO, 90, 27, True),
-    "iso": (ISO, 80, 25, False),
-    "iso3098b": (ISO, 80, 25, False),
-    "din": (ISO, 80, 25, False),
-    "bold": (ROUTED, 92, 28, False),
-    "standard": (ROUTED, 90, 30, False),
-}
-
-# Host fonts by number: source, average advance, gap, fixed pitch, what they are
-STD = {
-    1: (ROUTED, 90, 30, False, "Standard"),
-    2: (ISO, 80, 25, False, "ISO 3098"),
-    3: (ROUTED, 90, 30, False, "Simplex"),
-    4: (SERIF, 92, 22, False, "Roman"),
-    5: (SERIF_ITALIC, 92, 22, False, "Italic"),
-    6: (SERIF_BOLD, 92, 20, False, "Bold Roman"),
-    7: (GREEK, 92, 25, False, "Greek in the places of Latin letters"),
-    8: (ISO, 80, 25, False, "ISO 3098 slanted"),
-    9: (MONO, 100, 33, True, "Fixed pitch"),
+    "txt": (1, ROUTED, 98, 33, False),
+    "isocp": (2, ISO, 80, 25, False),
+    "romans": (3, ROUTED, 90, 30, False),
+    "romanc": (4, SERIF, 92, 22, False),
+    "italic": (5, SERIF_ITALIC, 92, 22, False),
+    "gothic": (6, SERIF_BOLD, 90, 20, False),
+    "greekc": (7, GREEK, 92, 22, False),
+    "isocpeur": (8, ISO, 80, 25, False),
+    "monotxt": (9, MONO, 100, 33, True),
+    "simplex": (10, ROUTED, 90, 30, False),
+    "romand": (11, ROUTED, 92, 28, False),
+    "romant": (12, SERIF_BOLD, 94, 22, False),
+    "complex": (13, SERIF, 92, 22, False),
+    "italicc": (14, SERIF_ITALIC, 92, 22, False),
+    "italict": (15, SERIF_ITALIC, 94, 22, False),
+    "scripts": (16, SERIF_ITALIC, 85, 12, False),
+    "scriptc": (17, SERIF_ITALIC, 85, 12, False),
+    "gothice": (18, SERIF_BOLD, 90, 20, False),
+    "gothicg": (19, SERIF_BOLD, 90, 20, False),
+    "gothici": (20, SERIF_BOLD, 90, 20, False),
+    "greek": (21, GREEK, 92, 25, False),
+    "greeks": (22, GREEK, 92, 25, False),
+    "isocp2": (23, ISO, 80, 25, False),
+    "isocp3": (24, ISO, 80, 25, False),
+    "isoct": (25, ISO, 90, 27, True),
+    "isoct2": (26, ISO, 90, 27, True),
+    "isoct3": (27, ISO, 90, 27, True),
+    "isocteur": (28, ISO, 90, 27, True),
+    "iso": (29, ISO, 80, 25, False),
+    "iso3098b": (30, ISO, 80, 25, False),
+    "din": (31, ISO, 80, 25, False),
+    "bold": (32, ROUTED, 92, 28, False),
+    "standard": (33, ROUTED, 90, 30, False),
 }
 
 # Codes of a .chr table beyond 255 and what they stand for: degree, plus-minus, diameter.
@@ -174,7 +162,7 @@ def advances(font, is_greek):
 
 
 def chr_table(name):
-    source, average, gap, fixed = CHR[name]
+    _, source, average, gap, fixed = CHR[name]
     font = Font(source)
     lines = [str(round(100 * font.descent / font.cap))]
     for code, advance in advances(font, name.startswith("greek")).items():
@@ -185,12 +173,12 @@ def chr_table(name):
     return "\n".join(lines) + "\n"
 
 
-def std_table(number):
-    source, average, gap, fixed, title = STD[number]
+def std_table(name):
+    _, source, average, gap, fixed = CHR[name]
     font = Font(source)
-    lines = [f"; {title}: widths in hundredths of the character width"] + ([] if fixed else ["P"])
+    lines = [f"; {name}: widths in hundredths of the character width"] + ([] if fixed else ["P"])
     lines += [f"*?;{code}\nW0" for code in SWITCHES]
-    for code, advance in advances(font, number == 7).items():
+    for code, advance in advances(font, name.startswith("greek")).items():
         if code > 255:
             continue
         width = 100 if fixed else max(round(100 * (average * advance - gap) / (average - gap)), 5)
@@ -203,7 +191,7 @@ def main():
     here = pathlib.Path(__file__).resolve().parent
     host = here.parents[2] / "cad/glob/font"
     wanted = {here / f"{name}.chr": chr_table(name) for name in CHR}
-    wanted.update({host / f"std.{number}": std_table(number) for number in STD})
+    wanted.update({host / f"std.{CHR[name][0]}": std_table(name) for name in CHR})
     stale = [path for path, text in wanted.items() if not path.exists() or path.read_text() != text]
     if "--check" in sys.argv[1:]:
         for path in stale:

@@ -1,0 +1,161 @@
+// The host's texts: parameters, layout, measuring, joining.
+#include "text_support.h"
+
+#include "ci_text.h"
+#include "ov.h"
+#include "services/session.h"
+#include "uo.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class HostText : public ::testing::Test {
+protected:
+    HostText() {
+        host::resetSession();
+        int code = 211;
+        ovpat(&code, &pat_);
+    }
+    host::Text& add(const std::string& text, double x = 0, double y = 0) {
+        EXPECT_EQ(ovtextparamsttf(6, &parm_), 0);
+        EXPECT_EQ(ovaddtext(text, x, y), 0);
+        return host::openDrawing().find(pat_)->texts.back();
+    }
+    double widthOf(const std::string& text) {
+        double width = 0, height = 0;
+        ovtextparamsttf(6, &parm_);
+        EXPECT_EQ(ovtextsize(text, &width, &height), 0);
+        return width;
+    }
+    DsCsr cursor(int row) const {
+        DsDpatCsr parts;
+        parts.SetPatNo(pat_);
+        parts.SetElRow(row);
+        parts.SetDtype(D_TEXT);
+        return {parts, 0};
+    }
+
+    InstalledTables tables_;
+    int pat_ = 0;
+    OV_TEXT_PARM parm_;
+};
+
+TEST_F(HostText, TheOriginIsThatPointOfTheBlockUnderRotationAndScale) {
+    double scale = 0.5;
+    ovform(7, nullptr, &scale, nullptr);
+    parm_.angle = 0.7;
+    for (int origin = 1; origin <= 9; ++origin) {
+        parm_.origin = origin;
+        const host::TextCorners corners = host::textCorners(add("first\nsecond line", 3, 4), 0.5);
+        const double u = (origin - 1) % 3 / 2.0, v = (origin - 1) / 3 / 2.0;
+        const RPT &a = corners.p[0], &b = corners.p[1], &d = corners.p[3];
+        EXPECT_AT((RPT{a.x + u * (b.x - a.x) + v * (d.x - a.x), a.y + u * (b.y - a.y) + v * (d.y - a.y)}), 3, 4);
+        EXPECT_NEAR(std::hypot(d.x - a.x, d.y - a.y), 2 * 1.88 * 2.5 / 0.5, 1e-9) << "two lines high";
+    }
+}
+
+TEST_F(HostText, LinesAreJustifiedAndBrokenToTheirLength) {
+    parm_.spacing = 1;
+    parm_.face = "DejaVu Sans";
+    parm_.font = 0;
+    for (int just = 0; just <= 2; ++just) {
+        parm_.justification = just;
+        host::Text text = add("a long line\nshort");
+        const auto layout = host::layoutText(text, 1);
+        EXPECT_NEAR(layout.lines[1].x - layout.lines[0].x, just * (layout.lines[0].width - layout.lines[1].width) / 2, 1e-9);
+    }
+    host::Text text = add("the quick brown fox");
+    text.lineLength = widthOf("the quick brow");
+    const auto broken = host::layoutText(text, 1);
+    ASSERT_EQ(broken.lines.size(), 2u);
+    EXPECT_EQ(broken.lines[0].text, "the quick");
+    EXPECT_EQ(broken.lines[1].text, "brown fox");
+    text.lineLength = 0.1;
+    EXPECT_EQ(host::layoutText(text, 1).lines.size(), 4u) << "a word is never divided";
+}
+
+TEST_F(HostText, WidthsComeFromTablesForNumbersAndFromFilesForFaces) {
+    parm_.spacing = 1;
+    parm_.font = 9;
+    parm_.width = 3;
+    EXPECT_NEAR(widthOf("iiii"), 12, 1e-9) << "fixed pitch";
+    parm_.font = 0;
+    parm_.face = "Liberation Sans";
+    parm_.width = 1409; // capital letters of that font are 1409 units high
+    EXPECT_NEAR(widthOf("H"), 1479, 1e-6);
+    EXPECT_NEAR(widthOf("Hi"), widthOf("H") + widthOf("i"), 1e-6);
+    parm_.spacing = 1.5;
+    EXPECT_NEAR(widthOf("HH"), 2 * 1479 + 2 * 0.5 * 1409, 1e-6);
+    EXPECT_GT(widthOf("\u65E5"), 1000) << "another font serves what this one lacks";
+}
+
+TEST_F(HostText, AMissingFaceIsToldOnce) {
+    parm_.font = 0;
+    parm_.face = "Arial Narrow";
+    const double narrow = widthOf("abc");
+    widthOf("def");
+    parm_.face = "Liberation Sans";
+    EXPECT_NEAR(narrow, 0.82 * widthOf("abc"), 1e-9);
+    const auto& area = host::session().messageArea;
+    ASSERT_EQ(area.size(), 1u);
+    EXPECT_NE(area[0].find("Arial Narrow"), std::string::npos);
+    EXPECT_NE(area[0].find("Liberation Sans"), std::string::npos);
+}
+
+TEST_F(HostText, ParametersAreReadBackSavedAndRefused) {
+    parm_ = {5, 3, 2, 4, 0.1, 0.2, 8, 1, 1.7, 1.1, "Face", {0, 1, 0, 1, 0, 0, 0, 0}};
+    add("x\ny");
+    UoTextParSave(1);
+    OV_TEXT_PARM bad = parm_;
+    bad.height = -1;
+    EXPECT_EQ(ovtextparamsttf(6, &bad), 3011);
+    bad.height = NAN;
+    EXPECT_EQ(ovtextparamsttf(6, &bad), 3011);
+    OV_TEXT_PARM other;
+    ovtextparamsttf(6, &other);
+    UoTextParSave(2);
+    OV_TEXT text;
+    int row = -1, length = 0;
+    ASSERT_EQ(ovtext(24, 1, pat_, &row, nullptr), 0);
+    ASSERT_EQ(ovtext(20, 0x8014, pat_, &row, &text), 0);
+    EXPECT_EQ(ovtextstringlen(pat_, row, &length), 0);
+    EXPECT_EQ(length, 3);
+    OV_TEXT_PARM current;
+    ovtextparamsttf(5, &current);
+    for (const OV_TEXT_PARM* parm : {&text.parm, &current}) {
+        EXPECT_EQ(parm->height, 3);
+        EXPECT_EQ(parm->width, 2);
+        EXPECT_EQ(parm->origin, 8);
+        EXPECT_EQ(parm->bits[1] + 2 * parm->bits[3] + 4 * parm->bits[2], 3);
+    }
+    EXPECT_EQ(ovtext(24, 2, pat_, &row, nullptr), 1005);
+}
+
+TEST_F(HostText, TextsOfOneKindAreJoined) {
+    parm_.lineDistance = 1.66;
+    const RPT first = inkAt(add("one", 0, 0), 0, 0);
+    add("two", 0, -5);
+    add("three", 0, -10);
+    DsCsr target = cursor(-1);
+    const DsCsr all[] = {cursor(2), cursor(0), cursor(1)};
+    ASSERT_EQ(CiText(0).JoinTexts(all, 3, 4, target), 0);
+    const auto& texts = host::openDrawing().find(pat_)->texts;
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_EQ(texts[0].lines, (std::vector<std::string>{"one", "two", "three"}));
+    EXPECT_AT(inkAt(texts[0], 0, 0), first.x, first.y);
+    EXPECT_AT(inkAt(texts[0], 0, 0, 2), first.x, first.y - 10);
+
+    parm_.height = 4;
+    add("another height", 0, -15);
+    const DsCsr two[] = {cursor(0), cursor(1)};
+    EXPECT_EQ(CiText(0).JoinTexts(two, 2, 4, target), 2360);
+    EXPECT_EQ(texts.size(), 2u) << "nothing is lost when they don't fit";
+}
+
+TEST(CharacterTables, AreThoseThatTheScriptMakes) {
+    const std::string script = std::string(TORVA_SOURCE_DIR) + "/int/dxf/font/make_tables.py --check";
+    EXPECT_EQ(std::system(script.c_str()), 0);
+}
+
+} // namespace
