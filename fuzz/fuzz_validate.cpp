@@ -7,10 +7,10 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const validate::Report report =
-        validate::validateText({reinterpret_cast<const char*>(data), size}, size & 1 ? 3 : 0);
+        validate::validateText({reinterpret_cast<const char*>(data), size}, size % 8 ? 3 : 0);
     std::ostringstream out;
     printText(report, out);
-    printJson(report, out);
+    if (size % 4 == 0) printJson(report, out);
     // What is counted and what is kept must agree.
     std::size_t counted = 0;
     for (const auto& [rule, count] : report.counts) counted += count;

@@ -196,6 +196,7 @@ const Fault kFaults[] = {
     {604, 15, "AcDbVertex", [](F&) {}, [](std::string& t) { replaceFirst(t, "100\nAcDbVertex\n100\nAcDbPolyFaceMeshVertex\n10\n0.0\n20\n0.0\n30\n0.0\n70\n192\n", "100\nAcDbPolyFaceMeshVertex\n10\n0.0\n20\n0.0\n30\n0.0\n70\n192\n100\nAcDbVertex\n"); }},
     {605, 9, "older", [](F& f) { f.putBehind("CIRCLE", 5, {{100, "AcDbEntity"}}); }},
     {606, 15, "AcDbArc", [](F& f) { f.put("CIRCLE", {{100, "AcDbArc"}}); }},
+    {606, 15, "flags (70)", [](F& f) { f.drop("VERTEX", 70); }},
     {607, 15, "40", [](F& f) { f.drop("CIRCLE", 40); }},
     {607, 15, "390", [](F& f) { f.drop("LAYER", 390); }},
     {607, 15, "alignment", [](F& f) { f.drop("TEXT", 11); f.drop("TEXT", 21); f.drop("TEXT", 31); }},

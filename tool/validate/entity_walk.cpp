@@ -53,8 +53,8 @@ void EntityWalk::openParent(const Record& record) {
     parent_.isOpen = true;
     if (insert) return;
     parent_.flags = record.integer(70);
-    parent_.m = record.integer(71);
-    parent_.n = record.integer(72);
+    parent_.m = record.integer(71, -1);
+    parent_.n = record.integer(72, -1);
 }
 
 void EntityWalk::missingSeqEnd() {
@@ -95,7 +95,7 @@ void EntityWalk::closeParent() {
     parent_.isOpen = false;
     if (parent_.name != "POLYLINE") return;
     const auto count = [&](int64_t said, size_t there, std::string_view what) {
-        if (said != static_cast<int64_t>(there))
+        if (said >= 0 && said != static_cast<int64_t>(there))
             session_.out.addAs(Level::Warning, Rule::WrongCount, parent_.place, "the polyline says ", said,
                                ' ', what, ", there are ", there);
     };

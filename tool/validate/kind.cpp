@@ -82,17 +82,26 @@ KindRules::KindRules(const Kind& kind) : kind_(&kind) {
     }
 }
 
+std::span<const KindRules> variantsOf(std::string_view name) {
+    const KindTable& table = kindTable();
+    const auto found = table.first.find(name);
+    if (found == table.first.end()) return {};
+    size_t end = found->second;
+    while (end < table.rules.size() && table.rules[end].kind().name == name) ++end;
+    return {table.rules.data() + found->second, end - found->second};
+}
+
 const KindRules* findKind(std::string_view name) {
     const KindTable& table = kindTable();
     const auto found = table.first.find(name);
     return found == table.first.end() ? nullptr : &table.rules[found->second];
 }
 
-const KindRules* variantFor(const KindRules* first, int64_t flags) {
-    const KindRules* const end = kindTable().rules.data() + kindTable().rules.size();
-    for (const KindRules* rules = first; rules != end && rules->kind().name == first->kind().name; ++rules)
-        if ((flags & rules->kind().mask) == rules->kind().bits) return rules;
-    return first;
+const KindRules* findVariant(std::string_view name, int64_t flags) {
+    const auto variants = variantsOf(name);
+    for (const KindRules& rules : variants)
+        if ((flags & rules.kind().mask) == rules.kind().bits) return &rules;
+    return variants.empty() ? nullptr : &variants.front();
 }
 
 bool inList(std::string_view list, std::string_view name) {

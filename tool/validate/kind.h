@@ -154,11 +154,14 @@ private:
     Index flat_{};
 };
 
-/// Rules of a name; null for a name that has none. With several variants it is the first of them.
+/// Rules of a name: its variants, one behind the other; empty for a name that has none.
+std::span<const KindRules> variantsOf(std::string_view name);
+
+/// Rules of a name, the first variant; null for a name that has none.
 const KindRules* findKind(std::string_view name);
 
-/// The variant of the kind for a value of group 70.
-const KindRules* variantFor(const KindRules* first, int64_t flags);
+/// The variant of a name for a value of group 70; null for a name that has none.
+const KindRules* findVariant(std::string_view name, int64_t flags);
 
 /// Whether `name` is one of the words of a list divided by '|'.
 bool inList(std::string_view list, std::string_view name);

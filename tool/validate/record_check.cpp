@@ -107,8 +107,8 @@ void checkMarkerOrder(Session& session, std::span<const Part* const> wanted,
 }
 
 /// True when the markers are exactly those of the kind: the usual case, decided without any allocation.
-bool hasExactMarkers(const Session& session, const Record& record) {
-    const auto parts = record.rules->parts();
+bool hasExactMarkers(const Session& session, const Record& record, const KindRules& rules) {
+    const auto parts = rules.parts();
     size_t part = 0;
     const auto skipInactive = [&] {
         while (part < parts.size() && !isMarkerActive(session, parts[part])) ++part;
@@ -123,7 +123,19 @@ bool hasExactMarkers(const Session& session, const Record& record) {
     return part == parts.size();
 }
 
-void checkMarkers(Session& session, const Record& record) {
+/// Some programs leave out the flags (70) that say which variant a vertex or a dimension is: then the markers
+/// say it.
+bool isOtherVariant(Session& session, Record& record) {
+    for (const KindRules& rules : variantsOf(record.name)) {
+        if (&rules == record.rules || !hasExactMarkers(session, record, rules)) continue;
+        session.out.add(Rule::StrangeMarker, session.place, "the markers are not those of the flags (70)");
+        record.rules = &rules;
+        return true;
+    }
+    return false;
+}
+
+void checkMarkers(Session& session, Record& record) {
     if (!session.atLeast(Version::R13)) {
         const auto markers = markersOf(record);
         if (!markers.empty())
@@ -131,7 +143,7 @@ void checkMarkers(Session& session, const Record& record) {
                             "subclass markers came with R13, the file is older");
         return;
     }
-    if (hasExactMarkers(session, record)) return;
+    if (hasExactMarkers(session, record, *record.rules) || isOtherVariant(session, record)) return;
     std::vector<const Part*> wanted;
     for (const Part& part : record.rules->parts())
         if (isMarkerActive(session, part)) wanted.push_back(&part);
@@ -498,7 +510,7 @@ void checkUnknownKind(Session& session, const Record& record) {
     const bool xrecord = record.name == "XRECORD";
     for (size_t i = record.body; i < record.extended; ++i) {
         const Tag& tag = record.tags[i];
-        if (tag.code == 102 && !xrecord)
+        if (tag.code == 102 && !xrecord && tag.value.substr(0, 1) == "{")
             i = checkAppGroup(session, record, i);
         else if (valueType(tag.code) == ValueType::Handle && tag.code >= 330)
             addPointer(session, record, tag, strengthOf(tag.code));
@@ -533,7 +545,7 @@ void readRecord(Session& session, Record& record, std::vector<RowUse>& rows) {
                 flags = readInteger(record.tags[i].value).value_or(0);
                 break;
             }
-        record.rules = variantFor(record.rules, flags);
+        record.rules = findVariant(record.name, flags);
     }
 }
 

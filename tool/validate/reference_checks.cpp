@@ -68,7 +68,8 @@ private:
         if (!session_.atLeast(Version::R2000)) return;
         const Object& object = model_.objects[index];
         if (object.section == Section::Objects && object.handle == 0) return; // told already
-        session_.out.addAs(object.section == Section::Objects ? Level::Warning : Level::Note, Rule::MissingOwner, model_.placeOf(index), "the owner (330) is missing");
+        session_.out.addAs(object.section == Section::Objects ? Level::Warning : Level::Note,
+                           Rule::MissingOwner, model_.placeOf(index), "the owner (330) is missing");
     }
 
     uint32_t rootDictionary() {

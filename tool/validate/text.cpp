@@ -13,11 +13,11 @@ constexpr char upper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-constexpr std::array<int8_t, 256> kHexDigits = [] {
-    std::array<int8_t, 256> digits{};
+constexpr std::array<int, 256> kHexDigits = [] {
+    std::array<int, 256> digits{};
     digits.fill(-1);
-    for (int i = 0; i < 10; ++i) digits['0' + i] = static_cast<int8_t>(i);
-    for (int i = 0; i < 6; ++i) digits['a' + i] = digits['A' + i] = static_cast<int8_t>(10 + i);
+    for (int i = 0; i < 10; ++i) digits['0' + i] = i;
+    for (int i = 0; i < 6; ++i) digits['a' + i] = digits['A' + i] = 10 + i;
     return digits;
 }();
 
