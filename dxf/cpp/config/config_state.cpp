@@ -17,7 +17,7 @@ UtCString DxByLayerFile;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxFillSegType;
 double DxFillSegValue;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
-int DxMaxElements;
+int DxMaxElements = 1000;
 double DxTextFactor;
 int DxLayerKinds[DX_CLASS_COUNT];
 UtCString DxLayerFixedNames[DX_CLASS_COUNT];

@@ -149,7 +149,8 @@ private:
         } else {
             a.second = moved(a.first, column * 0.5 * dxfLength, up);
         }
-        if (DxWriteTxtOrg == 1 || DxWriteTxtOrg == 2) {
+        const bool isMtext = isFace_ && DxMiscCheckVersion(6); // it stands at its second point alone
+        if (!isMtext && (DxWriteTxtOrg == 1 || DxWriteTxtOrg == 2)) {
             a.ver = 0;
             a.hor = DxWriteTxtOrg == 1 ? 5 : 3;
             a.second = moved(a.first, dxfLength, 0);

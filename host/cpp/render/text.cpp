@@ -11,20 +11,6 @@
 #include <array>
 #include <cmath>
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-// Fontconfig keeps some patterns of a first look-up until the program ends, out of reach of its own clean-up.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libfontconfig\n";
-}
-extern "C" const char* __lsan_default_options();
-extern "C" const char* __lsan_default_options() {
-    return "print_suppressions=0";
-}
-#endif
-#endif
-
 namespace host {
 
 namespace {
