@@ -13,17 +13,21 @@ ALLOWED = {
     "dx_select.cpp.o",      # the started flag: lives as long as the library
     "dx_elem_queue.cpp.o",  # the element queue
 }
-out = subprocess.run(["nm", "-C", "--defined-only", sys.argv[1]], capture_output=True, text=True, check=True).stdout
+# Constants with addresses in them stand in .data.rel.ro, which is read-only once the program has started.
+SYMBOL = re.compile(r"^[0-9a-f]+ .{7} \.(?:bss|data(?!\.rel\.ro))\S*\s+[0-9a-f]+ +(?:\.hidden )?(.+)$")
+out = subprocess.run(["objdump", "-t", "-C", sys.argv[1]], capture_output=True, text=True, check=True).stdout
 problems = []
 obj = ""
 for line in out.splitlines():
-    if line.endswith(":"):
-        obj = line[:-1]
+    if ":     file format" in line:
+        obj = line.split(":")[0]
         continue
-    m = re.match(r"^[0-9a-f]* ?([bBdD]) (.*)$", line)
+    m = SYMBOL.match(line)
     if not m or obj.endswith("_state.cpp.o") or obj in ALLOWED:
         continue
-    name = m.group(2)
+    name = m.group(1)
+    if name.startswith("."):  # the section itself
+        continue
     if name.startswith(("guard variable", "typeinfo", "vtable", "VTT", "DW.ref", "std::__ioinit", "__odr_asan",
                         "__sancov", "_GLOBAL_")):
         continue
