@@ -211,7 +211,7 @@ TEST_F(Tool, ErrorsAreToldWithTheirNumberAndKeepWhatWasRead) {
     Outcome outcome = run("import cut.dxf -o cut.tdw --set '&DxfExt=1'");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, AllOf(HasSubstr("error 9003"), HasSubstr("what was read until the error")));
-    EXPECT_THAT(dump("cut.tdw"), HasSubstr("move 2 2"));
+    EXPECT_THAT(dump("cut.tdw"), HasSubstr("move 1 1"));
     outcome = run("import empty.dxf -o empty.tdw -v");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("Keine Section gefunden!"));
