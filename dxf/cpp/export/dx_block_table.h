@@ -19,7 +19,7 @@ struct DX_WRITE_BLOCK {
     double scale[3] = {1, 1, 1};
     double rotation = 0; ///< degrees
     std::vector<DX_ATTRIB_TYPE> attribs;
-    int copies = 0;      ///< later patterns that share this block
+    int copies = 0; ///< later patterns that share this block
 };
 
 /// All blocks in the order of writing, which is that of the patterns.

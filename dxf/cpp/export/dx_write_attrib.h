@@ -4,4 +4,5 @@
 #include "dx_insert.h"
 
 /// `type` is "ATTDEF" or "ATTRIB". 0 or the writer's error.
-int DxAttribWrite(const char* type, const DX_ATTRIB_TYPE& attrib, const Mat32 matrix, std::uint32_t owner = 0);
+int DxAttribWrite(const char* type, const DX_ATTRIB_TYPE& attrib, const Mat32 matrix,
+                  std::uint32_t owner = 0);

@@ -8,8 +8,8 @@
 
 namespace host {
 
-/// Lines and arcs along the curve, off it by `tolerance` at most, except where the curve is too wild for that; they begin
-/// at the spline's first point, end at its last and pass through the others.
+/// Lines and arcs along the curve, off it by `tolerance` at most, except where the curve is too wild for
+/// that; they begin at the spline's first point, end at its last and pass through the others.
 std::vector<UO_ELEM> splineArcs(const Spline& spline, double tolerance);
 
 } // namespace host
