@@ -50,7 +50,8 @@ TEST_F(HostText, TheOriginIsThatPointOfTheBlockUnderRotationAndScale) {
         const host::TextCorners corners = host::textCorners(add("first\nsecond line", 3, 4), 0.5);
         const double u = (origin - 1) % 3 / 2.0, v = (origin - 1) / 3 / 2.0;
         const RPT &a = corners.p[0], &b = corners.p[1], &d = corners.p[3];
-        EXPECT_AT((RPT{a.x + u * (b.x - a.x) + v * (d.x - a.x), a.y + u * (b.y - a.y) + v * (d.y - a.y)}), 3, 4);
+        EXPECT_AT((RPT{a.x + u * (b.x - a.x) + v * (d.x - a.x), a.y + u * (b.y - a.y) + v * (d.y - a.y)}), 3,
+                  4);
         EXPECT_NEAR(std::hypot(d.x - a.x, d.y - a.y), 2 * 1.88 * 2.5 / 0.5, 1e-9) << "two lines high";
     }
 }
@@ -63,7 +64,8 @@ TEST_F(HostText, LinesAreJustifiedAndBrokenToTheirLength) {
         parm_.justification = just;
         host::Text text = add("a long line\nshort");
         const auto layout = host::layoutText(text, 1);
-        EXPECT_NEAR(layout.lines[1].x - layout.lines[0].x, just * (layout.lines[0].width - layout.lines[1].width) / 2, 1e-9);
+        EXPECT_NEAR(layout.lines[1].x - layout.lines[0].x,
+                    just * (layout.lines[0].width - layout.lines[1].width) / 2, 1e-9);
     }
     host::Text text = add("the quick brown fox");
     text.lineLength = widthOf("the quick brow");

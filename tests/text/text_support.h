@@ -20,7 +20,8 @@ public:
         namespace fs = std::filesystem;
         fs::create_directories(folder_.path() + "/1700");
         for (const char* part : {"int", "cad"})
-            fs::create_directory_symlink(std::string(TORVA_SOURCE_DIR) + "/" + part, folder_.path() + "/1700/" + part);
+            fs::create_directory_symlink(std::string(TORVA_SOURCE_DIR) + "/" + part,
+                                         folder_.path() + "/1700/" + part);
         setenv("HD_U", folder_.path().c_str(), 1);
         host::resetTextFonts();
     }
@@ -42,7 +43,8 @@ inline ImportOptions textOptions() {
     return options;
 }
 
-inline std::vector<host::Text> importTexts(const DxfText& text, const ImportOptions& options = textOptions()) {
+inline std::vector<host::Text> importTexts(const DxfText& text,
+                                           const ImportOptions& options = textOptions()) {
     importText(text.text(), options);
     std::vector<host::Text> texts;
     for (const host::Pattern& pattern : host::openDrawing().patterns)
@@ -61,8 +63,8 @@ inline std::string saidBy(const std::vector<host::Text>& texts) {
     return all;
 }
 
-/// Where the characters of a text stand: along the line from left to right at share 0 … 1, above the baseline at
-/// `up` times the height; spacing at the ends left aside.
+/// Where the characters of a text stand: along the line from left to right at share 0 … 1, above the baseline
+/// at `up` times the height; spacing at the ends left aside.
 inline RPT inkAt(const host::Text& text, double along, double up, std::size_t line = 0) {
     const double unit = host::sheetMillimetres(host::openDrawing());
     const host::LayoutLine place = host::layoutText(text, unit).lines.at(line);
@@ -99,9 +101,9 @@ inline DxfGroups style(const std::string& name, const std::string& file, const s
     return groups;
 }
 
-#define EXPECT_AT(point, px, py)                                                                                       \
-    do {                                                                                                               \
-        const RPT reached = (point);                                                                                   \
-        EXPECT_NEAR(reached.x, px, 1e-6);                                                                              \
-        EXPECT_NEAR(reached.y, py, 1e-6);                                                                              \
+#define EXPECT_AT(point, px, py)                                                                             \
+    do {                                                                                                     \
+        const RPT reached = (point);                                                                         \
+        EXPECT_NEAR(reached.x, px, 1e-6);                                                                    \
+        EXPECT_NEAR(reached.y, py, 1e-6);                                                                    \
     } while (false)
