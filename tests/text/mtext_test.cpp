@@ -1,0 +1,238 @@
+// MTEXT: codes, layout, place.
+#include "text_support.h"
+
+#include "../../dxf/cpp/text/dx_mtext.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace {
+
+class Mtext : public ::testing::Test {
+protected:
+    static std::vector<host::Text> texts(const std::string& text, const DxfGroups& more = {}) {
+        DxfGroups groups{{8, "0"}, {10, "0"}, {20, "0"}, {40, "1"}};
+        for (std::size_t at = 0; at + 250 < text.size(); at += 250)
+            groups.push_back({3, text.substr(at, 250)});
+        groups.push_back({1, text.substr(text.empty() ? 0 : (text.size() - 1) / 250 * 250)});
+        return importTexts(oneMtext(groups + DxfGroups{{71, "1"}} + more));
+    }
+    static std::string said(const std::string& text) { return saidBy(texts(text)); }
+    /// Left end of each text's baseline.
+    static std::vector<RPT> places(const std::vector<host::Text>& texts) {
+        std::vector<RPT> all;
+        for (const host::Text& text : texts) all.push_back(inkAt(text, 0, 0));
+        return all;
+    }
+    static double right(const host::Text& text) { return inkAt(text, 1, 0).x; }
+
+private:
+    InstalledTables tables_;
+};
+
+TEST(MtextFlatten, GroupsAreReplacedByCodesThatRestore) {
+    const auto flat = [](std::string text) {
+        DxMtextFlatten(text, {7, "txt", false, 2.5, 0, 1, 1});
+        return text;
+    };
+    EXPECT_EQ(flat("{\\H2x;AB}CD"), "\\H2x;AB\\H2.500000;CD");
+    EXPECT_EQ(flat("{\\C1;\\Q15;a{\\C2;b}c}d"), "\\C1;\\Q15;a\\C2;b\\C1;c\\C7;\\Q0.000000;d");
+    EXPECT_EQ(flat("{\\Fromans.shx;a}b"), "\\Fromans.shx;a\\Ftxt;b");
+    EXPECT_EQ(flat("{\\fArial|b1;a{\\W0.8;b}}c"), "\\fArial|b1;a\\W0.8;b\\W1.000000;\\Ftxt;c");
+    EXPECT_EQ(flat("\\{a\\}{b}"), "\\{a\\}b");
+    EXPECT_EQ(flat("{\\H5"), "\\H5") << "a code without its end";
+    EXPECT_EQ(flat("a}b\\"), "ab\\") << "a brace that closes nothing";
+}
+
+TEST_F(Mtext, CodesThatStandForCharacters) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"", ""},
+        {"\\A1;abc", "'abc'"},
+        {"a\\~b\\\\c\\{d\\}", "'a b\\c{d}'"},
+        {"\\U+2205 10\\U+0416", "'Ø 10Ж'"},
+        {"a^Ib^ c", "'a\tb^c'"},
+        {"%%c %%p", "'Ø ±'"},
+        {"\\S1#2;", "'1/2'"},
+        {"\\Sabc;d", "'abc;d'"},
+        {"\\Lunder\\l plain", "'\x0eunder\x0e plain'"},
+        {"\\Oover\\o", "'over'"},
+        {"\\Kgone\\k", "'\x10gone\x10'"},
+        {"\\Zx\\", "'\\Zx'"},
+        {"a\\H3", "'aH3'"},
+        {"x\\Py\\Nz^Jw", "'x' 'y' 'z' 'w'"},
+        {"\\pi-2,l2,qc,t4,c8;abc", "'abc'"},
+    };
+    for (const auto& [code, shown] : cases) EXPECT_EQ(said(code), shown) << code;
+}
+
+TEST_F(Mtext, ARunOfItsOwnFormatStandsBehindTheOneBefore) {
+    const auto runs = texts("ab{\\H2x;CD}{\\C3;\\Q20;\\W0.5;ef}{\\fLiberation Serif|b1|i0;gh}ij");
+    ASSERT_EQ(saidBy(runs), "'ab' 'CD' 'ef' 'gh' 'ij'");
+    const auto at = places(runs);
+    for (std::size_t i = 1; i < runs.size(); ++i) {
+        EXPECT_GT(at[i].x, right(runs[i - 1])) << i;
+        EXPECT_LT(at[i].x, right(runs[i - 1]) + 0.7) << i;
+        EXPECT_NEAR(at[i].y, at[0].y, 1e-9) << "on one baseline";
+    }
+    EXPECT_EQ(runs[1].height, 2);
+    EXPECT_NEAR(inkAt(runs[1], 0, 1).y, 0, 1e-9) << "the highest run touches the insertion point";
+    EXPECT_EQ(runs[2].pen, 3);
+    EXPECT_NEAR(runs[2].slant, 0.3490658503988659, 1e-12);
+    EXPECT_EQ(runs[3].face, "Liberation Serif");
+    EXPECT_EQ(runs[3].styleBits, 8);
+    EXPECT_EQ(runs[4].font, runs[0].font);
+    EXPECT_EQ(runs[4].pen, runs[0].pen);
+    EXPECT_EQ(runs[4].slant, 0);
+}
+
+TEST_F(Mtext, TrueColoursAndSpacing) {
+    const auto runs = texts("a\\c255;b\\T2;c");
+    ASSERT_EQ(runs.size(), 3u);
+    EXPECT_NE(runs[1].pen, runs[0].pen);
+    EXPECT_NEAR(runs[2].spacing, 1.25 * 0.46153846153846156 + 1, 1e-12);
+}
+
+TEST_F(Mtext, EachAttachmentHoldsTheBlockAtItsPointUnderRotation) {
+    for (int attachment = 1; attachment <= 9; ++attachment) {
+        const auto lines = texts("wide line\\Pab", {{71, num(attachment)}, {50, "90"}});
+        ASSERT_EQ(lines.size(), 2u);
+        const int column = (attachment + 2) % 3, row = (attachment - 1) / 3;
+        SCOPED_TRACE(attachment);
+        // turned by 90 degrees, the text's x runs along y and its top is on the left
+        EXPECT_NEAR(inkAt(lines[0], column / 2.0, 0).y, 0, 1e-6);
+        EXPECT_NEAR(inkAt(lines[1], column / 2.0, 0).y, 0, 1e-6);
+        const double top = inkAt(lines[0], 0, 1).x, bottom = inkAt(lines[1], 0, 0).x;
+        EXPECT_NEAR(bottom - top, 1 + 5.0 / 3, 1e-6) << "two lines";
+        EXPECT_NEAR(row == 0 ? top : row == 1 ? (top + bottom) / 2 : bottom, 0, 1e-6);
+    }
+    EXPECT_EQ(texts("a", {{71, "0"}}).at(0).origin, 7) << "attachment 0 is the first";
+}
+
+TEST_F(Mtext, TheXAxisTurnsTheText) {
+    EXPECT_NEAR(texts("a", {{11, "0"}, {21, "1"}}).at(0).angle, 1.5707963267948966, 1e-12);
+    EXPECT_NEAR(texts("a", {{11, "0"}, {21, "1"}, {50, "30"}}).at(0).angle, 0.5235987755982988, 1e-12);
+    const auto over = texts("Hamburg", {{11, "1"}, {21, "0"}, {230, "-1"}});
+    EXPECT_NEAR(right(over.at(0)) - inkAt(over[0], 0, 0).x < 0 ? inkAt(over[0], 0, 0).x : right(over[0]),
+                std::max(inkAt(over[0], 0, 0).x, right(over[0])), 1e-9);
+}
+
+TEST_F(Mtext, StackedTextsHaveTheirBarAtTheLongerPart) {
+    const auto shorter = texts("a\\S1/22;b");
+    ASSERT_EQ(saidBy(shorter), "'a' '1' '22' 'b'");
+    EXPECT_EQ(shorter[1].styleBits, 0);
+    EXPECT_EQ(shorter[2].styleBits, 16) << "overlined";
+    EXPECT_NEAR((inkAt(shorter[1], 0.5, 0).x), inkAt(shorter[2], 0.5, 0).x, 1e-6)
+        << "centred above each other";
+    EXPECT_NEAR(inkAt(shorter[1], 0, 0).y - inkAt(shorter[2], 0, 0).y, 5.0 / 3, 1e-6);
+    EXPECT_GT(places(shorter)[3].x, right(shorter[2]));
+    EXPECT_EQ(texts("\\S333/22;").at(0).styleBits, 2) << "underlined";
+    EXPECT_EQ(texts("\\S5/7;").at(1).styleBits, 16) << "equal lengths give the overline";
+    const auto tolerance = texts("\\S+0.1^ -0.2;");
+    ASSERT_EQ(saidBy(tolerance), "'+0.1' '-0.2'");
+    EXPECT_EQ(tolerance[0].styleBits + tolerance[1].styleBits, 0);
+}
+
+TEST_F(Mtext, ParagraphsAreJustifiedInTheirBox) {
+    const auto lines = texts("\\pqr;right\\P\\pqc;centre\\P\\pql;left", {{41, "40"}});
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_NEAR(inkAt(lines[0], 1, 0).x, 40, 1e-6);
+    EXPECT_NEAR(inkAt(lines[1], 0.5, 0).x, 20, 1e-6);
+    EXPECT_NEAR(inkAt(lines[2], 0, 0).x, 0, 1e-6);
+    const auto runs = texts("\\pqr;two {\\C1;runs}", {{41, "40"}});
+    ASSERT_EQ(runs.size(), 2u);
+    EXPECT_NEAR(right(runs[1]), 40, 1e-6) << "runs of one line are moved together";
+}
+
+TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
+    const auto lines = texts("the quick brown fox jumps over the lazy dog\\Pnext", {{41, "14"}});
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0].lineLength, 14);
+    const auto layout = host::layoutText(lines[0], 1);
+    ASSERT_GT(layout.lines.size(), 2u);
+    for (std::size_t i = 0; i < layout.lines.size(); ++i)
+        EXPECT_NEAR(inkAt(lines[0], 0, 0, i).y, -1 - 5.0 / 3 * static_cast<double>(i), 1e-6);
+    EXPECT_NEAR(inkAt(lines[1], 0, 0).y, -1 - 5.0 / 3 * static_cast<double>(layout.lines.size()), 1e-6);
+
+    const auto runs = texts("the quick {\\C1;brown fox jumps} over the lazy dog", {{41, "14"}});
+    for (const host::Text& run : runs) EXPECT_LE(right(run), 14.001) << run.lines[0];
+    EXPECT_GT(runs.size(), 3u);
+    for (const int attachment : {4, 7}) {
+        const auto block =
+            texts("the quick brown fox jumps over the lazy dog", {{41, "14"}, {71, num(attachment)}});
+        const std::size_t last = host::layoutText(block.at(0), 1).lines.size() - 1;
+        const double top = inkAt(block[0], 0, 1).y, bottom = inkAt(block[0], 0, 0, last).y;
+        EXPECT_NEAR(attachment == 7 ? bottom : (top + bottom) / 2, 0, 0.4) << "descenders count a little";
+    }
+}
+
+TEST_F(Mtext, NoPieceIsLongerThan160CharactersAndNothingIsLost) {
+    std::string words, plain;
+    for (int i = 0; i < 100; ++i) words += "word" + std::to_string(i) + " ";
+    for (const char* box : {"0", "30"}) {
+        for (const std::string& text : {words, std::string(500, 'x'), words + "{\\C1;" + words + "}"}) {
+            std::string all, wanted;
+            for (const host::Text& piece : texts(text, {{41, box}})) {
+                EXPECT_LE(piece.lines.at(0).size(), 160u);
+                all += piece.lines[0];
+            }
+            for (const char c : text) wanted += c;
+            wanted.erase(std::remove(wanted.begin(), wanted.end(), '}'), wanted.end());
+            if (const auto code = wanted.find("{\\C1;"); code != std::string::npos) wanted.erase(code, 5);
+            EXPECT_EQ(all, wanted) << box;
+        }
+    }
+}
+
+TEST_F(Mtext, TheBackgroundIsThatOfTheEntity) {
+    const auto colour = texts("a", {{90, "1"}, {63, "5"}, {45, "1.5"}});
+    EXPECT_TRUE(colour.at(0).backOn);
+    EXPECT_EQ(colour[0].fillPen, 5);
+    const auto sheet = texts("a", {{90, "3"}});
+    EXPECT_TRUE(sheet.at(0).backOn);
+    EXPECT_EQ(sheet[0].fillPen, 0);
+    EXPECT_FALSE(texts("a").at(0).backOn);
+    EXPECT_EQ(said("abc"), saidBy(texts("abc", {{101, "Embedded Object"}, {1, "other"}, {40, "9"}})));
+}
+
+TEST_F(Mtext, PiecesOfOneFormatAreJoinedWhenAskedFor) {
+    ImportOptions options = textOptions();
+    options.numbers["&DxfJoinTexts"] = 1;
+    const auto joined =
+        importTexts(oneMtext({{10, "0"}, {40, "1"}, {71, "5"}, {1, "first\\Psecond line\\Pthird"}}), options);
+    ASSERT_EQ(joined.size(), 1u);
+    EXPECT_EQ(joined[0].lines.size(), 3u);
+    EXPECT_NEAR(inkAt(joined[0], 0.5, 0, 1).x, 0, 1e-6);
+    EXPECT_EQ(importTexts(oneMtext({{10, "0"}, {40, "1"}, {1, "first\\P\\C1;second"}}), options).size(), 2u);
+}
+
+TEST_F(Mtext, HostileTextsEndInTime) {
+    const auto start = std::chrono::steady_clock::now();
+    const auto repeated = [](const std::string& part, int count) {
+        std::string all;
+        for (int i = 0; i < count; ++i) all += part;
+        return all;
+    };
+    for (const std::string& text :
+         {repeated("{", 29000), repeated("{\\H2;", 5000) + "x", repeated("\\~", 14000),
+          repeated("{\\C1;a}", 4000), repeated("\\S1/2;", 4000), repeated("\\fA|b1;", 4000),
+          repeated("a\\H9999x;", 3000), std::string(29000, ';'), repeated("\\U+", 9000),
+          repeated("\\pq", 9000), repeated("\\S", 14000), repeated("{\\fqqqqqqqqqqq;}", 1800)}) {
+        texts(text);
+        texts(text, {{41, "3"}});
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+}
+
+TEST(MtextEscape, APlainTextIsSafe) {
+    std::string text = "a{b}\\c^";
+    int bits[DX_BIT_COUNT] = {};
+    DxMtextEscapeCharacters(text, bits);
+    EXPECT_EQ(text, "a\\{b\\}\\\\c^ ");
+    bits[DX_BIT_UNDERLINE] = bits[DX_BIT_OVERLINE] = bits[DX_BIT_STRIKE] = 1;
+    text = "xy";
+    DxMtextEscapeCharacters(text, bits);
+    EXPECT_EQ(text, "\\L\\Ox\\U+0336y\\o\\l");
+}
+
+} // namespace

@@ -1,0 +1,207 @@
+// TEXT: characters, fonts, size and place.
+#include "text_support.h"
+
+#include "services/session.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace {
+
+class TextImport : public ::testing::Test {
+    InstalledTables tables_;
+};
+
+/// A text from (10, 20) whose second point is (30, 20), turned by 30 degrees about the first with both.
+DxfGroups alignedText(int hor, int ver, const std::string& font) {
+    const double x = 10 + 20 * std::cos(0.5235987755982988), y = 20 + 20 * std::sin(0.5235987755982988);
+    return textAt(10, 20, "Hamburg") + DxfGroups{{50, "30"},     {41, "0.8"},  {7, font},   {72, num(hor)},
+                                                 {73, num(ver)}, {11, num(x)}, {21, num(y)}};
+}
+
+TEST_F(TextImport, EachAlignmentPutsTheCharactersAtItsPoint) {
+    const double x2 = 10 + 20 * std::cos(0.5235987755982988), y2 = 20 + 20 * std::sin(0.5235987755982988);
+    for (int ver = 0; ver <= 3; ++ver) {
+        for (int hor = 0; hor <= 2; ++hor) {
+            const auto texts = importTexts(dxf()
+                                               .header("AC1015")
+                                               .record("STYLE", style("S", "romans.shx"))
+                                               .entity("TEXT", alignedText(hor, ver, "s")));
+            ASSERT_EQ(texts.size(), 1u);
+            const bool atFirst = hor == 0 && ver == 0;
+            const double up[] = {0, -(texts[0].lineDistance - 1) / 2, 0.5, 1};
+            SCOPED_TRACE("72=" + num(hor) + " 73=" + num(ver));
+            EXPECT_AT(inkAt(texts[0], hor / 2.0, up[ver]), atFirst ? 10 : x2, atFirst ? 20 : y2);
+            EXPECT_EQ(texts[0].justification, 0);
+        }
+    }
+}
+
+TEST_F(TextImport, FitAndAlignedTextsRunFromPointToPoint) {
+    for (const char* text : {"Hamburg", "H"}) {
+        const auto fit =
+            importTexts(oneText(textAt(0, 0, text) + DxfGroups{{72, "5"}, {11, "0"}, {21, "40"}}));
+        ASSERT_EQ(fit.size(), 1u);
+        EXPECT_AT(inkAt(fit[0], 0, 0), 0, 0);
+        EXPECT_AT(inkAt(fit[0], 1, 0), 0, 40);
+        EXPECT_EQ(fit[0].height, 5);
+    }
+    const auto aligned =
+        importTexts(oneText(textAt(0, 0, "Hi") + DxfGroups{{72, "3"}, {11, "-9"}, {21, "0"}}));
+    EXPECT_NEAR(std::fabs(aligned.at(0).angle), 3.14159265358979, 1e-12);
+    EXPECT_AT(inkAt(aligned[0], 0, 0), 0, 0);
+}
+
+TEST_F(TextImport, MiddleHasTheMiddleOfTheCell) {
+    const auto texts =
+        importTexts(oneText(textAt(0, 0, "Hamburg") + DxfGroups{{72, "4"}, {11, "7"}, {21, "8"}}));
+    EXPECT_EQ(texts.at(0).origin, 5);
+    EXPECT_NEAR(texts[0].x, 7, 1e-9);
+    EXPECT_NEAR(texts[0].y, 8 + (texts[0].lineDistance - 1) * 5 * 0.25, 1e-9);
+}
+
+TEST_F(TextImport, LengthFollowsTheFontsTable) {
+    // romans: H is 74 wide with a space of 30, i 13, both in hundredths of the height
+    std::ifstream table(std::string(TORVA_SOURCE_DIR) + "/int/dxf/font/romans.chr");
+    int h = 0, i = 0, space = 0;
+    for (std::string line; std::getline(table, line);) {
+        std::sscanf(line.c_str(), "72,%d,%d", &h, &space);
+        std::sscanf(line.c_str(), "105,%d,", &i);
+    }
+    ASSERT_GT(h, i);
+    const auto texts =
+        importTexts(dxf()
+                        .header("AC1015")
+                        .record("STYLE", style("R", "ROMANS.SHX"))
+                        .entity("TEXT", textAt(0, 0, "Hi") + DxfGroups{{7, "R"}, {41, "0.5"}}));
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_EQ(texts[0].font, 3);
+    const RPT end = inkAt(texts[0], 1, 0);
+    EXPECT_NEAR(end.x, (h + space + i) * 0.01 * 5 * 0.5, 1e-6);
+}
+
+TEST_F(TextImport, FacesKeepTheirProportionsAndStandAFortiethToTheLeft) {
+    const auto texts = importTexts(
+        dxf()
+            .header("AC1015")
+            .record("STYLE", style("T", "x.ttf", "Liberation Serif"))
+            .entity("TEXT", textAt(10, 0, "Face") + DxfGroups{{7, "T"}, {41, "0.7"}, {51, "15"}}));
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_EQ(texts[0].font, 0);
+    EXPECT_EQ(texts[0].face, "Liberation Serif");
+    EXPECT_DOUBLE_EQ(texts[0].width, 0.7 * 5);
+    EXPECT_EQ(texts[0].spacing, 1);
+    EXPECT_NEAR(texts[0].slant, 0.2617993877991494, 1e-12);
+    EXPECT_AT(inkAt(texts[0], 0, 0), 10 - 5 / 40.0, 0);
+}
+
+TEST_F(TextImport, OneFontMayBeNamedTwiceAndTheLaterEntryWins) {
+    ImportOptions options = textOptions();
+    options.config = "#FONT-DXF-TO-CAD\n3\ntxt|Liberation "
+                     "Mono\ntxt|4,0.8\n@|4\n#CHAR-DXF-TO-CAD\n2\n65|66\n%%x|-1\n#EOF\n";
+    const auto texts = importTexts(oneText(textAt(0, 0, "AB%%xC")), options);
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_EQ(texts[0].font, 4);
+    EXPECT_EQ(texts[0].spacing, 0.8);
+    EXPECT_EQ(saidBy(texts), "'AB%%xC'") << "font 4 takes the special characters' tables, which are empty";
+    options.config.replace(options.config.find("@|4"), 3, "@|5");
+    EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, "AB%%xC")), options)), "'BBC'");
+}
+
+TEST_F(TextImport, CodesBecomeCharacters) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"%%c10 %%D %%p1", "Ø10 ° ±1"},
+        {"%%065%%228%%127", "Aä°"},
+        {"50%%%", "50%"},
+        {"100%", "100%"},
+        {"%%", "%%"},
+        {"%%6", "%%6"},
+        {"%%q", "%%q"},
+        {"\\U+00E4\\U+0416", "äЖ"},
+        {"\\U+04", "\\U+04"},
+        {"\\M+182A0", "あ"},
+        {"\\M+1", "\\M+1"},
+        {"\\U+D83D\\U+DE00", "😀"},
+        {"a\\U+D83Db", "a\\U+D83Db"},
+        {"C:\\Users", "C:\\Users"},
+        {"%%uA%%uB", "\x0e"
+                     "A\x0e"
+                     "B"},
+    };
+    for (const auto& [code, shown] : cases)
+        EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, code)))), std::string("'") + shown + "'") << code;
+}
+
+TEST_F(TextImport, LinesAlongTheWholeTextAreMarksOfTheText) {
+    const auto bits = [](const std::string& text) {
+        const auto texts = importTexts(oneText(textAt(0, 0, text)));
+        return texts.size() == 1 ? texts[0].styleBits : -1;
+    };
+    EXPECT_EQ(bits("%%uABC%%u"), 2);
+    EXPECT_EQ(bits("%%UABC"), 2);
+    EXPECT_EQ(bits("%%oABC%%O"), 16);
+    EXPECT_EQ(bits("%%uAB%%uC"), 0);
+    EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, "%%uABC%%u")))), "'ABC'");
+}
+
+TEST_F(TextImport, CodePagesReadRight) {
+    const auto in = [](const std::string& page, const std::string& bytes,
+                       const std::string& version = "AC1015") {
+        return saidBy(importTexts(
+            dxf().header(version, {{9, "$DWGCODEPAGE"}, {3, page}}).entity("TEXT", textAt(0, 0, bytes))));
+    };
+    EXPECT_EQ(in("ANSI_1252", "\xC4\x80\xDF"), "'Ä€ß'");
+    EXPECT_EQ(in("ANSI_1251", "\xCF\xF0"), "'Пр'");
+    EXPECT_EQ(in("ANSI_1253", "\xD9"), "'Ω'");
+    EXPECT_EQ(in("ANSI_1250", "\xB3"), "'ł'");
+    EXPECT_EQ(in("ANSI_932", "\x83\x5C\x95\x5C%%c1"), "'ソ表Ø1'") << "a trail byte like a backslash";
+    EXPECT_EQ(in("ANSI_936", "\xC4\xE3"), "'你'");
+    EXPECT_EQ(in("ANSI_1252", "Größe 日本", "AC1021"), "'Größe 日本'") << "UTF-8, beyond the code page too";
+}
+
+TEST_F(TextImport, LongEmptyAndBrokenTexts) {
+    const std::string longText(2047, 'x');
+    EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, longText)))), "'" + longText + "'");
+    EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, longText + "yz")))), "'" + longText + "'");
+    EXPECT_TRUE(importTexts(oneText(textAt(0, 0, "   "))).empty());
+    EXPECT_TRUE(importTexts(oneText(textAt(0, 0, ""))).empty());
+    const auto noWidth = importTexts(oneText(textAt(0, 0, "abc") + DxfGroups{{41, "0"}}));
+    EXPECT_GT(noWidth.at(0).width, 1) << "a width factor of 0 counts as 1";
+    EXPECT_EQ(importTexts(oneText(textAt(0, 0, "abc") + DxfGroups{{51, "360"}})).at(0).slant, 0);
+}
+
+TEST_F(TextImport, BadAlignmentsAndHeightsAreReported) {
+    const auto result = importText(oneText(textAt(0, 0, "abc") + DxfGroups{{72, "6"}, {73, "-1"}})
+                                       .entity("TEXT", {{10, "0"}, {40, "1e20"}, {1, "gone"}})
+                                       .entity("TEXT", {{10, "0"}, {40, "-3"}, {1, "gone"}})
+                                       .text(),
+                                   textOptions());
+    EXPECT_EQ(result.stat, 0);
+    EXPECT_TRUE(result.hasMessage("Ungültige Textausrichtung (72=6)!"));
+    EXPECT_TRUE(result.hasMessage("Ungültige Textausrichtung (73=-1)!"));
+    EXPECT_TRUE(result.hasMessage("Texthöhe zu klein! Text wurde nicht erzeugt!"));
+    EXPECT_NE(result.dump.find("abc"), std::string::npos);
+    EXPECT_EQ(result.dump.find("gone"), std::string::npos);
+}
+
+TEST_F(TextImport, InAPlaneTurnedOverTheTextCoversItsPlaceAndReads) {
+    const auto texts =
+        importTexts(oneText(textAt(10, 0, "Hamburg") + DxfGroups{{210, "0"}, {220, "0"}, {230, "-1"}}));
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_NEAR(std::remainder(texts[0].angle, 6.283185307179586), 0, 1e-9);
+    EXPECT_AT(inkAt(texts[0], 1, 0), -10, 0) << "it ends where the mirrored one would begin";
+}
+
+TEST_F(TextImport, NumbersBeyondAllBoundsAreLeftOut) {
+    ImportOptions options = textOptions();
+    options.texts["$DxfMatrix"] = "0,1e300,1e300";
+    const auto result =
+        importText(oneText(textAt(0, 0, "abc") + DxfGroups{{30, "1e18"}})
+                       .entity("TEXT", textAt(1e18, 1e18, "far") + DxfGroups{{41, "1e19"}, {50, "1e18"}})
+                       .text(),
+                   options);
+    EXPECT_EQ(result.stat, 0);
+}
+
+} // namespace
