@@ -120,7 +120,7 @@ TEST(Section, TheReportSaysWhatBecameOfTheEntities) {
     EXPECT_EQ(report.codePage, 1250);
     EXPECT_EQ(report.insBase.z, 3);
     const auto isCount = [&](const char* name, long read, long drawnCount, long skipped) {
-        const DxEntityCount& count = report.entities.at(name);
+        const DxEntityTally& count = report.entities.at(name);
         return count.read == read && count.drawn == drawnCount && count.skipped == skipped;
     };
     EXPECT_TRUE(isCount("LINE", 2, 1, 1));
