@@ -19,13 +19,14 @@ namespace {
 
 constexpr double DEGREES = 57.29577951308232;
 
-/// A block's body as it is compared: names, handles and owners left out, since they differ between equal
-/// blocks.
+/// A block's body as it is compared: names, handles and owners without their values, which differ between
+/// equal blocks.
 std::string comparableBody(const DxLineList& pairs) {
     std::string body;
     for (const std::string& pair : pairs) {
         const int code = std::atoi(pair.c_str());
-        if (code != 2 && code != 5 && code != 330) body += pair;
+        const bool differs = code == 2 || code == 5 || code == 330;
+        body += differs ? pair.substr(0, pair.find('\n') + 1) : pair;
     }
     return body;
 }

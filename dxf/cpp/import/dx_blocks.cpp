@@ -55,7 +55,8 @@ void takeFromLayer(DX_BLOCK_TYPE& rec, const Given& given) {
         rec.lineType.assign(DxFirstLinetype());
 }
 
-/// The sections of an external reference's file up to its ENTITIES, and what stands behind them.
+/// The sections of an external reference's file up to its ENTITIES, which become the block's, and what stands
+/// behind them. Such a file may end behind its ENTITIES.
 int readReferencedFile(DX_BLOCK_TYPE& block) {
     int error = DxReadUntil(0, "SECTION");
     if (!error) error = DxIgnoreSections();
@@ -72,7 +73,8 @@ int readReferencedFile(DX_BLOCK_TYPE& block) {
     block.filePos = document.entitiesPos;
     error = DxReadUntil(0, "SECTION");
     if (!error) error = DxIgnoreSections();
-    return error ? error : DxReadObjectsSection();
+    if (!error) error = DxReadObjectsSection();
+    return error == END_OF_FILE ? 0 : error;
 }
 
 } // namespace
@@ -130,8 +132,7 @@ int DxReadXRefBlocks(DX_BLOCK_TYPE& block) {
     DX_SAVE save;
     DxSaveActPos(&save);
     if (!DxDocuments.open(block.path, "rb")) return NOT_OPENED;
-    int error = readReferencedFile(block);
-    if (error == END_OF_FILE) error = block.document->entitiesPos >= 0 ? 0 : error;
+    const int error = readReferencedFile(block);
     const int restored = DxRestoreActPos(&save);
     return error ? error : restored;
 }

@@ -14,6 +14,7 @@
 #include "../session/dx_scale.h"
 #include "../session/session_state.h"
 #include "../solid/dx_acds.h"
+#include "blocks_state.h"
 #include "ds.h"
 #include "dx_entity_walk.h"
 #include "dx_extents.h"
@@ -75,11 +76,30 @@ int walkSection(int message, bool measuring, const Mat44 m) {
     return DxDrawCAD("ENDSEC", m);
 }
 
+/// What a pass that was stopped within blocks leaves behind.
+void leaveBlocks() {
+    DxBlockLevel = 0;
+    DxBlockScaleX = DxBlockScaleY = DxBlockScaleZ = 1;
+    DxBlockRotation = 0;
+    DxTopBlock = nullptr;
+    DxPolylineOpen = 0;
+}
+
+/// A host that stops the measuring for its length, not for its user, says no when asked again: the extents so
+/// far will do.
+bool goesOn(int error) {
+    constexpr int longLoop = 16;
+    if (error != stoppedByUser || UoCheckAbort(longLoop)) return false;
+    leaveBlocks();
+    return true;
+}
+
 int measure(Space space, const Mat44 m) {
     DxCheckPass = 1;
     DxBlockLevel = 0;
     if (!DxIsExtentsUnInizialized()) return 0;
     int error = walkSection(5858, true, m);
+    if (goesOn(error)) error = 0;
     if (!error) error = finishSpace(space, m);
     startCounters(space);
     return error;

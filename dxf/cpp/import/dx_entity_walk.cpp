@@ -43,8 +43,7 @@ int handleEntity(std::string_view name, const DxEntityContext& context) {
     const DxEntityKind* kind = DxFindEntityKind(name);
     DxEntityTally* tally = tallyOf(kind, name);
     if (tally && DxCountEntities) ++tally->read;
-    if (!kind) return 0;
-    if (kind->run) {
+    if (kind && kind->run) {
         if (const int error = drawEntity(*kind, context, tally)) return error;
     } else if (name == "REGION" && DxModus == 2 && !DxCheckPass) {
         ++DxRegionCount;

@@ -117,16 +117,29 @@ int enterLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColo
     return DxCheckPass ? 0 : beginPattern(insert);
 }
 
-int drawBlock(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColour, const Mat44 m,
+int drawEntities(const DX_INSERT_TYPE& insert, const DX_BLOCK_TYPE& block, const Mat44 matrix,
+                 bool viewportsOnly) {
+    DxInsertLayer = insert.base.layer;
+    if (DxInsertLayer.empty()) DxInsertLayer.assign("0");
+    const char* end = block.flags & EXTERNAL_REFERENCE ? "ENDSEC" : "ENDBLK";
+    return viewportsOnly ? DxDrawVP(end, matrix) : DxDrawCAD(end, matrix);
+}
+
+/// The block's entities, then the INSERT's attributes: for both, ByBlock and layer 0 mean this INSERT.
+int drawLevel(DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColour, const Mat44 m,
               bool viewportsOnly) {
+    const Outer outer;
+    addPlacement(insert);
     Mat44 matrix;
     if (const int error = DxInsertBlockTrans(&insert, &block, m, matrix)) return error;
     int error = enterLevel(insert, block, layerColour);
+    const int attributePattern = DxBlockPatIndex; // INSERTs within the block have patterns of their own
+    if (!error) error = drawEntities(insert, block, matrix, viewportsOnly);
+    if (!error) error = outer.restorePattern();
     if (!error) {
-        DxInsertLayer = insert.base.layer;
-        if (DxInsertLayer.empty()) DxInsertLayer.assign("0");
-        const char* end = block.flags & EXTERNAL_REFERENCE ? "ENDSEC" : "ENDBLK";
-        error = viewportsOnly ? DxDrawVP(end, matrix) : DxDrawCAD(end, matrix);
+        outer.restoreScales();
+        DxBlockPatIndex = attributePattern;
+        error = DxInsertDrawAttribs(&insert, m);
     }
     --DxBlockLevel;
     return error;
@@ -174,18 +187,12 @@ int DxDrawInsert(DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
         DxProtoMsg(DxMsg(5703, DxHostText(rec->blockName.view()).c_str()), 1);
         return DxRestoreActPos(&save);
     }
-    const Outer outer;
-    addPlacement(*rec);
-    int error = drawBlock(*rec, *reference.block, layerColour, m, viewportsOnly != 0);
+    int error = drawLevel(*rec, *reference.block, layerColour, m, viewportsOnly != 0);
     if (!error) {
         if (!DxCheckPass) DxEntityDrawn = 1;
-        error = outer.restorePattern();
-        outer.restoreScales();
-        if (!error) error = DxInsertDrawAttribs(rec, m);
-        const int restored = DxRestoreActPos(&save);
-        if (!error) error = restored;
+        error = DxRestoreActPos(&save);
         reference.place->Disarm();
-    } else if (error == STOPPED && DxBlockLevel == 0) {
+    } else if (error == STOPPED && DxBlockLevel == 0 && !DxCheckPass) {
         reportStop(*reference.block);
     }
     if (DxTopBlock == reference.block && DxBlockLevel == 0) DxTopBlock = nullptr;

@@ -16,6 +16,7 @@
 namespace {
 
 constexpr int LINEAR = 16;
+constexpr int NO_CURVE = 3011; ///< the host's answer to a record that describes none: nothing to be drawn
 
 /// Points of the curve in world coordinates ahead of the shift, with their tangents.
 struct Samples {
@@ -66,8 +67,8 @@ int sampleCurve(const DX_SPLINE_TYPE& rec, const Mat44 m, bool& useArcs, Samples
     std::vector<int> spans;
     int count = 0;
     const int density = linear ? 1 : 2 * curve.get().order;
-    if (BsGetCurveUList(curve.get(), density, &parameters, &spans, &count) != 0)
-        return 0; // nothing to be drawn
+    if (const int error = BsGetCurveUList(curve.get(), density, &parameters, &spans, &count))
+        return error == NO_CURVE ? 0 : error;
     if (const int error = count > 0 ? DxNewElement(count) : 0) return error;
     for (int k = 0; k < count; ++k) {
         const auto i = static_cast<std::size_t>(k);
@@ -168,12 +169,16 @@ int DxDrawSpline(DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage) {
     Samples samples;
     const int error = hasCurve ? sampleCurve(*rec, m, useArcs, samples) : sampleFitPoints(*rec, m, samples);
     if (error || DxCheckPass) return error;
+    if (samples.points.size() < 2) {
+        if (!samples.points.empty()) DxLastPoint = samples.last;
+        return DxSetPenLt(pen, lineType);
+    }
     if (const int failed = DxStartDrawing(pen, lineType)) return failed;
     const auto info = static_cast<unsigned char>((rec->flags & 1) + 4);
-    if (samples.points.size() >= 2 && stage == 2)
+    if (stage == 2)
         if (const int failed = useArcs ? drawBiarcs(samples, info) : drawPolygon(samples, info))
             return failed;
-    if (!samples.points.empty()) DxLastPoint = samples.last;
+    DxLastPoint = samples.last;
     return 0;
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 using namespace host;
 
@@ -53,14 +54,30 @@ int SuVarGetString(const char* name, UtCString* value) {
     return UoGetMacVarS(name, value);
 }
 
+/// A question stands for so many entities of the file.
+static constexpr std::size_t entitiesAQuestion = 100;
+
+/// Blocks that insert blocks may hold more entities than anyone can read, and nothing of them need be drawn:
+/// as many entities as elements are allowed, without a new element, stop this pass over the file, but not
+/// the next.
+static bool readsWithoutEnd(Session& s) {
+    const std::size_t elements = openDrawing().elementCount;
+    const bool grew = std::exchange(s.elementsWhenAsked, elements) != elements;
+    s.idleQuestions = grew ? 0 : s.idleQuestions + 1;
+    if (s.idleQuestions <= s.maxElements / entitiesAQuestion) return false;
+    s.idleQuestions = 0;
+    return true;
+}
+
 int UoCheckAbort(int code) {
     constexpr int newRun = 11;
     Session& s = session();
     if (code == newRun) {
         s.elementLimitHit = false;
+        s.idleQuestions = 0;
         return 0;
     }
     if (openDrawing().elementCount > s.maxElements) s.elementLimitHit = true;
-    if (s.elementLimitHit) return 1;
+    if (s.elementLimitHit || readsWithoutEnd(s)) return 1;
     return s.wantsAbort && s.wantsAbort() ? 1 : 0;
 }

@@ -26,6 +26,8 @@ struct Session {
     std::function<bool()> wantsAbort;                  ///< asked by UoCheckAbort(16)
     std::size_t maxElements = 50'000'000; ///< more elements than this in the drawing count as an abort
     bool elementLimitHit = false;         ///< maxElements has stopped a run
+    std::size_t idleQuestions = 0;        ///< UoCheckAbort(16) asked so often while the drawing didn't grow
+    std::size_t elementsWhenAsked = 0;    ///< elements of the drawing at the last such question
     std::string language = "de";          ///< of the message catalogue
     /// Folders with cad_msg.<language>.txt, the first that has it counts; empty: the installation data under
     /// $HD_U/$HD_VE.
