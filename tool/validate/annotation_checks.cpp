@@ -115,10 +115,12 @@ std::string_view targetOf(int code) {
     }
 }
 
-void setTarget(Session& session, const Record& record, const Tag& tag) {
-    auto& pointers = session.model.pointers;
-    for (size_t i = pointers.size(); i-- > 0 && pointers[i].object == record.object;)
-        if (pointers[i].line == tag.line) pointers[i].wanted = targetOf(tag.code);
+/// First of the pointers that the record has noted so far; they are in the order of lines.
+size_t firstPointer(const Session& session, const Record& record) {
+    const auto& pointers = session.model.pointers;
+    size_t first = pointers.size();
+    while (first > 0 && pointers[first - 1].object == record.object) --first;
+    return first;
 }
 
 const Nesting* nestingOf(const Tag& tag) {
@@ -132,10 +134,14 @@ const Nesting* nestingOf(const Tag& tag) {
 void checkMultiLeader(Session& session, const Record& record) {
     int level = 0;
     bool style = false;
+    auto& pointers = session.model.pointers;
+    size_t pointer = firstPointer(session, record);
     for (Cursor cursor(record, "AcDbMLeader"); !cursor.atEnd(); cursor.step()) {
         const Tag& tag = cursor.tag();
         style = style || (level == 0 && tag.code == 340);
-        if (level == 0 && tag.code >= 340 && tag.code <= 345) setTarget(session, record, tag);
+        while (pointer < pointers.size() && pointers[pointer].line < tag.line) ++pointer;
+        if (level == 0 && pointer < pointers.size() && pointers[pointer].line == tag.line)
+            pointers[pointer].wanted = targetOf(tag.code);
         const Nesting* nesting = nestingOf(tag);
         if (!nesting) continue;
         if (level != nesting->level - nesting->opens) {

@@ -69,7 +69,7 @@ void checkSpline(Session& session, const Record& record) {
                             "neither control points nor at least 2 fit points");
         return;
     }
-    if (degree < 1) return;
+    if (degree < 1 || degree > 1000) return; // told already
     const auto points = static_cast<int64_t>(lists.points), knots = static_cast<int64_t>(lists.knots);
     if (points < degree + 1)
         session.out.add(Rule::CurveSizes, session.place, lists.points,
@@ -155,7 +155,7 @@ private:
     /// A count and `times` groups for each item; a point takes its other coordinates along.
     bool list(int countCode, int itemCode, int64_t times, int64_t& count) {
         const Tag& tag = cursor_.tag();
-        count = cursor_.integer();
+        count = std::min(cursor_.integer(), INT64_MAX / 4); // so that the product stays in range
         if (!cursor_.take(countCode)) {
             session_.out.add(Rule::GroupOrder, session_.at(tag), "group ", countCode, " expected");
             return false;

@@ -52,19 +52,31 @@ constexpr SectionRow kSections[] = {
 constexpr std::string_view kTables[] = {"LTYPE", "LAYER", "STYLE",    "VIEW",        "UCS",
                                         "VPORT", "APPID", "DIMSTYLE", "BLOCK_RECORD"};
 
-/// The value line behind the first line that is a text of its own.
-std::string_view lineBehind(std::string_view text, std::string_view wanted, size_t lines) {
-    for (size_t at = text.find(wanted); at != text.npos; at = text.find(wanted, at + 1)) {
-        size_t end = text.find('\n', at);
-        if (end == text.npos) return {};
-        if (trimmed(text.substr(at, end - at)).substr(0, wanted.size()) != wanted) continue;
-        for (size_t i = 1; i < lines; ++i) {
-            end = text.find('\n', end + 1);
-            if (end == text.npos) return {};
-        }
-        std::string_view line = text.substr(end + 1, std::min<size_t>(text.size() - end - 1, 256));
-        line = line.substr(0, line.find_first_of("\r\n"));
-        return trimmed(line);
+/// Whether a line begins at `at`, blanks apart, and the line before is the group code 9. Looks back a few
+/// bytes only.
+bool isVariableName(std::string_view text, size_t at) {
+    const size_t from = at < 24 ? 0 : at - 24;
+    std::string_view before = trimmed(text.substr(from, at - from));
+    const auto chop = [&](char c) {
+        const bool ends = !before.empty() && before.back() == c;
+        if (ends) before.remove_suffix(1);
+        return ends;
+    };
+    if (!chop('\n')) return false;
+    chop('\r');
+    before = trimmed(before);
+    return chop('9') && (trimmed(before).empty() || trimmed(before).back() == '\n');
+}
+
+/// The value of $ACADVER, wherever the header stands; empty without one.
+std::string_view findVersionText(std::string_view text) {
+    constexpr std::string_view name = "$ACADVER";
+    for (size_t at = text.find(name); at != text.npos; at = text.find(name, at + 1)) {
+        if (!isVariableName(text, at)) continue;
+        const size_t code = text.find('\n', at), value = code == text.npos ? code : text.find('\n', code + 1);
+        if (value == text.npos) return {};
+        const std::string_view line = text.substr(value + 1, 256);
+        return trimmed(line.substr(0, line.find_first_of("\r\n")));
     }
     return {};
 }
@@ -102,7 +114,7 @@ private:
     }
 
     void findVersion() {
-        session_.versionText = lineBehind(session_.text, "$ACADVER", 2);
+        session_.versionText = findVersionText(session_.text);
         for (const VersionRow& row : kVersions)
             if (row.text == session_.versionText) {
                 session_.version = row.version;

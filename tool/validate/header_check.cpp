@@ -6,6 +6,7 @@
 #include "value_checks.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace validate {
@@ -34,11 +35,21 @@ void forEachVariable(std::span<const Tag> tags, Use use) {
     }
 }
 
+std::unordered_map<std::string_view, size_t> indexVariables() {
+    std::unordered_map<std::string_view, size_t> index;
+    for (size_t i = 0; i < headerVariables().size(); ++i) index.try_emplace(headerVariables()[i].name, i);
+    return index;
+}
+
+/// The rows of a variable, none when it is unknown.
 std::span<const HeaderVariable> rowsOf(std::string_view name) {
-    const auto all = headerVariables();
-    const auto sameAs = [&](const HeaderVariable& row) { return row.name == name; };
-    const auto first = std::find_if(all.begin(), all.end(), sameAs);
-    return {first, std::find_if_not(first, all.end(), sameAs)};
+    static const auto index = indexVariables();
+    const auto found = index.find(name);
+    if (found == index.end()) return {};
+    const auto rest = headerVariables().subspan(found->second);
+    const auto end =
+        std::find_if(rest.begin(), rest.end(), [&](const auto& row) { return row.name != name; });
+    return {rest.begin(), end};
 }
 
 bool isActive(const Session& session, const HeaderVariable& row) {

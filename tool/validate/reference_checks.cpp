@@ -35,7 +35,10 @@ void checkOwnHandles(Session& session) {
 
 class OwnerCheck {
 public:
-    explicit OwnerCheck(Session& session) : session_(session), model_(session.model) {}
+    explicit OwnerCheck(Session& session) : session_(session), model_(session.model) {
+        for (const BlockRecord& record : model_.blockRecords)
+            recordNames_.emplace(record.object, record.name);
+    }
 
     void run() {
         for (uint32_t i = 0; i < model_.objects.size(); ++i)
@@ -116,23 +119,13 @@ private:
             wrong(index, owner, Level::Warning, "the record of its block");
             return;
         }
-        const std::string name = upperCase(recordName(owner));
+        const std::string name = upperCase(recordNames_[owner]);
         const bool model = name == "*MODEL_SPACE", paper = name.rfind("*PAPER_SPACE", 0) == 0;
         if (!model && !paper)
             wrong(index, owner, Level::Warning, "the record of the model or a paper");
         else if (paper != object.paper)
             session_.out.add(Rule::SpaceFlag, model_.placeOf(index), "the entity belongs to ", quoted(name),
                              paper ? " and lacks 67=1" : " and has 67=1");
-    }
-
-    std::string_view recordName(uint32_t owner) {
-        if (owner != lastOwner_) {
-            lastOwner_ = owner;
-            lastName_ = {};
-            for (const BlockRecord& record : model_.blockRecords)
-                if (record.object == owner) lastName_ = record.name;
-        }
-        return lastName_;
     }
 
     /// Each chain of owners ends; one that meets itself is told once.
@@ -153,8 +146,8 @@ private:
 
     Session& session_;
     Model& model_;
-    uint32_t root_ = kNone, lastOwner_ = kNone;
-    std::string_view lastName_{};
+    uint32_t root_ = kNone;
+    std::unordered_map<uint32_t, std::string_view> recordNames_; ///< of block records, by object
 };
 
 void checkPointers(Session& session) {

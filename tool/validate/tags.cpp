@@ -2,6 +2,7 @@
 
 #include "text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -70,8 +71,10 @@ std::string_view TagReader::takeLine() {
     return lineAt(text_, position_, position_);
 }
 
-bool TagReader::hasMore() const {
-    return text_.find_first_not_of(" \t\r\n\x1A", position_) != text_.npos;
+bool TagReader::hasMore() {
+    if (nextText_ < position_ || position_ == 0)
+        nextText_ = std::min(text_.find_first_not_of(" \t\r\n\x1A", position_), text_.size());
+    return nextText_ < text_.size();
 }
 
 bool TagReader::next(Tag& tag) {

@@ -33,7 +33,7 @@ public:
     bool next(Tag& tag);
 
     /// Whether something other than blanks and line ends is left.
-    bool hasMore() const;
+    bool hasMore();
 
     uint32_t line() const { return line_; }
 
@@ -45,7 +45,8 @@ private:
     std::string_view text_;
     Findings& findings_;
     size_t position_ = 0;
-    uint32_t line_ = 1; ///< of position_
+    size_t nextText_ = 0; ///< known place of something that is not blank
+    uint32_t line_ = 1;   ///< of position_
 };
 
 } // namespace validate
