@@ -9,6 +9,9 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <string>
+#include <string_view>
+#include <vector>
 
 using namespace host;
 
@@ -151,4 +154,13 @@ static void BM_SplineSample(benchmark::State& state) {
 }
 BENCHMARK(BM_SplineSample)->Arg(4)->Arg(51)->Unit(benchmark::kMillisecond);
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+    std::vector<char*> arguments(argv, argv + argc);
+    std::string quick = "--benchmark_min_time=0.001";
+    for (char*& argument : arguments)
+        if (std::string_view(argument) == "--smoke") argument = quick.data();
+    int count = argc;
+    benchmark::Initialize(&count, arguments.data());
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

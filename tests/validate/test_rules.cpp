@@ -277,8 +277,8 @@ TEST(Rules, EachHasAFault) {
         EXPECT_EQ(tested.count(rule.number), 1U) << rule.number;
 }
 
-INSTANTIATE_TEST_SUITE_P(Rules, OneFault, testing::ValuesIn(kFaults), [](const auto& info) {
-    return std::to_string(info.param.rule) + "_" + std::to_string(info.index);
+INSTANTIATE_TEST_SUITE_P(Rules, OneFault, testing::ValuesIn(kFaults), [](const auto& row) {
+    return std::to_string(row.param.rule) + "_" + std::to_string(row.index);
 });
 
 } // namespace
