@@ -61,8 +61,9 @@ void takeCodePage(std::string_view text) {
     constexpr std::string_view iso = "ISO8859-";
     constexpr int isoBase = 28590;
     const std::size_t digit = text.find_first_of("0123456789");
-    if (digit == std::string_view::npos) return;
-    if (beginsWithAnyCase(text, "ANSI")) {
+    if (digit == std::string_view::npos) {
+        // names no page by number
+    } else if (beginsWithAnyCase(text, "ANSI")) {
         DxCodePage = std::min(DxAtoi(text.substr(digit)), largest);
     } else if (beginsWithAnyCase(text, iso)) {
         DxCodePage = isoBase + std::clamp(DxAtoi(text.substr(iso.size())), 0, largest - isoBase);
