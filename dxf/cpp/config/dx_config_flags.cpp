@@ -123,9 +123,10 @@ void setLayerName(DxFlagSection& section, const std::string& value) {
 
 // ---- files ---------------------------------------------------------------------------------------------
 
-UtCString toPath(std::string value) {
-    std::replace(value.begin(), value.end(), '\\', '/');
-    return UoSubstOVPath(value);
+UtCString toPath(std::string_view value) {
+    std::string path = DxConfigText(value).str();
+    std::replace(path.begin(), path.end(), '\\', '/');
+    return UoSubstOVPath(path);
 }
 void setTemplateName(DxFlagSection&, const std::string& value) {
     DxTemplateName = toPath(value);

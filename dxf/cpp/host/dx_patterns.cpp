@@ -39,6 +39,19 @@ int DxNewPatCopyAllAttr(int unused) {
     return error ? error : UoCopyAllAttrs(old, DxActPat);
 }
 
+/// Gives the layers of pattern `from` pattern `to`. Entities of an external reference may stand on layers that
+/// a document around it rules over, so these are looked through as well.
+static void moveLayers(int from, int to) {
+    const auto move = [=](DxTables& tables) {
+        for (DX_LAYER_TYPE& layer : tables.layers)
+            if (layer.patIndex == from) layer.patIndex = to;
+    };
+    move(DxDocuments.currentTables());
+    const DxfDocument* const current = DxDocuments.current_;
+    for (DxfDocument* outer = current ? current->parent.Get() : nullptr; outer; outer = outer->parent.Get())
+        move(outer->tables);
+}
+
 /// The active pattern is full: goes on in a new one, at the point where the figure has got to.
 static int continueInNewPattern(int n) {
     const int oldIndex = DxActPatIndex;
@@ -49,8 +62,7 @@ static int continueInNewPattern(int n) {
     }
     if (const int error = DxNewPatCopyAllAttr(0)) return error;
     const int moved = DxCiElemAddElem(2, 0, 0, DxLastOutX, DxLastOutY, 0);
-    for (DX_LAYER_TYPE& layer : DxDocuments.currentTables().layers)
-        if (layer.patIndex == oldIndex) layer.patIndex = DxActPatIndex;
+    moveLayers(oldIndex, DxActPatIndex);
     DxPatTable[static_cast<std::size_t>(DxActPatIndex)].elements += n;
     return moved;
 }
