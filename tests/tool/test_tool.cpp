@@ -1,6 +1,6 @@
 // The command as a user meets it: what it prints, writes and returns.
 #include "dxf_text.h"
-#include "temp_dir.h"
+#include "tool_fixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,6 @@
 #include <filesystem>
 #include <random>
 #include <sstream>
-#include <sys/wait.h>
 
 namespace fs = std::filesystem;
 using nlohmann::json;
@@ -20,31 +19,6 @@ using testing::Not;
 using testing::StartsWith;
 
 namespace {
-
-struct Outcome {
-    int status = -1;
-    std::string out, err;
-};
-
-class Tool : public testing::Test {
-protected:
-    /// Runs the command in the test's folder.
-    Outcome run(const std::string& arguments,
-                const std::string& environment = "LC_ALL=C HD_WORK_DIR=") const {
-        const std::string line = "cd " + dir.path() + " && env -u HD_U -u HD_VE -u VE " + environment +
-                                 " " TORVA_TOOL " " + arguments + " >" + scratch.file("out") + " 2>" +
-                                 scratch.file("err");
-        const int status = std::system(line.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), scratch.read("out"),
-                scratch.read("err")};
-    }
-    json info(const std::string& arguments) const { return json::parse(run("info --json " + arguments).out); }
-    std::string dump(const std::string& arguments) const { return run("dump " + arguments).out; }
-
-    TempDir dir;
-    TempDir scratch; ///< beside, so that `dir` shows what the command leaves
-    const std::string bracket = TORVA_SOURCE_DIR "/examples/bracket.dxf";
-};
 
 DxfGroups lineFrom(double x, double y, const DxfGroups& more = {}) {
     DxfGroups groups = more;

@@ -1,0 +1,139 @@
+// Files that become files of another version.
+#include "dxf_text.h"
+#include "tool_fixture.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+const char* const FORMATS[] = {"ACAD32", "ACAD27", "ACAD24", "ACAD21", "ACAD18",
+                               "ACAD15", "ACAD14", "ACAD13", "EASY"};
+
+/// Groups of a layer or line-type record of a DXF text, a line each: "code value".
+std::string recordOf(const std::string& dxf, const std::string& kind, const std::string& name) {
+    std::istringstream in(dxf);
+    std::string code, value, record;
+    bool inside = false, found = false;
+    while (std::getline(in, code) && std::getline(in, value)) {
+        while (!value.empty() && value.back() == '\r') value.pop_back();
+        if (std::atoi(code.c_str()) == 0) {
+            if (found) return record;
+            inside = value == kind;
+            record.clear();
+        } else if (inside) {
+            found = found || (std::atoi(code.c_str()) == 2 && value == name);
+            record += std::to_string(std::atoi(code.c_str())) + " " + value + "\n";
+        }
+    }
+    return found ? record : "";
+}
+
+double number(const json& info, const char* key) {
+    return info["elements"][key].get<double>();
+}
+
+class Convert : public Tool {};
+
+} // namespace
+
+TEST_F(Convert, EveryVersionIsValidAndHoldsTheSameDrawing) {
+    const json before = info(bracket);
+    for (const char* format : FORMATS) {
+        const Outcome outcome = run("convert " + bracket + " out.dxf --format " + format);
+        ASSERT_EQ(outcome.status, 0) << format << outcome.err;
+        EXPECT_THAT(outcome.err, HasSubstr("17 hatches were not written."));
+        const Outcome judged = run("validate out.dxf");
+        EXPECT_EQ(judged.status, 0) << format << judged.out;
+        const json after = info("out.dxf");
+        EXPECT_EQ(number(after, "draw"), number(before, "draw")) << format;
+        EXPECT_GE(number(after, "arc"), number(before, "arc")) << format << ": splines leave as arcs";
+        for (int i = 0; i < 4; ++i)
+            EXPECT_NEAR(after["extents"][i].get<double>(), before["extents"][i].get<double>(), 1e-6)
+                << format;
+        const bool keepsUnit = std::string(format) != "ACAD13" && std::string(format) != "EASY";
+        if (keepsUnit) EXPECT_EQ(after["unit"], before["unit"]) << format;
+    }
+}
+
+TEST_F(Convert, LayersAndLineTypesStayWhatTheyWere) {
+    ASSERT_EQ(run("convert " + bracket + " new.dxf --format ACAD24").status, 0);
+    const std::string text = dir.read("new.dxf");
+    std::string source;
+    {
+        std::ifstream in(bracket);
+        std::ostringstream all;
+        all << in.rdbuf();
+        source = all.str();
+    }
+    const std::string centres = recordOf(text, "LAYER", "CENTRES");
+    EXPECT_NE(centres, "");
+    const std::string original = recordOf(source, "LAYER", "CENTRES");
+    const auto colour = original.substr(original.find("62 "), 10);
+    EXPECT_THAT(centres, HasSubstr("62 "));
+    EXPECT_EQ(std::atoi(centres.substr(centres.find("62 ") + 3).c_str()), std::atoi(colour.c_str() + 3));
+    const auto dashes = [&](const std::string& dxf) {
+        std::vector<double> list;
+        std::istringstream in(recordOf(dxf, "LTYPE", "CENTER"));
+        for (std::string line; std::getline(in, line);)
+            if (line.starts_with("49 ")) list.push_back(std::atof(line.c_str() + 3));
+        return list;
+    };
+    EXPECT_FALSE(dashes(text).empty());
+    EXPECT_THAT(dashes(text), testing::Pointwise(testing::DoubleNear(1e-9), dashes(source)));
+    EXPECT_THAT(dump("new.dxf"), HasSubstr("layer \"CENTRES\""));
+}
+
+TEST_F(Convert, TextsAndNamesOfAnyScriptArriveInEveryVersion) {
+    const std::string name = "W\u00E4nde \u4E2D";
+    dir.write("a.dxf", dxf()
+                           .header("AC1021")
+                           .entity("LINE", {{8, name}, {10, "0"}, {20, "0"}, {11, "5"}, {21, "0"}})
+                           .entity("TEXT", {{8, name}, {10, "1"}, {20, "1"}, {40, "2"}, {1, "\u00DC \u4E2D"}})
+                           .text());
+    const std::string before = dump("a.dxf");
+    ASSERT_THAT(before, AllOf(HasSubstr(name), HasSubstr("\u00DC \u4E2D")));
+    for (const char* format : {"ACAD32", "ACAD21", "ACAD18", "ACAD15"}) {
+        ASSERT_EQ(run(std::string("convert a.dxf b.dxf --format ") + format).status, 0);
+        EXPECT_EQ(run("validate b.dxf").status, 0) << format << run("validate b.dxf").out;
+        EXPECT_THAT(dump("b.dxf"), AllOf(HasSubstr(name), HasSubstr("\u00DC \u4E2D"))) << format;
+    }
+    ASSERT_EQ(run("convert a.dxf r12.dxf --format ACAD12").status, 0);
+    EXPECT_EQ(run("validate r12.dxf").status, 0) << run("validate r12.dxf").out;
+    EXPECT_THAT(dump("r12.dxf"), HasSubstr("layer \"WANDE__\""))
+        << "short names have capitals without accents";
+}
+
+TEST_F(Convert, ExportOfADrawingFileGivesTheSameFile) {
+    ASSERT_EQ(run("import " + bracket + " -o b.tdw").status, 0);
+    const Outcome outcome = run("export b.tdw b.dxf --format ACAD27");
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(info("b.dxf")["version"], "AC1027");
+    EXPECT_EQ(info("b.dxf")["elements"]["draw"], info(bracket)["elements"]["draw"]);
+    EXPECT_EQ(run("validate b.dxf").status, 0);
+}
+
+TEST_F(Convert, FoldersAndWrongUsage) {
+    fs::copy(bracket, dir.file("x.dxf"));
+    fs::copy(bracket, dir.file("y.dxf"));
+    ASSERT_EQ(run("convert x.dxf y.dxf -d out --jobs 2 --format ACAD12 -q").status, 0);
+    EXPECT_TRUE(fs::exists(dir.file("out/x.dxf")));
+    EXPECT_EQ(info("out/y.dxf")["version"], "AC1009");
+    const std::string kept = dir.read("x.dxf");
+    for (const char* wrong :
+         {"convert x.dxf", "convert x.dxf x.dxf", "convert x.dxf -d .", "convert x.dxf o.dxf --format R12"})
+        EXPECT_EQ(run(wrong).status, 2) << wrong;
+    EXPECT_EQ(dir.read("x.dxf"), kept);
+    EXPECT_EQ(run("convert x.dxf none/o.dxf").status, 1) << "no such folder";
+    EXPECT_EQ(run("convert missing.dxf o.dxf").status, 1);
+    EXPECT_FALSE(fs::exists(dir.file("o.dxf")));
+}
