@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 
@@ -82,13 +83,14 @@ static SourceScan scanFile(const std::string& path, const TemporaryFolder& folde
     return scan;
 }
 
-/// Copies standard input to a file, for the module reads files.
-static std::string spoolStandardInput(const TemporaryFolder& folder) {
+/// Copies what can be read once only to a file, for it is looked at more than once.
+static std::string spool(FILE* from, const TemporaryFolder& folder) {
+    if (!from) return {};
     const std::string path = folder.file("stdin.dxf");
     std::ofstream out(path, std::ios::binary);
     std::vector<char> buffer(1 << 16);
     for (;;) {
-        const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stdin);
+        const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), from);
         if (count == 0) break;
         out.write(buffer.data(), static_cast<std::streamsize>(count));
     }
@@ -190,9 +192,17 @@ void Loading::importDxf(const std::string& path) {
 Loaded Loading::run(const std::string& input) {
     const auto start = std::chrono::steady_clock::now();
     prepareSession();
-    const std::string path = input == "-" ? spoolStandardInput(folder_) : input;
+    std::string path = input;
+    std::error_code error;
+    if (input == "-") {
+        path = spool(stdin, folder_);
+    } else if (std::filesystem::is_fifo(input, error)) {
+        FILE* pipe = UtFileOpen(input, "rb");
+        path = spool(pipe, folder_);
+        if (pipe) UtFileClose(pipe);
+    }
     if (path.empty()) {
-        loaded_.error = "Can't read standard input";
+        loaded_.error = "Can't read " + (input == "-" ? "standard input" : input);
     } else if (isDrawingFile(path)) {
         loaded_.error = host::loadDrawing(host::openDrawing(), path);
     } else {

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <random>
 #include <sstream>
+#include <thread>
 
 namespace fs = std::filesystem;
 using nlohmann::json;
@@ -218,6 +219,12 @@ TEST_F(Tool, StandardInputIsRead) {
     const json b = json::parse(run("info --json - <" + bracket).out);
     EXPECT_EQ(b["file"], "-");
     EXPECT_EQ(b["entities"], info(bracket)["entities"]);
+    ASSERT_EQ(
+        std::system(
+            ("mkfifo " + dir.file("pipe") + " && cat " + bracket + " >" + dir.file("pipe") + " &").c_str()),
+        0);
+    while (!fs::exists(dir.file("pipe"))) std::this_thread::yield();
+    EXPECT_EQ(info("pipe")["entities"], b["entities"]) << "a pipe can be read once only";
 }
 
 TEST_F(Tool, FolderOfTheUserIsNotLittered) {
