@@ -5,6 +5,7 @@
 
 /// Walks the objects of one class in a pattern. First aims the cursor (which stands on a pattern) at the
 /// first object, Next at the following one; 1005 behind the last. Count gives their number.
+// NOLINTBEGIN(bugprone-macro-parentheses): a class name can't stand in parentheses
 #define TORVA_OBJECT_CLASS(Name)                                                                             \
     class Name {                                                                                             \
     public:                                                                                                  \
@@ -23,4 +24,5 @@ TORVA_OBJECT_CLASS(CiArrow);
 TORVA_OBJECT_CLASS(CiBitmap);
 TORVA_OBJECT_CLASS(Ci3d);
 
+// NOLINTEND(bugprone-macro-parentheses)
 #undef TORVA_OBJECT_CLASS
