@@ -68,6 +68,29 @@ static bool measure(const char* what, const std::string& dxf, double expected) {
     return host::session().numbers["&DxfStat"] == 0 && made == expected;
 }
 
+/// 20 levels of blocks that each insert the next 10 times: how long until the host's limit stops it.
+static bool explode(std::size_t limit) {
+    std::string blocks;
+    for (int level = 0; level < 20; ++level) {
+        blocks += "  0\nBLOCK\n  8\n0\n  2\nB" + std::to_string(level) + "\n";
+        for (int i = 0; i < 10; ++i) addInsert(blocks, "B" + std::to_string(level + 1), i);
+        blocks += "  0\nENDBLK\n";
+    }
+    addBlock(blocks, "B20", 1);
+    std::string entities;
+    addInsert(entities, "B0", 0);
+    const bench::TempFile settings("torva-bench-config", "#EOF\n", ".dxd");
+    const bench::TempFile file("torva-bench-explosion", drawingOf(blocks, entities));
+    host::resetSession();
+    host::session().maxElements = limit;
+    host::session().texts["$DxfConfig"] = settings.path();
+    const double seconds = bench::secondsOf(1, [&] { DxfSelect(0, DX_IMPORT_2D, file.path().c_str()); });
+    const double stat = host::session().numbers["&DxfStat"];
+    std::printf("explosion, limit %9zu elements: %7.3f s, outcome %g, %zu elements\n", limit, seconds, stat,
+                host::openDrawing().elementCount);
+    return stat == 9009;
+}
+
 int main(int argc, char** argv) {
     const bool smoke = argc > 1 && std::strcmp(argv[1], "--smoke") == 0;
     setenv("HD_WORK_DIR", std::filesystem::temp_directory_path().c_str(), 0);
@@ -89,8 +112,8 @@ int main(int argc, char** argv) {
         addBlock(blocks, name, 1);
         addInsert(entities, name, i);
     }
-    return measure("definitions, each inserted once", drawingOf(blocks, entities),
-                   double(definitions) * elementsALine)
-               ? 0
-               : 1;
+    if (!measure("definitions, each inserted once", drawingOf(blocks, entities),
+                 double(definitions) * elementsALine))
+        return 1;
+    return explode(smoke ? 50'000 : 50'000'000) ? 0 : 1;
 }

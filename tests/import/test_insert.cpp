@@ -203,7 +203,7 @@ TEST(BlockPatterns, EachInsertHasItsOwnWithItsAttributes) {
                        .entity("INSERT", insertOf("OUT", 0, 0, {{66, "1"}}) + attrib("MINE", "v"))
                        .raw({{0, "SEQEND"}});
     const std::string dump = importText(text.text(), options).dump;
-    EXPECT_EQ(count(dump, "block=") + count(dump, "block "), 2) << dump;
+    EXPECT_EQ(count(dump, "attribute \"block\""), 2) << dump;
     EXPECT_LT(dump.find("dxf::MINE"), dump.find("draw 1 0")) << "on the outer INSERT's pattern\n" << dump;
 }
 
@@ -268,7 +268,7 @@ TEST(Explosion, StopsInBothPassesAndKeepsWhatWasDrawn) {
     host::resetSession();
     EXPECT_EQ(result.stat, 9009);
     EXPECT_TRUE(result.hasLine("Stopped while block B0 was drawn.")) << result.protocol;
-    EXPECT_GT(count(result.dump, "draw "), 9000);
+    EXPECT_GT(count(result.dump, "draw "), 5000);
     EXPECT_LT(count(result.dump, "draw "), 12000) << "a line is two elements";
 }
 

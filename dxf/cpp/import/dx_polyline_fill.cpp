@@ -94,7 +94,7 @@ void removePattern(int pat) {
 int moveToKept(int pat) {
     int count = 0;
     if (const int error = UoElemS(27, pat, &count)) return error;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < std::max(count, 1); ++i) // a fill alone keeps its pattern too
         if (const int error = DxNewElement(1)) return error;
     int code = 8;
     int target = DxActPat;
