@@ -131,6 +131,25 @@ TEST(Section, TheReportSaysWhatBecameOfTheEntities) {
     EXPECT_TRUE(DxGetImportReport().entities.empty()) << "each import starts a new report";
 }
 
+TEST(Section, TheReportCountsPartsWithTheirWhole) {
+    const DxfGroups vertex = DxfGroups{{0, "VERTEX"}} + at(10, {1, 2});
+    const DxfGroups parts = vertex + at(20, {5}) + vertex + DxfGroups{{0, "SEQEND"}};
+    importText(dxf()
+                   .header("AC1015")
+                   .block("B", DxfGroups{{0, "LINE"}} + line(1, 2) + DxfGroups{{0, "CIRCLE"}})
+                   .entity("POLYLINE", parts)
+                   .entity("POLYLINE", DxfGroups{{67, "1"}} + parts)
+                   .entity("INSERT", DxfGroups{{2, "B"}, {66, "1"}, {0, "ATTRIB"}, {0, "SEQEND"}})
+                   .text());
+    const auto counts = DxGetImportReport().entities;
+    EXPECT_EQ(counts.at("VERTEX").read, 4);
+    EXPECT_EQ(counts.at("VERTEX").drawn, 2);
+    EXPECT_EQ(counts.at("SEQEND").read, 3);
+    EXPECT_EQ(counts.at("ATTRIB").read, 1);
+    EXPECT_EQ(counts.at("INSERT").drawn, 1) << "its line is drawn, though its circle has no size";
+    EXPECT_EQ(counts.count("LINE"), 0u) << "what stands in blocks isn't counted";
+}
+
 TEST(Section, TheUserIsAskedEveryHundredEntities) {
     DxfText text = dxf().header("AC1015");
     for (int i = 0; i < 150; ++i) text.entity("LINE", line(i, i + 1));

@@ -4,6 +4,8 @@
 #include "import_state.h"
 #include "uo.h"
 
+#include <iterator>
+
 namespace {
 
 constexpr int entitiesBetweenAbortQuestions = 100;
@@ -24,11 +26,16 @@ DxEntityTally* tallyOf(const DxEntityKind* kind, std::string_view name) {
     return &others[others.size() < unknownNamesKept ? std::string(name) : std::string("…")];
 }
 
-/// Runs a kind and notes what became of the entity.
+/// Runs a kind and notes what became of the entity and its parts. Entities inside blocks go to the credit of
+/// the INSERT that stands in the section.
 int drawEntity(const DxEntityKind& kind, const DxEntityContext& context, DxEntityTally* tally) {
+    if (!tally) return kind.run(context);
     DxEntityDrawn = 0;
+    DxEntityPartCount = 0;
     const int error = kind.run(context);
-    if (tally && DxEntityDrawn) ++tally->drawn;
+    if (!DxEntityDrawn) return error;
+    ++tally->drawn;
+    for (int i = 0; i < DxEntityPartCount; ++i) DxEntityParts[i].tally->drawn += DxEntityParts[i].count;
     return error;
 }
 
@@ -72,6 +79,17 @@ const DxEntityKind* DxFindEntityKind(std::string_view name) {
         if (kind.name == name) return &kind;
     }
     return nullptr;
+}
+
+void DxCountPart(std::string_view name) {
+    DxEntityTally* const tally = tallyOf(DxFindEntityKind(name), name);
+    if (!tally) return;
+    if (DxCountEntities) ++tally->read;
+    int i = 0;
+    while (i < DxEntityPartCount && DxEntityParts[i].tally != tally) ++i;
+    if (i == static_cast<int>(std::size(DxEntityParts))) return;
+    if (i == DxEntityPartCount) DxEntityParts[DxEntityPartCount++] = {tally, 0};
+    ++DxEntityParts[i].count;
 }
 
 int DxDrawCAD(const char* end, const Mat44 m) {

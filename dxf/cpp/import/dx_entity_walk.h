@@ -72,6 +72,10 @@ void DxSetEntityKinds(std::span<const DxEntityKind> kinds);
 /// The kind of that name, null for anything else.
 const DxEntityKind* DxFindEntityKind(std::string_view name);
 
+/// A reader calls this behind the group 0 of an entity that it reads as part of its own, such as a vertex:
+/// the report counts it too, as drawn if the whole is.
+void DxCountPart(std::string_view name);
+
 /// Reads and draws entities until a group 0 equal to `end` ("ENDSEC" or "ENDBLK"). 0, an error of a reader or
 /// draw function, or 9009 when the user stopped.
 int DxDrawCAD(const char* end, const Mat44 m);

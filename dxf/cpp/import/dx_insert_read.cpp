@@ -53,9 +53,11 @@ int readAttributes(DX_INSERT_TYPE& rec) {
     for (;;) {
         if (const int error = nextZero(pair)) return error;
         if (pair.text == "ATTRIB") {
+            DxCountPart(pair.text);
             rec.attribs.emplace_back();
             if (const int error = DxReadAttrib(&rec.attribs.back())) return error;
         } else if (pair.text == "SEQEND") {
+            DxCountPart(pair.text);
             if (const int error = nextZero(pair)) return error;
             break;
         } else if (endsAttributes(pair.text)) {

@@ -1,6 +1,7 @@
 // Readers of POLYLINE, VERTEX and LWPOLYLINE.
 #include "../config/config_state.h"
 #include "dx_entity_base.h"
+#include "dx_entity_walk.h"
 #include "dx_polyline_import.h"
 
 #include <algorithm>
@@ -144,6 +145,7 @@ int nextEntity(bool& isVertex) {
         if (const int error = DxReadPair(pair, 161, DxShowsPercent())) return error;
     } while (pair.code != 0);
     isVertex = pair.text == "VERTEX";
+    if (isVertex || pair.text == "SEQEND") DxCountPart(pair.text);
     return 0;
 }
 

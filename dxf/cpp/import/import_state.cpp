@@ -19,6 +19,8 @@ std::size_t DxKindCount = 0;
 std::uint8_t DxKindSlots[256] = {};
 DxTable<DxEntityTally> DxKindTally;
 
+DX_ENTITY_PARTS DxEntityParts[4] = {};
+int DxEntityPartCount = 0;
 int DxCountEntities = 0;
 DxImportReport DxReport;
 
@@ -33,6 +35,7 @@ void DxResetImportState() {
     DxPolylineOpen = 0;
     DxAbortCount = 0;
     DxEntityDrawn = 0;
+    DxEntityPartCount = 0;
     DxImportedObjects.free();
     DxResetImportReport();
 }

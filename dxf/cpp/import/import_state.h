@@ -15,6 +15,12 @@ struct DxEntityKind;
 inline constexpr double DX_UNKNOWN_MIN = 2147483647.0;
 inline constexpr double DX_UNKNOWN_MAX = -2147483648.0;
 
+/// Entities that belong to the one that is read, such as vertices, and where they are counted.
+struct DX_ENTITY_PARTS {
+    DxEntityTally* tally;
+    long count;
+};
+
 /// One level of INSERT expansion; entry 0 is the section itself.
 struct DX_INSERT_LEVEL {
     DX_NAME blockName;
@@ -42,8 +48,10 @@ extern std::uint8_t DxKindSlots[256]; ///< hash of a name → index + 1, 0 empty
 extern DxTable<DxEntityTally> DxKindTally; ///< counts of the kinds, by index
 
 // ---- report ------------------------------------------------------------------------------------------
-extern int DxCountEntities;     ///< 1 in the first drawing pass of a file: entities met are counted
-extern DxImportReport DxReport; ///< without the kinds of DxKinds, which DxKindTally counts
+extern DX_ENTITY_PARTS DxEntityParts[4]; ///< of the entity of the section that is read
+extern int DxEntityPartCount;            ///< entries in use
+extern int DxCountEntities;              ///< 1 in the first drawing pass of a file: entities met are counted
+extern DxImportReport DxReport;          ///< without the kinds of DxKinds, which DxKindTally counts
 
 /// Start values of all of the above but the kinds.
 void DxResetImportState();
