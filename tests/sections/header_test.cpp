@@ -30,7 +30,7 @@ TEST(Header, NamesTheCodePage) {
     EXPECT_EQ(codePage("iso8859-2"), 28592);
     EXPECT_EQ(codePage("dos850"), 1252);
     EXPECT_LE(codePage("ANSI_99999999999"), 65535);
-    EXPECT_EQ(importHeader({{9, "$DWGCODEPAGE"}, {3, "none"}}).protocol.find("CODEPAGE"), std::string::npos);
+    EXPECT_TRUE(importHeader({{9, "$DWGCODEPAGE"}, {3, "none"}}).hasLine("CODEPAGE: none"));
 }
 
 TEST(Header, APlanePointDoesNotSwallowTheNextVariable) {

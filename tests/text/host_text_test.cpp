@@ -94,7 +94,7 @@ TEST_F(HostText, WidthsComeFromTablesForNumbersAndFromFilesForFaces) {
 
 TEST_F(HostText, AMissingFaceIsToldOnce) {
     parm_.font = 0;
-    parm_.spacing = 1; // the substitute's characters are narrower, the spaces between them are not
+    parm_.spacing = 1;
     parm_.face = "Arial Narrow";
     const double narrow = widthOf("abc");
     widthOf("def");

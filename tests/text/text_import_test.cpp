@@ -190,7 +190,7 @@ TEST_F(TextImport, InAPlaneTurnedOverTheTextCoversItsPlaceAndReads) {
         importTexts(oneText(textAt(10, 0, "Hamburg") + DxfGroups{{210, "0"}, {220, "0"}, {230, "-1"}}));
     ASSERT_EQ(texts.size(), 1u);
     EXPECT_NEAR(std::remainder(texts[0].angle, 6.283185307179586), 0, 1e-9);
-    EXPECT_AT(inkAt(texts[0], 1, 0), -10, 0); // it ends where the mirrored one would begin
+    EXPECT_AT(inkAt(texts[0], 1, 0), -10, 0); // it ends where the mirrored one begins
 }
 
 TEST_F(TextImport, NumbersBeyondAllBoundsAreLeftOut) {

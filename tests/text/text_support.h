@@ -40,6 +40,11 @@ inline ImportOptions textOptions() {
     options.numbers["&DxfInsbase"] = 1;
     std::ifstream keep(std::string(TORVA_SOURCE_DIR) + "/int/dxf/dflt/keep.dxd");
     options.config = std::string(std::istreambuf_iterator<char>(keep), {});
+    std::string pens;
+    for (int color = 1; color <= 255; ++color)
+        pens += std::to_string(color) + "|" + std::to_string(color) + "\n";
+    for (const char* section : {"#PEN-DXF-TO-CAD\n255\n", "#FILL-DXF-TO-CAD\n255\n"})
+        options.config.insert(options.config.rfind("#EOF"), section + pens);
     return options;
 }
 

@@ -30,12 +30,12 @@ public:
 
     void run() {
         while (pos_ < in_.size()) {
-            switch (const char c = in_[pos_]) {
+            switch (in_[pos_]) {
             case '{':
             case '}': ++pos_; break;
             case '^': caret(); break;
             case '\\': code(); break;
-            default: text() += c; ++pos_;
+            default: put(in_.substr(pos_++, 1));
             }
         }
     }
@@ -49,6 +49,15 @@ private:
     static const std::array<Row, 20> rows;
 
     std::string& text() { return block_.current().text; }
+
+    /// Appends characters; lines along the text that are on go on in a new run.
+    void put(std::string_view characters) {
+        if (text().empty()) {
+            for (const LineState& line : lines_)
+                if (line.isOn) text() += line.sequence;
+        }
+        text() += characters;
+    }
     std::string_view rest() const { return in_.substr(std::min(pos_, in_.size())); }
 
     /// "^" and a letter stand for a control character; "^ " is the sign itself.
@@ -56,10 +65,10 @@ private:
         const char next = pos_ + 1 < in_.size() ? in_[pos_ + 1] : 0;
         pos_ += 2;
         switch (next) {
-        case 'I': text() += '\t'; break;
+        case 'I': put("\t"); break;
         case 'J': endParagraph(); break;
         case 'M': break;
-        case ' ': text() += '^'; break;
+        case ' ': put("^"); break;
         default: text() += '^'; --pos_;
         }
         pos_ = std::min(pos_, in_.size());
@@ -70,7 +79,7 @@ private:
         const Row* row = std::find_if(std::begin(rows), std::end(rows),
                                       [&](const Row& r) { return r.letter == upper(letter); });
         if (row == std::end(rows)) {
-            text().append(rest().substr(0, 2));
+            put(rest().substr(0, 2));
             pos_ = std::min(pos_ + 2, in_.size());
             return;
         }
@@ -85,31 +94,38 @@ private:
 
     // ---- characters ----------------------------------------------------------------------------------
 
-    void literal(char letter) { text() += letter; }
-    void blank(char /*letter*/) { text() += ' '; }
+    void literal(char letter) { put({&letter, 1}); }
+    void blank(char /*letter*/) { put(" "); }
 
     void escape(char letter) {
         const bool isWhole = rest().size() >= 5 && rest()[0] == '+';
         if (isWhole && letter == 'U' && rest().starts_with("+2205")) {
-            text() += "%%c"; // the sign for a diameter that drawing programs use
+            put("%%c"); // the sign for a diameter that drawing programs use
         } else {
-            text() += '\\';
-            text() += letter;
+            put("\\");
+            literal(letter);
             if (!isWhole) return;
-            text().append(rest().substr(0, 5));
+            put(rest().substr(0, 5));
         }
         pos_ += 5;
     }
 
     // ---- lines along the text ------------------------------------------------------------------------
 
-    void switchLine(char letter, std::string_view sequence) {
+    struct LineState {
+        std::string_view sequence;
+        bool isOn = false;
+    };
+
+    void switchLine(char letter, LineState& line) {
         const bool isOn = letter == upper(letter);
-        if (isOn || !text().empty()) text() += sequence;
+        if (isOn == line.isOn) return;
+        line.isOn = isOn;
+        if (!text().empty()) text() += line.sequence;
     }
-    void underlined(char letter) { switchLine(letter, underline); }
-    void overlined(char letter) { switchLine(letter, overline); }
-    void struck(char letter) { switchLine(letter, strike); }
+    void underlined(char letter) { switchLine(letter, lines_[0]); }
+    void overlined(char letter) { switchLine(letter, lines_[1]); }
+    void struck(char letter) { switchLine(letter, lines_[2]); }
 
     // ---- format --------------------------------------------------------------------------------------
 
@@ -152,7 +168,12 @@ private:
     }
     void oblique(char letter) { setFactor(letter, &DX_TEXT_TYPE::oblique, false); }
     void width(char letter) { setFactor(letter, &DX_TEXT_TYPE::widthFactor, false); }
-    void tracking(char letter) { setFactor(letter, &DX_TEXT_TYPE::charSpacing, true); }
+    /// 1 is the font's own spacing.
+    void tracking(char letter) {
+        setFactor(letter, &DX_TEXT_TYPE::charSpacing, true);
+        double& spacing = block_.current().charSpacing;
+        if (std::fabs(spacing - 1.0) <= sameValue) spacing = -1.0;
+    }
 
     /// "\C" gives a colour of the palette, "\c" a true one with blue first.
     void color(char letter) {
@@ -194,12 +215,11 @@ private:
             list.remove_prefix(1);
             if (letter == 'q' && !list.empty()) {
                 justification = list.front() == 'c' ? 1 : list.front() == 'r' ? 2 : 0;
+                list.remove_prefix(1);
             } else if (letter == 'b') {
-                const double value = DxfReadConvDouble(list.substr(0, list.find(',')));
+                const double value = DxfReadConvDouble(list);
                 if (value > 0) paraSpace_ = value;
             }
-            list.remove_prefix(std::min(list.find_first_of(",x"), list.size()));
-            while (!list.empty() && (list.front() == ',' || list.front() == 'x')) list.remove_prefix(1);
         }
         pos_ += end;
         while (pos_ < in_.size() && in_[pos_] == ';') ++pos_;
@@ -245,7 +265,7 @@ private:
             stackParts(content.substr(0, separator), content.substr(below), content[separator] == '/');
         } else if (content.find('#') != std::string_view::npos) {
             skipThrough(end);
-            for (const char c : content) text() += c == '#' ? '/' : c;
+            for (const char c : content) literal(c == '#' ? '/' : c);
         }
     }
 
@@ -302,6 +322,7 @@ private:
     std::string_view startFont_;
     DxMtextBlock& block_;
     std::size_t pos_ = 0;
+    std::array<LineState, 3> lines_{{{underline}, {overline}, {strike}}};
     double paraSpace_ = -1.0;
     bool hasProperties_ = false;
 };
@@ -318,17 +339,19 @@ constexpr std::array<Scanner::Row, 20> Scanner::rows{{
 
 } // namespace
 
-int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces) {
+int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces, bool isMirrored) {
     const DxCharset& charset = DxTextGetCharset(text->style.view(), {});
     const std::string startFont(charset.fontFile.view());
     if (charset.font != 0) DxTextGetFontIndex(startFont);
     DxMtextFlatten(text->text, {text->base.color, startFont, false, text->height, text->oblique, 1.0, 1.0});
-    text->text += "\\P";
+    const std::size_t lastOther = text->text.find_last_not_of('\\');
+    const std::size_t backslashes = text->text.size() - (lastOther == std::string::npos ? 0 : lastOther + 1);
+    text->text += backslashes % 2 ? "\\\\P" : "\\P"; // one at the very end stands for itself
     RPT3 insertion = text->point;
     Mat44 toWorld, toObject;
     DxArbaxis(text->extrusion[0], text->extrusion[1], text->extrusion[2], toWorld);
     if (Mt44Invert(toWorld, toObject) == 0) DxTrans3DRpt(&insertion, toObject);
-    DxMtextBlock block(*text);
+    DxMtextBlock block(*text, isMirrored);
     Scanner(*text, text->text, startFont, block).run();
     *pieces = block.place(insertion);
     return 0;

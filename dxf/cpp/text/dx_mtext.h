@@ -8,8 +8,9 @@
 #include <vector>
 
 /// Lays out an MTEXT: each piece is a TEXT in object coordinates, aligned as the MTEXT is attached. `text` is
-/// changed: its string is flattened and "\P" appended. 0.
-int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces);
+/// changed: its string is flattened and "\P" appended. `isMirrored` says that the plane is turned over on its
+/// way to the drawing: the block is then laid out so that it covers its place and can be read. 0.
+int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces, bool isMirrored = false);
 
 /// What format codes change.
 struct DxMtextFormat {

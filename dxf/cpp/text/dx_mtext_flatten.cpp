@@ -16,9 +16,13 @@ constexpr std::size_t byteLimit = 4 * DX_MTEXT_LIMIT;
 
 enum Change : std::size_t { Color, Font, Height, Oblique, Tracking, Width, ChangeCount };
 
+/// Codes that switch a line along the text on; the lower-case letters switch it off.
+constexpr std::string_view lineCodes = "LOK";
+
 /// A group that is open: what ruled at its start, and what it has changed.
 struct Group {
     DxMtextFormat start;
+    std::array<bool, lineCodes.size()> lines{}; ///< which lines along the text were on
     std::array<bool, ChangeCount> changed{};
 };
 
@@ -30,7 +34,7 @@ bool isDroppedFont(std::string_view name) {
 class Flattener {
 public:
     Flattener(std::string_view text, const DxMtextFormat& start) : in_(text), now_(start) {
-        groups_.push_back({start, {}});
+        groups_.push_back({start, {}, {}});
     }
 
     std::string run() {
@@ -51,7 +55,7 @@ public:
 private:
     void open() {
         ++pos_;
-        groups_.push_back({now_, {}});
+        groups_.push_back({now_, lines_, {}});
     }
 
     /// A brace that closes nothing is passed over.
@@ -72,6 +76,11 @@ private:
         if (group.changed[Oblique]) out_ += UtFormat("\\Q%f;", f.oblique).str();
         if (group.changed[Tracking]) out_ += UtFormat("\\T%f;", f.tracking).str();
         if (group.changed[Width]) out_ += UtFormat("\\W%f;", f.width).str();
+        for (std::size_t i = 0; i < lines_.size(); ++i) {
+            if (lines_[i] == group.lines[i]) continue;
+            out_ += {'\\', static_cast<char>(group.lines[i] ? lineCodes[i] : lineCodes[i] | 0x20)};
+        }
+        lines_ = group.lines;
     }
 
     void mark(Change change) { groups_.back().changed[change] = true; }
@@ -89,10 +98,15 @@ private:
         case 'Q': takeNumber(rest, now_.oblique, Oblique); break;
         case 'T': takeNumber(rest, now_.tracking, Tracking); break;
         case 'W': takeNumber(rest, now_.width, Width); break;
-        default: break;
+        default: takeLine(letter); break;
         }
         out_.append(in_.substr(pos_, 2));
         pos_ += 2;
+    }
+
+    void takeLine(char letter) {
+        const std::size_t i = lineCodes.find(static_cast<char>(letter & ~0x20));
+        if (i != std::string_view::npos) lines_[i] = letter == lineCodes[i];
     }
 
     void takeColor(std::string_view rest) {
@@ -129,6 +143,7 @@ private:
 
     std::string_view in_;
     DxMtextFormat now_;
+    std::array<bool, lineCodes.size()> lines_{};
     std::vector<Group> groups_; ///< the open ones, the text itself first
     std::size_t pos_ = 0;
     std::string out_;

@@ -6,6 +6,23 @@
 #include <cmath>
 #include <iterator>
 
+static constexpr std::string_view switchLetters = "uok";
+
+void DxLineSwitches::follow(std::string_view text) {
+    for (std::size_t at = text.find("%%"); at != std::string_view::npos && at + 2 < text.size();
+         at = text.find("%%", at + 3)) {
+        const std::size_t line = switchLetters.find(static_cast<char>(text[at + 2] | 0x20));
+        if (line != std::string_view::npos) isOn_[line] = !isOn_[line];
+    }
+}
+
+std::string DxLineSwitches::codes() const {
+    std::string codes;
+    for (std::size_t line = 0; line < switchLetters.size(); ++line)
+        if (isOn_[line]) (codes += "%%") += switchLetters[line];
+    return codes;
+}
+
 void DxMtextFlow::run() {
     const DX_TEXT_TYPE& record = block_.record_;
     const double room = record.boxWidth > record.height ? record.boxWidth : HUGE_VAL;
@@ -14,7 +31,7 @@ void DxMtextFlow::run() {
     const auto first = block_.runs_.begin() + static_cast<std::ptrdiff_t>(block_.lineFirst_);
     std::vector<DxMtextRun> runs(std::make_move_iterator(first), std::make_move_iterator(block_.runs_.end()));
     block_.runs_.erase(first, block_.runs_.end());
-    block_.lineWidth_ = block_.lineDepth_ = block_.lineHeight_ = 0;
+    block_.lineWidth_ = block_.lineDepth_ = block_.lineExtra_ = block_.lineHeight_ = 0;
     DX_TEXT_TYPE last = runs.back().text; // what follows goes on in this format
     last.text.clear();
     if (withText == 1 && room < HUGE_VAL) {
@@ -111,12 +128,13 @@ void DxMtextFlow::flowOne(DxMtextRun run, double room) {
     const double distance = DxMtextLineDist(run.text.height, block_.record_);
     const double step = distance * run.text.height;
     std::size_t next = 0;
+    DxLineSwitches switches;
     while (next < lines.size()) {
         if (next) nextLine();
         DxMtextRun& piece = block_.runs_.emplace_back(run);
         piece.text.second.x = 0;
         if (next) piece.text.second.y = 0;
-        piece.text.text.clear();
+        piece.text.text = switches.codes();
         piece.length = piece.extraDepth = 0;
         int visible = 0;
         for (; next < lines.size() && (visible == 0 || visible + lines[next].visible <= DX_PIECE_LIMIT);
@@ -124,6 +142,7 @@ void DxMtextFlow::flowOne(DxMtextRun run, double room) {
             if (visible) piece.extraDepth += step;
             visible += std::max(lines[next].visible, 1);
             piece.text.text += lines[next].text;
+            switches.follow(lines[next].text);
             piece.length = std::max(piece.length, lines[next].width);
         }
         if (piece.extraDepth > 0) piece.text.lineDistance = distance;
@@ -143,28 +162,30 @@ void DxMtextFlow::flowAll(std::vector<DxMtextRun> runs, double room) {
         flowStack(&runs[i], count, room);
         i += count - 1;
     }
-    if (block_.runs_.size() == block_.lineFirst_) append(runs.back(), {}, 0);
+    if (block_.runs_.size() == block_.lineFirst_) append(runs.back(), {}, 0, {});
 }
 
 void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
     std::string_view rest = run.text.text;
+    DxLineSwitches lines;
     while (!rest.empty()) {
         const Word word = nextWord(rest);
         const double width = widthOf(run, word.text);
         const bool isFull = open_ == &run && visible_ + word.visible > DX_PIECE_LIMIT;
         if (isFull || (x_ > 0 && x_ + width > room)) nextLine();
-        append(run, word, width);
+        append(run, word, width, lines.codes());
+        lines.follow(word.all);
         x_ += advanceOf(run, word.all);
         rest.remove_prefix(word.all.size());
     }
 }
 
 /// Appends a word to the run that has its format, or begins one.
-void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width) {
+void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, const std::string& lines) {
     if (open_ != &run) {
         DxMtextRun piece;
         piece.text = run.text;
-        piece.text.text.clear();
+        piece.text.text = lines;
         piece.text.boxWidth = 0;
         piece.text.second.x = x_;
         if (!block_.isFirstLine_) piece.text.second.y = std::max(run.text.second.y, 0.0);

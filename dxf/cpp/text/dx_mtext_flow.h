@@ -3,8 +3,20 @@
 
 #include "dx_mtext_layout.h"
 
+#include <string>
 #include <string_view>
 #include <vector>
+
+/// Lines along a text that "%%u" and its like have switched on up to a place.
+class DxLineSwitches {
+public:
+    /// Follows a part of the text, codes of which aren't divided.
+    void follow(std::string_view text);
+    std::string codes() const; ///< what switches the same lines on at the start of a text
+
+private:
+    bool isOn_[3] = {};
+};
 
 /// Works on the current line of a block, whose runs are measured, ahead of its placing.
 ///
@@ -40,7 +52,7 @@ private:
     void flowAll(std::vector<DxMtextRun> runs, double room);
     void flowWords(const DxMtextRun& run, double room);
     void flowStack(const DxMtextRun* parts, std::size_t count, double room);
-    void append(const DxMtextRun& run, const Word& word, double width);
+    void append(const DxMtextRun& run, const Word& word, double width, const std::string& lines);
     void nextLine();
 
     DxMtextBlock& block_;

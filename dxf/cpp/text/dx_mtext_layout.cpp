@@ -3,6 +3,7 @@
 #include "../config/config_state.h"
 #include "dx_mtext_flow.h"
 #include "dx_text_codes.h"
+#include "dx_text_import.h"
 #include "mt.h"
 
 #include <algorithm>
@@ -14,8 +15,13 @@ double DxMtextLineDist(double height, const DX_TEXT_TYPE& text) {
     return text.lineSpacing > 0 ? distance * text.lineSpacing : distance;
 }
 
-DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record)
-    : record_(record), attachment_(record.attachment >= 1 && record.attachment <= 9 ? record.attachment : 1) {
+static int attachmentOf(const DX_TEXT_TYPE& record, bool isMirrored) {
+    const int a = record.attachment >= 1 && record.attachment <= 9 ? record.attachment : 1;
+    return isMirrored ? a + 2 * (1 - (a - 1) % 3) : a;
+}
+
+DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored)
+    : record_(record), isMirrored_(isMirrored), attachment_(attachmentOf(record, isMirrored)) {
     DxMtextRun& first = runs_.emplace_back();
     first.text = record;
     first.text.text.clear();
@@ -32,11 +38,23 @@ double DxMtextBlock::lineDistance() const {
     return DxMtextLineDist(runs_.back().text.height, record_);
 }
 
+/// What a character spacing adds to the length of a text in a face. In a font by number it narrows the
+/// characters.
+static double addedSpacing(const DX_TEXT_TYPE& text) {
+    if (text.charSpacing < 0 || DxTextGetCharset(text.style.view(), {}).font != 0) return 0;
+    DX_TEXT_TYPE probe;
+    probe.charSpacing = text.charSpacing;
+    double spacing = 1.0;
+    DxCharSpacingToCAD(&probe, &spacing);
+    const double width = text.height * (text.widthFactor == 0 ? 1.0 : text.widthFactor);
+    return std::max(DxTextStrlen(text.text) - 1, 0) * (spacing - 1) * width;
+}
+
 void DxMtextBlock::measure(DxMtextRun& run) {
     if (run.measured == run.text.text.size()) return;
     DxTextLength length;
     DxTextGetDxfLen(run.text, &length);
-    run.length = length.length;
+    run.length = length.length + addedSpacing(run.text);
     run.space = length.space;
     run.measured = run.text.text.size();
 }
@@ -54,7 +72,8 @@ void DxMtextBlock::close() {
     measure(run);
     widenLine(run);
     const double y = run.text.second.y;
-    lineDepth_ = std::min(lineDepth_, y - run.text.height - run.extraDepth);
+    lineDepth_ = std::min(lineDepth_, y - run.text.height);
+    lineExtra_ = std::max(lineExtra_, run.extraDepth);
     raiseLine(run.text.height * lineDistance() - y);
 }
 
@@ -127,7 +146,7 @@ void DxMtextBlock::settleLine() {
     }
     left_ = std::min(left_, shift);
     right_ = std::max(right_, lineWidth_ + shift);
-    bottom_ = lineDepth_ - drop - (lineRaise_ - lineDepth_) * descent();
+    bottom_ = lineDepth_ - lineExtra_ - drop - (lineRaise_ - lineDepth_) * descent();
 }
 
 /// The first line stays where it is: what rises above it raises the top of the block.
@@ -137,8 +156,8 @@ void DxMtextBlock::settleFirstLine() {
     const double top = lineTop(none);
     if (top != none) top_ = top;
     right_ = lineWidth_;
-    bottom_ = lineDepth_ - (std::max(top_, 0.0) - lineDepth_) * descent();
-    firstBottom_ = bottom_ + runs_.front().extraDepth;
+    firstBottom_ = lineDepth_ - (std::max(top_, 0.0) - lineDepth_) * descent();
+    bottom_ = firstBottom_ - lineExtra_;
 }
 
 void DxMtextBlock::startLine(double before) {
@@ -147,7 +166,7 @@ void DxMtextBlock::startLine(double before) {
     run.text.boxWidth = record_.boxWidth;
     run.text.lineDistance = 0;
     yOffset_ += lineHeight_ + lineRaise_ + before;
-    lineWidth_ = lineDepth_ = lineHeight_ = lineRaise_ = 0;
+    lineWidth_ = lineDepth_ = lineExtra_ = lineHeight_ = lineRaise_ = 0;
     isFirstLine_ = false;
     lineFirst_ = runs_.size() - 1;
 }
@@ -156,14 +175,15 @@ namespace {
 
 /// Turns vectors of the block into object coordinates.
 struct Rotation {
-    double c, s;
-    explicit Rotation(double degrees) {
+    double c, s, xSense;
+    Rotation(double degrees, bool isMirrored) : xSense(isMirrored ? -1 : 1) {
         constexpr double toRadians = 0.017453292519943295;
         const double angle = std::fmod(degrees, 360.0) * toRadians;
         c = std::cos(angle);
         s = std::sin(angle);
     }
     RPT3 from(const RPT3& origin, double x, double y) const {
+        x *= xSense;
         return {origin.x + c * x - s * y, origin.y + s * x + c * y, origin.z};
     }
 };
@@ -176,7 +196,7 @@ bool isBlank(std::string_view text) {
 
 std::vector<DX_TEXT_TYPE> DxMtextBlock::place(const RPT3& insertion) {
     constexpr int exactSpacing = 2;
-    const Rotation rotation(record_.rotation);
+    const Rotation rotation(record_.rotation, isMirrored_);
     const double x = column() * (left_ - right_) * 0.5 - left_;
     double y = row() * (top_ - bottom_) * 0.5 - top_;
     if (record_.verAlign == exactSpacing) y += (top_ - firstBottom_) / 3; // the first line begins higher
@@ -191,7 +211,7 @@ std::vector<DX_TEXT_TYPE> DxMtextBlock::place(const RPT3& insertion) {
         piece.point = rotation.from(corner, 0, -piece.height);
         piece.second = rotation.from(piece.point, column() * 0.5 * run.length,
                                      up * piece.height * 0.5 - (2 - up) * 0.5 * run.extraDepth);
-        piece.horAlign = column();
+        piece.horAlign = isMirrored_ ? 2 - column() : column(); // is changed once more when it is drawn
         piece.verAlign = up == 0 ? 0 : up + 1;
         piece.attachment = attachment_;
     }

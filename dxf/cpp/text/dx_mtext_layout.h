@@ -26,7 +26,7 @@ struct DxMtextRun {
 /// right, y upward, the first line's top at 0.
 class DxMtextBlock {
 public:
-    explicit DxMtextBlock(const DX_TEXT_TYPE& record);
+    DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored);
 
     DX_TEXT_TYPE& current() { return runs_.back().text; }
     DxMtextRun& currentRun() { return runs_.back(); }
@@ -65,11 +65,13 @@ private:
     int row() const { return (attachment_ - 1) / 3; }
 
     const DX_TEXT_TYPE& record_;
-    int attachment_; ///< 1 … 9
+    bool isMirrored_;
+    int attachment_; ///< 1 … 9, as it is read: left and right changed in a plane that is turned over
     std::vector<DxMtextRun> runs_;
     std::size_t lineFirst_ = 0; ///< first run of the line
     double lineWidth_ = 0;      ///< right end of the line so far
     double lineDepth_ = 0;      ///< lowest bottom of the line's runs
+    double lineExtra_ = 0;      ///< depth of the lines that a box makes of it, behind the first
     double lineHeight_ = 0;     ///< distance to the next line
     double lineRaise_ = 0;      ///< how far the line's runs rise above it, 0 for the first line
     bool isFirstLine_ = true;

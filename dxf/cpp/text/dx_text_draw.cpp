@@ -39,6 +39,7 @@ struct Placing {
     bool isMirrored;    ///< the matrix turns the plane over
     double height;      ///< world coordinates
     DxTextLength measure;
+    double stretch; ///< of a text that runs from point to point, 1 for others
 };
 
 bool isBlank(std::string_view text) {
@@ -105,9 +106,10 @@ void measure(Placing& placing) {
     what.height = placing.height;
     if (record.isMtext) what.factor = placing.charset->widthFactor;
     DxTextGetDxfFontLen(what, &placing.measure);
-    if (isBetween(record, fit))
-        placing.measure.length =
-            std::hypot(placing.second.x - placing.first.x, placing.second.y - placing.first.y);
+    if (!isBetween(record, fit) && !isBetween(record, aligned)) return;
+    const double length = std::hypot(placing.second.x - placing.first.x, placing.second.y - placing.first.y);
+    if (length > 0 && placing.measure.length > 0) placing.stretch = length / placing.measure.length;
+    placing.measure.length *= placing.stretch;
 }
 
 /// Direction of the text's line, radians. In a plane that is turned over, characters can't be mirrored with
@@ -158,7 +160,8 @@ void setSize(const Placing& placing, OV_TEXT_PARM& parm) {
     const DX_TEXT_TYPE& record = *placing.record;
     const bool isFace = DxCiTextIsTtf(static_cast<unsigned short>(placing.charset->font)) != 0;
     const double factor = record.isMtext ? placing.charset->widthFactor : record.widthFactor;
-    const double length = isFace ? placing.height * (factor == 0 ? 1.0 : factor) : placing.measure.length;
+    const double length =
+        isFace ? placing.height * (factor == 0 ? 1.0 : factor) * placing.stretch : placing.measure.length;
     const DxTextCadParams cad = DxTextCalcCadParams(placing.height, length, placing.charset->font,
                                                     placing.converted, placing.measure.space, placing.dx);
     parm.height = cad.height;
@@ -246,6 +249,7 @@ int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&text->base, &pen, &lineType)) return 0;
     Placing placing{};
+    placing.stretch = 1.0;
     placing.record = text;
     placing.charset = &DxTextGetCharset(text->style.view(), DxTextDefaultFont());
     convert(placing);
@@ -263,7 +267,9 @@ int DxDrawTextEntity(DX_TEXT_TYPE* text, const Mat44 m) {
 
 int DxDrawMtext(DX_TEXT_TYPE* text, const Mat44 m) {
     std::vector<DX_TEXT_TYPE> pieces;
-    if (const int error = DxMtextToTexts(text, &pieces)) return error;
+    Mat44 storage;
+    const bool isMirrored = DxMirrors(DxObjectMatrix(text->extrusion, m, storage));
+    if (const int error = DxMtextToTexts(text, &pieces, isMirrored)) return error;
     if (DxJoinTexts) DxTextListInit(static_cast<int>(pieces.size()));
     for (DX_TEXT_TYPE& piece : pieces) {
         if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, 0)) return error;

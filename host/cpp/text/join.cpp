@@ -19,12 +19,14 @@ struct Piece {
 
 bool looksAlike(const Text& a, const Text& b) {
     constexpr double same = 1e-6;
+    constexpr double sameWidth = 0.1; // of a font by number, it varies with the letters of a text
     return a.font == b.font && a.face == b.face && a.styleBits == b.styleBits && a.pen == b.pen &&
            a.backOn == b.backOn && a.fillPen == b.fillPen && a.backType == b.backType &&
-           std::abs(a.height - b.height) < same * a.height && std::abs(a.width - b.width) < same * a.width &&
-           std::abs(a.angle - b.angle) < same && std::abs(a.slant - b.slant) < same &&
-           std::abs(a.spacing - b.spacing) < same && a.justification == b.justification &&
-           a.lineLength == b.lineLength && a.z == b.z && a.dimType == b.dimType;
+           std::abs(a.height - b.height) < same * a.height &&
+           std::abs(a.width - b.width) < sameWidth * a.width && std::abs(a.angle - b.angle) < same &&
+           std::abs(a.slant - b.slant) < same && std::abs(a.spacing - b.spacing) < same &&
+           a.justification == b.justification && a.lineLength == b.lineLength && a.z == b.z &&
+           a.dimType == b.dimType;
 }
 
 Piece pieceOf(const Text& text, double perUnit) {

@@ -148,7 +148,7 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
         return std::make_unique<FaceFont>(library_.find(face, key.bold, key.italic), 1.0, key.italic);
     }
     const Substitute& substitute = substituteFor(face);
-    if (!face.empty()) tellSubstitute(face, substitute);
+    if (!face.empty() && told_.insert(face).second) tellSubstitute(face, substitute);
     FontFile* file = library_.find(std::string(substitute.family), key.bold, key.italic);
     return std::make_unique<FaceFont>(file, substitute.width, key.italic);
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace host {
 
@@ -58,7 +59,8 @@ private:
     std::unique_ptr<TextFont> make(const FontKey& key);
     FontLibrary library_;
     std::unordered_map<std::string, std::unique_ptr<TextFont>> fonts_;
-    TextFont* last_ = nullptr; ///< texts come in runs of one font
+    std::unordered_set<std::string> told_; ///< missing faces that the user knows of
+    TextFont* last_ = nullptr;             ///< texts come in runs of one font
     int lastNumber_ = 0;
     std::string lastFace_;
     bool lastBold_ = false, lastItalic_ = false;
