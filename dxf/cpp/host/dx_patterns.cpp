@@ -39,8 +39,8 @@ int DxNewPatCopyAllAttr(int unused) {
     return error ? error : UoCopyAllAttrs(old, DxActPat);
 }
 
-/// Gives the layers of pattern `from` pattern `to`. Entities of an external reference may stand on layers that
-/// a document around it rules over, so these are looked through as well.
+/// Gives the layers of pattern `from` pattern `to`. Entities of an external reference may stand on layers
+/// that a document around it rules over, so these are looked through as well.
 static void moveLayers(int from, int to) {
     const auto move = [=](DxTables& tables) {
         for (DX_LAYER_TYPE& layer : tables.layers)

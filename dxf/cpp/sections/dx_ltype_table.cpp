@@ -33,8 +33,8 @@ struct Dashes {
     }
 };
 
-/// A line type that the configuration numbered by name takes its pattern from the export's template, which knows it better
-/// than the built-in patterns do.
+/// A line type that the configuration numbered by name takes its pattern from the export's template, which
+/// knows it better than the built-in patterns do.
 void takePattern(DX_LTYPE_TYPE& known, const DX_LTYPE_TYPE& read) {
     if (!DxIsExport || known.number < 2) return;
     const int number = known.number;
