@@ -1,5 +1,6 @@
 // Whole files: what is no DXF, hostile ones, real ones; the reports and the command.
 
+#include "temp_dir.h"
 #include "valid_file.h"
 #include "validate.h"
 
@@ -9,28 +10,11 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sstream>
-#include <unistd.h>
 
 namespace {
 
 namespace fs = std::filesystem;
 using validate::validateText;
-
-/// A file in a folder of its own that goes with the object.
-class TempFile {
-public:
-    explicit TempFile(const std::string& text) {
-        fs::create_directories(folder_);
-        std::ofstream(path(), std::ios::binary) << text;
-    }
-    ~TempFile() { fs::remove_all(folder_); }
-    std::string path() const { return (folder_ / "drawing.dxf").string(); }
-    std::string folder() const { return folder_.string(); }
-
-private:
-    fs::path folder_ = fs::path(testing::TempDir()) /
-                       ("validate_" + std::to_string(::getpid()) + "_" + std::to_string(std::rand()));
-};
 
 struct Outcome {
     int status;
@@ -118,7 +102,7 @@ TEST(WholeFile, DeepRingsAndLongChainsEnd) {
     text += "0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n";
     EXPECT_EQ(validateText(text).counts[504], 1U);
     DxfFile file = validFile(15);
-    std::vector<DxfGroup> chain;
+    DxfGroups chain;
     const auto hex = [](int i) {
         std::ostringstream out;
         out << std::hex << i;
@@ -134,7 +118,7 @@ TEST(WholeFile, DeepRingsAndLongChainsEnd) {
 
 TEST(WholeFile, MillionFindingsAreCountedNotKept) {
     DxfFile file = validFile(15);
-    file.put("CIRCLE", std::vector<DxfGroup>(100000, {85, "x"}));
+    file.put("CIRCLE", DxfGroups(100000, {85, "x"}));
     const validate::Report report = validateText(file.text());
     EXPECT_EQ(report.counts.at(126), 100000U);
     EXPECT_TRUE(report.truncated);
@@ -159,25 +143,29 @@ TEST(Report, TellsTheExactPlace) {
 }
 
 TEST(Command, StatusSaysHowBadItIs) {
-    const TempFile clean(validFile(15).text()), wrong(validFile(15).set("CIRCLE", 40, "-1").text()),
-        unwise(validFile(15).set("CIRCLE", 8, "WALLS").text());
-    EXPECT_EQ(run({clean.path()}).status, 0);
-    EXPECT_EQ(run({clean.path(), wrong.path()}).status, 1);
-    EXPECT_EQ(run({unwise.path()}).status, 0);
-    EXPECT_EQ(run({unwise.path()}, true).status, 1);
+    const TempDir folder;
+    const auto file = [&](const std::string& name, DxfFile content) {
+        return folder.write(name, content.text());
+    };
+    const std::string clean = file("clean.dxf", validFile(15)),
+                      wrong = file("wrong.dxf", validFile(15).set("CIRCLE", 40, "-1")),
+                      unwise = file("unwise.dxf", validFile(15).set("CIRCLE", 8, "WALLS"));
+    EXPECT_EQ(run({clean}).status, 0);
+    EXPECT_EQ(run({clean, wrong}).status, 1);
+    EXPECT_EQ(run({unwise}).status, 0);
+    EXPECT_EQ(run({unwise}, true).status, 1);
     EXPECT_EQ(run({}).status, 2);
-    EXPECT_EQ(run({wrong.path(), clean.folder()}).status, 2);
-    EXPECT_NE(run({clean.path() + ".none"}).err.find("No such file"), std::string::npos);
-    EXPECT_NE(run({wrong.path()}).out.find(": error 206: group 40: -1 is not above 0 [ENTITIES CIRCLE 41]\n"),
+    EXPECT_EQ(run({wrong, folder.path()}).status, 2);
+    EXPECT_NE(run({clean + ".none"}).err.find("No such file"), std::string::npos);
+    EXPECT_NE(run({wrong}).out.find(": error 206: group 40: -1 is not above 0 [ENTITIES CIRCLE 41]\n"),
               std::string::npos);
 }
 
 TEST(Command, JsonIsOneObjectALine) {
-    const TempFile wrong(validFile(15)
-                             .set("TEXT", 1, "\x81\x02")
-                             .put("CIRCLE", std::vector<DxfGroup>(50, {85, "\xFF"}))
-                             .text());
-    const Outcome result = run({wrong.path(), wrong.path()}, false, true);
+    const TempDir folder;
+    DxfFile content = validFile(15).set("TEXT", 1, "\x81\x02").put("CIRCLE", DxfGroups(50, {85, "\xFF"}));
+    const std::string wrong = folder.write("wrong.dxf", content.text());
+    const Outcome result = run({wrong, wrong}, false, true);
     std::istringstream lines(result.out);
     int count = 0;
     for (std::string line; std::getline(lines, line); ++count) {
@@ -185,7 +173,7 @@ TEST(Command, JsonIsOneObjectALine) {
         EXPECT_EQ(json["version"], "AC1015");
         EXPECT_EQ(json["counts"]["126"], 50);
         EXPECT_EQ(json["truncated"], true);
-        EXPECT_EQ(json["errors"].get<size_t>() >= 1, true);
+        EXPECT_GE(json["errors"].get<size_t>(), 1U);
         EXPECT_TRUE(json["findings"][0].contains("level"));
     }
     EXPECT_EQ(count, 2);

@@ -25,9 +25,9 @@ void replaceFirst(std::string& text, const std::string& old, const std::string& 
     text.replace(text.find(old), old.size(), now);
 }
 
-const std::vector<DxfGroup> kLine = {{0, "LINE"}, {5, "1F0"},        {330, "3A"}, {100, "AcDbEntity"},
-                                     {8, "0"},    {100, "AcDbLine"}, {10, "0.0"}, {20, "0.0"},
-                                     {30, "0.0"}, {11, "1.0"},       {21, "0.0"}, {31, "0.0"}};
+const DxfGroups kLine = {{0, "LINE"}, {5, "1F0"},        {330, "3A"}, {100, "AcDbEntity"},
+                         {8, "0"},    {100, "AcDbLine"}, {10, "0.0"}, {20, "0.0"},
+                         {30, "0.0"}, {11, "1.0"},       {21, "0.0"}, {31, "0.0"}};
 
 /// A block record and its block, with what it holds.
 void addBlock(F& f, const std::string& name, int handle, const std::string& inserted) {
@@ -148,7 +148,7 @@ const Fault kFaults[] = {
     {221, 15, "without", [](F& f) { f.drop("LINE", 1001, 2); }},
     {222, 15, "not closed", [](F& f) { f.put("LINE", {{1002, "{"}}, 2); }},
     {223, 15, "twice", [](F& f) { f.put("LINE", {{1001, "ACAD"}}, 2); }},
-    {224, 15, "bytes", [](F& f) { f.put("LINE", std::vector<DxfGroup>(80, {1000, std::string(250, 'x')}), 2); }},
+    {224, 15, "bytes", [](F& f) { f.put("LINE", DxfGroups(80, {1000, std::string(250, 'x')}), 2); }},
     {225, 15, "not closed", [](F& f) { f.putBehind("LINE", 8, {{102, "{APP"}}, 2); }},
     {226, 21, "nesting", [](F& f) { f.drop("MULTILEADER", 303); }},
     // handles

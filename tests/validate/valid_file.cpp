@@ -356,20 +356,20 @@ DxfFile& DxfFile::drop(const std::string& record, int code, int nth) {
     return *this;
 }
 
-DxfFile& DxfFile::put(const std::string& record, const std::vector<DxfGroup>& more, int nth) {
+DxfFile& DxfFile::put(const std::string& record, const DxfGroups& more, int nth) {
     size_t at = find(record, nth) + 1;
     while (at < groups.size() && groups[at].code != 0) ++at;
     groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(at), more.begin(), more.end());
     return *this;
 }
 
-DxfFile& DxfFile::putBehind(const std::string& record, int code, const std::vector<DxfGroup>& more, int nth) {
+DxfFile& DxfFile::putBehind(const std::string& record, int code, const DxfGroups& more, int nth) {
     const size_t at = findGroup(record, code, nth) + 1;
     groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(at), more.begin(), more.end());
     return *this;
 }
 
-DxfFile& DxfFile::before(const std::string& record, const std::vector<DxfGroup>& more, int nth) {
+DxfFile& DxfFile::before(const std::string& record, const DxfGroups& more, int nth) {
     groups.insert(groups.begin() + static_cast<std::ptrdiff_t>(find(record, nth)), more.begin(), more.end());
     return *this;
 }
@@ -402,8 +402,7 @@ DxfFile& DxfFile::cutNamed(const std::string& record, const std::string& name, c
     return *this;
 }
 
-std::vector<DxfGroup> DxfFile::copyNamed(const std::string& record, const std::string& name,
-                                         const std::string& end) {
+DxfGroups DxfFile::copyNamed(const std::string& record, const std::string& name, const std::string& end) {
     const auto [from, to] = rangeNamed(record, name, end);
     return {groups.begin() + static_cast<std::ptrdiff_t>(from),
             groups.begin() + static_cast<std::ptrdiff_t>(to)};

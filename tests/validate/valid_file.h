@@ -1,35 +1,32 @@
 #pragma once
 // A small valid DXF of any version, group by group, for tests that break it in one place.
 
-#include <string>
-#include <vector>
+#include "dxf_text.h"
 
-struct DxfGroup {
-    int code;
-    std::string value;
-};
+#include <string>
+#include <utility>
+#include <vector>
 
 /// The groups of a file; each change names the record by its kind and says which of that kind, from 1.
 class DxfFile {
 public:
-    std::vector<DxfGroup> groups;
+    DxfGroups groups;
 
     DxfFile& set(const std::string& record, int code, const std::string& value, int nth = 1);
     DxfFile& drop(const std::string& record, int code, int nth = 1);
     /// Adds groups at the end of the record.
-    DxfFile& put(const std::string& record, const std::vector<DxfGroup>& more, int nth = 1);
+    DxfFile& put(const std::string& record, const DxfGroups& more, int nth = 1);
     /// Adds groups behind the first group of this code.
-    DxfFile& putBehind(const std::string& record, int code, const std::vector<DxfGroup>& more, int nth = 1);
+    DxfFile& putBehind(const std::string& record, int code, const DxfGroups& more, int nth = 1);
     /// Adds groups in front of the record.
-    DxfFile& before(const std::string& record, const std::vector<DxfGroup>& more, int nth = 1);
+    DxfFile& before(const std::string& record, const DxfGroups& more, int nth = 1);
     /// Removes the whole record.
     DxfFile& cut(const std::string& record, int nth = 1);
     /// Removes a section, a table or a block with all it holds: from the record with this name to the one
     /// that ends it.
     DxfFile& cutNamed(const std::string& record, const std::string& name, const std::string& end);
     /// The groups from the record with this name to the one that ends it.
-    std::vector<DxfGroup> copyNamed(const std::string& record, const std::string& name,
-                                    const std::string& end);
+    DxfGroups copyNamed(const std::string& record, const std::string& name, const std::string& end);
 
     std::string text() const;
 
