@@ -65,7 +65,8 @@ static bool measure(const char* what, const std::string& dxf, double expected) {
         "%-34s %6.1f MB  import %7.3f s  %9.0f elements %6.2f million/s  %.1f MB beyond the drawing\n", what,
         static_cast<double>(dxf.size()) / 1e6, seconds, made, made / seconds / 1e6,
         (static_cast<double>(peak) - static_cast<double>(drawing)) / 1e6);
-    return host::session().numbers["&DxfStat"] == 0 && made == expected;
+    // A pattern that is full goes on in another one with a Move of its own.
+    return host::session().numbers["&DxfStat"] == 0 && made >= expected;
 }
 
 /// 20 levels of blocks that each insert the next 10 times: how long until the host's limit stops it.
