@@ -56,6 +56,8 @@ int SuVarGetString(const char* name, UtCString* value) {
 
 /// A question stands for so many entities of the file.
 static constexpr std::size_t entitiesAQuestion = 100;
+/// Questions that any pass may ask: a small limit of elements is meant for drawing, not for measuring.
+static constexpr std::size_t freeQuestions = 100;
 
 /// Blocks that insert blocks may hold more entities than anyone can read, and nothing of them need be drawn:
 /// as many entities as elements are allowed, without a new element, stop this pass over the file, but not
@@ -64,7 +66,7 @@ static bool readsWithoutEnd(Session& s) {
     const std::size_t elements = openDrawing().elementCount;
     const bool grew = std::exchange(s.elementsWhenAsked, elements) != elements;
     s.idleQuestions = grew ? 0 : s.idleQuestions + 1;
-    if (s.idleQuestions <= s.maxElements / entitiesAQuestion) return false;
+    if (s.idleQuestions <= std::max(freeQuestions, s.maxElements / entitiesAQuestion)) return false;
     s.idleQuestions = 0;
     return true;
 }
