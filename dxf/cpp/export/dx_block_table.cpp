@@ -77,7 +77,7 @@ int DxAddBlock(const UtCString& name, const UtCString& layer, int pat) {
     block.layer = layer;
     block.pattern = pat;
     DxAttribMove(&block.attribs);
-    if (!DxBlockLines) {
+    if (!DxBlockBufferWanted || !DxBlockLines) {
         DxBlockByName.emplace(name.Upper().str(), DxBlockList.size());
         DxBlockList.push_back(std::move(block));
         return 0;

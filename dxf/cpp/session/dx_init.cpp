@@ -41,7 +41,7 @@ void resetAllState(int isExport) {
     DxResetBlocksState();
     DxResetSectionsState();
     DxResetTextState();
-    DxResetWriterState();
+    DxResetWriterState(isExport);
     DxResetExportState();
     DxLineTrim = 0;
     DxDocuments.keepsTables = false;
@@ -250,6 +250,7 @@ void DxClose() {
     DxImageQueueFree();
     DxReadAcdsFree();
     DxCiFreePointClouds();
+    DxBlockLines.reset();
     CiDrawing::SetLastInterfaceIds(DxImportedObjects.begin(), static_cast<int>(DxImportedObjects.size()));
     DxImportedObjects.free();
 }

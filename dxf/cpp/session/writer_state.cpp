@@ -12,14 +12,13 @@ UtCString DxOutDir;
 UtCString DxOutBase;
 int DxTargetExisted = 0;
 int DxBlockBuffering = 0;
-DxLineList* DxBlockLines = nullptr;
+std::unique_ptr<DxLineList> DxBlockLines;
 
-void DxResetWriterState() {
+void DxResetWriterState(int isExport) {
     DxHeaderStream = DxBodyStream = DxImageStream1 = DxImageStream2 = nullptr;
     DxHeaderPath = DxBodyPath = DxImagePath1 = DxImagePath2 = UtCString();
     DxOutDir = DxOutBase = UtCString();
     DxTargetExisted = 0;
     DxBlockBuffering = 0;
-    delete DxBlockLines;
-    DxBlockLines = nullptr;
+    DxBlockLines = isExport ? std::make_unique<DxLineList>() : nullptr;
 }

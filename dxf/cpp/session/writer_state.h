@@ -4,22 +4,23 @@
 #include "ut_string.h"
 
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <vector>
 
 /// Lines of a block that is kept back: each entry is one pair, code line and value line.
 using DxLineList = std::vector<std::string>;
 
-extern FILE* DxHeaderStream;                  ///< TABLES first, in the end the finished file
-extern FILE* DxBodyStream;                    ///< BLOCKS to the end of the file
-extern FILE *DxImageStream1, *DxImageStream2; ///< image objects; entries of the image dictionary
-extern UtCString DxHeaderPath;                ///< the file behind DxHeaderStream, beside the target
-extern UtCString DxBodyPath;                  ///< temporary
-extern UtCString DxImagePath1, DxImagePath2;  ///< temporary
-extern UtCString DxOutDir, DxOutBase;         ///< directory and base name of the target
-extern int DxTargetExisted;                   ///< the target was there ahead of this export
-extern int DxBlockBuffering;                  ///< pairs go to DxBlockLines in place of the stream
-extern DxLineList* DxBlockLines;              ///< the buffered block, null outside an export
+extern FILE* DxHeaderStream;                     ///< TABLES first, in the end the finished file
+extern FILE* DxBodyStream;                       ///< BLOCKS to the end of the file
+extern FILE *DxImageStream1, *DxImageStream2;    ///< image objects; entries of the image dictionary
+extern UtCString DxHeaderPath;                   ///< the file behind DxHeaderStream, beside the target
+extern UtCString DxBodyPath;                     ///< temporary
+extern UtCString DxImagePath1, DxImagePath2;     ///< temporary
+extern UtCString DxOutDir, DxOutBase;            ///< directory and base name of the target
+extern int DxTargetExisted;                      ///< the target was there ahead of this export
+extern int DxBlockBuffering;                     ///< pairs go to DxBlockLines in place of the stream
+extern std::unique_ptr<DxLineList> DxBlockLines; ///< the buffered block, null outside an export
 
-/// Start values of all of the above.
-void DxResetWriterState();
+/// Start values of all of the above: an export has an empty list of buffered lines.
+void DxResetWriterState(int isExport);
