@@ -1,4 +1,6 @@
 #include "config_fixture.h"
+#include "dx_select.h"
+#include "import_text.h"
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -100,6 +102,8 @@ TEST_F(Flags, PathsAreExpanded) {
     readFlags("TEMPLATE_NAME=$HD_U\\plan.dxf\nBYLAYER_NAME=");
     EXPECT_EQ(DxTemplateName.str(), folder.string() + "/plan.dxf");
     EXPECT_EQ(DxByLayerFile.str(), folder.string() + "/ve/int/dxf/dflt/layerconv.xls");
+    readFlags("TEMPLATE_NAME=Pl\xE4ne.dxf\n");
+    EXPECT_EQ(DxTemplateName.str(), "Pl\xC3\xA4ne.dxf") << "of the code page of the configuration";
 }
 
 TEST_F(Flags, WhatWasSetAheadOfTheConfiguration) {
@@ -180,4 +184,33 @@ TEST_F(Switches, BlockCopiesNeedTheRightExport) {
     for (const char* spoiler :
          {"WRITE_BLOCKS=NO", "VERSION=ACAD13", "WRITE_MODUS_3D=1", "DIM_IN_BLOCK=1", "WRITE_HATCH=2"})
         EXPECT_EQ(copiesWith(spoiler), 0) << spoiler;
+}
+
+TEST(BlockCopies, EqualPatternsShareABlock) {
+    const TempDir folder;
+    const auto line = [](const std::string& layer, const std::string& x) {
+        return DxfGroups{{8, layer}, {10, "-" + x}, {20, "-1"}, {11, x}, {21, "1"}};
+    };
+    importText(dxf()
+                   .entity("LINE", line("A", "5"))
+                   .entity("LINE", line("B", "5"))
+                   .entity("LINE", line("C", "4"))
+                   .text(),
+               {.config = "#FLAGS-START\nREAD_LAYER=NAME\n#FLAGS-END\n#EOF\n"});
+    setenv("HD_WORK_DIR", folder.path().c_str(), 1);
+    UoPutMacVarS("$DxfConfig",
+                 folder.write("w.dxd", "#FLAGS-START\nWRITE_BLOCKS=YES\nVERSION=ACAD14\n#FLAGS-END\n#EOF\n"));
+    UoPutMacVarD("&DxfBlockCopies", 1);
+    DxfSelect(0, DX_EXPORT_2D, folder.file("out.dxf"));
+    unsetenv("HD_WORK_DIR");
+    const std::string out = folder.read("out.dxf");
+    const auto count = [&out](const std::string& part) {
+        int n = 0;
+        for (std::size_t at = 0; (at = out.find(part, at)) != std::string::npos; ++at) ++n;
+        return n;
+    };
+    EXPECT_EQ(count("\nLINE\n"), 2) << out.substr(0, 200);
+    EXPECT_EQ(count("\nINSERT\n"), 3);
+    EXPECT_EQ(count("AcDbBlockReference\n  2\nA\n"), 2) << "the second INSERT is of the first one's block";
+    EXPECT_THAT(folder.read("dxf.proto"), HasSubstr("BLOCK A referenziert von 2 INSERTs"));
 }
