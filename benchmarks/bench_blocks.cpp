@@ -77,7 +77,7 @@ static bool measure(const char* what, const std::string& dxf, double expected) {
 static bool explode(std::size_t limit) {
     std::string blocks;
     for (int level = 0; level < 20; ++level) {
-        blocks += "  0\nBLOCK\n  8\n0\n  2\nB" + std::to_string(level) + "\n";
+        blocks += "  0\nBLOCK\n  8\n0\n  2\n" + blockName(level) + "\n";
         for (int i = 0; i < 10; ++i) addInsert(blocks, blockName(level + 1), i);
         blocks += "  0\nENDBLK\n";
     }
