@@ -27,6 +27,10 @@ static std::string drawingOf(const std::string& blocks, const std::string& entit
     return sectionOf("HEADER", "  9\n$ACADVER\n  1\nAC1015\n") + sectionOf("BLOCKS", blocks) +
            sectionOf("ENTITIES", entities) + "  0\nEOF\n";
 }
+/// Names of the blocks, by number.
+static std::string blockName(int i) {
+    return std::string("BLOCK-").append(std::to_string(i));
+}
 static void addBlock(std::string& blocks, const std::string& name, int lines) {
     blocks += "  0\nBLOCK\n  8\n0\n  2\n" + name + "\n 70\n0\n 10\n0.0\n 20\n0.0\n 30\n0.0\n";
     for (int i = 0; i < lines; ++i) {
@@ -73,13 +77,13 @@ static bool measure(const char* what, const std::string& dxf, double expected) {
 static bool explode(std::size_t limit) {
     std::string blocks;
     for (int level = 0; level < 20; ++level) {
-        blocks += "  0\nBLOCK\n  8\n0\n  2\nB" + std::to_string(level) + "\n";
-        for (int i = 0; i < 10; ++i) addInsert(blocks, "B" + std::to_string(level + 1), i);
+        blocks += "  0\nBLOCK\n  8\n0\n  2\n" + blockName(level) + "\n";
+        for (int i = 0; i < 10; ++i) addInsert(blocks, blockName(level + 1), i);
         blocks += "  0\nENDBLK\n";
     }
-    addBlock(blocks, "B20", 1);
+    addBlock(blocks, blockName(20), 1);
     std::string entities;
-    addInsert(entities, "B0", 0);
+    addInsert(entities, blockName(0), 0);
     const bench::TempFile settings("torva-bench-config", "#EOF\n", ".dxd");
     const bench::TempFile file("torva-bench-explosion", drawingOf(blocks, entities));
     host::resetSession();
@@ -109,7 +113,7 @@ int main(int argc, char** argv) {
     blocks.clear();
     entities.clear();
     for (int i = 0; i < definitions; ++i) {
-        const std::string name = "BLOCK-" + std::to_string(i);
+        const std::string name = blockName(i);
         addBlock(blocks, name, 1);
         addInsert(entities, name, i);
     }
