@@ -1,0 +1,144 @@
+// Pairs, numbers, strings, handles and streams of an export.
+#include "exported.h"
+
+#include <csignal>
+#include <set>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+const std::string OMEGA = "\xCE\xA9", UMLAUT = "\xC3\x84", SMILE = "\xF0\x9F\x98\x80";
+
+TEST_F(Export, PairsHaveTheirColumns) {
+    addPattern({moveTo(1.5, 0), drawTo(2, 1e9)});
+    const Exported file = exportDrawing(exportConfig("ACAD15"));
+    ASSERT_EQ(file.stat, 0);
+    EXPECT_EQ(file.text.substr(0, 21), "  0\nSECTION\n  2\nHEADE");
+    EXPECT_TRUE(file.has("\n 10\n1.500000\n 20\n0.000000\n 11\n2.000000\n 21\n1000000000.000000\n"));
+    EXPECT_TRUE(file.has("\n 70\n     1\n")) << "integers have six columns";
+    EXPECT_TRUE(file.text.ends_with("\n  0\nEOF\n"));
+    EXPECT_TRUE(exportDrawing(exportConfig("ACAD15", "NO_KOMMA=2\n")).has("\n 10\n1.50\n 20\n0.00\n"));
+}
+
+TEST_F(Export, HandlesAreUniqueAndBelowTheSeed) {
+    for (int i = 0; i < 20; ++i)
+        addPattern({moveTo(0, i), drawTo(5, i), drawTo(6, i, 2)}, "P" + std::to_string(i));
+    for (const std::string& version : VERSIONS) {
+        const Exported file = exportDrawing(exportConfig(version, "WRITE_BLOCKS=YES\nWRITE_POLY=1\n"));
+        std::set<unsigned long> handles;
+        bool inHeader = true;
+        for (const DxfGroup& pair : file.pairs) {
+            inHeader = inHeader && pair.value != "TABLES";
+            if (inHeader || (pair.code != 5 && pair.code != 105)) continue;
+            EXPECT_TRUE(handles.insert(std::stoul(pair.value, nullptr, 16)).second)
+                << version << " " << pair.value;
+        }
+        if (version == "ACAD12" || version == "EASY") {
+            EXPECT_TRUE(handles.empty()) << version;
+            continue;
+        }
+        ASSERT_FALSE(handles.empty());
+        const std::string seed = valueOf(file.first(9, "$HANDSEED"), 5);
+        EXPECT_LT(*handles.rbegin(), std::stoul(seed, nullptr, 16)) << version;
+    }
+}
+
+std::string layerIn(const std::string& version, const std::string& layer) {
+    startDrawing();
+    addPattern({moveTo(0, 0), drawTo(1, 0)}, "P", layer);
+    const Exported file = exportDrawing(exportConfig(version, "LAYER_ELEM=ATTR\n"));
+    EXPECT_EQ(file.errors(), "") << version;
+    return valueOf(file.first(0, "LINE"), 8);
+}
+
+TEST_F(Export, NamesAreEncodedByTheVersion) {
+    EXPECT_EQ(layerIn("ACAD32", UMLAUT + OMEGA), UMLAUT + OMEGA);
+    EXPECT_EQ(layerIn("ACAD21", UMLAUT), UMLAUT);
+    EXPECT_EQ(layerIn("ACAD18", UMLAUT + OMEGA), "\xC4\\U+03A9");
+    EXPECT_EQ(layerIn("ACAD15", SMILE), "\\U+D83D\\U+DE00");
+    EXPECT_EQ(layerIn("ACAD12", "w\xC3\xA4nd e"), "WAND_E");
+    EXPECT_EQ(layerIn("ACAD15", "a:b;c/d"), "a_b_c_d");
+    EXPECT_EQ(layerIn("ACAD15", "a\nb"), "a b");
+}
+
+TEST_F(Export, EachVersionHasItsGroups) {
+    addPattern({moveTo(0, 0), drawTo(1, 0), step(host::ElementType::Arc, 2, 1, 1, 1)});
+    for (const std::string& version : VERSIONS) {
+        const Exported file = exportDrawing(exportConfig(version));
+        const bool old = version == "ACAD12" || version == "EASY";
+        const bool has18 = version < "ACAD18" ? false : !old;
+        EXPECT_EQ(file.errors(), "") << version;
+        EXPECT_EQ(file.count(2, "OBJECTS"), old ? 0u : 1u) << version;
+        EXPECT_EQ(file.count(0, "DIMSTYLE"), version == "EASY" ? 0u : 1u) << version;
+        EXPECT_EQ(file.count(0, "VPORT"), version == "EASY" ? 0u : 1u) << version;
+        EXPECT_EQ(file.count(100, "AcDbLine"), old ? 0u : 1u) << version;
+        EXPECT_EQ(file.count(0, "BLOCK"), old ? 0u : has18 ? 3u : 2u) << version;
+        EXPECT_EQ(file.count(2, "ByBlock"), old ? 0u : 1u) << version;
+    }
+}
+
+// ---- failures ----------------------------------------------------------------------------------------
+
+TEST_F(Export, AMissingTemplateIsReplaced) {
+    addPattern({moveTo(0, 0), drawTo(7, 3)});
+    installation_.without("header_15");
+    installation_.without("vport_15");
+    installation_.without("objects_15");
+    const Exported file = exportDrawing(exportConfig("ACAD15"));
+    EXPECT_EQ(file.stat, 0);
+    EXPECT_TRUE(file.has("$EXTMAX\n 10\n7.000000            \n 20\n3.000000            \n"));
+    EXPECT_EQ(valueOf(file.first(9, "$CELTYPE"), 6), valueOf(file.first(0, "LINE"), 6));
+    EXPECT_EQ(file.count(2, "*ACTIVE"), 1u);
+    EXPECT_EQ(file.count(2, "OBJECTS"), 0u);
+}
+
+TEST_F(Export, ATargetThatCantBeWrittenIsReported) {
+    addPattern({moveTo(0, 0), drawTo(7, 3)});
+    const TempDir folder;
+    setenv("HD_WORK_DIR", folder.path().c_str(), 1);
+    DxfSelect(0, DX_EXPORT_2D, folder.file("no/such/folder.dxf").c_str());
+    EXPECT_EQ(host::session().numbers["&DxfStat"], 1.0);
+    EXPECT_NE(folder.read("dxf.proto").find("no/such/folder.dxf konnte nicht"), std::string::npos);
+    EXPECT_EQ(installation_.leftovers(), 0u);
+}
+
+/// The export in a process that may write files of `limit` bytes only. Gives &DxfStat.
+int exportWithLimit(const TempDir& folder, rlim_t limit) {
+    const pid_t child = fork();
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit size{limit, limit};
+        const std::string config = folder.write("out.dxd", exportConfig("ACAD15"));
+        setenv("HD_WORK_DIR", folder.path().c_str(), 1);
+        host::session().texts["$DxfConfig"] = config;
+        if (setrlimit(RLIMIT_FSIZE, &size) != 0) _exit(99);
+        DxfSelect(0, DX_EXPORT_2D, folder.file("out.dxf").c_str());
+        _exit(static_cast<int>(host::session().numbers["&DxfStat"]));
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST_F(Export, AFullDiskCostsNoOldFile) {
+    std::vector<host::Element> elements{moveTo(0, 0)};
+    for (int i = 0; i < 2000; ++i) elements.push_back(drawTo(i, i % 7));
+    addPattern(elements);
+    const auto whole = exportDrawing(exportConfig("ACAD15")).text.size();
+    ASSERT_GT(whole, 200'000u);
+    for (const rlim_t limit : {rlim_t{4096}, rlim_t{100'000}, rlim_t{whole - 1}}) {
+        TempDir folder;
+        folder.write("out.dxf", "the old file");
+        EXPECT_EQ(exportWithLimit(folder, limit), 1) << limit;
+        EXPECT_EQ(folder.read("out.dxf"), "the old file") << limit;
+        EXPECT_FALSE(std::filesystem::exists(folder.file("out.dxf.part"))) << limit;
+        EXPECT_EQ(installation_.leftovers(), 0u) << limit;
+    }
+    TempDir folder;
+    EXPECT_EQ(exportWithLimit(folder, whole + 100'000), 0);
+    EXPECT_EQ(folder.read("out.dxf").size(), whole);
+}
+
+} // namespace
