@@ -117,7 +117,11 @@ TEST_F(Export, TextsMayHaveALayerOfTheirOwn) {
     EXPECT_EQ(valueOf(file.first(0, "TEXT"), 8), "WORDS");
     EXPECT_EQ(valueOf(file.first(0, "LINE"), 8), "LAY");
     EXPECT_EQ(file.errors(), "");
-    EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD15", "LAYER_ELEM=ATTR\n")).first(0, "TEXT"), 8), "LAY");
+    const std::string same = "LAYER_ELEM=ATTR\nLAYERFLAG_TEXT=0\n";
+    EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD15", same)).first(0, "TEXT"), 8), "LAY");
+    const Exported unnamed = exportDrawing(exportConfig("ACAD15", "LAYER_ELEM=ATTR\n"));
+    EXPECT_EQ(valueOf(unnamed.first(0, "TEXT"), 8), "0");
+    EXPECT_EQ(unnamed.errors(), "");
 }
 
 TEST_F(Export, ColourAttributesRuleTexts) {

@@ -31,7 +31,7 @@ TEST_F(Export, HandlesAreUniqueAndBelowTheSeed) {
         bool inHeader = true;
         for (const DxfGroup& pair : file.pairs) {
             inHeader = inHeader && pair.value != "TABLES";
-            if (inHeader || (pair.code != 5 && pair.code != 105)) continue;
+            if (inHeader || (pair.code != 5 && pair.code != 105) || pair.value.empty()) continue;
             EXPECT_TRUE(handles.insert(std::stoul(pair.value, nullptr, 16)).second)
                 << version << " " << pair.value;
         }

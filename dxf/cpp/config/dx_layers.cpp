@@ -93,7 +93,7 @@ int DxNewLayer(int kind, const UtCString& name) {
         layer = UtCString(converted.view());
     }
     DxCheckName(layer);
-    DxActLayer.assign(layer.str());
+    DxActLayer.assign(layer.IsEmpty() ? "0" : layer.str()); // an entity without a layer is on layer 0
     return 0;
 }
 

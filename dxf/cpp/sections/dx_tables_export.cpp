@@ -122,15 +122,16 @@ int DxTableWriteVports() {
 /// Which line types are written: of equal names the first, and of those without a host number the ones in
 /// use.
 static std::vector<bool> markLTypes() {
-    std::set<std::string_view> layerLTypes;
-    for (const DX_LAYER_TYPE& layer : tables().layers) layerLTypes.insert(layer.lineType.view());
+    const auto upper = [](const DX_NAME& name) { return UtCString(name.view()).Upper().str(); };
+    std::set<std::string> layerLTypes;
+    for (const DX_LAYER_TYPE& layer : tables().layers) layerLTypes.insert(upper(layer.lineType));
     std::vector<bool> marks;
     std::set<std::string> seen;
     for (const DX_LTYPE_TYPE& ltype : tables().lineTypes) {
         const bool constant = equalsIgnoringCase(ltype.name.view(), "ByBlock") ||
                               equalsIgnoringCase(ltype.name.view(), "ByLayer");
-        const bool used = ltype.number != 0 || layerLTypes.count(ltype.name.view()) != 0;
-        const bool first = seen.insert(UtCString(ltype.name.view()).Upper().str()).second;
+        const bool used = ltype.number != 0 || layerLTypes.count(upper(ltype.name)) != 0;
+        const bool first = seen.insert(upper(ltype.name)).second;
         marks.push_back(!constant && used && first);
     }
     return marks;

@@ -168,8 +168,9 @@ private:
         if (text_.lines.size() > 1 && parm_.justification >= 1 && parm_.justification <= 2)
             p = moved(p, parm_.justification * 0.5 * (blockWidth_ - length), 0);
         Anchor anchor = anchorOf(p, length, dxfLength);
-        anchor.first = moved(anchor.first, padX_, padY_);
-        anchor.second = moved(anchor.second, padX_, padY_);
+        // Characters that stand closer than side by side are moved forward as well.
+        anchor.first = moved(anchor.first, std::abs(padX_), padY_);
+        anchor.second = moved(anchor.second, std::abs(padX_), padY_);
         if (const DX_STYLE_TYPE* converted = DxConvTextToDXF(line, parm_.font, parm_.face, parm_.bits))
             style = converted;
         DxTextCheckPolierText(line);

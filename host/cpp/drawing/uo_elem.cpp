@@ -43,6 +43,11 @@ void fillPlain(const Element& e, const RPT& start, UO_ELEM& out) {
     }
 }
 
+/// True for a circle that the point before it isn't on: a move to its point comes ahead of it.
+bool isApart(const Element& e, int row, const RPT& before) {
+    return e.type == ElementType::Circle && (row == 0 || e.x != before.x || e.y != before.y);
+}
+
 /// Gives the record of (row, piece), or of the first row behind it that has one.
 int give(const Pattern& pattern, int row, int piece, UO_ELEM* out) {
     const auto rows = static_cast<int>(pattern.elements.size());
@@ -55,10 +60,11 @@ int give(const Pattern& pattern, int row, int piece, UO_ELEM* out) {
             const std::vector<UO_ELEM>& arcs = arcsOf(pattern, row);
             if (static_cast<std::size_t>(piece) >= arcs.size()) continue;
             *out = arcs[static_cast<std::size_t>(piece)];
-        } else if (piece > 0) {
+        } else if (piece > (isApart(e, row, start) ? 1 : 0)) {
             continue;
         } else {
             fillPlain(e, start, *out);
+            if (piece == 0 && isApart(e, row, start)) out->type = 2;
         }
         out->patNo = pattern.number;
         out->row = row;

@@ -1,0 +1,107 @@
+// Texts and attributes on their way out.
+#include "exported.h"
+
+namespace {
+
+host::Text& addText(host::Pattern& pattern, const std::vector<std::string>& lines, int origin = 1) {
+    host::Text text;
+    text.lines = lines;
+    text.origin = origin;
+    text.x = 100, text.y = 50;
+    text.height = 10, text.width = 6;
+    text.spacing = text.lineDistance = 1;
+    pattern.texts.push_back(text);
+    host::openDrawing().recount();
+    return pattern.texts.back();
+}
+double number(const DxfGroups& groups, int code) {
+    return std::atof(valueOf(groups, code).c_str());
+}
+
+TEST_F(Export, EachOriginHasItsAlignment) {
+    for (int origin = 0; origin <= 9; ++origin) {
+        startDrawing();
+        addText(addPattern({}), {"HELLO"}, origin);
+        const Exported file = exportDrawing(exportConfig("ACAD15", "WRITE_TXT_ORG=0\n"));
+        EXPECT_EQ(file.errors(), "");
+        const DxfGroups text = file.first(0, "TEXT");
+        const int column = origin == 0 ? 0 : (origin - 1) % 3;
+        const int row = origin == 0 ? 0 : (origin - 1) / 3;
+        EXPECT_EQ(valueOf(text, 72), std::to_string(column)) << origin;
+        EXPECT_EQ(valueOf(text, 73), std::to_string(row == 0 ? 0 : row + 1)) << origin;
+        EXPECT_EQ(number(text, 40), 10);
+        EXPECT_EQ(number(text, 20), 50 - row * 5) << origin << ": the lower edge";
+        if (origin > 0) {
+            EXPECT_NEAR(number(text, 11), 100, 1e-5) << origin;
+            EXPECT_NEAR(number(text, 21), 50, 1e-5) << origin;
+        }
+    }
+}
+
+TEST_F(Export, AFitTextEndsAtItsLength) {
+    addText(addPattern({}), {"HELLO"}, 3);
+    const DxfGroups fit = exportDrawing(exportConfig("ACAD15", "WRITE_TXT_ORG=1\n")).first(0, "TEXT");
+    EXPECT_EQ(valueOf(fit, 72), "5");
+    EXPECT_EQ(valueOf(fit, 73), "0");
+    EXPECT_NEAR(number(fit, 11), 100, 1e-5);
+    EXPECT_LT(number(fit, 10), 90);
+    EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD15", "WRITE_TXT_ORG=2\n")).first(0, "TEXT"), 72), "3");
+}
+
+TEST_F(Export, LinesGoOutOneByOne) {
+    addText(addPattern({}), {"AB", "", "ABCD"}, 9).lineDistance = 2;
+    const Exported file = exportDrawing(exportConfig("ACAD15", "WRITE_TXT_ORG=0\n"));
+    ASSERT_EQ(file.count(0, "TEXT"), 2u) << "an empty line takes its room only";
+    const DxfGroups first = file.first(0, "TEXT");
+    const DxfGroups last = file.first(0, "TEXT", 1);
+    EXPECT_EQ(valueOf(first, 72), "0") << "from the top left corner";
+    EXPECT_NEAR(number(first, 20) - number(last, 20), 40, 1e-5);
+    EXPECT_NEAR(number(first, 10), number(last, 10), 1e-5);
+}
+
+TEST_F(Export, AFaceMakesAnMtextWhereTheTargetHasIt) {
+    host::Text& text = addText(addPattern({}), {"a{b}\\c"}, 1);
+    text.font = 0;
+    text.face = "Arial";
+    text.angle = 0.5;
+    const Exported file = exportDrawing(exportConfig("ACAD24"));
+    EXPECT_EQ(file.errors(), "");
+    const DxfGroups mtext = file.first(0, "MTEXT");
+    EXPECT_EQ(valueOf(mtext, 1), "a\\{b\\}\\\\c");
+    EXPECT_EQ(valueOf(mtext, 71), "7");
+    EXPECT_NEAR(number(mtext, 50), 28.6479, 1e-9) << "four digits";
+    EXPECT_NE(valueOf(file.first(1000, "Arial"), 1000), "none") << "the style names the face";
+    EXPECT_EQ(exportDrawing(exportConfig("ACAD12")).count(0, "TEXT"), 1u);
+}
+
+TEST_F(Export, NonLatinTextIsWrittenAsTheVersionWants) {
+    addText(addPattern({}), {"\xC3\x84 \xE4\xB8\xAD"});
+    EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD24")).first(0, "TEXT"), 1), "\xC3\x84 \xE4\xB8\xAD");
+    EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD18")).first(0, "TEXT"), 1), "\xC4 \\U+4E2D");
+    EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD12")).first(0, "TEXT"), 1), "\xC4 ?");
+}
+
+TEST_F(Export, AttributesBecomeAttdefAndAttrib) {
+    host::Pattern& pattern = addPattern({moveTo(0, 0), drawTo(9, 9)}, "door");
+    pattern.attributes = {{"width", "885"}, {"maker", "none"}};
+    addText(pattern, {"%width"});
+    const std::string lines = "WRITE_BLOCKS=YES\nWRITE_ATTR=1\n";
+    for (const std::string& version : VERSIONS) {
+        const Exported file = exportDrawing(exportConfig(version, lines));
+        EXPECT_EQ(file.errors(), "") << version;
+        ASSERT_EQ(file.count(0, "ATTDEF"), 2u) << version;
+        ASSERT_EQ(file.count(0, "ATTRIB"), 2u) << version;
+        EXPECT_EQ(valueOf(file.first(0, "INSERT"), 66), "1");
+        DxfGroups shownText = file.first(0, "ATTRIB");
+        EXPECT_EQ(valueOf(shownText, 2), "width");
+        EXPECT_EQ(valueOf(shownText, 70), "0");
+        EXPECT_EQ(valueOf(file.first(0, "ATTRIB", 1), 70), "1") << "no text shows it";
+        EXPECT_EQ(valueOf(file.first(0, "ATTRIB", 1), 1), "none");
+        EXPECT_EQ(valueOf(file.first(0, "ATTDEF"), 3), "width");
+    }
+    const Exported plain = exportDrawing(exportConfig("ACAD15", "WRITE_ATTR=0\n"));
+    EXPECT_EQ(plain.count(0, "ATTDEF"), 0u);
+    EXPECT_EQ(valueOf(plain.first(0, "TEXT"), 1), "%width") << "it stays a text";
+}
+
+} // namespace
