@@ -94,7 +94,8 @@ void overrideModus() {
 void nameStartLayers(std::string_view lineType) {
     auto& layers = DxDocuments.currentTables().layers;
     for (std::size_t i = 0; i < layers.size() && i < DX_CLASS_COUNT; ++i) {
-        layers[i].name.assign(DxLayerFixedNames[i].Ansi(DxFileHostCodePage()));
+        const UtCString& name = DxLayerFixedNames[i]; // records hold the host's text, or a file's bytes
+        layers[i].name.assign(DxIsExport ? name.str() : name.Ansi(DxFileHostCodePage()));
         layers[i].lineType.assign(lineType);
     }
 }
@@ -127,6 +128,8 @@ void settleExport() {
     constexpr int ACAD12 = 7; // versions count backwards
     if (DxWriteVersion > ACAD12) DxUseByLayer = 0;
     DxReadBlockCopies();
+    if (DxBlockCopies) DxBlockLines = new DxLineList;
+    DxExportVisibleOnly = 1;
     DxDocuments.keepsTables = DxUseTemplate != 0;
 }
 
