@@ -287,10 +287,10 @@ private:
             return i;
         }
         if (!has(2)) {
-            // Up to R12 the third coordinate could be left out, and many programs still do it.
+            // Up to R12 the third coordinate could be left out; many programs still do it, and readers take
+            // 0.
             if (group.dimensions == 3)
-                session_.out.addAs(session_.atLeast(Version::R13) ? Level::Warning : Level::Note,
-                                   Rule::BadPoint, session_.at(tag), "the point ", tag.code,
+                session_.out.addAs(Level::Note, Rule::BadPoint, session_.at(tag), "the point ", tag.code,
                                    " has no third coordinate");
             return i + 1;
         }

@@ -55,7 +55,7 @@ constexpr Group kLayer[] = {req(2),
                             opt(430).from(R2004),
                             opt(440).from(R2004),
                             opt(347).from(R2007).to("MATERIAL"),
-                            opt(348).from(R2010).to("VISUALSTYLE")};
+                            opt(348).from(R2013).to("VISUALSTYLE")};
 constexpr Part kLayerParts[] = {kRecordPart, {"AcDbLayerTableRecord", kLayer}};
 
 constexpr Group kStyle[] = {

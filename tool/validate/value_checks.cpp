@@ -91,9 +91,14 @@ void checkEncoding(Session& session, const Tag& tag) {
 /// Control bytes, cut escapes; true when there are bytes beyond ASCII.
 bool checkBytes(Session& session, const Tag& tag) {
     bool beyondAscii = false, control = false;
+    const bool paged = session.page && !session.atLeast(Version::R2007);
     for (size_t at = 0; at < tag.value.size(); ++at) {
         const auto byte = static_cast<unsigned char>(tag.value[at]);
         beyondAscii = beyondAscii || byte >= 0x80;
+        if (paged && byte >= 0x80 && characterLength(*session.page, tag.value, at) == 2) {
+            ++at; // the second byte may look like a backslash
+            continue;
+        }
         if (byte == 0) {
             session.out.add(Rule::NulByte, session.at(tag), "group ", tag.code, ": NUL byte in ",
                             quoted(tag.value));
