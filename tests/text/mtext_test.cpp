@@ -60,6 +60,7 @@ TEST_F(Mtext, CodesThatStandForCharacters) {
         {"\\Kgone\\k", "'\x10gone\x10'"},
         {"a{\\Lb\\C1;c}d", "'a\x0e"
                            "b' 'c' 'd'"},
+        {"\\Zx\\", "'\\Zx\\'"},
         {"a\\H3", "'a3'"},
         {"x\\Py\\Nz^Jw", "'x' 'y' 'z' 'w'"},
         {"\\pi-2,l2,qc,t4,c8;abc", "'abc'"},
@@ -87,11 +88,11 @@ TEST_F(Mtext, ARunOfItsOwnFormatStandsBehindTheOneBefore) {
     EXPECT_EQ(runs[4].slant, 0);
 }
 
-TEST_F(Mtext, TrueColoursAndSpacing) {
-    const auto runs = texts("a\\c255;b{\\T2;c}d");
-    ASSERT_EQ(runs.size(), 4u);
-    EXPECT_NEAR(runs[2].spacing, 1.25 * 0.46153846153846156 + 1, 1e-12);
-    EXPECT_NEAR(runs[3].spacing, runs[0].spacing, 1e-12);
+TEST_F(Mtext, CharacterSpacingHoldsWithinItsGroup) {
+    const auto runs = texts("a{\\T2;b}c");
+    ASSERT_EQ(runs.size(), 3u);
+    EXPECT_NEAR(runs[1].spacing, 1.25 * 0.46153846153846156 + 1, 1e-12);
+    EXPECT_NEAR(runs[2].spacing, runs[0].spacing, 1e-12);
 }
 
 TEST_F(Mtext, EachAttachmentHoldsTheBlockAtItsPointUnderRotation) {
@@ -153,7 +154,7 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto lines = texts("the quick brown fox jumps over the lazy dog\\Pnext", {{41, "14"}});
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0].lineLength, 14);
-    const auto layout = host::layoutText(lines[0], 1);
+    const auto layout = shown(lines[0]);
     ASSERT_GT(layout.lines.size(), 2u);
     for (std::size_t i = 0; i < layout.lines.size(); ++i)
         EXPECT_NEAR(inkAt(lines[0], 0, 0, i).y, -1 - 5.0 / 3 * static_cast<double>(i), 1e-6);
@@ -162,6 +163,13 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto runs = texts("the quick {\\C1;brown fox jumps} over the lazy dog", {{41, "14"}});
     for (const host::Text& run : runs) EXPECT_LE(right(run), 14.001) << run.lines[0];
     EXPECT_GT(runs.size(), 3u);
+    for (const int attachment : {4, 7}) {
+        const auto block =
+            texts("the quick brown fox jumps over the lazy dog", {{41, "14"}, {71, num(attachment)}});
+        const std::size_t last = shown(block.at(0)).lines.size() - 1;
+        const double top = inkAt(block[0], 0, 1).y, bottom = inkAt(block[0], 0, 0, last).y;
+        EXPECT_NEAR(attachment == 7 ? bottom : (top + bottom) / 2, 0, 0.4) << "descenders count a little";
+    }
 }
 
 TEST_F(Mtext, NoPieceIsLongerThan160CharactersAndNothingIsLost) {
