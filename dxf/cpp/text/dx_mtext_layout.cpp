@@ -22,6 +22,8 @@ static int attachmentOf(const DX_TEXT_TYPE& record, bool isMirrored) {
 
 DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored)
     : record_(record), isMirrored_(isMirrored), attachment_(attachmentOf(record, isMirrored)) {
+    constexpr std::size_t usualRuns = 8;
+    runs_.reserve(usualRuns);
     DxMtextRun& first = runs_.emplace_back();
     first.text = record;
     first.text.text.clear();
@@ -203,6 +205,7 @@ std::vector<DX_TEXT_TYPE> DxMtextBlock::place(const RPT3& insertion) {
     const RPT3 origin = rotation.from(insertion, x, y);
     const int up = (9 - attachment_) / 3; // 2 top, 1 middle, 0 bottom
     std::vector<DX_TEXT_TYPE> pieces;
+    pieces.reserve(runs_.size());
     for (DxMtextRun& run : runs_) {
         if (isBlank(run.text.text)) continue;
         measure(run);
