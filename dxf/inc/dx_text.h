@@ -21,6 +21,7 @@ struct DX_TEXT_TYPE {
     double oblique = 0;              ///< 51, degrees
     RPT3 second{1, 0, 0};            ///< 11 21 31; alignment point, MTEXT: direction of the x axis
     double widthFactor = 1.0;        ///< 41 of TEXT; 0 for an MTEXT
+    int generation = 0;              ///< 71 of TEXT, see DX_TEXT_GENERATION
     int attachment = 0;              ///< 71 of MTEXT, 1 … 9 from the top left
     int isMtext = 0;                 ///< 1: not taken apart yet
     double lineSpacing = 1.0;        ///< 44
@@ -33,6 +34,9 @@ struct DX_TEXT_TYPE {
     int backTrueColor = -1;    ///< 421
     int backTransparency = -1; ///< 441
 };
+
+/// How the characters of a TEXT stand, a bit each.
+enum DX_TEXT_GENERATION : int { DX_TEXT_BACKWARD = 2, DX_TEXT_UPSIDE_DOWN = 4 };
 
 /// Most characters of an MTEXT.
 inline constexpr std::size_t DX_MTEXT_LIMIT = 29999;

@@ -60,6 +60,7 @@ TEST_F(Mtext, CodesThatStandForCharacters) {
         {"\\Kgone\\k", "'\x10gone\x10'"},
         {"a{\\Lb\\C1;c}d", "'a\x0e"
                            "b' 'c' 'd'"},
+        {"\\Zx\\", "'\\Zx\\'"},
         {"a\\H3", "'a3'"},
         {"x\\Py\\Nz^Jw", "'x' 'y' 'z' 'w'"},
         {"\\pi-2,l2,qc,t4,c8;abc", "'abc'"},
@@ -87,11 +88,11 @@ TEST_F(Mtext, ARunOfItsOwnFormatStandsBehindTheOneBefore) {
     EXPECT_EQ(runs[4].slant, 0);
 }
 
-TEST_F(Mtext, TrueColoursAndSpacing) {
-    const auto runs = texts("a\\c255;b{\\T2;c}d");
-    ASSERT_EQ(runs.size(), 4u);
-    EXPECT_NEAR(runs[2].spacing, 1.25 * 0.46153846153846156 + 1, 1e-12);
-    EXPECT_NEAR(runs[3].spacing, runs[0].spacing, 1e-12);
+TEST_F(Mtext, CharacterSpacingHoldsWithinItsGroup) {
+    const auto runs = texts("a{\\T2;b}c");
+    ASSERT_EQ(runs.size(), 3u);
+    EXPECT_NEAR(runs[1].spacing, 1.25 * 0.46153846153846156 + 1, 1e-12);
+    EXPECT_NEAR(runs[2].spacing, runs[0].spacing, 1e-12);
 }
 
 TEST_F(Mtext, EachAttachmentHoldsTheBlockAtItsPointUnderRotation) {
@@ -153,7 +154,7 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto lines = texts("the quick brown fox jumps over the lazy dog\\Pnext", {{41, "14"}});
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0].lineLength, 14);
-    const auto layout = host::layoutText(lines[0], 1);
+    const auto layout = shown(lines[0]);
     ASSERT_GT(layout.lines.size(), 2u);
     for (std::size_t i = 0; i < layout.lines.size(); ++i)
         EXPECT_NEAR(inkAt(lines[0], 0, 0, i).y, -1 - 5.0 / 3 * static_cast<double>(i), 1e-6);
@@ -162,23 +163,36 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto runs = texts("the quick {\\C1;brown fox jumps} over the lazy dog", {{41, "14"}});
     for (const host::Text& run : runs) EXPECT_LE(right(run), 14.001) << run.lines[0];
     EXPECT_GT(runs.size(), 3u);
+    for (const int attachment : {4, 7}) {
+        const auto block =
+            texts("the quick brown fox jumps over the lazy dog", {{41, "14"}, {71, num(attachment)}});
+        const std::size_t last = shown(block.at(0)).lines.size() - 1;
+        const double top = inkAt(block[0], 0, 1).y, bottom = inkAt(block[0], 0, 0, last).y;
+        EXPECT_NEAR(attachment == 7 ? bottom : (top + bottom) / 2, 0, 0.4) << "descenders count a little";
+    }
 }
 
 TEST_F(Mtext, NoPieceIsLongerThan160CharactersAndNothingIsLost) {
-    std::string words, plain;
+    std::string words;
     for (int i = 0; i < 100; ++i) words += "word" + std::to_string(i) + " ";
+    const auto withoutBlanks = [](std::string text) {
+        std::erase(text, ' ');
+        return text;
+    };
     for (const char* box : {"0", "30"}) {
-        for (const std::string& text : {words, std::string(500, 'x'), words + "{\\C1;" + words + "}"}) {
-            std::string all, wanted;
-            for (const host::Text& piece : texts(text, {{41, box}})) {
+        for (const std::string& part : {words, std::string(500, 'x')}) {
+            std::string all;
+            for (const host::Text& piece : texts(part + "{\\C1;" + part + "}", {{41, box}})) {
                 EXPECT_LE(piece.lines.at(0).size(), 160u);
                 all += piece.lines[0];
             }
-            for (const char c : text) wanted += c;
-            wanted.erase(std::remove(wanted.begin(), wanted.end(), '}'), wanted.end());
-            if (const auto code = wanted.find("{\\C1;"); code != std::string::npos) wanted.erase(code, 5);
-            EXPECT_EQ(all, wanted) << box;
+            EXPECT_EQ(withoutBlanks(all), withoutBlanks(part + part)) << box;
         }
+        const auto one = texts(words, {{41, box}});
+        EXPECT_EQ(one.front().lines.at(0).substr(0, 12), "word0 word1 ");
+        EXPECT_EQ(one.back().lines.at(0).substr(one.back().lines.at(0).size() - 7), "word99 ");
+        for (const host::Text& piece : one)
+            EXPECT_EQ(piece.lines.at(0).substr(0, 4), "word") << "broken at blanks";
     }
 }
 

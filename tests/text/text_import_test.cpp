@@ -185,12 +185,27 @@ TEST_F(TextImport, BadAlignmentsAndHeightsAreReported) {
     EXPECT_EQ(result.dump.find("gone"), std::string::npos);
 }
 
-TEST_F(TextImport, InAPlaneTurnedOverTheTextCoversItsPlaceAndReads) {
-    const auto texts =
-        importTexts(oneText(textAt(10, 0, "Hamburg") + DxfGroups{{210, "0"}, {220, "0"}, {230, "-1"}}));
-    ASSERT_EQ(texts.size(), 1u);
-    EXPECT_NEAR(std::remainder(texts[0].angle, 6.283185307179586), 0, 1e-9);
-    EXPECT_AT(inkAt(texts[0], 1, 0), -10, 0); // it ends where the mirrored one begins
+TEST_F(TextImport, MirroredTextsCoverTheirPlaceAndRead) {
+    struct Case {
+        const char *generation, *normal;
+        double start, end; // of the text's line, from left to right as it is read; 0: where the text is held
+        double up;         // the side of its line that the characters stand on
+    };
+    const Case cases[] = {{"0", "1", 0, 1, 1},   {"0", "-1", -1, 0, 1}, {"2", "1", -1, 0, 1},
+                          {"2", "-1", 0, 1, 1},  {"4", "1", 1, 0, -1},  {"6", "1", 0, -1, -1},
+                          {"4", "-1", 0, -1, -1}};
+    for (const Case& c : cases) {
+        const auto texts =
+            importTexts(oneText(textAt(0, 0, "Hamburg") + DxfGroups{{71, c.generation}, {230, c.normal}}));
+        ASSERT_EQ(texts.size(), 1u);
+        SCOPED_TRACE(std::string("71=") + c.generation + " 230=" + c.normal);
+        const RPT start = inkAt(texts[0], 0, 0), end = inkAt(texts[0], 1, 0);
+        const double length = std::hypot(end.x - start.x, end.y - start.y);
+        EXPECT_NEAR(start.x / length, c.start, 1e-6);
+        EXPECT_NEAR(end.x / length, c.end, 1e-6);
+        EXPECT_NEAR(start.y, 0, 1e-6);
+        EXPECT_NEAR(inkAt(texts[0], 0, 1).y / 5, c.up, 1e-6);
+    }
 }
 
 TEST_F(TextImport, NumbersBeyondAllBoundsAreLeftOut) {

@@ -68,11 +68,16 @@ inline std::string saidBy(const std::vector<host::Text>& texts) {
     return all;
 }
 
+/// A text as it is shown in the drawing.
+inline host::TextLayout shown(const host::Text& text) {
+    return host::layoutText(text, host::sheetMillimetres(host::openDrawing()));
+}
+
 /// Where the characters of a text stand: along the line from left to right at share 0 … 1, above the baseline
 /// at `up` times the height; spacing at the ends left aside.
 inline RPT inkAt(const host::Text& text, double along, double up, std::size_t line = 0) {
     const double unit = host::sheetMillimetres(host::openDrawing());
-    const host::LayoutLine place = host::layoutText(text, unit).lines.at(line);
+    const host::LayoutLine place = shown(text).lines.at(line);
     const double width = place.width - (text.spacing - 1) * text.width;
     const double x = (place.x + along * width) / unit, y = (place.baseline + up * text.height) / unit;
     return {text.x + x * std::cos(text.angle) - y * std::sin(text.angle),

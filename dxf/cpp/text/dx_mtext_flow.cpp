@@ -88,7 +88,18 @@ double DxMtextFlow::advanceOf(const DxMtextRun& run, std::string_view text) cons
     return text.empty() ? 0 : widthOf(run, text) + run.space * run.text.height;
 }
 
+/// Blanks at the end of a line are shown by its end; they would only shift a line that is held at its right.
+void DxMtextFlow::trimLine() {
+    DxMtextRun& last = block_.runs_.back();
+    std::string& text = last.text.text;
+    if (!open_ || text.empty() || text.back() != ' ') return;
+    text.erase(text.find_last_not_of(' ') + 1);
+    last.length = visibleEnd_ - last.text.second.x;
+    last.measured = text.size();
+}
+
 void DxMtextFlow::nextLine() {
+    trimLine();
     block_.settleLine();
     block_.startLine(0);
     block_.runs_.pop_back(); // the runs to come begin by themselves
@@ -195,11 +206,13 @@ void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, 
     }
     DxMtextRun& piece = block_.runs_.back();
     piece.text.text += word.all;
-    piece.length = x_ + width - piece.text.second.x;
+    visibleEnd_ = x_ + width;
+    piece.length = visibleEnd_ - piece.text.second.x; // blanks at the end don't widen the line
     piece.space = run.space;
     piece.measured = piece.text.text.size();
     visible_ += word.visible;
     block_.close();
+    if (word.all.size() > word.text.size()) piece.length = x_ + widthOf(run, word.all) - piece.text.second.x;
 }
 
 /// Numerator and denominator stay together.

@@ -53,10 +53,12 @@ private:
     void flowWords(const DxMtextRun& run, double room);
     void flowStack(const DxMtextRun* parts, std::size_t count, double room);
     void append(const DxMtextRun& run, const Word& word, double width, const std::string& lines);
+    void trimLine();
     void nextLine();
 
     DxMtextBlock& block_;
     double x_ = 0;                     ///< where the next word stands
+    double visibleEnd_ = 0;            ///< where the last word ended
     const DxMtextRun* open_ = nullptr; ///< source of the run that words are being appended to
     int visible_ = 0;                  ///< characters of that run
 };

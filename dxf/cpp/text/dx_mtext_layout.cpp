@@ -22,6 +22,8 @@ static int attachmentOf(const DX_TEXT_TYPE& record, bool isMirrored) {
 
 DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored)
     : record_(record), isMirrored_(isMirrored), attachment_(attachmentOf(record, isMirrored)) {
+    constexpr std::size_t usualRuns = 8;
+    runs_.reserve(usualRuns);
     DxMtextRun& first = runs_.emplace_back();
     first.text = record;
     first.text.text.clear();
@@ -203,14 +205,17 @@ std::vector<DX_TEXT_TYPE> DxMtextBlock::place(const RPT3& insertion) {
     const RPT3 origin = rotation.from(insertion, x, y);
     const int up = (9 - attachment_) / 3; // 2 top, 1 middle, 0 bottom
     std::vector<DX_TEXT_TYPE> pieces;
+    pieces.reserve(runs_.size());
     for (DxMtextRun& run : runs_) {
         if (isBlank(run.text.text)) continue;
         measure(run);
         DX_TEXT_TYPE& piece = pieces.emplace_back(std::move(run.text));
         const RPT3 corner = rotation.from(origin, piece.second.x, piece.second.y);
-        piece.point = rotation.from(corner, 0, -piece.height);
-        piece.second = rotation.from(piece.point, column() * 0.5 * run.length,
-                                     up * piece.height * 0.5 - (2 - up) * 0.5 * run.extraDepth);
+        const double below = up == 0 ? run.extraDepth : 0; // its lowest line counts
+        const double half = up == 1 ? run.extraDepth / 2 : 0;
+        piece.point = rotation.from(corner, 0, -piece.height - below);
+        piece.second =
+            rotation.from(piece.point, column() * 0.5 * run.length, up * piece.height * 0.5 - half);
         piece.horAlign = isMirrored_ ? 2 - column() : column(); // is changed once more when it is drawn
         piece.verAlign = up == 0 ? 0 : up + 1;
         piece.attachment = attachment_;

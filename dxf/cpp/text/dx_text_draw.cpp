@@ -25,6 +25,7 @@
 namespace {
 
 constexpr double toRadians = 0.017453292519943295;
+constexpr double halfTurn = 180.0 * toRadians;
 constexpr double smallestHeight = 0.0001;
 constexpr int aligned = 3, fit = 5;
 
@@ -36,7 +37,8 @@ struct Placing {
     int bits[DX_BIT_COUNT];
     double dx;          ///< spacing that overrides the font's, 0: none
     RPT3 first, second; ///< world coordinates
-    bool isMirrored;    ///< the matrix turns the plane over
+    double rotation;    ///< degrees, in the drawing
+    bool isMirrored;    ///< its characters would be mirrored
     double height;      ///< world coordinates
     DxTextLength measure;
     double stretch; ///< of a text that runs from point to point, 1 for others
@@ -68,6 +70,13 @@ void convert(Placing& placing) {
     dropSwitches(placing.converted, lines);
 }
 
+/// Degrees of a direction's image in the plane.
+double rotationUnder(double degrees, const Mat44 m) {
+    const double angle = std::fmod(degrees, 360.0) * toRadians;
+    const double x = std::cos(angle), y = std::sin(angle);
+    return std::atan2(x * m[0][1] + y * m[1][1], x * m[0][0] + y * m[1][0]) / toRadians;
+}
+
 void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
     constexpr double faceShift = 0.025; // of the height: the host leaves a little room in front of a face
     placing.dx = placing.charset->factor;
@@ -82,7 +91,12 @@ void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
     }
     DxTrans3DRpt(&placing.first, matrix);
     DxTrans3DRpt(&placing.second, matrix);
-    placing.isMirrored = DxMirrors(matrix);
+    const bool isTurnedOver = DxMirrors(matrix);
+    const bool isBackward = (record.generation & DX_TEXT_BACKWARD) != 0;
+    const bool isUpsideDown = (record.generation & DX_TEXT_UPSIDE_DOWN) != 0;
+    placing.isMirrored = (isTurnedOver + isBackward + isUpsideDown) % 2 != 0;
+    placing.rotation =
+        isTurnedOver ? rotationUnder(record.rotation, matrix) : record.rotation + DxBlockRotation;
     placing.height = record.height * std::fabs(DxBlockScaleX);
 }
 
@@ -112,29 +126,22 @@ void measure(Placing& placing) {
     placing.measure.length *= placing.stretch;
 }
 
-/// Direction of the text's line, radians. In a plane that is turned over, characters can't be mirrored with
-/// it: the text is turned so that it covers the same place and stands the right way up.
-double directionOf(const Placing& placing) {
+/// Direction of the text's line, radians, as its points or its rotation and generation have it.
+double lineDirection(const Placing& placing) {
     const DX_TEXT_TYPE& record = *placing.record;
-    double degrees = record.rotation + DxBlockRotation;
     if (isBetween(record, aligned) || isBetween(record, fit)) {
         const double dx = placing.second.x - placing.first.x, dy = placing.second.y - placing.first.y;
-        if (dx != 0 || dy != 0) degrees = std::atan2(dy, dx) / toRadians;
+        if (dx != 0 || dy != 0) return std::atan2(dy, dx);
     }
-    return std::fmod(degrees, 360.0) * toRadians;
+    const double angle = std::fmod(placing.rotation, 360.0) * toRadians;
+    return record.generation & DX_TEXT_BACKWARD ? angle + halfTurn : angle;
 }
 
-double directionOf(const Placing& placing, const Mat44 m) {
-    if (!placing.isMirrored) return directionOf(placing);
-    const DX_TEXT_TYPE& record = *placing.record;
-    const double half = 180 * toRadians;
-    if (isBetween(record, aligned) || isBetween(record, fit))
-        return std::remainder(directionOf(placing) + half, 2 * half);
-    Mat44 storage;
-    const auto* matrix = DxObjectMatrix(record.extrusion, m, storage);
-    const double angle = std::fmod(record.rotation, 360.0) * toRadians;
-    const double x = std::cos(angle), y = std::sin(angle);
-    return std::atan2(-(x * matrix[0][1] + y * matrix[1][1]), -(x * matrix[0][0] + y * matrix[1][0]));
+/// Direction of the host's text. Characters can't be mirrored: where the plane is turned over, or the text
+/// runs backward or stands on its head, it is turned so that it covers the same place and can be read.
+double directionOf(const Placing& placing) {
+    const double angle = lineDirection(placing);
+    return placing.isMirrored ? std::remainder(angle + halfTurn, 2 * halfTurn) : angle;
 }
 
 OV_TEXT_EXT backgroundOf(const DX_TEXT_TYPE& record) {
@@ -207,11 +214,11 @@ bool isUsable(const OV_TEXT_PARM& parm, const RPT3& point) {
 }
 
 /// Hands the text to the host.
-int make(const Placing& placing, int pen, int type, const Mat44 m) {
+int make(const Placing& placing, int pen, int type) {
     const DX_TEXT_TYPE& record = *placing.record;
     OV_TEXT_PARM parm;
     parm.pen = pen;
-    parm.angle = directionOf(placing, m);
+    parm.angle = directionOf(placing);
     parm.slant = record.oblique == 360.0 ? 0.0 : std::fmod(record.oblique, 360.0) * toRadians;
     setSize(placing, parm);
     setFont(placing, parm);
@@ -258,7 +265,7 @@ int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
     if (!DxIsFinite(placing.first) || !DxIsFinite(placing.second)) return 0;
     if (DxCheckPass) return checkExtents(placing);
     measure(placing);
-    return make(placing, pen, type, m);
+    return make(placing, pen, type);
 }
 
 int DxDrawTextEntity(DX_TEXT_TYPE* text, const Mat44 m) {

@@ -115,18 +115,27 @@ std::string DxTextDefaultFont() {
 
 DxStyleIndex& DxTextStyleIndex() {
     const DxTables& tables = DxDocuments.currentTables();
-    DxStyleIndex& index = DxStyleIndexes[&tables];
+    if (DxLastStyleTables != &tables) {
+        DxLastStyleTables = &tables;
+        DxLastStyleIndex = &DxStyleIndexes[&tables];
+    }
+    DxStyleIndex& index = *DxLastStyleIndex;
     for (; index.indexed < tables.styles.size(); ++index.indexed)
         index.byName.try_emplace(std::string(tables.styles[index.indexed].name.view()), index.indexed);
     return index;
 }
 
 const DxCharset& DxTextGetCharset(std::string_view style, std::string_view defaultFont) {
+    DxStyleIndex& index = DxTextStyleIndex();
+    if (index.last && index.lastStyle == style && index.lastDefault == defaultFont) return *index.last;
     std::string key(defaultFont);
     key += '\1';
     key += style;
-    const auto [entry, isNew] = DxTextStyleIndex().charsets.try_emplace(std::move(key));
+    const auto [entry, isNew] = index.charsets.try_emplace(std::move(key));
     if (isNew) entry->second = findCharset(style, defaultFont);
+    index.lastStyle = style;
+    index.lastDefault = defaultFont;
+    index.last = &entry->second;
     return entry->second;
 }
 

@@ -60,6 +60,8 @@ struct DxTextMeasure {
     bool isFontFile = true;    ///< what `font` is
     bool isFixed = false;      ///< by the rough rule, without tables
     const int* bits = nullptr; ///< of a face
+    const DxCharset* charset =
+        nullptr; ///< where the font comes from, if it does: it remembers the font's table
     double height = 0;
     double factor = 1.0; ///< width factor, 0 counts as 1
 };

@@ -43,18 +43,33 @@ DxTextLength roughLength(const DxTextMeasure& what, int count) {
     return result;
 }
 
-DxTextLength tableLength(const DxTextMeasure& what, double factor, int count, DxFontTable& table) {
+/// Calls `take` (character, table code) for each visible unit of a text. Most are plain ASCII.
+template <class Take>
+void forEachUnit(std::string_view text, Take&& take) {
+    for (std::size_t pos = 0; pos < text.size();) {
+        const char c = text[pos];
+        if (c > 0 && c != '%' && c != '\\') {
+            take(static_cast<char32_t>(c), static_cast<int>(c));
+            ++pos;
+            continue;
+        }
+        const DxTextUnit unit = DxNextTextUnit(text, pos);
+        pos += unit.length;
+        if (unit.character) take(unit.character, unit.code);
+    }
+}
+
+DxTextLength tableLength(const DxTextMeasure& what, double factor, DxFontTable& table) {
     DxTextLength result;
     double widths = 0, spaces = 0, last = 0;
-    for (std::size_t pos = 0; pos < what.text.size();) {
-        const DxTextUnit unit = DxNextTextUnit(what.text, pos);
-        pos += unit.length;
-        if (!unit.character) continue;
-        const Cell cell = cellOf(table, unit.code);
+    int count = 0;
+    forEachUnit(what.text, [&](char32_t /*character*/, int code) {
+        const Cell cell = cellOf(table, code);
         widths += cell.width;
         spaces += cell.space;
         last = cell.space;
-    }
+        ++count;
+    });
     spaces -= last; // none behind the last character
     result.length = (widths + spaces) * what.height * factor * 0.01;
     result.space = spaces * factor * 0.01;
@@ -62,6 +77,15 @@ DxTextLength tableLength(const DxTextMeasure& what, double factor, int count, Dx
     if (count == 1) result.space = factor * table.averageSpace * 0.01;
     result.lineDistance = table.averageSpace * 0.02 + 1.0;
     return result;
+}
+
+/// The table of the measure's font file, null when it has none. The charset remembers it.
+DxFontTable* fontTableOf(const DxTextMeasure& what) {
+    if (what.charset && what.charset->fontTable) return what.charset->fontTable;
+    const int index = DxTextGetFontIndex(what.font);
+    DxFontTable* table = index < 0 ? nullptr : DxFontTables[static_cast<std::size_t>(index)].get();
+    if (what.charset) what.charset->fontTable = table;
+    return table;
 }
 
 /// A face and its marks as a key.
@@ -90,9 +114,11 @@ double measureChar(const DxTextMeasure& what, char32_t c) {
     return width * DxScale * DxDrawUnit / size;
 }
 
-DxFaceTable& faceTable(const DxTextMeasure& what) {
+DxFaceTable& faceTableOf(const DxTextMeasure& what) {
+    if (what.charset && what.charset->faceTable) return *what.charset->faceTable;
     const auto [entry, isNew] = DxFaceTables.try_emplace(faceKey(what));
     if (isNew) entry->second.ascii.fill(DxFaceTable::unknown);
+    if (what.charset) what.charset->faceTable = &entry->second;
     return entry->second;
 }
 
@@ -108,13 +134,9 @@ double charWidth(DxFaceTable& table, const DxTextMeasure& what, char32_t c) {
 }
 
 double faceLength(const DxTextMeasure& what, double factor) {
-    DxFaceTable& table = faceTable(what);
+    DxFaceTable& table = faceTableOf(what);
     double widths = 0;
-    for (std::size_t pos = 0; pos < what.text.size();) {
-        const DxTextUnit unit = DxNextTextUnit(what.text, pos);
-        pos += unit.length;
-        if (unit.character) widths += charWidth(table, what, unit.character);
-    }
+    forEachUnit(what.text, [&](char32_t c, int /*code*/) { widths += charWidth(table, what, c); });
     return widths * what.height * factor;
 }
 
@@ -171,6 +193,7 @@ DxTextMeasure DxTextMeasureOf(const DX_TEXT_TYPE& text, const DxCharset& charset
     what.isFontFile = charset.font != 0;
     what.font = what.isFontFile ? charset.fontFile.view() : charset.face.view();
     what.bits = charset.bits;
+    what.charset = &charset;
     what.height = text.height;
     what.factor = text.widthFactor;
     return what;
@@ -179,19 +202,13 @@ DxTextMeasure DxTextMeasureOf(const DX_TEXT_TYPE& text, const DxCharset& charset
 int DxTextGetDxfFontLen(const DxTextMeasure& what, DxTextLength* result) {
     *result = {};
     const double factor = what.factor == 0 ? 1.0 : what.factor;
-    const int count = DxTextStrlen(what.text);
-    if (what.isFixed || (what.isFontFile && DxTextGetFontIndex(what.font) < 0)) {
-        *result = roughLength(what, count);
+    if (!what.isFixed && !what.isFontFile) {
+        if (what.height > 0 && std::isfinite(what.height * factor)) result->length = faceLength(what, factor);
         return 1;
     }
-    if (!what.isFontFile) {
-        if (count > 0 && what.height > 0 && std::isfinite(what.height * factor))
-            result->length = faceLength(what, factor);
-        return 1;
-    }
-    *result = tableLength(what, factor, count,
-                          *DxFontTables[static_cast<std::size_t>(DxTextGetFontIndex(what.font))]);
-    return 0;
+    DxFontTable* table = what.isFixed ? nullptr : fontTableOf(what);
+    *result = table ? tableLength(what, factor, *table) : roughLength(what, DxTextStrlen(what.text));
+    return table ? 0 : 1;
 }
 
 int DxTextGetDxfLen(const DX_TEXT_TYPE& text, DxTextLength* result) {

@@ -100,6 +100,7 @@ private:
 
     void finish() {
         if (!bytes_.empty()) text_.text += DxTextFromFile(bytes_);
+        if (!text_.isMtext) text_.generation = text_.attachment;
         DxCutChars(text_.text, text_.isMtext ? DX_MTEXT_LIMIT : DX_TEXT_LIMIT);
         if (text_.isMtext && !hasRotation_) text_.rotation = angleOfAxis();
     }

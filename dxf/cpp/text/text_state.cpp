@@ -11,6 +11,8 @@ int DxTextTooSmallTold;
 std::vector<DX_TEXT_PLACE> DxTextList;
 std::size_t DxTextListSize;
 std::unordered_map<const DxTables*, DxStyleIndex> DxStyleIndexes;
+const DxTables* DxLastStyleTables;
+DxStyleIndex* DxLastStyleIndex;
 
 void DxResetTextState() {
     DxFontTables.clear();
@@ -24,4 +26,6 @@ void DxResetTextState() {
     DxTextList.clear();
     DxTextListSize = 0;
     DxStyleIndexes.clear();
+    DxLastStyleTables = nullptr;
+    DxLastStyleIndex = nullptr;
 }

@@ -63,6 +63,8 @@ struct DxCharset {
     DX_NAME face;      ///< TrueType face
     int bits[8] = {};  ///< see DX_TEXT_BITS
     double widthFactor = 1.0;
+    mutable DxFontTable* fontTable = nullptr; ///< of the DXF font, once it was asked for
+    mutable DxFaceTable* faceTable = nullptr; ///< of the face, likewise
 };
 
 extern std::vector<std::unique_ptr<DxFontTable>> DxFontTables;
@@ -87,9 +89,13 @@ struct DxStyleIndex {
     std::size_t indexed = 0;                             ///< styles that byName knows
     std::unordered_map<std::string, std::size_t> byName; ///< first style of each name
     std::unordered_map<std::string, DxCharset> charsets; ///< by default font and style
+    std::string lastStyle, lastDefault;                  ///< what was asked for last
+    const DxCharset* last = nullptr;                     ///< its charset
     std::unordered_map<std::string, int> made;           ///< styles for "\f" codes, by font and marks
 };
 extern std::unordered_map<const DxTables*, DxStyleIndex> DxStyleIndexes;
+extern const DxTables* DxLastStyleTables; ///< the tables of DxLastStyleIndex
+extern DxStyleIndex* DxLastStyleIndex;    ///< the index that was asked for last
 
 /// Start values of all of the above, tables forgotten.
 void DxResetTextState();
