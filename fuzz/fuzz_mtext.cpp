@@ -2,6 +2,7 @@
 #include "drawing/drawing.h"
 #include "session/dx_session.h"
 #include "text/dx_mtext.h"
+#include "text/dx_text_codes.h"
 #include "text/dx_text_import.h"
 
 #include "services/session.h"

@@ -128,7 +128,6 @@ void settleExport() {
     constexpr int ACAD12 = 7; // versions count backwards
     if (DxWriteVersion > ACAD12) DxUseByLayer = 0;
     DxReadBlockCopies();
-    if (DxBlockCopies) DxBlockLines = new DxLineList;
     DxExportVisibleOnly = 1;
     DxDocuments.keepsTables = DxUseTemplate != 0;
 }
