@@ -75,8 +75,11 @@ TEST(Outcome, OfFilesThatCannotBeRead) {
     EXPECT_TRUE(result.hasLine("Datei " + folder.file("missing.dxf") + " konnte nicht geöffnet werden!"));
     EXPECT_EQ(importFile(folder, ".").stat, 9001);
     EXPECT_NE(importFile(folder, "").stat, 0) << "the user refused to name a file";
-    folder.write("cut.dxf", "  0\nSECTION\n");
-    EXPECT_EQ(importFile(folder, "cut.dxf").stat, 9003);
+    folder.write("cut.dxf", "  0\nSECTION\n  2");
+    result = importFile(folder, "cut.dxf");
+    EXPECT_EQ(result.stat, 9003);
+    EXPECT_TRUE(result.hasLine("The reading ended in line 3 of file " + folder.file("cut.dxf") + "."))
+        << result.protocol;
     EXPECT_FALSE(DxDocuments.byName.empty());
     importText(smallDrawing().text());
     EXPECT_TRUE(DxDocuments.byName.empty()) << "the next session closes what an error left open";

@@ -62,6 +62,13 @@ void report(const UtCString& text) {
     DxProtoMsg(text, 1);
 }
 
+/// Where the reading ended, for whoever has to mend the file.
+void reportPlace(const DxfDocument* document) {
+    if (!document) return;
+    report(UtFormat("The reading ended in line %ld of file %s.", DxReadLineNumber(),
+                    document->name.Get().c_str()));
+}
+
 /// What went wrong, in words. Numbers whose reason has been told already are silent.
 void reportError(int error) {
     const DxfDocument* const document = DxDocuments.current_;
@@ -72,9 +79,15 @@ void reportError(int error) {
     case 2030:
     case 3012: report("Scale too small!"); break;
     case 9001: report(DxMsg(5809, DxFileName)); break;
-    case 9003: report(DxMsg(document && document->sectionSeen.Get() ? 5714 : 5713)); break;
+    case 9003:
+        report(DxMsg(document && document->sectionSeen.Get() ? 5714 : 5713));
+        reportPlace(document);
+        break;
     case ABORTED: report("aborted .. "); break;
-    default: report(DxMsg(5705, error)); break;
+    default:
+        report(DxMsg(5705, error));
+        reportPlace(document);
+        break;
     }
 }
 

@@ -259,6 +259,15 @@ std::int32_t DxReadTell() {
     return DxDocuments.current_ ? static_cast<std::int32_t>(DxDocuments.current_->position) : 0;
 }
 
+long DxReadLineNumber() {
+    const DxfDocument* const document = DxDocuments.current_;
+    if (!document) return 0;
+    const char* const data = document->view.data;
+    const char* const end = data + document->position;
+    const bool isCut = end != data && end[-1] != '\n';
+    return static_cast<long>(std::count(data, end, '\n')) + isCut;
+}
+
 int DxReadSeek(std::int32_t position) {
     DxfDocument* const document = DxDocuments.current_;
     if (!document || position < 0 || static_cast<std::size_t>(position) > document->view.size) return 9005;

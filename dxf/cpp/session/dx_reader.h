@@ -42,6 +42,9 @@ void DxSaveActPos(DX_SAVE* save);
 int DxRestoreActPos(DX_SAVE* save); ///< 3011 for null; the result of the seek otherwise.
 /// Position behind the last pair that was read from the current document, as an offset in the file.
 std::int32_t DxReadTell();
+/// Number of the line, from 1, in which the last pair that was read from the current document ends; 0 ahead
+/// of the first. Counts them anew: meant for messages.
+long DxReadLineNumber();
 /// Goes to an offset in the current document and forgets a pair handed back. 0 or 9005.
 int DxReadSeek(std::int32_t position);
 void DxResetPercent();
