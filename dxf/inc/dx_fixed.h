@@ -68,7 +68,8 @@ public:
     int reserve(std::size_t count) {
         if (count <= capacity_) return 0;
         void* block = data_;
-        if (const int error = UtAllocMemoryBlock(&block, count, sizeof(T), 1, 0)) return error;
+        constexpr std::size_t size = sizeof(T); // NOLINT(bugprone-sizeof-expression): of pointers, too
+        if (const int error = UtAllocMemoryBlock(&block, count, size, 1, 0)) return error;
         data_ = static_cast<T*>(block);
         capacity_ = count;
         return 0;

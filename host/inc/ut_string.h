@@ -44,7 +44,7 @@ public:
     }
     friend UtCString operator+(UtCString a, const UtCString& b) { return a += b; }
     friend bool operator==(const UtCString&, const UtCString&) = default;
-    friend auto operator<=>(const UtCString&, const UtCString&) = default;
+    friend auto operator<=>(const UtCString&, const UtCString&) = default; // NOLINT(modernize-use-nullptr)
 
 private:
     std::string text_;

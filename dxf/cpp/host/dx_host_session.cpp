@@ -6,6 +6,7 @@
 #include "ge.h"
 
 #include <algorithm>
+#include <cmath>
 
 int DxCiInit() {
     if (DxCiContextId) CiContext::Del(DxCiContextId);
@@ -56,14 +57,14 @@ int DxCiGetState3D(const UtCString& obstat, int* pen) {
 int DxCiTransparencyToCAD(const DX_ENTITY_BASE_TYPE& base, int* percent) {
     *percent = 0;
     if (base.transparency == 0) return 3011;
-    const int opacity = static_cast<int>((base.transparency & 255) * 0.39215686274509803 + 0.5);
+    const int opacity = static_cast<int>(std::lround((base.transparency & 255) * 0.39215686274509803));
     *percent = std::clamp(100 - opacity, 0, 100);
     return 0;
 }
 
 int DxCiTransparencyToDXF(int percent, int* value) {
     const int clamped = std::clamp(percent, 0, 100);
-    *value = percent ? static_cast<int>((100 - clamped) * 2.5500000000000003 + 0.5) | 0x2000000 : 0;
+    *value = percent ? static_cast<int>(std::lround((100 - clamped) * 2.5500000000000003)) | 0x2000000 : 0;
     return 0;
 }
 
