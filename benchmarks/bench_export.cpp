@@ -35,7 +35,7 @@ static bool measure(std::size_t megabytes) {
     host::resetSession();
     if (!run(DX_IMPORT_2D, source.path(), plain.path())) return false;
 
-    const int runs = megabytes > 100 ? 1 : 3;
+    const int runs = getenv("RUNS") ? atoi(getenv("RUNS")) : megabytes > 100 ? 1 : 3;
     const std::size_t before = heapInUse();
     std::size_t peak = before;
     host::session().onStatus = [&](const std::string&) { peak = std::max(peak, heapInUse()); };
@@ -57,8 +57,9 @@ int main(int argc, char** argv) {
     const bool smoke = argc > 1 && std::strcmp(argv[1], "--smoke") == 0;
     setenv("HD_WORK_DIR", fs::temp_directory_path().c_str(), 0);
     host::session().maxElements = 1'000'000'000;
-    for (const std::size_t megabytes :
-         smoke ? std::vector<std::size_t>{1} : std::vector<std::size_t>{10, 100, 400})
+    std::vector<std::size_t> sizes = smoke ? std::vector<std::size_t>{1} : std::vector<std::size_t>{10, 100, 400};
+    if (argc > 1 && !smoke) sizes = {std::strtoul(argv[1], nullptr, 10)};
+    for (const std::size_t megabytes : sizes)
         if (!measure(megabytes)) {
             std::printf("%4zu MB: the run ended with an error\n", megabytes);
             return 1;

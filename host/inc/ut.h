@@ -19,8 +19,12 @@ int UtFileClose(FILE* stream);
 int UtReadLine(FILE* stream, std::string& line);
 /// True for an existing regular file (or what can be read like one, such as a pipe).
 bool UtIsFile(const UtCString& path);
-int UtFileRemove(const UtCString& path);                      ///< 0 on success.
-int UtFileRename(const UtCString& from, const UtCString& to); ///< Within a file system; replaces `to`.
+/// The file that writing to `path` would change: the end of a chain of links, else `path` itself. Empty when
+/// what is there already can't be written or is no regular file.
+UtCString UtFileTarget(const UtCString& path);
+int UtFileRemove(const UtCString& path);                    ///< 0 on success.
+/// Within a file system. Replaces an older `to`, whose permissions the file takes over.
+int UtFileRename(const UtCString& from, const UtCString& to);
 int UtFileMove(const UtCString& from, const UtCString& to);   ///< Copies and removes where it must.
 UtCString UtGetTempDir();
 /// A name for a temporary file, unique on this machine: `directory`/`prefix`+random number. Creates nothing.

@@ -6,6 +6,7 @@
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_writer.h"
 #include "block_table_state.h"
 #include "dx_attributes_export.h"
 #include "export_state.h"
@@ -32,10 +33,9 @@ std::string comparableBody(const DxLineList& pairs) {
 }
 
 int writeBody(const DxLineList& pairs) {
-    FILE* stream = DxDocuments.currentStream();
-    for (const std::string& pair : pairs)
-        if (!stream || std::fwrite(pair.data(), 1, pair.size(), stream) != pair.size()) return 9000;
-    return 0;
+    std::string body;
+    for (const std::string& pair : pairs) body += pair;
+    return DxWriteBytes(body.data(), body.size());
 }
 
 /// Base, scale and rotation of the INSERT are those of the pattern's own placement.

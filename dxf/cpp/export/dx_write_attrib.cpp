@@ -26,7 +26,7 @@ static int writeText(const DX_ATTRIB_TYPE& a, const Mat32 matrix) {
     if (!error) error = DxWriteDouble(50, std::round((MtGetRot(matrix) * degrees + a.rotation) * 1e4) / 1e4);
     if (!error) error = DxWriteDouble(41, a.widthFactor);
     if (!error) error = DxWriteDouble(51, a.oblique);
-    if (!error) error = DxWriteName(7, a.style);
+    if (!error) error = DxWriteString(7, a.style);
     if (!error) error = DxWriteInt(72, a.horizontalJustify);
     return error ? error : writePoint(11, a.alignment, matrix);
 }
@@ -35,12 +35,12 @@ int DxAttribWrite(const char* type, const DX_ATTRIB_TYPE& a, const Mat32 matrix,
     const bool definition = std::string_view(type) == "ATTDEF";
     int error = DxWriteString(0, type);
     if (!error) error = DxWriteEntityIds(0, owner ? owner : DxOwnerHandle);
-    if (!error) error = DxWriteName(8, a.base.layer);
+    if (!error) error = DxWriteString(8, a.base.layer);
     if (!error) error = DxWriteColor(a.base.color);
     if (!error) error = writeText(a, matrix);
     if (!error) error = DxWriteSubClass(definition ? "AcDbAttributeDefinition" : "AcDbAttribute");
-    if (!error && definition) error = DxWriteName(3, a.tag);
-    if (!error) error = DxWriteName(2, a.tag);
+    if (!error && definition) error = DxWriteString(3, a.tag);
+    if (!error) error = DxWriteString(2, a.tag);
     if (!error) error = DxWriteInt(70, a.flags);
     return error ? error : DxWriteInt(74, a.verticalJustify);
 }

@@ -102,7 +102,7 @@ int DxWriteBlockStart(int& open) {
     DxOwnerHandle = DxGetNextReference();
     int error = DxWriteString(0, "BLOCK");
     if (!error) error = DxWriteEntityIds(0, DxOwnerHandle);
-    if (!error) error = DxWriteName(8, DxActLayer);
+    if (!error) error = DxWriteString(8, DxActLayer);
     if (!error) error = DxWriteSubClass("AcDbBlockBegin");
     if (!error) error = DxWriteString(2, name);
     if (!error) error = DxWriteInt(70, DxBlockType == DX_BLOCK_PLAIN ? 66 : 65);

@@ -16,7 +16,7 @@ const char* templateName() {
 
 /// The collected image objects are written by now: from here on they are read.
 void reopenForReading(FILE*& stream, const UtCString& path) {
-    if (stream) UtFileClose(stream);
+    DxWriteCloseStream(stream);
     stream = UtFileOpen(path, "r");
 }
 
@@ -33,12 +33,11 @@ int writePair(int code, const std::string& value) {
 } // namespace
 
 int DxInsertFile(FILE* file) {
-    FILE* target = DxDocuments.currentStream();
-    if (!file || !target) return 0;
+    if (!file || !DxDocuments.currentStream()) return 0;
     char buffer[1 << 16];
     while (const std::size_t n = std::fread(buffer, 1, sizeof buffer, file))
-        if (std::fwrite(buffer, 1, n, target) != n) return 9000;
-    return 0;
+        if (const int error = DxWriteBytes(buffer, n)) return error;
+    return std::ferror(file) ? 9000 : 0; // what can't be read back is missing in the file
 }
 
 int DxWriteObjects() {

@@ -152,9 +152,9 @@ int DxTableWriteLType(const DX_LTYPE_TYPE* ltype, std::uint32_t tableHandle) {
     if (!ltype) return 3011;
     const int count = std::clamp(ltype->elementCount, 0, 16);
     int error = openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle);
-    if (!error) error = DxWriteName(2, ltype->name);
+    if (!error) error = DxWriteString(2, ltype->name);
     if (!error) error = DxWriteInt(70, ltype->flags);
-    if (!error) error = DxWriteName(3, ltype->description);
+    if (!error) error = DxWriteString(3, ltype->description);
     if (!error) error = DxWriteInt(72, ltype->alignment);
     if (!error) error = DxWriteInt(73, count);
     if (!error) error = DxWriteDouble(40, ltype->totalLength);
@@ -203,10 +203,10 @@ int DxWriteNewLayer(const DX_LAYER_TYPE* layer, std::uint32_t tableHandle) {
     FILE* stream = DxDocuments.currentStream();
     DxDocuments.select(DxHeaderStream);
     int error = openRecord("LAYER", "AcDbLayerTableRecord", tableHandle);
-    if (!error) error = DxWriteName(2, layer->name);
+    if (!error) error = DxWriteString(2, layer->name);
     if (!error) error = DxWriteInt(70, layer->flags);
     if (!error) error = DxWriteInt(62, layer->color);
-    if (!error) error = DxWriteName(6, layer->lineType);
+    if (!error) error = DxWriteString(6, layer->lineType);
     if (!error) error = writeLayerPlotGroups(*layer);
     DxDocuments.select(stream);
     return error;
@@ -226,20 +226,20 @@ static int writeFontFamily(const DX_STYLE_TYPE& style) {
     if (!DxMiscCheckVersion(6) || style.fontFamily.empty()) return 0;
     const int flags = (style.bold > 0 ? 0x2000000 : 0) | (style.italic > 0 ? 0x1000000 : 0);
     int error = DxWriteString(1001, "ACAD");
-    if (!error) error = DxWriteName(1000, style.fontFamily);
+    if (!error) error = DxWriteString(1000, style.fontFamily);
     return error ? error : DxWriteInt(1071, flags);
 }
 
 static int writeStyle(const DX_STYLE_TYPE& style, std::uint32_t table) {
     int error = openRecord("STYLE", "AcDbTextStyleTableRecord", table, style.handle);
-    if (!error) error = DxWriteName(2, style.name);
+    if (!error) error = DxWriteString(2, style.name);
     if (!error) error = DxWriteInt(70, 0);
     if (!error) error = DxWriteDouble(40, 0.0);
     if (!error) error = DxWriteDouble(41, 1.0);
     if (!error) error = DxWriteDouble(50, 0.0);
     if (!error) error = DxWriteInt(71, 0);
     if (!error) error = DxWriteDouble(42, 3.5);
-    if (!error) error = DxWriteName(3, style.fontFile);
+    if (!error) error = DxWriteString(3, style.fontFile);
     if (!error) error = DxWriteString(4, "");
     return error ? error : writeFontFamily(style);
 }
@@ -291,7 +291,7 @@ static int writeBlockRecord(const DX_BLOCK_RECORD_TYPE& record, std::uint32_t ta
     if (!error) error = DxWriteVariableReference2(330, table);
     if (!error) error = DxWriteSubClass("AcDbSymbolTableRecord");
     if (!error) error = DxWriteSubClass("AcDbBlockTableRecord");
-    if (!error) error = DxWriteName(2, record.name);
+    if (!error) error = DxWriteString(2, record.name);
     return error ? error : DxWriteVariableReference2(340, record.layoutHandle);
 }
 

@@ -34,9 +34,12 @@ void DxDriverFrame::giveBack() {
     DxInoutSaveParams(0);
 }
 
-void DxDriverFrame::end() {
+void DxDriverFrame::endSession() {
     clearMacroVariables();
     DxfInit2(0);
+}
+
+void DxDriverFrame::endAssembly() {
     DsAssemblySetMgrUpdateFlag(assemblyFlag_);
     DsAssemblyUpdateAct();
 }

@@ -17,15 +17,17 @@ int DxGuarded(Work work) {
 /// A macro variable's number; 0 when it isn't set.
 double DxMacroNumber(const char* name);
 
-/// The host's side of a run. begin() ahead of it, end() behind it, whatever came of it.
+/// The host's side of a run. begin() ahead of it, the others behind it, whatever came of it.
 class DxDriverFrame {
 public:
     /// Assembly update off, pens and texts kept, a context of its own, &DxfStat 1.
     void begin();
-    /// Pens and texts back, macro variables cleared, unit back.
+    /// Pens and texts back.
     void giveBack();
-    /// Assembly update on, context gone.
-    void end();
+    /// Macro variables cleared, unit back.
+    void endSession();
+    /// Assembly update as it was.
+    void endAssembly();
     /// A line on the host's output with a message and the file, for hosts that asked for it.
     void announce(int message, const UtCString& fileName) const;
     int contextId() const { return contextId_; }

@@ -59,18 +59,11 @@ int appendFile(const UtCString& path) {
     return error;
 }
 
-/// Closes a stream that is to be read again. Data that can't be written show only now.
-int closeWritten(FILE*& stream) {
-    const int failed = stream ? UtFileClose(stream) : 0;
-    stream = nullptr;
-    return failed ? 9000 : 0;
-}
-
 } // namespace
 
 int DxConcatHeader() {
     DxDocuments.select(nullptr);
-    if (const int error = closeWritten(DxHeaderStream)) return error;
+    if (const int error = DxWriteCloseStream(DxHeaderStream)) return error;
     const UtCString tables = UtTempFileName(UtGetTempDir(), "DXH");
     if (UtFileRename(DxHeaderPath, tables) != 0 && UtFileMove(DxHeaderPath, tables) != 0)
         return TEMPORARY_FAILED;
@@ -84,7 +77,7 @@ int DxConcatHeader() {
 }
 
 int DxConcatFiles() {
-    int error = closeWritten(DxBodyStream);
+    int error = DxWriteCloseStream(DxBodyStream);
     DxDocuments.select(DxHeaderStream);
     return error ? error : appendFile(DxBodyPath);
 }
@@ -97,8 +90,10 @@ void readTemplate() {
     UtCString name = DxTemplateName;
     UtCString converted;
     int wasConverted = 0;
-    if (DxReadCheckConvert(name, converted, wasConverted) == 0 && wasConverted) name = converted;
-    if (DxReadOpen(name) != 0) {
+    int error = DxReadCheckConvert(name, converted, wasConverted);
+    if (!error && wasConverted) name = converted;
+    if (!error) error = DxReadOpen(name);
+    if (error) {
         DxProtoMsg(DxMsg(5809, DxTemplateName), 1);
         return;
     }
@@ -222,10 +217,11 @@ void Export::run() {
     if (!outcome_) write();
     DxProtoClose(1, outcome_);
     frame_.announce(outcome_ ? 4617 : 4616, fileName_);
-    frame_.end();
+    frame_.endSession();
     int pattern = 0;
     Dxovpat(211, &pattern);
     frame_.giveBack();
+    frame_.endAssembly();
     CiContext::Del(frame_.contextId());
 }
 

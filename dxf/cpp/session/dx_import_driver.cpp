@@ -234,7 +234,8 @@ void Import::end() {
     frame_.giveBack();
     frame_.announce(4613, fileName_);
     if (!outcome_ && !DxSourceFileName.IsEmpty() && DxSourceFileName != DxFileName) UtFileRemove(DxFileName);
-    frame_.end();
+    frame_.endSession();
+    frame_.endAssembly();
     DxCiZoom2Box();
     CiContext::Del(frame_.contextId());
 }

@@ -1,76 +1,95 @@
 #include "dx_writer.h"
 
 #include "../config/config_state.h"
+#include "dx_decimals.h"
 #include "dx_documents.h"
-#include "dx_messages.h"
-#include "dx_protocol.h"
+#include "dx_encoding.h"
 #include "session_state.h"
-#include "ut.h"
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <iterator>
+#include <utility>
 
 namespace {
 
 constexpr int WRITE_FAILED = 9000;
-constexpr int OPEN_FAILED = 9001;
-constexpr std::size_t STREAM_BUFFER = 1U << 20;
-/// Longest number: 309 digits in front of the point, a sign, the point and the decimals.
-constexpr int MAX_DECIMALS = 99;
+/// Code line of any int, with its line feed.
+constexpr std::size_t LONGEST_CODE = 16;
+constexpr std::size_t FIX_COLUMNS = 20;
 
 FILE* currentStream() {
     return DxDocuments.currentStream();
 }
 
+bool keepsBlockBack() {
+    return DxBlockBuffering && DxBlockLines;
+}
+
+/// Room for `size` bytes behind what waits for `stream`; null when what waited can't be written.
+char* roomFor(FILE* stream, std::size_t size) {
+    if (!stream) return nullptr;
+    if (DxPending.stream != stream || sizeof DxPending.bytes - DxPending.size < size) {
+        if (DxWriteFlush()) return nullptr;
+        DxPending.stream = stream;
+    }
+    return DxPending.bytes + DxPending.size;
+}
+
+/// Takes the pair that was formatted in the room up to `end`.
+int takePair(const char* end) {
+    const char* start = DxPending.bytes + DxPending.size;
+    const auto size = static_cast<std::size_t>(end - start);
+    if (keepsBlockBack())
+        DxBlockLines->emplace_back(start, size);
+    else
+        DxPending.size += size;
+    return 0;
+}
+
 /// The code line, right-aligned in three columns, with its line feed. Gives the end.
 char* putCode(char* at, int code) {
-    char digits[12];
-    char* end = std::to_chars(digits, std::end(digits), code).ptr;
-    for (auto n = end - digits; n < 3; ++n) *at++ = ' ';
-    at = std::copy(digits, end, at);
+    if (code >= 0 && code < 1000) {
+        at[0] = code >= 100 ? static_cast<char>('0' + code / 100) : ' ';
+        at[1] = code >= 10 ? static_cast<char>('0' + code / 10 % 10) : ' ';
+        at[2] = static_cast<char>('0' + code % 10);
+        at += 3;
+    } else {
+        at = std::to_chars(at, at + LONGEST_CODE, code).ptr; // three columns or more
+    }
     *at++ = '\n';
     return at;
 }
 
-int emit(FILE* stream, const char* text, std::size_t size) {
-    if (DxBlockBuffering && DxBlockLines) {
-        DxBlockLines->emplace_back(text, size);
+/// Writes a pair whose value doesn't fit what may wait.
+int putLongPair(FILE* stream, int code, std::string_view value) {
+    char codeLine[LONGEST_CODE];
+    std::string text(codeLine, putCode(codeLine, code));
+    text.append(value).push_back('\n');
+    if (keepsBlockBack()) {
+        DxBlockLines->push_back(std::move(text));
         return 0;
     }
-    if (!stream) return WRITE_FAILED;
-    return std::fwrite(text, 1, size, stream) == size ? 0 : WRITE_FAILED;
+    if (!stream || DxWriteFlush()) return WRITE_FAILED;
+    return std::fwrite(text.data(), 1, text.size(), stream) == text.size() ? 0 : WRITE_FAILED;
 }
 
 /// Writes the pair of a value whose bytes are final.
 int putPair(FILE* stream, int code, std::string_view value) {
-    char small[256];
-    if (value.size() < sizeof small - 16) {
-        char* at = putCode(small, code);
-        if (!value.empty()) std::memcpy(at, value.data(), value.size());
-        at += value.size();
-        *at++ = '\n';
-        return emit(stream, small, static_cast<std::size_t>(at - small));
-    }
-    std::string text(small, putCode(small, code));
-    text.append(value).push_back('\n');
-    return emit(stream, text.data(), text.size());
+    if (value.size() > sizeof DxPending.bytes / 2) return putLongPair(stream, code, value);
+    char* at = roomFor(stream, LONGEST_CODE + value.size() + 1);
+    if (!at) return WRITE_FAILED;
+    at = std::copy(value.begin(), value.end(), putCode(at, code));
+    *at++ = '\n';
+    return takePair(at);
 }
 
-/// "%.*f" of a value; a value that isn't finite counts as 0, since no reader takes it.
-char* putDouble(char* at, char* last, double value) {
-    if (!(value - value == 0.0)) value = 0.0;
-    const int digits = std::clamp(DxDigits, 0, MAX_DECIMALS);
-    return std::to_chars(at, last, value, std::chars_format::fixed, digits).ptr;
-}
-
-bool isPlainAscii(const std::string& text) {
+bool isPlainAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= 32 && c < 127; });
 }
 
 /// The next code point of well-formed UTF-8; a stray byte counts as U+FFFD.
-unsigned nextCodePoint(const std::string& s, std::size_t& i) {
+unsigned nextCodePoint(std::string_view s, std::size_t& i) {
     const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
     const unsigned first = byte(i++);
     int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
@@ -89,7 +108,7 @@ void addEscape(std::string& out, unsigned unit) {
 }
 
 /// The bytes of the code page; what it lacks, and the control characters 28 to 31, as escapes or as "?".
-std::string ansiText(const std::string& text, bool escapes) {
+std::string ansiText(std::string_view text, bool escapes) {
     std::string out;
     for (std::size_t i = 0; i < text.size();) {
         const unsigned c = nextCodePoint(text, i);
@@ -112,6 +131,11 @@ std::string ansiText(const std::string& text, bool escapes) {
     return out;
 }
 
+/// UTF-8 as a reader takes it, whatever the host's text holds.
+std::string wellFormed(std::string_view text) {
+    return DxIsUtf8(text) ? std::string(text) : UtCString(text, UT_CP_UTF8).str();
+}
+
 /// A value line ends at its line feed, so that line feeds and NULs can't be part of a value.
 std::string singleLine(std::string text) {
     std::erase(text, '\0');
@@ -126,15 +150,28 @@ bool DxMiscCheckVersion(int level) {
     return level >= DxWriteVersion;
 }
 
+int DxWriteFlush() {
+    const std::size_t size = std::exchange(DxPending.size, 0);
+    if (size == 0) return 0;
+    return std::fwrite(DxPending.bytes, 1, size, DxPending.stream) == size ? 0 : WRITE_FAILED;
+}
+
+int DxWriteBytes(const char* bytes, std::size_t size) {
+    if (DxWriteFlush()) return WRITE_FAILED;
+    FILE* stream = currentStream();
+    return stream && std::fwrite(bytes, 1, size, stream) == size ? 0 : WRITE_FAILED;
+}
+
 int DxWriteFileInt(FILE* stream, int code, int value) {
-    char text[32];
     char digits[12];
-    char* at = putCode(text, code);
     char* end = std::to_chars(digits, std::end(digits), value).ptr;
+    char* at = roomFor(stream, LONGEST_CODE + sizeof digits + 1);
+    if (!at) return WRITE_FAILED;
+    at = putCode(at, code);
     for (auto n = end - digits; n < 6; ++n) *at++ = ' ';
     at = std::copy(digits, end, at);
     *at++ = '\n';
-    return emit(stream, text, static_cast<std::size_t>(at - text));
+    return takePair(at);
 }
 
 int DxWriteInt(int code, int value) {
@@ -146,10 +183,11 @@ int DxWriteIntVer(int level, int code, int value) {
 }
 
 int DxWriteFileDouble(FILE* stream, int code, double value) {
-    char text[512];
-    char* at = putDouble(putCode(text, code), std::end(text) - 1, value);
+    char* at = roomFor(stream, LONGEST_CODE + DX_LONGEST_FIXED + 1);
+    if (!at) return WRITE_FAILED;
+    at = DxPutFixed(putCode(at, code), value, DxDigits);
     *at++ = '\n';
-    return emit(stream, text, static_cast<std::size_t>(at - text));
+    return takePair(at);
 }
 
 int DxWriteDouble(int code, double value) {
@@ -157,12 +195,10 @@ int DxWriteDouble(int code, double value) {
 }
 
 int DxWriteFileDoubleFix(FILE* stream, int code, double value) {
-    char text[512];
-    char* start = putCode(text, code);
-    char* at = putDouble(start, std::end(text) - 32, value);
-    while (at - start < 20) *at++ = ' ';
-    *at++ = '\n';
-    return emit(stream, text, static_cast<std::size_t>(at - text));
+    char digits[DX_LONGEST_FIXED + FIX_COLUMNS];
+    char* end = DxPutFixed(digits, value, DxDigits);
+    while (end < digits + FIX_COLUMNS) *end++ = ' ';
+    return putPair(stream, code, {digits, static_cast<std::size_t>(end - digits)});
 }
 
 int DxWriteDoubleFix(int code, double value) {
@@ -173,20 +209,16 @@ int DxWriteDoubleVer(int level, int code, double value) {
     return DxMiscCheckVersion(level) ? DxWriteDouble(code, value) : 0;
 }
 
-int DxWriteFileString(FILE* stream, int code, const UtCString& value) {
-    const std::string& text = value.str();
+int DxWriteFileString(FILE* stream, int code, DxOutText value) {
+    const std::string_view text = value.view;
     if (isPlainAscii(text))
         return putPair(stream, code, text); // most values: the same bytes in every encoding
     const bool utf8 = code >= 1 && code <= 9 && DxMiscCheckVersion(4);
-    return putPair(stream, code, singleLine(utf8 ? text : ansiText(text, DxMiscCheckVersion(6))));
+    return putPair(stream, code, singleLine(utf8 ? wellFormed(text) : ansiText(text, DxMiscCheckVersion(6))));
 }
 
-int DxWriteString(int code, const UtCString& value) {
+int DxWriteString(int code, DxOutText value) {
     return DxWriteFileString(currentStream(), code, value);
-}
-
-int DxWriteName(int code, const DX_NAME& value) {
-    return DxWriteString(code, UtCString(value.view()));
 }
 
 int DxWriteFileColor(FILE* stream, int colour) {
@@ -198,19 +230,23 @@ int DxWriteColor(int colour) {
     return DxWriteFileColor(currentStream(), colour);
 }
 
-int DxWriteFileLinetype(FILE* stream, const UtCString& name) {
-    return name.IsEmpty() ? 0 : DxWriteFileString(stream, 6, name);
+int DxWriteFileLinetype(FILE* stream, DxOutText name) {
+    return name.view.empty() ? 0 : DxWriteFileString(stream, 6, name);
 }
 
-int DxWriteLinetype(const UtCString& name) {
+int DxWriteLinetype(DxOutText name) {
     return DxWriteFileLinetype(currentStream(), name);
 }
 
 static int writeHandle(FILE* stream, int code, std::uint32_t handle) {
-    char digits[16];
-    char* end = std::to_chars(digits, std::end(digits), handle, 16).ptr;
-    std::transform(digits, end, digits, [](char c) { return c >= 'a' ? static_cast<char>(c - 32) : c; });
-    return putPair(stream, code, {digits, static_cast<std::size_t>(end - digits)});
+    static constexpr char HEX[] = "0123456789ABCDEF";
+    char digits[8];
+    char* at = std::end(digits);
+    do {
+        *--at = HEX[handle & 15U];
+        handle >>= 4;
+    } while (handle);
+    return putPair(stream, code, {at, static_cast<std::size_t>(std::end(digits) - at)});
 }
 
 std::uint32_t DxGetNextReference() {
@@ -235,73 +271,6 @@ int DxWriteVariableReference2(int code, std::uint32_t handle) {
 
 int DxWriteSubClass(const char* name) {
     return DxMiscCheckVersion(6) ? DxWriteString(100, name) : 0;
-}
-
-// ---- streams ---------------------------------------------------------------------------------------
-
-static FILE* openForWriting(const UtCString& path, int message) {
-    FILE* stream = UtFileOpen(path, "w");
-    if (stream)
-        std::setvbuf(stream, nullptr, _IOFBF, STREAM_BUFFER);
-    else
-        DxProtoMsg(DxMsg(message, path.c_str()), 1);
-    return stream;
-}
-
-static FILE* openTemporary(const char* prefix, UtCString& path, int message) {
-    path = UtTempFileName(UtGetTempDir(), prefix);
-    FILE* stream = openForWriting(path, message);
-    if (!stream) path = UtCString();
-    return stream;
-}
-
-int DxWriteOpen() {
-    // The target is written beside its place, so that an older file of this name stays whole until the new
-    // one is.
-    DxHeaderPath = DxFileName + ".part";
-    DxHeaderStream = UtFileOpen(DxHeaderPath, "w");
-    if (!DxHeaderStream) {
-        DxProtoMsg(DxMsg(5809, DxFileName.c_str()), 1);
-        DxHeaderPath = UtCString();
-        return OPEN_FAILED;
-    }
-    std::setvbuf(DxHeaderStream, nullptr, _IOFBF, STREAM_BUFFER);
-    DxBodyStream = openTemporary("DXF", DxBodyPath, 5707);
-    if (!DxBodyStream) return OPEN_FAILED;
-    DxImageStream1 = openTemporary("DXF_IMG1", DxImagePath1, 5809);
-    if (!DxImageStream1) return OPEN_FAILED;
-    DxImageStream2 = openTemporary("DXF_IMG2", DxImagePath2, 5809);
-    return DxImageStream2 ? 0 : OPEN_FAILED;
-}
-
-static int closeStream(FILE*& stream) {
-    const int failed = stream ? UtFileClose(stream) : 0;
-    stream = nullptr;
-    return failed ? WRITE_FAILED : 0;
-}
-
-static void removeFile(UtCString& path) {
-    if (!path.IsEmpty()) UtFileRemove(path);
-    path = UtCString();
-}
-
-int DxWriteClose(bool complete) {
-    DxDocuments.select(nullptr);
-    int result = closeStream(DxHeaderStream);
-    closeStream(DxBodyStream);
-    closeStream(DxImageStream1);
-    closeStream(DxImageStream2);
-    removeFile(DxBodyPath);
-    removeFile(DxImagePath1);
-    removeFile(DxImagePath2);
-    if (DxHeaderPath.IsEmpty()) return result;
-    // An incomplete file takes the target's place only where it costs nobody a file.
-    if ((complete && result == 0) || !DxTargetExisted) {
-        if (UtFileRename(DxHeaderPath, DxFileName) != 0) result = WRITE_FAILED;
-    }
-    if (result != 0 || (!complete && DxTargetExisted)) UtFileRemove(DxHeaderPath);
-    DxHeaderPath = UtCString();
-    return complete ? result : 0;
 }
 
 // ---- units -----------------------------------------------------------------------------------------

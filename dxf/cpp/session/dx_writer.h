@@ -10,6 +10,16 @@
 #include <cstdio>
 #include <string_view>
 
+/// A text to be written, UTF-8, whatever holds it. Used as a parameter only.
+struct DxOutText {
+    DxOutText(const char* text) : view(text) {}             // NOLINT: texts convert freely
+    DxOutText(std::string_view text) : view(text) {}        // NOLINT
+    DxOutText(const std::string& text) : view(text) {}      // NOLINT
+    DxOutText(const UtCString& text) : view(text.str()) {}  // NOLINT
+    DxOutText(const DX_NAME& name) : view(name.view()) {}   // NOLINT
+    std::string_view view;
+};
+
 /// True if the target format is `level` or newer: 4 ACAD21, 5 ACAD18, 6 ACAD14, 7 anything but EASY.
 bool DxMiscCheckVersion(int level);
 
@@ -25,16 +35,15 @@ int DxWriteDoubleVer(int level, int code, double value);
 
 /// A string. Codes 1 to 9 of a target from ACAD21 on are UTF-8. Else the bytes of code page DxCodePage; from
 /// ACAD14 on, what it can't hold travels as "\U+XXXX", before as "?".
-int DxWriteString(int code, const UtCString& value);
-int DxWriteFileString(FILE* stream, int code, const UtCString& value);
-int DxWriteName(int code, const DX_NAME& value); ///< a record's name
+int DxWriteString(int code, DxOutText value);
+int DxWriteFileString(FILE* stream, int code, DxOutText value);
 
 /// Group 62. -9999 writes 0 (by block); -9998 and -1 write nothing.
 int DxWriteColor(int colour);
 int DxWriteFileColor(FILE* stream, int colour);
 /// Group 6; nothing for an empty name.
-int DxWriteLinetype(const UtCString& name);
-int DxWriteFileLinetype(FILE* stream, const UtCString& name);
+int DxWriteLinetype(DxOutText name);
+int DxWriteFileLinetype(FILE* stream, DxOutText name);
 
 int DxWriteReference(); ///< the next handle under group 5
 int DxWriteFileReference(FILE* stream);
@@ -42,6 +51,14 @@ int DxWriteVariableReference(int code); ///< takes the next handle; written from
 int DxWriteVariableReference2(int code, std::uint32_t handle);
 std::uint32_t DxGetNextReference();
 int DxWriteSubClass(const char* name); ///< group 100, from ACAD14 on
+
+/// Bytes as they stand into the current stream, behind what was written so far.
+int DxWriteBytes(const char* bytes, std::size_t size);
+/// Pairs wait in memory until there are enough to be worth a call: hands them over to their stream. Whoever
+/// uses a stream by other means than these functions calls this first.
+int DxWriteFlush();
+/// Closes a stream, with all that waits for it, and clears the pointer. Null is closed already.
+int DxWriteCloseStream(FILE*& stream);
 
 /// Opens the four streams. 9001, with the words reported, when one can't be opened.
 int DxWriteOpen();

@@ -1,9 +1,11 @@
 #include "writer_state.h"
 
+DX_PENDING DxPending;
 FILE* DxHeaderStream = nullptr;
 FILE* DxBodyStream = nullptr;
 FILE* DxImageStream1 = nullptr;
 FILE* DxImageStream2 = nullptr;
+UtCString DxTargetPath;
 UtCString DxHeaderPath;
 UtCString DxBodyPath;
 UtCString DxImagePath1;
@@ -16,7 +18,9 @@ std::unique_ptr<DxLineList> DxBlockLines;
 
 void DxResetWriterState(int isExport) {
     DxHeaderStream = DxBodyStream = DxImageStream1 = DxImageStream2 = nullptr;
-    DxHeaderPath = DxBodyPath = DxImagePath1 = DxImagePath2 = UtCString();
+    DxPending.stream = nullptr;
+    DxPending.size = 0;
+    DxTargetPath = DxHeaderPath = DxBodyPath = DxImagePath1 = DxImagePath2 = UtCString();
     DxOutDir = DxOutBase = UtCString();
     DxTargetExisted = 0;
     DxBlockBuffering = 0;

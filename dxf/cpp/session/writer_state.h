@@ -11,9 +11,18 @@
 /// Lines of a block that is kept back: each entry is one pair, code line and value line.
 using DxLineList = std::vector<std::string>;
 
+/// Pairs that wait to be handed over to one stream.
+struct DX_PENDING {
+    FILE* stream = nullptr;
+    std::size_t size = 0;
+    char bytes[1U << 16] = {};
+};
+
+extern DX_PENDING DxPending;
 extern FILE* DxHeaderStream;                     ///< TABLES first, in the end the finished file
 extern FILE* DxBodyStream;                       ///< BLOCKS to the end of the file
 extern FILE *DxImageStream1, *DxImageStream2;    ///< image objects; entries of the image dictionary
+extern UtCString DxTargetPath;                   ///< the target, behind links
 extern UtCString DxHeaderPath;                   ///< the file behind DxHeaderStream, beside the target
 extern UtCString DxBodyPath;                     ///< temporary
 extern UtCString DxImagePath1, DxImagePath2;     ///< temporary

@@ -24,7 +24,7 @@ int writePoint(int code, const RPT& p, double z) {
 int writeHead(const char* name, const DX_TEXT_TYPE& text) {
     int error = DxWriteString(0, name);
     error |= DxWriteEntityIds(0, DxOwnerHandle);
-    error |= DxWriteName(8, text.base.layer);
+    error |= DxWriteString(8, text.base.layer);
     return error | DxWriteColor(text.base.color);
 }
 
@@ -37,7 +37,7 @@ int writeMtext(const DX_TEXT_TYPE& text, const RPT& point, double rotation, doub
     error |= DxWriteInt(71, text.attachment);
     error |= DxWriteInt(72, 5);
     error |= DxWriteString(1, text.text);
-    error |= DxWriteName(7, text.style);
+    error |= DxWriteString(7, text.style);
     error |= DxWriteDouble(50, rotation);
     if (text.backFlag && DxMiscCheckVersion(5)) {
         error |= DxWriteInt(90, text.backFlag);
@@ -56,7 +56,7 @@ int writeText(const DX_TEXT_TYPE& text, const RPT& point, const RPT& second, dou
     error |= DxWriteDouble(50, rotation);
     error |= DxWriteDouble(41, text.widthFactor);
     error |= DxWriteDouble(51, text.oblique);
-    error |= DxWriteName(7, text.style);
+    error |= DxWriteString(7, text.style);
     error |= DxWriteInt(72, text.horAlign);
     error |= writePoint(11, second, text.second.z);
     error |= DxWriteSubClass("AcDbText");

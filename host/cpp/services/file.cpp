@@ -80,9 +80,28 @@ int UtFileRemove(const UtCString& path) {
     return !callFails() && !name.empty() && ::unlink(name.c_str()) == 0 ? 0 : errorFailed;
 }
 
+UtCString UtFileTarget(const UtCString& path) {
+    const std::string name = systemPath(path);
+    struct stat status {};
+    if (callFails() || name.empty()) return {};
+    if (::stat(name.c_str(), &status) != 0) return errno == ENOENT ? path : UtCString();
+    if (!S_ISREG(status.st_mode) || ::access(name.c_str(), W_OK) != 0) return {};
+    char* real = ::realpath(name.c_str(), nullptr);
+    if (!real) return path;
+    const UtCString target(real);
+    std::free(real);
+    return target;
+}
+
 int UtFileRename(const UtCString& from, const UtCString& to) {
     if (callFails()) return errorFailed;
-    return std::rename(systemPath(from).c_str(), systemPath(to).c_str()) == 0 ? 0 : errorFailed;
+    const std::string source = systemPath(from);
+    const std::string target = systemPath(to);
+    struct stat old {};
+    constexpr mode_t permissions = 07777;
+    if (::stat(target.c_str(), &old) == 0 && ::chmod(source.c_str(), old.st_mode & permissions) != 0)
+        return errorFailed;
+    return std::rename(source.c_str(), target.c_str()) == 0 ? 0 : errorFailed;
 }
 
 static bool copyStream(FILE* in, FILE* out) {
