@@ -48,7 +48,7 @@ public:
         if (isBlock_) moveToTop(p);
         // The lines follow each other downwards; the point of the first stands at the top one.
         for (const std::string& line : lines_) {
-            if (!line.empty())
+            if (!line.empty() || text_.kind != DX_WRITE_PLAIN)
                 if (const int error = writeLine(p, line)) return error;
             p = moved(p, 0, -step_);
         }
@@ -141,16 +141,17 @@ private:
 
     /// Width factor, and the length that the text has in the DXF font.
     double widthFactor(const std::string& line, const DX_STYLE_TYPE* style, double* length) const {
-        if (isFace_) {
-            *length = dxfFaceLength(line);
-            return isMtext_ ? width_ / height_ : (padX_ + width_) / height_;
-        }
-        *length = fontLength(line);
+        *length = isFace_ ? dxfFaceLength(line) : fontLength(line);
+        if (isFace_ && DxMiscCheckVersion(6)) return isMtext_ ? width_ / height_ : (padX_ + width_) / height_;
         if (!style) return (padX_ + width_) / height_;
-        const double factor =
-            DxTextCalcDxfParams(line, parm_.font, style->fontFile.view(), height_, width_, parm_.spacing);
+        double widths = 0;
+        double spaces = 0;
+        DxTextGetDxfFontSpace(line, style->fontFile.view(), &widths, &spaces);
         if (text_.kind != DX_WRITE_INVISIBLE_ATTRIBUTE) noteDescent(style->fontFile.view());
-        return factor;
+        // A stroke font that stands in for a face of the target keeps the text's length.
+        const double wanted = isFace_ ? hostLength(line) : *length;
+        constexpr double smallest = 0.01;
+        return widths + spaces > smallest ? wanted / ((widths + spaces) * height_) : 1.0;
     }
 
     /// A little longer than it is, so that an MTEXT isn't broken where the face is replaced by another.
@@ -276,6 +277,13 @@ private:
         return DxWriteTextOrMtext(out, matrix_, isFace_ ? DX_FACE_SHIFT : 0);
     }
 
+    /// Without a block no ATTRIB follows with the value: the definition holds it, as a constant.
+    int attributeFlags() const {
+        constexpr int invisible = 1, constant = 2;
+        if (text_.kind == DX_WRITE_ATTRIBUTE) return 0;
+        return DxPatternToBlock ? invisible : invisible | constant;
+    }
+
     int writeAttribute(const Anchor& anchor, const std::string& value, const DX_STYLE_TYPE* style,
                        double factor) const {
         DX_ATTRIB_TYPE out{};
@@ -294,7 +302,7 @@ private:
         out.rotation = angle_ * degrees;
         out.oblique = parm_.slant * degrees;
         out.widthFactor = factor;
-        out.flags = text_.kind == DX_WRITE_ATTRIBUTE ? 0 : 1;
+        out.flags = attributeFlags();
         out.tag.assign(text_.tag);
         const int error = DxAttribWrite("ATTDEF", out, matrix_);
         return error ? error : DxAttribAdd(&out);
