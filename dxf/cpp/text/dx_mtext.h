@@ -28,8 +28,9 @@ void DxMtextFlatten(std::string& text, const DxMtextFormat& start);
 
 /// Distance from line to line relative to a height, for text of that height in an MTEXT.
 double DxMtextLineDist(double height, const DX_TEXT_TYPE& text);
-/// Makes a plain text safe for the value of an MTEXT, with codes for its lines. In place; the result is cut
-/// at DX_TEXT_LIMIT characters.
+/// Makes a plain text safe for the value of an MTEXT, with codes for its lines: "%%u", "%%o" and "%%k", which
+/// an MTEXT doesn't know, become the codes that begin and end a line. In place; the result is cut at
+/// DX_TEXT_LIMIT characters.
 void DxMtextEscapeCharacters(std::string& text, const int bits[DX_BIT_COUNT]);
 /// Reads the number at the start of `text` that ends at ";" or ",". Its length, 0 when neither comes.
 std::size_t DxMtextReadNumber(std::string_view text, double* value);

@@ -182,11 +182,41 @@ bool DxMtextIsShapeFont(std::string_view name) {
     return name.find(".shx") != std::string_view::npos || name.find(".SHX") != std::string_view::npos;
 }
 
+namespace {
+
+/// A line along a text: its mark, its "%%" letter in a plain text, its codes in an MTEXT.
+struct StyleLine {
+    DX_TEXT_BITS bit;
+    char letter, on, off;
+};
+constexpr StyleLine styleLines[] = {
+    {DX_BIT_UNDERLINE, 'u', 'L', 'l'}, {DX_BIT_OVERLINE, 'o', 'O', 'o'}, {DX_BIT_STRIKE, 'k', 'K', 'k'}};
+
+/// The line that a code at the start of `rest` switches; null when there is none.
+const StyleLine* lineSwitchedBy(std::string_view rest) {
+    if (!rest.starts_with("%%") || rest.size() < 3) return nullptr;
+    const auto* line = std::find_if(std::begin(styleLines), std::end(styleLines), [&](const StyleLine& l) {
+        return rest[2] == l.letter || rest[2] == l.letter - 'a' + 'A';
+    });
+    return line == std::end(styleLines) ? nullptr : line;
+}
+
+} // namespace
+
 void DxMtextEscapeCharacters(std::string& text, const int bits[DX_BIT_COUNT]) {
+    bool isOn[DX_BIT_COUNT] = {};
+    isOn[DX_BIT_UNDERLINE] = bits[DX_BIT_UNDERLINE] != 0;
+    isOn[DX_BIT_OVERLINE] = bits[DX_BIT_OVERLINE] != 0;
     std::string out;
-    if (bits[DX_BIT_UNDERLINE]) out += "\\L";
-    if (bits[DX_BIT_OVERLINE]) out += "\\O";
+    if (isOn[DX_BIT_UNDERLINE]) out += "\\L";
+    if (isOn[DX_BIT_OVERLINE]) out += "\\O";
     for (std::size_t pos = 0; pos < text.size();) {
+        if (const StyleLine* line = lineSwitchedBy(std::string_view(text).substr(pos))) {
+            isOn[line->bit] = !isOn[line->bit];
+            out += {'\\', isOn[line->bit] ? line->on : line->off};
+            pos += 3;
+            continue;
+        }
         const char32_t c = DxNextChar(text, pos);
         if (c == '\\' || c == '{' || c == '}') out += '\\';
         DxAppendChar(out, c);

@@ -31,6 +31,13 @@ double relativeLength(std::string_view converted, int font, double spacing, int*
     return (visibleCount(converted) - 1) * (spacing - 1) + hundredths * 0.01;
 }
 
+constexpr double smallestSpacing = 0.75, largestSpacing = 4.0;
+constexpr double widening = 0.46153846153846156, shiftPerSpacing = 0.16923076923076924;
+
+bool isCharSpacing(double spacing) {
+    return spacing >= smallestSpacing && spacing <= largestSpacing;
+}
+
 /// The column of a TEXT's alignment: 0 left, 1 centre, 2 right.
 int columnOf(int hor, int ver) {
     if (ver != 0) return hor < 3 ? hor : 0;
@@ -45,14 +52,20 @@ double spaceSide(int column) {
 } // namespace
 
 void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx) {
-    constexpr double smallest = 0.75, largest = 4.0;
-    constexpr double widening = 0.46153846153846156, shiftPerSpacing = 0.16923076923076924;
-    if (!(text->charSpacing >= smallest && text->charSpacing <= largest)) return;
-    const double d = text->charSpacing - smallest;
-    *dx = d * widening + 1.0;
-    const double shift = text->height * shiftPerSpacing * d;
+    if (!isCharSpacing(text->charSpacing)) return;
+    *dx = (text->charSpacing - smallestSpacing) * widening + 1.0;
+    const double shift = text->height * DxCharSpacingShift(text->charSpacing);
     text->point.x -= shift;
     text->second.x -= shift;
+}
+
+double DxCharSpacingToDXF(double dx) {
+    const double spacing = (dx - 1.0) / widening + smallestSpacing;
+    return dx != 1.0 && isCharSpacing(spacing) ? spacing : -1.0;
+}
+
+double DxCharSpacingShift(double charSpacing) {
+    return isCharSpacing(charSpacing) ? shiftPerSpacing * (charSpacing - smallestSpacing) : 0;
 }
 
 int DxTextCalcBreite(const DX_TEXT_TYPE& text, int count, const RPT3& p1, const RPT3& p2, double height,

@@ -78,7 +78,6 @@ double rotationUnder(double degrees, const Mat44 m) {
 }
 
 void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
-    constexpr double faceShift = 0.025; // of the height: the host leaves a little room in front of a face
     placing.dx = placing.charset->factor;
     DxCharSpacingToCAD(&record, &placing.dx);
     Mat44 storage;
@@ -86,8 +85,8 @@ void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
     placing.first = record.point;
     placing.second = record.second;
     if (placing.charset->font == 0) {
-        placing.first.x -= record.height * faceShift;
-        placing.second.x -= record.height * faceShift;
+        placing.first.x -= record.height * DX_FACE_SHIFT;
+        placing.second.x -= record.height * DX_FACE_SHIFT;
     }
     DxTrans3DRpt(&placing.first, matrix);
     DxTrans3DRpt(&placing.second, matrix);

@@ -37,9 +37,17 @@ void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]);
 
 // ---- arithmetic --------------------------------------------------------------------------------------
 
+/// How far a face is moved to the left, relative to its height: the host leaves a little room in front of it.
+inline constexpr double DX_FACE_SHIFT = 0.025;
+
 /// What an MTEXT's character spacing means for the host: `dx` receives it, and the points of the record move.
 /// Spacings outside 0.75 to 4 change nothing.
 void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx);
+/// The way back: the character spacing of an MTEXT for a spacing of the host, -1 for none: characters side by
+/// side, or a spacing that the format doesn't have.
+double DxCharSpacingToDXF(double dx);
+/// How far that spacing moves a text to the left, relative to its height.
+double DxCharSpacingShift(double charSpacing);
 
 /// Width of a text by its alignment, from its points. 0, or -1 with message 5741 for an alignment that isn't
 /// one.

@@ -4,6 +4,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
+#include "ci_text.h"
 #include "dx_text_codes.h"
 #include "dx_text_fonts.h"
 #include "dx_text_host.h"
@@ -177,7 +178,9 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
     double last = 0;
     *width = *space = 0;
     for (std::size_t pos = 0; pos < text.size();) {
-        const int code = DxTextTableCode(DxNextChar(text, pos), font);
+        const char32_t character = DxNextChar(text, pos);
+        if (character < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(character))) continue;
+        const int code = DxTextTableCode(character, font);
         const Cell cell = table ? cellOf(*table, code) : usualCell;
         *width += cell.width * 0.01;
         *space += cell.space * 0.01;

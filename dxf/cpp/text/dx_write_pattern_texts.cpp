@@ -40,7 +40,9 @@ void findAttribute(DX_WRITE_TEXT& text, std::vector<Attribute>& attributes) {
     if (found == attributes.end()) return;
     found->used = true;
     text.tag = DxAttribConvert(found->name).str();
-    if (!text.tag.empty()) text.kind = DX_WRITE_ATTRIBUTE;
+    if (text.tag.empty()) return;
+    text.kind = DX_WRITE_ATTRIBUTE;
+    text.lines[0] = found->value.str();
 }
 
 int openBlock() {
@@ -61,6 +63,7 @@ bool readText(int pat, int row, DX_WRITE_TEXT& out) {
     out.y = read.point.y;
     out.parm = read.parm;
     out.ext = read.ext;
+    out.lineLength = read.lineLength;
     if (out.parm.font == 0 && out.parm.face.IsEmpty()) { // a text without a font
         out.parm.font = 1;
         out.parm.width = out.parm.height * 0.6;

@@ -13,9 +13,12 @@
 #include "ci_text.h"
 #include "ds.h"
 #include "dx_mtext.h"
+#include "dx_text_break.h"
 #include "dx_text_codes.h"
 #include "dx_text_fonts.h"
 #include "dx_text_host.h"
+#include "dx_text_import.h"
+#include "text_state.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,6 +26,13 @@
 namespace {
 
 constexpr double degrees = 57.29577951308232;
+
+/// An import that meets a stroke font for the first time takes its depth of letters for all texts.
+void noteDescent(std::string_view font) {
+    const auto known = DxFontTableIndex.find(std::string(font));
+    if (DxWrittenDescent == 0 && known != DxFontTableIndex.end())
+        DxWrittenDescent = DxFontTables[static_cast<std::size_t>(known->second)]->heightValue * 0.01;
+}
 
 /// A text in the frame and the unit of the drawing.
 class TextWriter {
@@ -32,15 +42,15 @@ public:
     int write() {
         if (!settleColours()) return 0;
         settleSizes();
+        settleLines();
         if (const int error = DxWriteMatrix(text_.pat, matrix_)) return error;
         RPT p{text_.x, text_.y};
-        if (text_.kind == DX_WRITE_PLAIN && text_.lines.size() > 1) moveToTop(p);
+        if (isBlock_) moveToTop(p);
         // The lines follow each other downwards; the point of the first stands at the top one.
-        for (const std::string& line : text_.lines) {
-            if (!line.empty())
+        for (const std::string& line : lines_) {
+            if (!line.empty() || text_.kind != DX_WRITE_PLAIN)
                 if (const int error = writeLine(p, line)) return error;
             p = moved(p, 0, -step_);
-            if (text_.kind != DX_WRITE_PLAIN) break;
         }
         return 0;
     }
@@ -64,66 +74,99 @@ private:
         padX_ = (parm_.spacing - 1) * width_ * 0.5;
         padY_ = (parm_.lineDistance - 1) * height_ * 0.5;
         isFace_ = parm_.font == 0 && !parm_.face.IsEmpty();
+        isMtext_ = isFace_ && text_.kind == DX_WRITE_PLAIN && DxMiscCheckVersion(6);
     }
+
+    /// The lines as the host shows them. An MTEXT breaks its line itself, to the width of its box.
+    void settleLines() {
+        lines_ = text_.lines;
+        if (text_.kind != DX_WRITE_PLAIN) lines_.resize(1);
+        if (text_.kind == DX_WRITE_PLAIN && text_.lineLength > 0) breakLines();
+        isBlock_ = lines_.size() > 1;
+    }
+
+    void breakLines() {
+        std::vector<std::string> shown = DxTextBreakLines(
+            lines_, text_.lineLength, [&](std::string_view c) { return hostLength(std::string(c)); });
+        const bool isBroken = shown.size() > lines_.size();
+        constexpr double usual = 5.0 / 3, least = 0.25, most = 4.0; // what the format's factor may be
+        const double factor = isBroken ? parm_.lineDistance / usual : 1.0;
+        if (lines_.size() == 1 && factor >= least && factor <= most && DxMiscCheckVersion(6)) {
+            isMtext_ = isFace_ || isBroken; // a TEXT has no box
+            box_ = text_.lineLength;
+            lineSpacing_ = factor;
+            return;
+        }
+        if (!isBroken) return;
+        lines_ = std::move(shown);
+        room_ = text_.lineLength;
+        if (parm_.justification == 0) parm_.justification = column();
+    }
+
+    int column() const { return origin_ == 0 ? 0 : (origin_ - 1) % 3; }
+    int row() const { return origin_ == 0 ? 0 : (origin_ - 1) / 3; }
 
     /// The point, `right` along the text and `up` across it.
     RPT moved(const RPT& p, double right, double up) const {
         return {p.x + right * along_.x - up * along_.y, p.y + right * along_.y + up * along_.x};
     }
 
+    /// Length without the space behind the last character.
     double fontLength(const std::string& line) const {
-        double hundredths = 0;
-        int proportional = 0;
-        DxTextGetCadFontLen(line, parm_.font, &hundredths, &proportional);
-        const auto characters = static_cast<double>(DxCharCount(line));
-        return ((parm_.spacing - 1) * characters + hundredths * 0.01) * width_;
+        return DxTextCalcTextRahmenLen(line, parm_.font, width_, parm_.spacing);
     }
 
     double faceLength(const std::string& line) const {
         OV_TEXT_PARM parm = parm_;
         double length = 0;
         double across = 0;
-        if (ovtextparamsttf(6, &parm) != 0 || ovtextsize(line, &length, &across) != 0) return 0;
+        if (ovtextparamsttf(6, &parm) != 0 || DxCiTextSize(line, &length, &across) != 0) return 0;
         return length;
     }
 
-    double hostLength(const std::string& line) const { return isFace_ ? faceLength(line) : fontLength(line); }
+    /// Length as the host counts it, with the space behind the last character.
+    double hostLength(const std::string& line) const {
+        return isFace_ ? faceLength(line) : fontLength(line) + (parm_.spacing - 1) * width_;
+    }
 
     /// Several lines: the point of the block's top left corner.
     void moveToTop(RPT& p) {
-        double longest = 0;
-        for (const std::string& line : text_.lines) longest = std::max(longest, hostLength(line));
-        blockWidth_ = longest;
-        const double blockHeight = static_cast<double>(text_.lines.size()) * step_;
-        const int column = origin_ == 0 ? 0 : (origin_ - 1) % 3;
-        const int row = origin_ == 0 ? 0 : (origin_ - 1) / 3;
-        p = moved(p, -column * 0.5 * longest, (1 - row * 0.5) * blockHeight);
+        blockWidth_ = text_.parm.justification != 0 ? room_ : 0;
+        for (const std::string& line : lines_) blockWidth_ = std::max(blockWidth_, hostLength(line));
+        const double blockHeight = static_cast<double>(lines_.size()) * step_;
+        p = moved(p, -column() * 0.5 * blockWidth_, (1 - row() * 0.5) * blockHeight);
         p = moved(p, 0, -step_);
         if (origin_ != 0) origin_ = 1;
     }
 
     /// Width factor, and the length that the text has in the DXF font.
     double widthFactor(const std::string& line, const DX_STYLE_TYPE* style, double* length) const {
-        double factor = (padX_ + width_) / height_;
-        if (isFace_) {
-            DxTextMeasure what;
-            what.text = line;
-            const std::string face = parm_.face.str();
-            what.font = face;
-            what.isFontFile = false;
-            what.bits = parm_.bits;
-            what.height = height_;
-            DxTextLength measured;
-            DxTextGetDxfFontLen(what, &measured);
-            *length = measured.length * 1.05;
-            return factor;
-        }
-        *length = fontLength(line) - (parm_.spacing - 1) * width_;
-        double sum = 0;
-        double space = 0;
-        if (style && DxTextGetDxfFontSpace(line, style->fontFile.view(), &sum, &space) == 0)
-            factor = sum + space > 0.01 ? *length / ((sum + space) * height_) : 1.0;
-        return factor;
+        *length = isFace_ ? dxfFaceLength(line) : fontLength(line);
+        if (isFace_ && DxMiscCheckVersion(6)) return isMtext_ ? width_ / height_ : (padX_ + width_) / height_;
+        if (!style) return (padX_ + width_) / height_;
+        double widths = 0;
+        double spaces = 0;
+        DxTextGetDxfFontSpace(line, style->fontFile.view(), &widths, &spaces);
+        if (text_.kind != DX_WRITE_INVISIBLE_ATTRIBUTE) noteDescent(style->fontFile.view());
+        // A stroke font that stands in for a face of the target keeps the text's length.
+        const double wanted = isFace_ ? hostLength(line) : *length;
+        constexpr double smallest = 0.01;
+        return widths + spaces > smallest ? wanted / ((widths + spaces) * height_) : 1.0;
+    }
+
+    /// A little longer than it is, so that an MTEXT isn't broken where the face is replaced by another.
+    double dxfFaceLength(const std::string& line) const {
+        constexpr double reserve = 1.05;
+        const std::string face = parm_.face.str();
+        DxTextMeasure what;
+        what.text = line;
+        what.font = face;
+        what.isFontFile = false;
+        what.bits = parm_.bits;
+        what.height = height_;
+        DxTextLength measured;
+        DxTextGetDxfFontLen(what, &measured);
+        return std::max(measured.length, hostLength(line)) * reserve;
     }
 
     struct Anchor {
@@ -133,29 +176,39 @@ private:
 
     /// Reference points and alignment of a line whose host origin is the writer's.
     Anchor anchorOf(const RPT& p, double length, double dxfLength) const {
-        const int column = origin_ == 0 ? 0 : (origin_ - 1) % 3;
-        const int row = origin_ == 0 ? 0 : (origin_ - 1) / 3;
         Anchor a;
-        a.hor = column;
-        a.ver = row == 0 ? 0 : row + 1;
-        const double down = row * 0.5 * step_;
-        a.first = moved(p, -column * 0.5 * length, -down);
-        const double up = row * 0.5 * height_;
+        a.hor = column();
+        a.ver = row() == 0 ? 0 : row() + 1;
+        a.first = moved(p, -column() * 0.5 * length, -row() * 0.5 * step_);
+        const double up = row() * 0.5 * height_;
         if (origin_ == 0) {
             a.first = moved(p, 0.5 * dxfLength, 0);
             a.second = a.first;
-        } else if (isFace_ && column > 0) {
-            a.second = moved(p, 0, row * 0.5 * (height_ - step_));
+        } else if (isMtext_ || (isFace_ && column() > 0)) {
+            a.second = moved(p, 0, row() * 0.5 * (height_ - step_));
         } else {
-            a.second = moved(a.first, column * 0.5 * dxfLength, up);
+            a.second = moved(a.first, column() * 0.5 * dxfLength, up);
         }
-        const bool isMtext = isFace_ && DxMiscCheckVersion(6); // it stands at its second point alone
-        if (!isMtext && (DxWriteTxtOrg == 1 || DxWriteTxtOrg == 2)) {
+        if (!isMtext_ && (DxWriteTxtOrg == 1 || DxWriteTxtOrg == 2)) { // an MTEXT has one point alone
             a.ver = 0;
             a.hor = DxWriteTxtOrg == 1 ? 5 : 3;
             a.second = moved(a.first, dxfLength, 0);
         }
         return a;
+    }
+
+    /// From the host's cell to the character in it. Characters that stand closer than side by side are moved
+    /// forward as well.
+    void moveToCharacters(Anchor& a, const std::string& line) const {
+        a.first = moved(a.first, std::abs(padX_), padY_);
+        if (!isMtext_) {
+            a.second = moved(a.second, std::abs(padX_), padY_);
+            return;
+        }
+        // The block of an MTEXT that hangs on its middle or its bottom begins below the line.
+        const bool hasDescender = line.find_first_of("gjpqy") != std::string::npos;
+        const double below = hasDescender ? (1 - row() * 0.5) * DxWrittenDescent * height_ : 0;
+        a.second = moved(a.second, (1 - column()) * padX_, padY_ - below);
     }
 
     int writeLine(const RPT& start, std::string line) {
@@ -165,12 +218,10 @@ private:
         double dxfLength = 0;
         const double factor = widthFactor(line, style, &dxfLength);
         RPT p = start;
-        if (text_.lines.size() > 1 && parm_.justification >= 1 && parm_.justification <= 2)
+        if (isBlock_ && parm_.justification >= 1 && parm_.justification <= 2)
             p = moved(p, parm_.justification * 0.5 * (blockWidth_ - length), 0);
         Anchor anchor = anchorOf(p, length, dxfLength);
-        // Characters that stand closer than side by side are moved forward as well.
-        anchor.first = moved(anchor.first, std::abs(padX_), padY_);
-        anchor.second = moved(anchor.second, std::abs(padX_), padY_);
+        moveToCharacters(anchor, line);
         if (const DX_STYLE_TYPE* converted = DxConvTextToDXF(line, parm_.font, parm_.face, parm_.bits))
             style = converted;
         DxTextCheckPolierText(line);
@@ -183,10 +234,15 @@ private:
     }
 
     /// Attachment of an MTEXT at the second point: from the row of the origin upside down.
-    int attachment() const {
-        if (origin_ == 0) return 7;
-        const int row = (origin_ - 1) / 3;
-        return 3 * (2 - row) + (origin_ - 1) % 3 + 1;
+    int attachment() const { return origin_ == 0 ? 7 : 3 * (2 - row()) + column() + 1; }
+
+    /// A line along the whole of a TEXT is a code at its start.
+    std::string withLines(std::string line) const {
+        constexpr std::pair<int, const char*> codes[] = {
+            {DX_BIT_STRIKE, "%%k"}, {DX_BIT_OVERLINE, "%%o"}, {DX_BIT_UNDERLINE, "%%u"}};
+        for (const auto& [bit, code] : codes)
+            if (parm_.bits[bit] && line.find(code) == std::string::npos) line.insert(0, code);
+        return line;
     }
 
     int writePlain(const Anchor& anchor, const std::string& line, const DX_STYLE_TYPE* style, double factor,
@@ -194,8 +250,8 @@ private:
         DX_TEXT_TYPE out;
         out.base.layer = DxActLayer;
         out.base.color = colour_;
-        out.isMtext = isFace_ && DxMiscCheckVersion(6) ? 1 : 0;
-        out.text = line;
+        out.isMtext = isMtext_ ? 1 : 0;
+        out.text = isMtext_ ? line : withLines(line);
         if (style) out.style = style->name;
         out.point = {anchor.first.x, anchor.first.y, 0};
         out.second = {anchor.second.x, anchor.second.y, 0};
@@ -205,17 +261,27 @@ private:
         out.widthFactor = factor;
         out.horAlign = anchor.hor;
         out.verAlign = anchor.ver;
-        out.boxWidth = dxfLength;
+        out.boxWidth = box_ > 0 ? box_ : dxfLength;
         if (text_.ext.backOn && text_.ext.backType != 2 && text_.ext.backType != 3) {
             out.backFlag = fillColour_ == -1 ? 3 : 1;
             out.backColor = fillColour_;
         }
-        if (out.isMtext) {
+        if (isMtext_) {
             out.attachment = attachment();
             out.point = out.second;
+            if (isFace_) out.charSpacing = DxCharSpacingToDXF(parm_.spacing);
+            out.lineSpacing = lineSpacing_;
+            if (box_ > 0) out.justification = parm_.justification;
             DxMtextEscapeCharacters(out.text, parm_.bits);
         }
-        return DxWriteTextOrMtext(out, matrix_);
+        return DxWriteTextOrMtext(out, matrix_, isFace_ ? DX_FACE_SHIFT : 0);
+    }
+
+    /// Without a block no ATTRIB follows with the value: the definition holds it, as a constant.
+    int attributeFlags() const {
+        constexpr int invisible = 1, constant = 2;
+        if (text_.kind == DX_WRITE_ATTRIBUTE) return 0;
+        return DxPatternToBlock ? invisible : invisible | constant;
     }
 
     int writeAttribute(const Anchor& anchor, const std::string& value, const DX_STYLE_TYPE* style,
@@ -228,13 +294,15 @@ private:
         out.verticalJustify = anchor.ver;
         out.value = value;
         if (style) out.style = style->name;
-        out.insertion = {anchor.first.x, anchor.first.y, 0};
-        out.alignment = {anchor.second.x, anchor.second.y, 0};
+        // A face in a style stands a little to the left of its points when it is drawn.
+        const double right = isFace_ && DxMiscCheckVersion(6) ? DX_FACE_SHIFT * height_ : 0;
+        out.insertion = {anchor.first.x + right, anchor.first.y, 0};
+        out.alignment = {anchor.second.x + right, anchor.second.y, 0};
         out.height = height_;
         out.rotation = angle_ * degrees;
         out.oblique = parm_.slant * degrees;
         out.widthFactor = factor;
-        out.flags = text_.kind == DX_WRITE_ATTRIBUTE ? 0 : 1;
+        out.flags = attributeFlags();
         out.tag.assign(text_.tag);
         const int error = DxAttribWrite("ATTDEF", out, matrix_);
         return error ? error : DxAttribAdd(&out);
@@ -245,11 +313,16 @@ private:
     Mat32 matrix_{};
     int colour_ = 7, fillColour_ = -1;
     int origin_ = 1;
-    bool isFace_ = false;
+    bool isFace_ = false, isMtext_ = false;
+    bool isBlock_ = false;                      ///< lines are placed in a block, from its top
+    std::vector<std::string> lines_;            ///< as they are written, an entity each
     double height_ = 0, width_ = 0, angle_ = 0; ///< drawing's unit, radians
     double step_ = 0;                           ///< from line to line
     double padX_ = 0, padY_ = 0;                ///< from a cell's corner to its character
     double blockWidth_ = 0;
+    double room_ = 0;        ///< line length that the lines were broken to, 0: they weren't
+    double box_ = 0;         ///< width of the MTEXT that breaks its line itself, 0: its line's
+    double lineSpacing_ = 1; ///< of that MTEXT
     RPT along_{1, 0};
 };
 

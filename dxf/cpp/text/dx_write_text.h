@@ -25,13 +25,15 @@ struct DX_WRITE_TEXT {
     double x = 0, y = 0;            ///< reference point, drawing's unit
     OV_TEXT_PARM parm;
     OV_TEXT_EXT ext;
+    double lineLength = 0; ///< lines are broken to it, drawing's unit; 0: they aren't
 };
 
 int DxWritePatText(int pat); ///< All texts of the pattern, and the attributes that no text stands for.
 /// One entity a line: TEXT, MTEXT or ATTDEF. A colour that isn't to be written drops the text. 0 or the
 /// writer's error.
 int DxWriteText(const DX_WRITE_TEXT& text);
-/// The groups of a TEXT or, with isMtext, an MTEXT, under a matrix. `face` names no group; the style does.
-int DxWriteTextOrMtext(const DX_TEXT_TYPE& text, const Mat32 matrix);
+/// The groups of a TEXT or, with isMtext, an MTEXT, under a matrix. An MTEXT is moved to the right by what an
+/// import takes off again: by its character spacing and by `leftShift`, relative to its height.
+int DxWriteTextOrMtext(const DX_TEXT_TYPE& text, const Mat32 matrix, double leftShift);
 /// The frame of a text as element chains.
 int DxWriteBalloon(int pat, int row, const OV_TEXT_EXT& ext);

@@ -2,10 +2,14 @@
 #include "../export/dx_write_entities.h"
 #include "../export/export_state.h"
 #include "../session/dx_writer.h"
+#include "dx_text_import.h"
 #include "dx_write_text.h"
 #include "mt.h"
 
+#include <charconv>
 #include <cmath>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -28,6 +32,39 @@ int writeHead(const char* name, const DX_TEXT_TYPE& text) {
     return error | DxWriteColor(text.base.color);
 }
 
+/// A format code with its value; a value that is `usual` needs none.
+std::string formatCode(char letter, double value, double usual) {
+    constexpr double smallest = 1e-6;
+    if (std::abs(value - usual) < smallest) return {};
+    char digits[32];
+    const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 9);
+    return std::string("\\") + letter + std::string(digits, end.ptr) + ";";
+}
+
+/// What the groups of an MTEXT can't say of its characters stands as codes in front of them.
+std::string formatCodes(const DX_TEXT_TYPE& text) {
+    std::string codes;
+    if (text.justification == 1) codes += "\\pqc;";
+    if (text.justification == 2) codes += "\\pqr;";
+    codes += formatCode('W', text.widthFactor, 1.0);
+    codes += formatCode('Q', text.oblique, 0.0);
+    return text.charSpacing < 0 ? codes : codes + formatCode('T', text.charSpacing, -1.0);
+}
+
+/// Group 1; a reader takes no more than 250 bytes a group, the pieces in front stand in groups 3.
+int writeMtextValue(const std::string& value) {
+    constexpr std::size_t most = 250;
+    std::string_view rest = value;
+    int error = 0;
+    while (rest.size() > most) {
+        std::size_t end = most;
+        while (end > 1 && (static_cast<unsigned char>(rest[end]) & 0xC0) == 0x80) --end;
+        error |= DxWriteString(3, UtCString(rest.substr(0, end)));
+        rest.remove_prefix(end);
+    }
+    return error | DxWriteString(1, UtCString(rest));
+}
+
 int writeMtext(const DX_TEXT_TYPE& text, const RPT& point, double rotation, double scale) {
     int error = writeHead("MTEXT", text);
     error |= DxWriteString(100, "AcDbMText");
@@ -36,9 +73,10 @@ int writeMtext(const DX_TEXT_TYPE& text, const RPT& point, double rotation, doub
     error |= DxWriteDouble(41, text.boxWidth * scale);
     error |= DxWriteInt(71, text.attachment);
     error |= DxWriteInt(72, 5);
-    error |= DxWriteString(1, text.text);
+    error |= writeMtextValue(formatCodes(text) + text.text);
     error |= DxWriteString(7, text.style);
     error |= DxWriteDouble(50, rotation);
+    if (text.lineSpacing != 1.0) error |= DxWriteDouble(44, text.lineSpacing);
     if (text.backFlag && DxMiscCheckVersion(5)) {
         error |= DxWriteInt(90, text.backFlag);
         error |= DxWriteInt(63, text.backColor < 0 ? 256 : text.backColor);
@@ -65,13 +103,14 @@ int writeText(const DX_TEXT_TYPE& text, const RPT& point, const RPT& second, dou
 
 } // namespace
 
-int DxWriteTextOrMtext(const DX_TEXT_TYPE& text, const Mat32 matrix) {
+int DxWriteTextOrMtext(const DX_TEXT_TYPE& text, const Mat32 matrix, double leftShift) {
     RPT point;
     RPT second;
     MtTransRPt({text.point.x, text.point.y}, matrix, &point);
     MtTransRPt({text.second.x, text.second.y}, matrix, &second);
     const double rotation = roundedDegrees(MtGetRot(matrix) * degrees + text.rotation);
     const double scale = MtGetScale(matrix);
-    return text.isMtext ? writeMtext(text, point, rotation, scale)
-                        : writeText(text, point, second, rotation, scale);
+    if (!text.isMtext) return writeText(text, point, second, rotation, scale);
+    point.x += text.height * scale * (leftShift + DxCharSpacingShift(text.charSpacing));
+    return writeMtext(text, point, rotation, scale);
 }

@@ -7,6 +7,7 @@ std::unordered_map<int, int> DxCadFontTableIndex;
 std::unordered_map<std::string, DxFaceTable> DxFaceTables;
 std::array<DxCharMap, 2> DxCharMaps;
 int DxFinishPending;
+double DxWrittenDescent;
 int DxTextTooSmallTold;
 std::vector<DX_TEXT_PLACE> DxTextList;
 std::size_t DxTextListSize;
@@ -22,6 +23,7 @@ void DxResetTextState() {
     DxFaceTables.clear();
     DxCharMaps = {};
     DxFinishPending = 0;
+    DxWrittenDescent = 0;
     DxTextTooSmallTold = 0;
     DxTextList.clear();
     DxTextListSize = 0;

@@ -74,7 +74,10 @@ extern std::unordered_map<int, int> DxCadFontTableIndex;          ///< by number
 extern std::unordered_map<std::string, DxFaceTable> DxFaceTables; ///< by face and marks
 extern std::array<DxCharMap, 2> DxCharMaps; ///< main and special set of the direction at work
 extern int DxFinishPending;                 ///< the next text must end with DxFinishText
-extern int DxTextTooSmallTold;              ///< message 5751 was given in this import
+/// Depth of letters, relative to their height, that an import of the file being written counts to the block
+/// of an MTEXT: that of the first stroke font among the texts so far, 0 while there is none.
+extern double DxWrittenDescent;
+extern int DxTextTooSmallTold; ///< message 5751 was given in this import
 
 /// Texts that wait to be joined: pattern and row.
 struct DX_TEXT_PLACE {
