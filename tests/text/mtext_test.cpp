@@ -163,12 +163,31 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto runs = texts("the quick {\\C1;brown fox jumps} over the lazy dog", {{41, "14"}});
     for (const host::Text& run : runs) EXPECT_LE(right(run), 14.001) << run.lines[0];
     EXPECT_GT(runs.size(), 3u);
-    for (const int attachment : {4, 7}) {
-        const auto block =
-            texts("the quick brown fox jumps over the lazy dog", {{41, "14"}, {71, num(attachment)}});
-        const std::size_t last = shown(block.at(0)).lines.size() - 1;
-        const double top = inkAt(block[0], 0, 1).y, bottom = inkAt(block[0], 0, 0, last).y;
-        EXPECT_NEAR(attachment == 7 ? bottom : (top + bottom) / 2, 0, 0.4) << "descenders count a little";
+}
+
+TEST_F(Mtext, TheHostBreaksALineWhereItsRoomWasReserved) {
+    const std::string words = "the quick brown fox jumps over the lazy dog, iiiii MMMMM iiiii MMMMM %%c10 ";
+    for (const char* font : {"", "\\fDejaVu Sans;", "\\T2;"}) {
+        for (const double box : {9.0, 13.0, 20.0, 33.3, 47.0}) {
+            for (const int attachment : {1, 4, 5, 7, 9}) {
+                const auto pieces = texts(font + words + words + words + "\\Pnext " + words,
+                                          {{41, num(box)}, {71, num(attachment)}});
+                SCOPED_TRACE(font + num(box) + " " + num(attachment));
+                std::vector<double> baselines;
+                for (const host::Text& piece : pieces)
+                    for (std::size_t line = 0; line < shown(piece).lines.size(); ++line)
+                        baselines.push_back(inkAt(piece, 0, 0, line).y);
+                for (std::size_t i = 1; i < baselines.size(); ++i)
+                    ASSERT_NEAR(baselines[i - 1] - baselines[i], 5.0 / 3, 1e-6) << i;
+                const double top = baselines.front() + 1, bottom = baselines.back();
+                const int row = (attachment - 1) / 3;
+                EXPECT_NEAR(row == 0   ? top
+                            : row == 1 ? (top + bottom) / 2
+                                       : bottom,
+                            0, 0.4)
+                    << "descenders count a little";
+            }
+        }
     }
 }
 

@@ -17,18 +17,11 @@ double distance(const RPT3& a, const RPT3& b) {
     return std::hypot(b.x - a.x, b.y - a.y);
 }
 
-/// Characters that take room on the host's side: what switches a line on and off doesn't.
-int visibleCount(std::string_view converted) {
-    return static_cast<int>(DxCharCount(converted)) -
-           static_cast<int>(std::count_if(converted.begin(), converted.end(),
-                                          [](char c) { return c >= 0 && c < 32 && c != '\t'; }));
-}
-
 /// Length of a host text relative to its character width.
 double relativeLength(std::string_view converted, int font, double spacing, int* proportional) {
     double hundredths = 0;
     DxTextGetCadFontLen(converted, font, &hundredths, proportional);
-    return (visibleCount(converted) - 1) * (spacing - 1) + hundredths * 0.01;
+    return (DxTextHostCount(converted) - 1) * (spacing - 1) + hundredths * 0.01;
 }
 
 /// The column of a TEXT's alignment: 0 left, 1 centre, 2 right.
@@ -85,7 +78,7 @@ DxTextCadParams DxTextCalcCadParams(double height, double length, int font, std:
     if (DxCiTextIsTtf(static_cast<unsigned short>(font))) return parms;
     int proportional = 0;
     const double relative = relativeLength(converted, font, parms.spacing, &proportional);
-    const int count = visibleCount(converted);
+    const int count = DxTextHostCount(converted);
     if (!proportional) {
         const double cells = (count - 1) * (parms.spacing - 1) + count;
         if (count > 1) parms.width = cells > 0 ? parms.width / cells : parms.height;

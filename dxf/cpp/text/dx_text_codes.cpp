@@ -179,6 +179,12 @@ int DxTextStrlen(std::string_view text) {
     return count;
 }
 
+int DxTextHostCount(std::string_view converted) {
+    const auto switches = std::count_if(converted.begin(), converted.end(),
+                                        [](char c) { return c >= 0 && c < 32 && c != '\t'; });
+    return static_cast<int>(DxCharCount(converted)) - static_cast<int>(switches);
+}
+
 UtCString DxTextConv2Unicode(std::string_view in) {
     if (in.find('\\') == std::string_view::npos) return in;
     std::string out;
