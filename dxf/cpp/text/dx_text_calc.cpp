@@ -111,13 +111,14 @@ double DxTextCalcTextLen(std::string_view converted, int font, double width, dou
 int DxTextConvOrigin(const DxTextAlignment& a, int* origin, int* justification, RPT3* point,
                      const RPT3& second) {
     const bool isAtFirst = a.ver == 0 && (a.hor == 0 || a.hor == 3 || a.hor == 5);
-    int column = columnOf(a.hor, a.ver);
+    const bool isMiddle = a.ver == 0 && a.hor == 4;
+    const int column = columnOf(a.hor, a.ver);
     *justification = a.just > 2 ? column : a.just;
     if (!isAtFirst) *point = second;
-    if (a.isMirrored) column = 2 - column;
-    const bool isMiddle = a.ver == 0 && a.hor == 4;
-    *origin = isMiddle ? 5 : column + 1 + (a.ver > 0 ? 3 * (a.ver - 1) : 0);
-    const double x = spaceSide(column) * (a.spacing - 1) * a.width * 0.5;
+    *origin = a.ver != 0 ? a.hor + 3 * a.ver - 2 : isMiddle ? 5 : column + 1;
+    if (a.isMirrored) *origin += 2 * (1 - (*origin - 1) % 3);
+    const double side = a.ver != 0 && a.hor > 2 ? 0 : spaceSide(a.isMirrored ? 2 - column : column);
+    const double x = side * (a.spacing - 1) * a.width * 0.5;
     const double gap = (a.lineDistance - 1) * a.height;
     double y = 0;
     if (isMiddle)

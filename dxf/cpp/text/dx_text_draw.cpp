@@ -41,7 +41,7 @@ struct Placing {
     bool isMirrored;    ///< its characters would be mirrored
     double height;      ///< world coordinates
     DxTextLength measure;
-    double stretch; ///< of a text that runs from point to point, 1 for others
+    double stretch; ///< of a text that fits between its points, 1 for others
 };
 
 bool isBlank(std::string_view text) {
@@ -108,8 +108,12 @@ int checkExtents(const Placing& placing) {
     return 0;
 }
 
-bool isBetween(const DX_TEXT_TYPE& record, int alignment) {
-    return !record.isMtext && record.horAlign == alignment && record.verAlign == 0;
+bool isFit(const DX_TEXT_TYPE& record) {
+    return !record.isMtext && record.horAlign == fit;
+}
+/// The line of these runs from the first point to the second.
+bool hasLineBetweenPoints(const DX_TEXT_TYPE& record) {
+    return isFit(record) || (!record.isMtext && record.horAlign == aligned);
 }
 
 void measure(Placing& placing) {
@@ -120,7 +124,7 @@ void measure(Placing& placing) {
     what.height = placing.height;
     if (record.isMtext) what.factor = placing.charset->widthFactor;
     DxTextGetDxfFontLen(what, &placing.measure);
-    if (!isBetween(record, fit) && !isBetween(record, aligned)) return;
+    if (!isFit(record)) return;
     const double length = std::hypot(placing.second.x - placing.first.x, placing.second.y - placing.first.y);
     if (length > 0 && placing.measure.length > 0) placing.stretch = length / placing.measure.length;
     placing.measure.length *= placing.stretch;
@@ -129,7 +133,7 @@ void measure(Placing& placing) {
 /// Direction of the text's line, radians, as its points or its rotation and generation have it.
 double lineDirection(const Placing& placing) {
     const DX_TEXT_TYPE& record = *placing.record;
-    if (isBetween(record, aligned) || isBetween(record, fit)) {
+    if (hasLineBetweenPoints(record)) {
         const double dx = placing.second.x - placing.first.x, dy = placing.second.y - placing.first.y;
         if (dx != 0 || dy != 0) return std::atan2(dy, dx);
     }
@@ -148,10 +152,9 @@ OV_TEXT_EXT backgroundOf(const DX_TEXT_TYPE& record) {
     constexpr int colour = 1, colourOfSheet = 2, frame = 16;
     OV_TEXT_EXT ext;
     if (record.backFlag & frame) ext.backType = 1;
-    if (DxFillMode == 0) return ext;
     if (record.backFlag & colourOfSheet)
         ext.backOn = 1;
-    else if (record.backFlag & colour) {
+    else if (DxFillMode != 0 && record.backFlag & colour) {
         DX_ENTITY_BASE_TYPE base;
         DxCopyEntityBase(&base, &record.base);
         base.color = record.backColor;
@@ -219,7 +222,7 @@ int make(const Placing& placing, int pen, int type) {
     OV_TEXT_PARM parm;
     parm.pen = pen;
     parm.angle = directionOf(placing);
-    parm.slant = record.oblique == 360.0 ? 0.0 : std::fmod(record.oblique, 360.0) * toRadians;
+    parm.slant = record.oblique == 360.0 ? 0.0 : record.oblique * toRadians;
     setSize(placing, parm);
     setFont(placing, parm);
     RPT3 point = setOrigin(placing, parm);
@@ -278,8 +281,8 @@ int DxDrawMtext(DX_TEXT_TYPE* text, const Mat44 m) {
     const bool isMirrored = DxMirrors(DxObjectMatrix(text->extrusion, m, storage));
     if (const int error = DxMtextToTexts(text, &pieces, isMirrored)) return error;
     if (DxJoinTexts) DxTextListInit(static_cast<int>(pieces.size()));
-    for (DX_TEXT_TYPE& piece : pieces) {
-        if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, 0)) return error;
+    for (DX_TEXT_TYPE& piece : pieces) { // blank ones hold the place of a line among texts to join
+        if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, DxJoinTexts)) return error;
     }
     return DxJoinTexts && !DxCheckPass ? DxTextListJoin() : 0;
 }
