@@ -234,6 +234,30 @@ TEST_F(TextImport, MirroredTextsCoverTheirPlaceAndRead) {
     }
 }
 
+TEST_F(TextImport, InsertsTurnAndScaleTheirTexts) {
+    struct Case {
+        const char *scaleX, *scaleY, *rotation;
+        double angle, height; // of a text that the block turns by 20 degrees
+    };
+    const Case cases[] = {{"1", "1", "30", 50, 5},
+                          {"-1", "-1", "30", -130, 5},
+                          {"-2", "-1", "0", -160, 10},
+                          {"3", "3", "-20", 0, 15}};
+    for (const Case& c : cases) {
+        const auto texts = importTexts(
+            dxf()
+                .header("AC1015")
+                .block("B", DxfGroups{{0, "TEXT"}} + textAt(0, 0, "Hamburg") + DxfGroups{{50, "20"}})
+                .entity("INSERT",
+                        {{2, "B"}, {10, "0"}, {20, "0"}, {41, c.scaleX}, {42, c.scaleY}, {50, c.rotation}}));
+        ASSERT_EQ(texts.size(), 1u);
+        EXPECT_NEAR(std::remainder(texts[0].angle - c.angle * 0.017453292519943295, 6.283185307179586), 0,
+                    1e-9)
+            << c.scaleX << " " << c.rotation;
+        EXPECT_EQ(texts[0].height, c.height);
+    }
+}
+
 TEST_F(TextImport, NumbersBeyondAllBoundsAreLeftOut) {
     ImportOptions options = textOptions();
     options.texts["$DxfMatrix"] = "0,1e300,1e300";

@@ -77,6 +77,13 @@ double rotationUnder(double degrees, const Mat44 m) {
     return std::atan2(x * m[0][1] + y * m[1][1], x * m[0][0] + y * m[1][0]) / toRadians;
 }
 
+/// Degrees by which a plane is turned that isn't turned over, scaled unevenly or with two signs though it may
+/// be; the rotation of the INSERTs for one that is seen from its edge.
+double turnOf(const Mat44 m) {
+    const bool isSeen = m[0][0] != 0 || m[0][1] != 0;
+    return isSeen ? std::atan2(m[0][1], m[0][0]) / toRadians : DxBlockRotation;
+}
+
 void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
     constexpr double faceShift = 0.025; // of the height: the host leaves a little room in front of a face
     placing.dx = placing.charset->factor;
@@ -96,7 +103,7 @@ void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
     const bool isUpsideDown = (record.generation & DX_TEXT_UPSIDE_DOWN) != 0;
     placing.isMirrored = (isTurnedOver + isBackward + isUpsideDown) % 2 != 0;
     placing.rotation =
-        isTurnedOver ? rotationUnder(record.rotation, matrix) : record.rotation + DxBlockRotation;
+        isTurnedOver ? rotationUnder(record.rotation, matrix) : record.rotation + turnOf(matrix);
     placing.height = record.height * std::fabs(DxBlockScaleX);
 }
 
