@@ -33,7 +33,7 @@ private:
 
 TEST(MtextFlatten, GroupsAreReplacedByCodesThatRestore) {
     const auto flat = [](std::string text) {
-        DxMtextFlatten(text, {7, "txt", false, 2.5, 0, 1, 1});
+        DxMtextFlatten(text, {7, -1, "txt", false, 2.5, 0, 1, 1});
         return text;
     };
     EXPECT_EQ(flat("{\\H2x;AB}CD"), "\\H2x;AB\\H2.500000;CD");
@@ -62,6 +62,13 @@ TEST_F(Mtext, CodesThatStandForCharacters) {
                            "b' 'c' 'd'"},
         {"\\Zx\\", "'\\Zx\\'"},
         {"a\\H3", "'a3'"},
+        {"\\H;a\\C;b\\f;c\\W0,8;d", "'abc' 'd'"},
+        {"ab\\pqc", "'ab'"},
+        {"ab\\pqc cd", "'ab cd'"},
+        {"x\\U+22", "'x\\U+22'"},
+        {"x\\M+1", "'x\\M+1'"},
+        {"\\L^^I\\l", "'^\t'"},
+        {"abc\\", "'abc\\'"},
         {"x\\Py\\Nz^Jw", "'x' 'y' 'z' 'w'"},
         {"\\pi-2,l2,qc,t4,c8;abc", "'abc'"},
     };
@@ -86,6 +93,14 @@ TEST_F(Mtext, ARunOfItsOwnFormatStandsBehindTheOneBefore) {
     EXPECT_EQ(runs[4].font, runs[0].font);
     EXPECT_EQ(runs[4].pen, runs[0].pen);
     EXPECT_EQ(runs[4].slant, 0);
+}
+
+TEST_F(Mtext, TrueColoursAreDrawnInTheNearestOfThePaletteWithinTheirGroup) {
+    const auto runs =
+        texts("{\\c255;a}b{\\C1;\\c16711680;c{\\C5;\\c65280;d}{\\C2;e}f}{\\c8355840;g}\\C3;h", {{62, "6"}});
+    const int pens[] = {1, 6, 5, 3, 2, 5, 136, 3};
+    ASSERT_EQ(runs.size(), 8u);
+    for (std::size_t i = 0; i < 8; ++i) EXPECT_EQ(runs[i].pen, pens[i]) << runs[i].lines[0];
 }
 
 TEST_F(Mtext, CharacterSpacingHoldsWithinItsGroup) {
@@ -163,12 +178,31 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto runs = texts("the quick {\\C1;brown fox jumps} over the lazy dog", {{41, "14"}});
     for (const host::Text& run : runs) EXPECT_LE(right(run), 14.001) << run.lines[0];
     EXPECT_GT(runs.size(), 3u);
-    for (const int attachment : {4, 7}) {
-        const auto block =
-            texts("the quick brown fox jumps over the lazy dog", {{41, "14"}, {71, num(attachment)}});
-        const std::size_t last = shown(block.at(0)).lines.size() - 1;
-        const double top = inkAt(block[0], 0, 1).y, bottom = inkAt(block[0], 0, 0, last).y;
-        EXPECT_NEAR(attachment == 7 ? bottom : (top + bottom) / 2, 0, 0.4) << "descenders count a little";
+}
+
+TEST_F(Mtext, TheHostBreaksALineWhereItsRoomWasReserved) {
+    const std::string words = "the quick brown fox jumps over the lazy dog, iiiii MMMMM iiiii MMMMM %%c10 ";
+    for (const char* font : {"", "\\fDejaVu Sans;", "\\T2;"}) {
+        for (const double box : {9.0, 13.0, 20.0, 33.3, 47.0}) {
+            for (const int attachment : {1, 4, 5, 7, 9}) {
+                const auto pieces = texts(font + words + words + words + "\\Pnext " + words,
+                                          {{41, num(box)}, {71, num(attachment)}});
+                SCOPED_TRACE(font + num(box) + " " + num(attachment));
+                std::vector<double> baselines;
+                for (const host::Text& piece : pieces)
+                    for (std::size_t line = 0; line < shown(piece).lines.size(); ++line)
+                        baselines.push_back(inkAt(piece, 0, 0, line).y);
+                for (std::size_t i = 1; i < baselines.size(); ++i)
+                    ASSERT_NEAR(baselines[i - 1] - baselines[i], 5.0 / 3, 1e-6) << i;
+                const double top = baselines.front() + 1, bottom = baselines.back();
+                const int row = (attachment - 1) / 3;
+                EXPECT_NEAR(row == 0   ? top
+                            : row == 1 ? (top + bottom) / 2
+                                       : bottom,
+                            0, 0.4)
+                    << "descenders count a little";
+            }
+        }
     }
 }
 
@@ -215,7 +249,13 @@ TEST_F(Mtext, PiecesOfOneFormatAreJoinedWhenAskedFor) {
     ASSERT_EQ(joined.size(), 1u);
     EXPECT_EQ(joined[0].lines.size(), 3u);
     EXPECT_NEAR(inkAt(joined[0], 0.5, 0, 1).x, 0, 1e-6);
-    EXPECT_EQ(importTexts(oneMtext({{10, "0"}, {40, "1"}, {1, "first\\P\\C1;second"}}), options).size(), 2u);
+    const auto withGaps =
+        importTexts(oneMtext({{10, "0"}, {40, "1"}, {1, "\\Pa\\P\\Pb{\\C1;}\\Pc"}}), options);
+    ASSERT_EQ(withGaps.size(), 1u);
+    EXPECT_EQ(withGaps[0].lines, (std::vector<std::string>{"", "a", "", "b", "c"})) << "empty lines count";
+    EXPECT_NEAR(inkAt(withGaps[0], 0, 1, 1).y, -5.0 / 3, 1e-6);
+    EXPECT_EQ(saidBy(importTexts(oneMtext({{10, "0"}, {40, "1"}, {1, "a\\P\\P\\C1;b"}}), options)),
+              "'a' 'b'");
 }
 
 TEST_F(Mtext, HostileTextsEndInTime) {

@@ -51,6 +51,32 @@ TEST_F(TextImport, FitAndAlignedTextsRunFromPointToPoint) {
         importTexts(oneText(textAt(0, 0, "Hi") + DxfGroups{{72, "3"}, {11, "-9"}, {21, "0"}}));
     EXPECT_NEAR(std::fabs(aligned.at(0).angle), 3.14159265358979, 1e-12);
     EXPECT_AT(inkAt(aligned[0], 0, 0), 0, 0);
+    const auto plain = importTexts(oneText(textAt(0, 0, "Hi")));
+    EXPECT_DOUBLE_EQ(aligned[0].width, plain.at(0).width) << "its height gives it its length";
+    for (const char* face : {"", "Liberation Serif"}) {
+        const auto wide =
+            importTexts(dxf()
+                            .header("AC1021")
+                            .record("STYLE", style("S", *face ? "x.ttf" : "txt", face))
+                            .entity("TEXT", textAt(0, 0, "Füße Привет 日本 %%c %%uA%%uB") +
+                                                DxfGroups{{7, "S"}, {72, "5"}, {11, "300"}, {21, "0"}}));
+        EXPECT_NEAR(inkAt(wide.at(0), 1, 0).x - inkAt(wide[0], 0, 0).x, 300, 1e-6) << face;
+    }
+}
+
+TEST_F(TextImport, AlignmentsOutsideTheRuleKeepTheirArithmetic) {
+    const auto originOf = [](const char* hor, const char* ver) {
+        const auto texts =
+            importTexts(oneText(textAt(0, 0, "Hi") + DxfGroups{{72, hor}, {73, ver}, {11, "30"}, {21, "0"}}));
+        EXPECT_NEAR(texts.at(0).x, 30, 1e-9) << "no shift along the line";
+        return texts[0].origin;
+    };
+    EXPECT_EQ(originOf("3", "1"), 4);
+    EXPECT_EQ(originOf("5", "1"), 6);
+    EXPECT_EQ(originOf("4", "2"), 8);
+    EXPECT_EQ(originOf("1", "3"), 8);
+    const auto unset = importTexts(oneText(textAt(50, 50, "Hi") + DxfGroups{{72, "1"}}));
+    EXPECT_NEAR(unset.at(0).x, 1, 1e-9) << "the second point's start value";
 }
 
 TEST_F(TextImport, MiddleHasTheMiddleOfTheCell) {
@@ -205,6 +231,30 @@ TEST_F(TextImport, MirroredTextsCoverTheirPlaceAndRead) {
         EXPECT_NEAR(end.x / length, c.end, 1e-6);
         EXPECT_NEAR(start.y, 0, 1e-6);
         EXPECT_NEAR(inkAt(texts[0], 0, 1).y / 5, c.up, 1e-6);
+    }
+}
+
+TEST_F(TextImport, InsertsTurnAndScaleTheirTexts) {
+    struct Case {
+        const char *scaleX, *scaleY, *rotation;
+        double angle, height; // of a text that the block turns by 20 degrees
+    };
+    const Case cases[] = {{"1", "1", "30", 50, 5},
+                          {"-1", "-1", "30", -130, 5},
+                          {"-2", "-1", "0", -160, 10},
+                          {"3", "3", "-20", 0, 15}};
+    for (const Case& c : cases) {
+        const auto texts = importTexts(
+            dxf()
+                .header("AC1015")
+                .block("B", DxfGroups{{0, "TEXT"}} + textAt(0, 0, "Hamburg") + DxfGroups{{50, "20"}})
+                .entity("INSERT",
+                        {{2, "B"}, {10, "0"}, {20, "0"}, {41, c.scaleX}, {42, c.scaleY}, {50, c.rotation}}));
+        ASSERT_EQ(texts.size(), 1u);
+        EXPECT_NEAR(std::remainder(texts[0].angle - c.angle * 0.017453292519943295, 6.283185307179586), 0,
+                    1e-9)
+            << c.scaleX << " " << c.rotation;
+        EXPECT_EQ(texts[0].height, c.height);
     }
 }
 

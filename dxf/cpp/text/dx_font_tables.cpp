@@ -35,8 +35,10 @@ int placeOf(int code) {
     }
 }
 
-std::int16_t hundredths(std::string_view text) {
-    return static_cast<std::int16_t>(std::clamp(DxAtoi(text), 0, 10000));
+/// A length of a table, in hundredths; -1 is a width that isn't defined.
+std::int16_t hundredths(std::string_view text, int least) {
+    constexpr int most = 10000;
+    return static_cast<std::int16_t>(std::clamp(DxAtoi(text), least, most));
 }
 
 void takeFontLine(DxFontTable& table, std::string_view line) {
@@ -45,8 +47,8 @@ void takeFontLine(DxFontTable& table, std::string_view line) {
     if (second == std::string_view::npos || line.find(',', second + 1) != std::string_view::npos) return;
     const int place = placeOf(DxAtoi(line));
     if (place < 0) return;
-    table.width[static_cast<std::size_t>(place)] = hundredths(line.substr(first + 1));
-    table.space[static_cast<std::size_t>(place)] = hundredths(line.substr(second + 1));
+    table.width[static_cast<std::size_t>(place)] = hundredths(line.substr(first + 1), -1);
+    table.space[static_cast<std::size_t>(place)] = hundredths(line.substr(second + 1), -10000);
 }
 
 void setAverages(DxFontTable& table) {
@@ -96,7 +98,7 @@ void readCadTable(FILE* file, DxCadFontTable& table) {
         if (line.size() > 2 && line[0] == '*' && line[2] == ';') code = DxAtoi(line.substr(3));
         if (line.starts_with('W') && code >= 1 && code <= 255)
             table.width[static_cast<std::size_t>(code)] =
-                static_cast<std::uint16_t>(hundredths(line.substr(1)));
+                static_cast<std::uint16_t>(hundredths(line.substr(1), 0));
     }
 }
 

@@ -1,6 +1,7 @@
 // The scan of a flattened MTEXT: which run each character goes to, and what its codes do.
 #include "dx_mtext.h"
 
+#include "../config/dx_true_colors.h"
 #include "../import/dx_transform.h"
 #include "../session/dx_numbers.h"
 #include "dx_mtext_layout.h"
@@ -38,6 +39,7 @@ public:
             default: put(in_.substr(pos_++, 1));
             }
         }
+        if (lineEnd_ != pos_) endParagraph(); // a broken code has swallowed the last line's end
     }
 
 private:
@@ -69,7 +71,7 @@ private:
         case 'J': endParagraph(); break;
         case 'M': break;
         case ' ': put("^"); break;
-        default: text() += '^'; --pos_;
+        default: put("^"); --pos_;
         }
         pos_ = std::min(pos_, in_.size());
     }
@@ -91,23 +93,27 @@ private:
         pos_ = std::min(pos_ + length, in_.size());
         if (pos_ < in_.size() && in_[pos_] == ';') ++pos_;
     }
+    /// Passes a number of that length, and what follows a comma in it.
+    void skipNumber(std::size_t length) {
+        const std::size_t end = rest().find_first_not_of("0123456789.,+-xX", length);
+        const bool isWhole = end != std::string_view::npos && rest()[end] == ';';
+        skipThrough(isWhole ? end : length);
+    }
 
     // ---- characters ----------------------------------------------------------------------------------
 
     void literal(char letter) { put({&letter, 1}); }
     void blank(char /*letter*/) { put(" "); }
 
+    /// Escapes stay for the text to come.
     void escape(char letter) {
-        const bool isWhole = rest().size() >= 5 && rest()[0] == '+';
-        if (isWhole && letter == 'U' && rest().starts_with("+2205")) {
+        if (letter == 'U' && rest().starts_with("+2205")) {
             put("%%c"); // the sign for a diameter that drawing programs use
+            pos_ += 5;
         } else {
             put("\\");
             literal(letter);
-            if (!isWhole) return;
-            put(rest().substr(0, 5));
         }
-        pos_ += 5;
     }
 
     // ---- lines along the text ------------------------------------------------------------------------
@@ -144,8 +150,8 @@ private:
     /// The value of a format code, which is passed. False for a code without a value or a lower-case form.
     bool value(char letter, double present, double& result) {
         const DxMtextNumber number = DxMtextReadValue(rest());
+        skipNumber(number.length);
         if (number.length == 0) return false;
-        skipThrough(number.length);
         result = number.over(present);
         if (letter == upper(letter)) return std::isfinite(result);
         if (result != 0) change();
@@ -175,15 +181,16 @@ private:
         if (std::fabs(spacing - 1.0) <= sameValue) spacing = -1.0;
     }
 
-    /// "\C" gives a colour of the palette, "\c" a true one with blue first.
+    /// "\C" gives a colour of the palette, "\c" a true one with blue first, drawn in the palette's nearest.
     void color(char letter) {
         const DxMtextNumber number = DxMtextReadValue(rest());
-        if (number.length == 0) return;
         const int value = DxAtoi(rest());
-        skipThrough(number.length);
+        skipNumber(number.length);
+        if (number.length == 0) return;
         DX_ENTITY_BASE_TYPE base = block_.current().base;
         if (letter == 'c') {
             base.trueColor = (value & 0xFF) << 16 | (value & 0xFF00) | (value >> 16 & 0xFF);
+            base.color = DxNearestColor(base.trueColor);
         } else {
             base.color = value;
             base.trueColor = value == record_.base.color ? record_.base.trueColor : -1;
@@ -195,8 +202,8 @@ private:
 
     void font(char letter) {
         const std::string_view name = DxMtextFontName(rest());
-        if (name.empty()) return;
         skipThrough(name.size());
+        if (name.empty()) return;
         DX_TEXT_TYPE& run = change();
         if (letter == 'F' && name == startFont_)
             run.style = record_.style;
@@ -206,9 +213,16 @@ private:
 
     // ---- paragraphs ----------------------------------------------------------------------------------
 
-    /// Properties of a paragraph up to ";". `justification` receives its alignment, if there is one.
+    /// Length of the properties of a paragraph: up to ";", without one as far as they can be properties.
+    std::size_t propertiesLength() const {
+        const std::size_t end = rest().find(';');
+        if (end != std::string_view::npos) return end;
+        return std::min(rest().find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789.,+-*"), rest().size());
+    }
+
+    /// Takes the properties of a paragraph. `justification` receives its alignment, if there is one.
     void properties(int& justification) {
-        const std::size_t end = std::min(rest().find(';'), rest().size());
+        const std::size_t end = propertiesLength();
         std::string_view list = rest().substr(0, end);
         while (!list.empty()) {
             const char letter = list.front();
@@ -250,6 +264,7 @@ private:
         const bool hasSpace = hasProperties_ && paraSpace_ > 0;
         block_.startLine(hasSpace ? paraSpace_ * block_.lineDistance() : 0);
         if (justification >= 0) block_.justify(justification);
+        lineEnd_ = pos_;
     }
 
     // ---- stacked texts -------------------------------------------------------------------------------
@@ -322,6 +337,7 @@ private:
     std::string_view startFont_;
     DxMtextBlock& block_;
     std::size_t pos_ = 0;
+    std::size_t lineEnd_ = 0; ///< behind the last end of a line
     std::array<LineState, 3> lines_{{{underline}, {overline}, {strike}}};
     double paraSpace_ = -1.0;
     bool hasProperties_ = false;
@@ -343,7 +359,8 @@ int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces, bool i
     const DxCharset& charset = DxTextGetCharset(text->style.view(), {});
     const std::string startFont(charset.fontFile.view());
     if (charset.font != 0) DxTextGetFontIndex(startFont);
-    DxMtextFlatten(text->text, {text->base.color, startFont, false, text->height, text->oblique, 1.0, 1.0});
+    DxMtextFlatten(text->text,
+                   {text->base.color, -1, startFont, false, text->height, text->oblique, 1.0, 1.0});
     const std::size_t lastOther = text->text.find_last_not_of('\\');
     const std::size_t backslashes = text->text.size() - (lastOther == std::string::npos ? 0 : lastOther + 1);
     text->text += backslashes % 2 ? "\\\\P" : "\\P"; // one at the very end stands for itself

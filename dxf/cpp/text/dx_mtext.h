@@ -15,6 +15,7 @@ int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces, bool i
 /// What format codes change.
 struct DxMtextFormat {
     int color;        ///< \C
+    int trueColor;    ///< \c, -1: none since the last \C
     std::string font; ///< \F, \f
     bool isFace;      ///< the font came as a face
     double height;    ///< \H

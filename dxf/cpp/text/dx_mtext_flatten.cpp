@@ -71,6 +71,7 @@ private:
     void restore(const Group& group) {
         const DxMtextFormat& f = group.start;
         if (group.changed[Color]) out_ += UtFormat("\\C%d;", f.color).str();
+        if (group.changed[Color] && f.trueColor >= 0) out_ += UtFormat("\\c%d;", f.trueColor).str();
         if (group.changed[Font]) out_ += (f.isFace ? "\\f" : "\\F") + f.font + ";";
         if (group.changed[Height]) out_ += UtFormat("\\H%f;", f.height).str();
         if (group.changed[Oblique]) out_ += UtFormat("\\Q%f;", f.oblique).str();
@@ -90,6 +91,7 @@ private:
         const std::string_view rest = in_.substr(pos_ + 2);
         switch (const char letter = in_[pos_ + 1]) {
         case 'C': takeColor(rest); break;
+        case 'c': takeTrueColor(rest); break;
         case 'F':
         case 'f':
             if (!takeFont(letter, rest)) return;
@@ -112,8 +114,16 @@ private:
     void takeColor(std::string_view rest) {
         const DxMtextNumber number = DxMtextReadValue(rest);
         const int color = DxAtoi(rest.substr(0, number.length));
-        if (number.length == 0 || color == now_.color) return;
+        if (number.length == 0 || (color == now_.color && now_.trueColor < 0)) return;
         now_.color = color;
+        now_.trueColor = -1;
+        mark(Color);
+    }
+
+    void takeTrueColor(std::string_view rest) {
+        const DxMtextNumber number = DxMtextReadValue(rest);
+        if (number.length == 0) return;
+        now_.trueColor = std::max(DxAtoi(rest.substr(0, number.length)), 0);
         mark(Color);
     }
 

@@ -1,12 +1,16 @@
 #include "dx_mtext_flow.h"
 
+#include "../import/import_state.h"
+#include "../session/session_state.h"
 #include "dx_text_codes.h"
+#include "dx_text_import.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 
 static constexpr std::string_view switchLetters = "uok";
+static constexpr double roundingSlack = 1 + 1e-9; // a line that just fits doesn't break
 
 void DxLineSwitches::follow(std::string_view text) {
     for (std::size_t at = text.find("%%"); at != std::string_view::npos && at + 2 < text.size();
@@ -75,7 +79,7 @@ DxMtextFlow::Word DxMtextFlow::nextWord(std::string_view text) {
     return {text.substr(0, pos), text.substr(0, end), visible + blanks};
 }
 
-double DxMtextFlow::widthOf(const DxMtextRun& run, std::string_view text) const {
+double DxMtextFlow::widthOf(const DxMtextRun& run, std::string_view text) {
     DxTextMeasure what = DxTextMeasureOf(run.text, DxTextGetCharset(run.text.style.view(), {}));
     what.text = text;
     DxTextLength length;
@@ -107,56 +111,136 @@ void DxMtextFlow::nextLine() {
     open_ = nullptr;
 }
 
-std::vector<DxMtextFlow::HostLine> DxMtextFlow::hostLines(const DxMtextRun& run, double room) const {
-    std::vector<HostLine> lines;
-    const std::string_view all = run.text.text;
-    std::size_t start = 0;
-    HostLine line{{}, 0, 0};
-    double x = 0;
-    for (std::size_t pos = 0; pos < all.size();) {
-        const Word word = nextWord(all.substr(pos));
-        const double width = widthOf(run, word.text);
-        if (pos > start && (x + width > room || line.visible + word.visible > DX_PIECE_LIMIT)) {
-            line.text = all.substr(start, pos - start);
-            lines.push_back(line);
-            start = pos;
-            x = 0;
-            line = {{}, 0, 0};
-        }
-        line.width = x + width;
-        line.visible += word.visible;
-        x += advanceOf(run, word.all);
-        pos += word.all.size();
+namespace {
+
+/// How the host measures words of a run, which all stand in one text: the width of its characters is that
+/// which gives the text its length, so that a single word needn't be as wide as by itself.
+class HostMeasure {
+public:
+    HostMeasure(const DX_TEXT_TYPE& run, std::string_view text)
+        : charset_(DxTextGetCharset(run.style.view(), DxTextDefaultFont())) {
+        DxTextMeasure what = DxTextMeasureOf(run, charset_);
+        what.text = text;
+        DxTextLength length;
+        DxTextGetDxfFontLen(what, &length);
+        DX_TEXT_TYPE probe;
+        probe.charSpacing = run.charSpacing;
+        double spacing = charset_.factor;
+        DxCharSpacingToCAD(&probe, &spacing);
+        const double faceWidth = run.height * (run.widthFactor == 0 ? 1.0 : run.widthFactor);
+        const double room = charset_.font == 0 ? faceWidth : length.length;
+        const DxTextCadParams parms =
+            DxTextCalcCadParams(run.height, room, charset_.font, converted(text), length.space, spacing);
+        width_ = parms.width / (DxScale * DxDrawUnit);
+        gap_ = (parms.spacing - 1) * width_;
+        what.height = 1.0;
+        what.factor = 1.0;
+        face_ = what;
     }
-    line.text = all.substr(start);
-    lines.push_back(line);
-    return lines;
+
+    double gap() const { return gap_; }
+    /// With the gaps behind all its characters.
+    double operator()(std::string_view word) {
+        const std::string text = converted(word);
+        double cells = 0;
+        if (charset_.font == 0) {
+            DxTextLength length;
+            face_.text = word;
+            DxTextGetDxfFontLen(face_, &length);
+            cells = length.length;
+        } else {
+            int isProportional = 0;
+            DxTextGetCadFontLen(text, charset_.font, &cells, &isProportional);
+            cells *= 0.01;
+        }
+        return cells * width_ + DxTextHostCount(text) * gap_;
+    }
+
+private:
+    std::string converted(std::string_view text) const {
+        std::string host(text);
+        DxConvTextToCAD(host, charset_);
+        return DxTextConv2Unicode(host).str();
+    }
+
+    const DxCharset& charset_;
+    DxTextMeasure face_;
+    double width_, gap_;
+};
+
+} // namespace
+
+/// The characters of words in a row. Blanks count at the end of a run, at the end of a broken line they
+/// don't.
+std::string_view DxMtextFlow::textOf(std::span<const Word> words, bool endsRun) {
+    const char* const start = words.front().all.data();
+    const std::string_view last = endsRun ? words.back().all : words.back().text;
+    return {start, static_cast<std::size_t>(last.data() + last.size() - start)};
+}
+
+/// The host breaks a text at blanks where the next word doesn't fit.
+DxMtextFlow::HostPiece DxMtextFlow::hostPiece(const DxMtextRun& run, std::span<const Word> words,
+                                              bool endsRun, double room) {
+    HostMeasure measure(run.text, textOf(words, endsRun));
+    const double blank = measure(" ");
+    HostPiece piece{words.size(), 1, 0, 0};
+    double x = 0;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const double width = measure(words[i].text);
+        const bool isFirst = i == piece.lastLine || (i == 1 && words[0].text.empty());
+        if (!isFirst && x + width - measure.gap() > room * roundingSlack) {
+            ++piece.lines;
+            piece.lastLine = i;
+            x = 0;
+        }
+        piece.width = std::max(piece.width, x + width - measure.gap());
+        x += width + blank * static_cast<double>(words[i].all.size() - words[i].text.size());
+    }
+    return piece;
+}
+
+/// As many words as a text may hold; whole lines of them, where words are left over.
+DxMtextFlow::HostPiece DxMtextFlow::nextPiece(const DxMtextRun& run, std::span<const Word> words,
+                                              double room) {
+    std::size_t held = 0;
+    int visible = 0;
+    while (held < words.size() && (held == 0 || visible + words[held].visible <= DX_PIECE_LIMIT))
+        visible += words[held++].visible;
+    const bool holdsAll = held == words.size();
+    const HostPiece piece = hostPiece(run, words.first(held), holdsAll, room);
+    if (holdsAll || piece.lastLine == 0) return piece;
+    return hostPiece(run, words.first(piece.lastLine), false, room);
+}
+
+/// The host scales a text with the x scale of an INSERT and the length of its lines with the y scale.
+static double hostRoom(double room) {
+    const double share = std::fabs(DxBlockScaleY / DxBlockScaleX);
+    return std::isfinite(share) ? room * share : room;
 }
 
 /// As many lines of the host as a piece may hold stand in one; the next ones below it.
 void DxMtextFlow::flowOne(DxMtextRun run, double room) {
-    const std::vector<HostLine> lines = hostLines(run, room);
+    std::vector<Word> words;
+    for (std::string_view rest = run.text.text; !rest.empty(); rest.remove_prefix(words.back().all.size()))
+        words.push_back(nextWord(rest));
     const double distance = DxMtextLineDist(run.text.height, block_.record_);
     const double step = distance * run.text.height;
-    std::size_t next = 0;
     DxLineSwitches switches;
-    while (next < lines.size()) {
-        if (next) nextLine();
+    for (std::span<const Word> rest = words; !rest.empty();) {
+        const bool isFirst = rest.size() == words.size();
+        if (!isFirst) nextLine();
+        const HostPiece host = nextPiece(run, rest, hostRoom(room));
+        const std::string_view text = textOf(rest.first(host.words), host.words == rest.size());
+        rest = rest.subspan(host.words);
         DxMtextRun& piece = block_.runs_.emplace_back(run);
         piece.text.second.x = 0;
-        if (next) piece.text.second.y = 0;
+        if (!isFirst) piece.text.second.y = 0;
         piece.text.text = switches.codes();
-        piece.length = piece.extraDepth = 0;
-        int visible = 0;
-        for (; next < lines.size() && (visible == 0 || visible + lines[next].visible <= DX_PIECE_LIMIT);
-             ++next) {
-            if (visible) piece.extraDepth += step;
-            visible += std::max(lines[next].visible, 1);
-            piece.text.text += lines[next].text;
-            switches.follow(lines[next].text);
-            piece.length = std::max(piece.length, lines[next].width);
-        }
-        if (piece.extraDepth > 0) piece.text.lineDistance = distance;
+        piece.text.text += text;
+        switches.follow(text);
+        piece.length = host.width;
+        piece.extraDepth = static_cast<double>(host.lines - 1) * step;
+        if (host.lines > 1) piece.text.lineDistance = distance;
         piece.measured = piece.text.text.size();
         block_.close();
         block_.raiseLine(step + piece.extraDepth - piece.text.second.y);

@@ -3,6 +3,7 @@
 
 #include "dx_mtext_layout.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,19 +37,22 @@ private:
         int visible; ///< characters of `all`
     };
     static Word nextWord(std::string_view text);
-    /// A line that the host makes out of one run.
-    struct HostLine {
-        std::string_view text;
-        double width;
-        int visible;
+    /// Words of a run that stand in one text of the host, and the lines that the host breaks it into.
+    struct HostPiece {
+        std::size_t words = 0;
+        std::size_t lines = 0;
+        std::size_t lastLine = 0; ///< words ahead of the last line
+        double width = 0;         ///< of the widest line
     };
 
     bool needsBreak(double room, std::size_t& withText) const;
-    double widthOf(const DxMtextRun& run, std::string_view text) const;
+    static double widthOf(const DxMtextRun& run, std::string_view text);
     double advanceOf(const DxMtextRun& run, std::string_view text) const;
 
     void flowOne(DxMtextRun run, double room);
-    std::vector<HostLine> hostLines(const DxMtextRun& run, double room) const;
+    static std::string_view textOf(std::span<const Word> words, bool endsRun);
+    static HostPiece hostPiece(const DxMtextRun& run, std::span<const Word> words, bool endsRun, double room);
+    static HostPiece nextPiece(const DxMtextRun& run, std::span<const Word> words, double room);
     void flowAll(std::vector<DxMtextRun> runs, double room);
     void flowWords(const DxMtextRun& run, double room);
     void flowStack(const DxMtextRun* parts, std::size_t count, double room);

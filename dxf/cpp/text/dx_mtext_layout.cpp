@@ -206,8 +206,11 @@ std::vector<DX_TEXT_TYPE> DxMtextBlock::place(const RPT3& insertion) {
     const int up = (9 - attachment_) / 3; // 2 top, 1 middle, 0 bottom
     std::vector<DX_TEXT_TYPE> pieces;
     pieces.reserve(runs_.size());
+    runs_.pop_back(); // the text ended with a line's end
+    const auto says = [](const DxMtextRun& run) { return !isBlank(run.text.text); };
+    const bool keepsBlank = DxJoinTexts && std::any_of(runs_.begin(), runs_.end(), says);
     for (DxMtextRun& run : runs_) {
-        if (isBlank(run.text.text)) continue;
+        if (!keepsBlank && !says(run)) continue;
         measure(run);
         DX_TEXT_TYPE& piece = pieces.emplace_back(std::move(run.text));
         const RPT3 corner = rotation.from(origin, piece.second.x, piece.second.y);

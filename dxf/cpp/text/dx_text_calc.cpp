@@ -17,18 +17,11 @@ double distance(const RPT3& a, const RPT3& b) {
     return std::hypot(b.x - a.x, b.y - a.y);
 }
 
-/// Characters that take room on the host's side: what switches a line on and off doesn't.
-int visibleCount(std::string_view converted) {
-    return static_cast<int>(DxCharCount(converted)) -
-           static_cast<int>(std::count_if(converted.begin(), converted.end(),
-                                          [](char c) { return c >= 0 && c < 32 && c != '\t'; }));
-}
-
 /// Length of a host text relative to its character width.
 double relativeLength(std::string_view converted, int font, double spacing, int* proportional) {
     double hundredths = 0;
     DxTextGetCadFontLen(converted, font, &hundredths, proportional);
-    return (visibleCount(converted) - 1) * (spacing - 1) + hundredths * 0.01;
+    return (DxTextHostCount(converted) - 1) * (spacing - 1) + hundredths * 0.01;
 }
 
 constexpr double smallestSpacing = 0.75, largestSpacing = 4.0;
@@ -98,7 +91,7 @@ DxTextCadParams DxTextCalcCadParams(double height, double length, int font, std:
     if (DxCiTextIsTtf(static_cast<unsigned short>(font))) return parms;
     int proportional = 0;
     const double relative = relativeLength(converted, font, parms.spacing, &proportional);
-    const int count = visibleCount(converted);
+    const int count = DxTextHostCount(converted);
     if (!proportional) {
         const double cells = (count - 1) * (parms.spacing - 1) + count;
         if (count > 1) parms.width = cells > 0 ? parms.width / cells : parms.height;
@@ -131,13 +124,14 @@ double DxTextCalcTextLen(std::string_view converted, int font, double width, dou
 int DxTextConvOrigin(const DxTextAlignment& a, int* origin, int* justification, RPT3* point,
                      const RPT3& second) {
     const bool isAtFirst = a.ver == 0 && (a.hor == 0 || a.hor == 3 || a.hor == 5);
-    int column = columnOf(a.hor, a.ver);
+    const bool isMiddle = a.ver == 0 && a.hor == 4;
+    const int column = columnOf(a.hor, a.ver);
     *justification = a.just > 2 ? column : a.just;
     if (!isAtFirst) *point = second;
-    if (a.isMirrored) column = 2 - column;
-    const bool isMiddle = a.ver == 0 && a.hor == 4;
-    *origin = isMiddle ? 5 : column + 1 + (a.ver > 0 ? 3 * (a.ver - 1) : 0);
-    const double x = spaceSide(column) * (a.spacing - 1) * a.width * 0.5;
+    *origin = a.ver != 0 ? a.hor + 3 * a.ver - 2 : isMiddle ? 5 : column + 1;
+    if (a.isMirrored) *origin += 2 * (1 - (*origin - 1) % 3);
+    const double side = a.ver != 0 && a.hor > 2 ? 0 : spaceSide(a.isMirrored ? 2 - column : column);
+    const double x = side * (a.spacing - 1) * a.width * 0.5;
     const double gap = (a.lineDistance - 1) * a.height;
     double y = 0;
     if (isMiddle)

@@ -13,7 +13,7 @@ constexpr int hostCodePage = 1252;
 constexpr char32_t replacement = 0xFFFD;
 
 /// Table codes of the signs that have a "%%" code of their own.
-constexpr int degreeCode = 176, plusMinusCode = 177, diameterCode = 29;
+constexpr int degreeCode = 176, plusMinusCode = 177, diameterCode = 29, percentCode = 35;
 constexpr char32_t diameterSign = 0xD8; // what the host's character set has for it
 
 char lower(char c) {
@@ -100,7 +100,7 @@ DxTextUnit percentUnit(std::string_view text, std::size_t pos) {
     case 'u':
     case 'o':
     case 'k': return {0, 0, 3};
-    case '%': return {'%', '%', 3};
+    case '%': return {'%', percentCode, 3};
     default: break;
     }
     if (text.size() < pos + 5 || !std::all_of(&text[pos + 2], &text[pos + 4] + 1, isDigit))
@@ -177,6 +177,12 @@ int DxTextStrlen(std::string_view text) {
         pos += unit.length;
     }
     return count;
+}
+
+int DxTextHostCount(std::string_view converted) {
+    const auto switches = std::count_if(converted.begin(), converted.end(),
+                                        [](char c) { return c >= 0 && c < 32 && c != '\t'; });
+    return static_cast<int>(DxCharCount(converted)) - static_cast<int>(switches);
 }
 
 UtCString DxTextConv2Unicode(std::string_view in) {

@@ -28,6 +28,8 @@ void DxCutChars(std::string& text, std::size_t count);
 
 /// Number of visible characters.
 int DxTextStrlen(std::string_view text);
+/// Characters of a host-side text that take room: what switches a line along the text doesn't.
+int DxTextHostCount(std::string_view converted);
 /// The text with "\U+XXXX" and "\M+…" escapes as characters. Two halves of a surrogate pair become one; half
 /// a pair, and the code 0, stay as they are.
 UtCString DxTextConv2Unicode(std::string_view in);

@@ -41,7 +41,7 @@ struct Placing {
     bool isMirrored;    ///< its characters would be mirrored
     double height;      ///< world coordinates
     DxTextLength measure;
-    double stretch; ///< of a text that runs from point to point, 1 for others
+    double stretch; ///< of a text that fits between its points, 1 for others
 };
 
 bool isBlank(std::string_view text) {
@@ -77,6 +77,13 @@ double rotationUnder(double degrees, const Mat44 m) {
     return std::atan2(x * m[0][1] + y * m[1][1], x * m[0][0] + y * m[1][0]) / toRadians;
 }
 
+/// Degrees by which a plane is turned that isn't turned over, scaled unevenly or with two signs though it may
+/// be; the rotation of the INSERTs for one that is seen from its edge.
+double turnOf(const Mat44 m) {
+    const bool isSeen = m[0][0] != 0 || m[0][1] != 0;
+    return isSeen ? std::atan2(m[0][1], m[0][0]) / toRadians : DxBlockRotation;
+}
+
 void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
     placing.dx = placing.charset->factor;
     DxCharSpacingToCAD(&record, &placing.dx);
@@ -95,7 +102,7 @@ void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
     const bool isUpsideDown = (record.generation & DX_TEXT_UPSIDE_DOWN) != 0;
     placing.isMirrored = (isTurnedOver + isBackward + isUpsideDown) % 2 != 0;
     placing.rotation =
-        isTurnedOver ? rotationUnder(record.rotation, matrix) : record.rotation + DxBlockRotation;
+        isTurnedOver ? rotationUnder(record.rotation, matrix) : record.rotation + turnOf(matrix);
     placing.height = record.height * std::fabs(DxBlockScaleX);
 }
 
@@ -107,8 +114,12 @@ int checkExtents(const Placing& placing) {
     return 0;
 }
 
-bool isBetween(const DX_TEXT_TYPE& record, int alignment) {
-    return !record.isMtext && record.horAlign == alignment && record.verAlign == 0;
+bool isFit(const DX_TEXT_TYPE& record) {
+    return !record.isMtext && record.horAlign == fit;
+}
+/// The line of these runs from the first point to the second.
+bool hasLineBetweenPoints(const DX_TEXT_TYPE& record) {
+    return isFit(record) || (!record.isMtext && record.horAlign == aligned);
 }
 
 void measure(Placing& placing) {
@@ -119,7 +130,7 @@ void measure(Placing& placing) {
     what.height = placing.height;
     if (record.isMtext) what.factor = placing.charset->widthFactor;
     DxTextGetDxfFontLen(what, &placing.measure);
-    if (!isBetween(record, fit) && !isBetween(record, aligned)) return;
+    if (!isFit(record)) return;
     const double length = std::hypot(placing.second.x - placing.first.x, placing.second.y - placing.first.y);
     if (length > 0 && placing.measure.length > 0) placing.stretch = length / placing.measure.length;
     placing.measure.length *= placing.stretch;
@@ -128,7 +139,7 @@ void measure(Placing& placing) {
 /// Direction of the text's line, radians, as its points or its rotation and generation have it.
 double lineDirection(const Placing& placing) {
     const DX_TEXT_TYPE& record = *placing.record;
-    if (isBetween(record, aligned) || isBetween(record, fit)) {
+    if (hasLineBetweenPoints(record)) {
         const double dx = placing.second.x - placing.first.x, dy = placing.second.y - placing.first.y;
         if (dx != 0 || dy != 0) return std::atan2(dy, dx);
     }
@@ -147,10 +158,9 @@ OV_TEXT_EXT backgroundOf(const DX_TEXT_TYPE& record) {
     constexpr int colour = 1, colourOfSheet = 2, frame = 16;
     OV_TEXT_EXT ext;
     if (record.backFlag & frame) ext.backType = 1;
-    if (DxFillMode == 0) return ext;
     if (record.backFlag & colourOfSheet)
         ext.backOn = 1;
-    else if (record.backFlag & colour) {
+    else if (DxFillMode != 0 && record.backFlag & colour) {
         DX_ENTITY_BASE_TYPE base;
         DxCopyEntityBase(&base, &record.base);
         base.color = record.backColor;
@@ -218,7 +228,7 @@ int make(const Placing& placing, int pen, int type) {
     OV_TEXT_PARM parm;
     parm.pen = pen;
     parm.angle = directionOf(placing);
-    parm.slant = record.oblique == 360.0 ? 0.0 : std::fmod(record.oblique, 360.0) * toRadians;
+    parm.slant = record.oblique == 360.0 ? 0.0 : record.oblique * toRadians;
     setSize(placing, parm);
     setFont(placing, parm);
     RPT3 point = setOrigin(placing, parm);
@@ -277,8 +287,8 @@ int DxDrawMtext(DX_TEXT_TYPE* text, const Mat44 m) {
     const bool isMirrored = DxMirrors(DxObjectMatrix(text->extrusion, m, storage));
     if (const int error = DxMtextToTexts(text, &pieces, isMirrored)) return error;
     if (DxJoinTexts) DxTextListInit(static_cast<int>(pieces.size()));
-    for (DX_TEXT_TYPE& piece : pieces) {
-        if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, 0)) return error;
+    for (DX_TEXT_TYPE& piece : pieces) { // blank ones hold the place of a line among texts to join
+        if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, DxJoinTexts)) return error;
     }
     return DxJoinTexts && !DxCheckPass ? DxTextListJoin() : 0;
 }

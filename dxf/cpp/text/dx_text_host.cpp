@@ -32,6 +32,16 @@ void holdBlanks(std::string& text) {
     text.swap(out);
 }
 
+/// Blank texts would only have held a line's place.
+void removeBlankTexts() {
+    for (auto place = DxTextList.rbegin(); place != DxTextList.rend(); ++place) {
+        UtCString text;
+        const bool isRead = DxCiTextGet(place->pat, place->row, nullptr, &text) == 0;
+        if (isRead && text.str().find_first_not_of(" \t") == std::string::npos)
+            CiText(DxCiContextId).Del(cursorOf(place->pat, place->row));
+    }
+}
+
 } // namespace
 
 int DxCiTextAdd(int pat, int* row, const RPT3& point, const UtCString& text, int type, double lineLength) {
@@ -48,7 +58,7 @@ int DxCiTextAdd(int pat, int* row, const RPT3& point, const UtCString& text, int
 }
 
 int DxCiTextGet(int pat, int row, RPT3* point, UtCString* text) {
-    return CiText(DxCiContextId).Get(cursorOf(pat, row), 1, 1, point, text);
+    return CiText(DxCiContextId).Get(cursorOf(pat, row), point ? 1 : 0, 1, point, text);
 }
 
 int DxCiTextChg(int pat, int row, const RPT3& point, const UtCString& text) {
@@ -87,5 +97,7 @@ int DxTextListJoin() {
     if (const int error = DsCursorFromPatNo(DxActPat, &target)) return error;
     const int result =
         CiText(DxCiContextId).JoinTexts(cursors.data(), static_cast<int>(cursors.size()), byPosition, target);
-    return result == dontFit ? 0 : result;
+    if (result != dontFit) return result;
+    removeBlankTexts();
+    return 0;
 }

@@ -8,6 +8,7 @@
 /// where it stands. A `lineLength` above 0 breaks its lines to that width; `type` 3 makes it part of a
 /// dimension. 0 or the host's error.
 int DxCiTextAdd(int pat, int* row, const RPT3& point, const UtCString& text, int type, double lineLength);
+/// `point` may be null.
 int DxCiTextGet(int pat, int row, RPT3* point, UtCString* text);
 int DxCiTextChg(int pat, int row, const RPT3& point, const UtCString& text);
 /// Size with the host's current parameters, in the unit of the import; escapes are resolved, and for a face

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <iterator>
 #include <string_view>
 
@@ -92,10 +93,10 @@ HostFontWidths loadHostFont(int number) {
     double sum = 0;
     int count = 0;
     for (const double width : font.byCode) {
-        if (width > 0) sum += width, ++count;
+        if (width >= 0) sum += width, ++count;
     }
     if (count == 0) font.byCode.fill(100);
-    font.average = count ? sum / count : 100;
+    font.average = count ? std::round(sum / count) : 100;
     return font;
 }
 

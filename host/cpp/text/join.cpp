@@ -29,6 +29,14 @@ bool looksAlike(const Text& a, const Text& b) {
            a.dimType == b.dimType;
 }
 
+bool isBlank(std::string_view text) {
+    return text.find_first_not_of(" \t") == std::string_view::npos;
+}
+/// Blank texts hold the place of an empty line, whatever they look like.
+bool isBlankText(const Text& text) {
+    return text.lines.size() == 1 && isBlank(text.lines.front());
+}
+
 Piece pieceOf(const Text& text, double perUnit) {
     const TextLayout layout = layoutText(text, perUnit);
     const double c = std::cos(text.angle), s = std::sin(text.angle);
@@ -63,6 +71,11 @@ std::vector<Line> mergeLines(const std::vector<Piece>& pieces, double tolerance)
             continue;
         }
         Line& line = lines.back();
+        if (isBlankText(*piece.text)) continue;
+        if (isBlank(line.text)) {
+            line = {piece.text->lines.front(), piece.left, piece.right, line.baseline};
+            continue;
+        }
         if (piece.left - line.right > piece.text->width / 2) line.text += ' ';
         line.text += piece.text->lines.front();
         line.right = std::max(line.right, piece.right);
@@ -88,35 +101,45 @@ double lineDistanceOf(const Text& text, const std::vector<Line>& lines, bool isB
     return evenDistance(lines, tolerance) / text.height;
 }
 
+std::vector<Line>::const_iterator firstWithText(const std::vector<Line>& lines) {
+    return std::find_if_not(lines.begin(), lines.end(), [](const Line& line) { return isBlank(line.text); });
+}
+
 /// Which edge the lines have in common: 0 left, 1 middle, 2 right, -1 none.
 int commonEdge(const std::vector<Line>& lines, double tolerance) {
+    const auto first = firstWithText(lines);
     for (const int edge : {0, 1, 2}) {
         const auto at = [&](const Line& l) { return l.left + (l.right - l.left) * edge / 2; };
-        const bool common = std::all_of(lines.begin(), lines.end(), [&](const Line& l) {
-            return std::abs(at(l) - at(lines.front())) <= tolerance;
+        const bool common = std::all_of(first, lines.end(), [&](const Line& l) {
+            return isBlank(l.text) || std::abs(at(l) - at(*first)) <= tolerance;
         });
         if (common) return edge;
     }
     return -1;
 }
 
-bool canJoin(const std::vector<Text>& texts) {
-    return texts.size() >= 2 && std::all_of(texts.begin(), texts.end(), [&](const Text& text) {
-               return text.lines.size() == 1 && looksAlike(texts.front(), text);
-           });
+/// The first text that shows something; all that do look like it. Null when they can't be joined.
+const Text* modelOf(const std::vector<Text>& texts) {
+    const auto model = std::find_if_not(texts.begin(), texts.end(), isBlankText);
+    if (texts.size() < 2 || model == texts.end()) return nullptr;
+    const bool fits = std::all_of(texts.begin(), texts.end(), [&](const Text& text) {
+        return isBlankText(text) || (text.lines.size() == 1 && looksAlike(*model, text));
+    });
+    return fits ? &*model : nullptr;
 }
 
 } // namespace
 
 std::optional<Text> joinTexts(const std::vector<Text>& texts, const Drawing& drawing) {
-    if (!canJoin(texts)) return std::nullopt;
+    const Text* const model = modelOf(texts);
+    if (!model) return std::nullopt;
     const double perUnit = sheetMillimetres(drawing);
-    const double tolerance = texts.front().height * 0.05;
+    const double tolerance = model->height * 0.05;
     std::vector<Piece> pieces;
     for (const Text& text : texts) pieces.push_back(pieceOf(text, perUnit));
     sortPieces(pieces, tolerance);
     const std::vector<Line> lines = mergeLines(pieces, tolerance);
-    Text joined = *pieces.front().text;
+    Text joined = *model;
     const bool isBroken =
         std::any_of(pieces.begin(), pieces.end(), [](const Piece& piece) { return piece.isBroken; });
     joined.lineDistance = lineDistanceOf(joined, lines, isBroken, tolerance);
@@ -126,9 +149,9 @@ std::optional<Text> joinTexts(const std::vector<Text>& texts, const Drawing& dra
     joined.justification = edge;
     joined.lines.clear();
     for (const Line& line : lines) joined.lines.push_back(line.text);
-    const Line& first = lines.front();
+    const Line& first = *firstWithText(lines);
     const double along = first.left + (first.right - first.left) * edge / 2;
-    const double up = first.baseline + (joined.lineDistance + 1) * joined.height / 2;
+    const double up = lines.front().baseline + (joined.lineDistance + 1) * joined.height / 2;
     const double c = std::cos(joined.angle), s = std::sin(joined.angle);
     joined.x = (along * c - up * s) / perUnit;
     joined.y = (along * s + up * c) / perUnit;

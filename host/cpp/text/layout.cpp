@@ -33,7 +33,7 @@ public:
                 inBlanks = false;
             }
             width += advance(c);
-            if (c == ' ' || width <= room_ || breakAt <= start) continue;
+            if (c == ' ' || width - gap() <= room_ * roundingSlack || breakAt <= start) continue;
             out.push_back({line.substr(start, breakAt - start), 0, 0, widthAtBreak});
             start = behindBreak;
             breakAt = start;
@@ -44,6 +44,11 @@ public:
     }
 
 private:
+    static constexpr double roundingSlack = 1 + 1e-9;
+
+    /// The space behind the last character of a line needs no room.
+    double gap() const { return (text_.spacing - 1) * text_.width; }
+
     double advance(char32_t c) const {
         const double cell = font_.glyph(c).cell;
         return c < 32 && c != '\t' ? 0 : (cell + text_.spacing - 1) * text_.width;
