@@ -27,7 +27,7 @@ int Dxovpat(int code, int* patNo) {
 int DxNewPat(int /*unused*/) {
     int number = 0;
     if (const int error = Dxovpat(211, &number)) return error;
-    if (const int error = DxPatTable.add({number, 0, 0})) return error;
+    if (const int error = DxPatTable.add({number, 0, 0, 0})) return error;
     DxActPatIndex = static_cast<int>(DxPatTable.size()) - 1;
     DxActPat = number;
     return 0;
@@ -61,10 +61,24 @@ static int continueInNewPattern(int n) {
         return 0;
     }
     if (const int error = DxNewPatCopyAllAttr(0)) return error;
+    DxPatTable[static_cast<std::size_t>(oldIndex)].continuedBy = DxActPatIndex;
     const int moved = DxCiElemAddElem(2, 0, 0, DxLastOutX, DxLastOutY, 0);
     moveLayers(oldIndex, DxActPatIndex);
     DxPatTable[static_cast<std::size_t>(DxActPatIndex)].elements += n;
     return moved;
+}
+
+int DxLatestPat(int index) {
+    if (index < 0) return index;
+    while (const int next = DxPatTable[static_cast<std::size_t>(index)].continuedBy) index = next;
+    return index;
+}
+
+int DxReturnToPat(int index, int number) {
+    const int before = DxActPat;
+    DxActPatIndex = DxLatestPat(index);
+    DxActPat = DxActPatIndex == index ? number : DxPatTable[static_cast<std::size_t>(DxActPatIndex)].number;
+    return DxActPat && DxActPat != before ? Dxovpat(23, &DxActPat) : 0;
 }
 
 int DxNewElement(int n) {

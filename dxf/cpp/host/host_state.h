@@ -10,6 +10,7 @@ struct DX_PAT_ENTRY {
     int number;   ///< host pattern number
     int elements; ///< elements counted by DxNewElement
     int faces3d;  ///< 3D faces
+    int continuedBy; ///< entry that goes on where this one was full; 0: none (the first continues no other)
 };
 
 extern int DxCiContextId;                ///< the long-lived context, 0 when there is none

@@ -67,7 +67,7 @@ int DxReadArc(DX_ARC_TYPE* rec) {
     return 0;
 }
 
-int DxDrawArc(DX_ARC_TYPE* rec, const Mat44 m) {
+int DxDrawArc(const DX_ARC_TYPE* rec, const Mat44 m) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     if (rec->startAngle == rec->endAngle || std::fabs(rec->radius) <= DX_SMALLEST_RADIUS) return 0;

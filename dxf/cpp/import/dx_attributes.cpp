@@ -91,21 +91,15 @@ void setOnPattern(const DX_ATTRIB_TYPE& rec) {
 class AttributePattern {
 public:
     AttributePattern() {
-        const auto index = static_cast<std::size_t>(DxBlockPatIndex);
-        if (DxCheckPass || DxBlockPatIndex < 0 || index >= DxPatTable.size()) return;
+        if (DxCheckPass || DxBlockPatIndex < 0) return;
         switched_ = true;
-        DxActPatIndex = DxBlockPatIndex;
-        DxActPat = DxPatTable[index].number;
-        if (DxActPat != pat_) error_ = Dxovpat(23, &DxActPat);
+        error_ = DxReturnToPat(DxBlockPatIndex,
+                               DxPatTable[static_cast<std::size_t>(DxBlockPatIndex)].number);
     }
     AttributePattern(const AttributePattern&) = delete;
     AttributePattern& operator=(const AttributePattern&) = delete;
     ~AttributePattern() {
-        if (!switched_) return;
-        const bool changed = DxActPat != pat_;
-        DxActPatIndex = index_;
-        DxActPat = pat_;
-        if (changed && DxActPat) Dxovpat(23, &DxActPat);
+        if (switched_) DxReturnToPat(index_, pat_);
     }
     int error() const { return error_; }
 
@@ -156,9 +150,10 @@ void DxAttribCopyToText(const DX_ATTRIB_TYPE* rec, DX_TEXT_TYPE* text) {
     text->oblique = rec->oblique;
     text->second = rec->alignment;
     text->widthFactor = rec->widthFactor;
+    text->generation = rec->generation;
 }
 
-int DxDrawAttrib(DX_ATTRIB_TYPE* rec, const Mat44 m) {
+int DxDrawAttrib(const DX_ATTRIB_TYPE* rec, const Mat44 m) {
     const AttributePattern pattern;
     if (pattern.error()) return pattern.error();
     if (const int error = setAttribute(*rec)) return error;
@@ -168,7 +163,7 @@ int DxDrawAttrib(DX_ATTRIB_TYPE* rec, const Mat44 m) {
     return DxDrawText(&text, m, DX_TEXT_OF_ENTITY, 0);
 }
 
-int DxDrawAttdef(DX_ATTRIB_TYPE* rec, const Mat44 m) {
+int DxDrawAttdef(const DX_ATTRIB_TYPE* rec, const Mat44 m) {
     if (DxBlockLevel == 0 && !(rec->flags & INVISIBLE)) {
         DX_TEXT_TYPE text;
         DxAttribCopyToText(rec, &text);

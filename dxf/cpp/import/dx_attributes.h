@@ -6,8 +6,8 @@
 
 int DxReadAttrib(DX_ATTRIB_TYPE* rec);
 /// Sets the attribute on the pattern of the running INSERT and, as $ATTMODE says, draws it as a text.
-int DxDrawAttrib(DX_ATTRIB_TYPE* rec, const Mat44 m);
+int DxDrawAttrib(const DX_ATTRIB_TYPE* rec, const Mat44 m);
 /// A definition: in the open it shows its tag, a constant one is drawn as an attribute, any other isn't
 /// drawn.
-int DxDrawAttdef(DX_ATTRIB_TYPE* rec, const Mat44 m);
+int DxDrawAttdef(const DX_ATTRIB_TYPE* rec, const Mat44 m);
 void DxAttribCopyToText(const DX_ATTRIB_TYPE* rec, DX_TEXT_TYPE* text);

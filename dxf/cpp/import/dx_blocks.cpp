@@ -2,12 +2,14 @@
 
 #include "../config/dx_layers.h"
 #include "../config/dx_linetypes.h"
+#include "../sections/dx_header_import.h"
 #include "../sections/dx_objects_import.h"
 #include "../sections/dx_section.h"
 #include "../sections/dx_tables_import.h"
 #include "../session/dx_encoding.h"
 
 #include <new>
+#include <string>
 
 namespace {
 
@@ -55,12 +57,51 @@ void takeFromLayer(DX_BLOCK_TYPE& rec, const Given& given) {
         rec.lineType.assign(DxFirstLinetype());
 }
 
+/// Notes what the entities of a block are, while the section is scanned.
+class ContentScan {
+public:
+    explicit ContentScan(DX_BLOCK_TYPE& block) : block_(block) {}
+
+    void take(const DxPair& pair) {
+        if (pair.code == 0) {
+            isInsert_ = pair.text == "INSERT";
+            block_.entities += 1;
+        } else if (pair.code == 2 && isInsert_) {
+            isInsert_ = false;
+            addInsert(pair.text);
+        }
+    }
+
+private:
+    void addInsert(std::string_view name) {
+        auto& inserts = block_.inserts;
+        if (!inserts.empty() && inserts.back().block == name)
+            ++inserts.back().count;
+        else
+            inserts.push_back({std::string(name), 1});
+    }
+
+    DX_BLOCK_TYPE& block_;
+    bool isInsert_ = false;
+};
+
+/// Reads up to the next block or the end of the section, which `pair` holds then.
+int scanContent(DX_BLOCK_TYPE& block, DxPair& pair) {
+    ContentScan scan(block);
+    for (bool ended = false;;) {
+        if (const int error = DxReadPair(pair, 161, DxShowsPercent())) return error;
+        if (pair.code == 0 && (pair.text == "BLOCK" || pair.text == "ENDSEC")) return 0;
+        ended = ended || (pair.code == 0 && pair.text == "ENDBLK");
+        if (!ended) scan.take(pair);
+    }
+}
+
 /// The sections of an external reference's file up to its ENTITIES, which become the block's, and what stands
 /// behind them. Such a file may end behind its ENTITIES.
 int readReferencedFile(DX_BLOCK_TYPE& block) {
     int error = DxReadUntil(0, "SECTION");
     if (!error) error = DxIgnoreSections();
-    if (!error) error = DxReadUntil(0, "SECTION");
+    if (!error) error = DxReadReferenceHeader();
     if (!error) error = DxIgnoreSections();
     if (!error) error = DxReadTableSection(0);
     if (!error) error = DxIgnoreSections();
@@ -112,13 +153,15 @@ int DxReadBlockSection() {
     if (error || !found) return error;
     DxPair pair;
     for (;;) {
-        if (const int end = DxReadPair(pair, 161, DxShowsPercent())) return end;
-        if (pair.code != 0) continue;
-        if (pair.text == "ENDSEC") return DxReadUntil(0, "SECTION");
-        if (pair.text != "BLOCK") continue;
-        DX_BLOCK_TYPE block;
-        if (const int end = DxReadBlock(&block)) return end;
-        if (const int full = DxSetBlock(&block)) return full;
+        if (pair.code == 0 && pair.text == "ENDSEC") return DxReadUntil(0, "SECTION");
+        if (pair.code == 0 && pair.text == "BLOCK") {
+            DX_BLOCK_TYPE block;
+            if (const int end = DxReadBlock(&block)) return end;
+            if (const int full = DxSetBlock(&block)) return full;
+            if (const int end = scanContent(DxDocuments.requireCurrent().blocks.back(), pair)) return end;
+        } else if (const int end = DxReadPair(pair, 161, DxShowsPercent())) {
+            return end;
+        }
     }
 }
 
@@ -138,11 +181,10 @@ int DxReadXRefBlocks(DX_BLOCK_TYPE& block) {
 }
 
 void DxGetBlock(std::string_view name, DxfEntityFileReference& reference) {
-    DX_BLOCK_TYPE* block = nullptr;
-    for (DxfDocument* document = DxDocuments.current_; document && !block; document = document->parent.Get())
-        block = document->findBlock(name);
+    DX_BLOCK_TYPE* block = DxDocuments.current_ ? DxDocuments.current_->findBlockOutwards(name) : nullptr;
     if (!block) return;
     if (block->flags & EXTERNAL_REFERENCE && DxReadXRefBlocks(*block) != 0) return;
     reference.block = block;
+    DxReadDropPending();
     reference.place.emplace(block->document->file.Get(), block->filePos, "ENDBLK", 0);
 }

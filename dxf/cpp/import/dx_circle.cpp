@@ -47,7 +47,7 @@ int DxReadCircle(DX_CIRCLE_TYPE* rec) {
     return 0;
 }
 
-int DxDrawCircle(DX_CIRCLE_TYPE* rec, const Mat44 m) {
+int DxDrawCircle(const DX_CIRCLE_TYPE* rec, const Mat44 m) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     if (std::fabs(rec->radius) <= DX_SMALLEST_RADIUS) return 0;

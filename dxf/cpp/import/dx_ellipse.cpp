@@ -162,11 +162,11 @@ int DxReadEllipse(DX_ELLIPSE_TYPE* rec) {
     return 0;
 }
 
-int DxDrawOneEllipse(DX_ELLIPSE_TYPE* rec, const Mat44 m) {
+int DxDrawOneEllipse(const DX_ELLIPSE_TYPE* rec, const Mat44 m) {
     return DxDrawEllipse(rec, m, 0);
 }
 
-int DxDrawEllipse(DX_ELLIPSE_TYPE* rec, const Mat44 m, int inFigure) {
+int DxDrawEllipse(const DX_ELLIPSE_TYPE* rec, const Mat44 m, int inFigure) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     const Shape shape = shapeOf(*rec);

@@ -76,8 +76,9 @@ int walkSection(int message, bool measuring, const Mat44 m) {
     return DxDrawCAD("ENDSEC", m);
 }
 
-/// What a pass that was stopped within blocks leaves behind.
-void leaveBlocks() {
+/// What a pass that was stopped within blocks leaves behind; the block may be one of another document.
+void leaveBlocks(DX_SAVE& start) {
+    DxRestoreActPos(&start);
     DxBlockLevel = 0;
     DxBlockScaleX = DxBlockScaleY = DxBlockScaleZ = 1;
     DxBlockRotation = 0;
@@ -87,19 +88,19 @@ void leaveBlocks() {
 
 /// A host that stops the measuring for its length, not for its user, says no when asked again: the extents so
 /// far will do.
-bool goesOn(int error) {
+bool goesOn(int error, DX_SAVE& start) {
     constexpr int longLoop = 16;
     if (error != stoppedByUser || UoCheckAbort(longLoop)) return false;
-    leaveBlocks();
+    leaveBlocks(start);
     return true;
 }
 
-int measure(Space space, const Mat44 m) {
+int measure(Space space, const Mat44 m, DX_SAVE& start) {
     DxCheckPass = 1;
     DxBlockLevel = 0;
     if (!DxIsExtentsUnInizialized()) return 0;
     int error = walkSection(5858, true, m);
-    if (goesOn(error)) error = 0;
+    if (goesOn(error, start)) error = 0;
     if (!error) error = finishSpace(space, m);
     startCounters(space);
     return error;
@@ -163,7 +164,7 @@ int readSpace(Space space, const Mat44 model, DX_SAVE& start) {
     if (const int error = DxLayerToPattern ? DxCreatePatterns(0) : DxNewPat(0)) return error;
     Mat44 m;
     baseMatrix(space, model, m);
-    if (const int error = measure(space, m)) {
+    if (const int error = measure(space, m, start)) {
         if (error == stoppedByUser) DxClearPatterns();
         return error;
     }
@@ -202,7 +203,9 @@ int DxClearPatterns() {
         error = DxPatTable[i].elements ? DxImportedObjects.add(DsObListGetOb(number)) : Dxovpat(17, &number);
     }
     DxPatTable.free();
-    DxActPatIndex = -1;
+    DxActPatIndex = DxBlockPatIndex = -1;
+    for (auto& [name, document] : DxDocuments.byName)
+        for (DX_LAYER_TYPE& layer : document->tables.layers) layer.patIndex = -1;
     DxDimChainFree();
     DxImageQueueFree();
     return error;

@@ -40,9 +40,23 @@ int drawEntity(const DxEntityKind& kind, const DxEntityContext& context, DxEntit
 }
 
 bool userStops() {
+    if (DxEntitiesLeft > 0 && --DxEntitiesLeft == 0) return true;
     if (++DxAbortCount < entitiesBetweenAbortQuestions) return false;
     DxAbortCount = 0;
     return UoCheckAbort(16) != 0;
+}
+
+/// Whether a name ends a run of entities. Blocks don't nest, and a section's end is theirs too.
+bool endsRun(std::string_view name, std::string_view end) {
+    return name == end || (end == "ENDBLK" && (name == "ENDSEC" || name == "BLOCK" || name == "EOF"));
+}
+
+DxEntityContext contextOf(const Mat44 m) {
+    if (DxBlockLevel == 0) {
+        DxSplineApprox = -1;
+        UoGetMacVarI("&DxfSplineApprox", &DxSplineApprox);
+    }
+    return {m, DxSplineApprox};
 }
 
 /// One entity, with the reader behind its group 0. What isn't read here is passed over by the walk.
@@ -93,15 +107,41 @@ void DxCountPart(std::string_view name) {
 }
 
 int DxDrawCAD(const char* end, const Mat44 m) {
-    DxEntityContext context{m, -1};
-    UoGetMacVarI("&DxfSplineApprox", &context.approx);
+    const DxEntityContext context = contextOf(m);
     const std::string_view endName(end);
     const bool showPercent = DxShowsPercent();
     DxPair pair;
     for (;;) {
         if (const int error = DxReadPair(pair, 161, showPercent)) return error;
         if (pair.code != 0) continue;
-        if (pair.text == endName) return 0;
+        if (endsRun(pair.text, endName)) return 0;
         if (const int error = handleEntity(pair.text, context)) return error;
     }
+}
+
+std::shared_ptr<const DxStoredEntities> DxStoreEntities(const char* end, std::size_t limit) {
+    const std::string_view endName(end);
+    auto stored = std::make_shared<DxStoredEntities>();
+    DxPair pair;
+    for (;;) {
+        if (DxReadPair(pair)) return nullptr;
+        if (pair.code != 0) continue;
+        if (endsRun(pair.text, endName)) return stored;
+        const DxEntityKind* kind = DxFindEntityKind(pair.text);
+        if (!kind || (!kind->run && pair.text != "REGION")) continue; // regions are counted at each walk
+        auto entity = kind->store ? kind->store() : nullptr;
+        if (!entity) return nullptr;
+        stored->bytes += entity->bytes();
+        if (stored->bytes > limit) return nullptr;
+        stored->entities.push_back(std::move(entity));
+    }
+}
+
+int DxDrawStored(const DxStoredEntities& stored, const Mat44 m) {
+    const DxEntityContext context = contextOf(m);
+    for (const auto& entity : stored.entities) {
+        if (const int error = entity->draw(context)) return error;
+        if (userStops()) return 9009;
+    }
+    return 0;
 }

@@ -9,7 +9,7 @@
 #include "blocks_state.h"
 #include "dx_attributes.h"
 #include "dx_blocks.h"
-#include "dx_entity_walk.h"
+#include "dx_expansion.h"
 #include "dx_insert_import.h"
 #include "dx_spaces.h"
 #include "import_state.h"
@@ -42,11 +42,9 @@ struct Outer {
         DxBlockScaleZ = scaleZ;
         DxBlockRotation = rotation;
     }
+    /// A pattern that was full within the block goes on in another one, which is the active one then.
     int restorePattern() const {
-        if (DxCheckPass || (DxActPat == pat && DxActPatIndex == patIndex)) return 0;
-        DxActPatIndex = patIndex;
-        DxActPat = pat;
-        return DxActPat ? Dxovpat(23, &DxActPat) : 0;
+        return DxCheckPass ? 0 : DxReturnToPat(patIndex, pat);
     }
 };
 
@@ -117,16 +115,16 @@ int enterLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColo
     return DxCheckPass ? 0 : beginPattern(insert);
 }
 
-int drawEntities(const DX_INSERT_TYPE& insert, const DX_BLOCK_TYPE& block, const Mat44 matrix,
+int drawEntities(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const Mat44 matrix,
                  bool viewportsOnly) {
     DxInsertLayer = insert.base.layer;
     if (DxInsertLayer.empty()) DxInsertLayer.assign("0");
     const char* end = block.flags & EXTERNAL_REFERENCE ? "ENDSEC" : "ENDBLK";
-    return viewportsOnly ? DxDrawVP(end, matrix) : DxDrawCAD(end, matrix);
+    return viewportsOnly ? DxDrawVP(end, matrix) : DxDrawBlockEntities(block, end, matrix);
 }
 
 /// The block's entities, then the INSERT's attributes: for both, ByBlock and layer 0 mean this INSERT.
-int drawLevel(DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColour, const Mat44 m,
+int drawLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColour, const Mat44 m,
               bool viewportsOnly) {
     const Outer outer;
     addPlacement(insert);
@@ -154,6 +152,27 @@ bool isTooDeep() {
     return true;
 }
 
+/// Lets a walk stop within a block that would never end. It is told, whether measured or drawn.
+class EndlessBlock {
+public:
+    explicit EndlessBlock(DX_BLOCK_TYPE& block)
+        : isOutermost_(DxEntitiesLeft == 0 && DxExpandedEntities(block) > DX_ENDLESS_BLOCK) {
+        if (!isOutermost_) return;
+        DxEntitiesLeft = DX_ENDLESS_BLOCK_SHARE;
+        DxProtoMsg(UtFormat("Block %s inserts so many others that it would never be drawn whole!",
+                            DxHostText(block.name.view()).c_str()),
+                   1);
+    }
+    EndlessBlock(const EndlessBlock&) = delete;
+    EndlessBlock& operator=(const EndlessBlock&) = delete;
+    ~EndlessBlock() {
+        if (isOutermost_) DxEntitiesLeft = 0;
+    }
+
+private:
+    bool isOutermost_;
+};
+
 void reportStop(const DX_BLOCK_TYPE& block) {
     DxProtoMsg(UtFormat("Stopped while block %s was drawn.", DxHostText(block.name.view()).c_str()), 1);
 }
@@ -171,7 +190,7 @@ int DxCheckRecursion(const DX_NAME& block) {
     return 1;
 }
 
-int DxDrawInsert(DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
+int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     if (isTooDeep() || !DxCheckRecursion(rec->blockName)) return 0;
     int layerColour = 7;
     DX_LAYER_TYPE* layer = nullptr;
@@ -187,6 +206,7 @@ int DxDrawInsert(DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
         DxProtoMsg(DxMsg(5703, DxHostText(rec->blockName.view()).c_str()), 1);
         return DxRestoreActPos(&save);
     }
+    const EndlessBlock endless(*reference.block);
     int error = drawLevel(*rec, *reference.block, layerColour, m, viewportsOnly != 0);
     if (!error) {
         if (!DxCheckPass) DxEntityDrawn = 1;
@@ -199,15 +219,15 @@ int DxDrawInsert(DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     return error;
 }
 
-int DxDrawInsertRow(DX_INSERT_TYPE* rec, const Mat44 m) {
+int DxDrawInsertRow(const DX_INSERT_TYPE* rec, const Mat44 m) {
     const int error = DxDrawInsert(rec, m, 0);
     int code = 0;
     ov3dfunc(&code);
     return error;
 }
 
-int DxInsertDrawAttribs(DX_INSERT_TYPE* rec, const Mat44 m) {
-    for (DX_ATTRIB_TYPE& attrib : rec->attribs)
+int DxInsertDrawAttribs(const DX_INSERT_TYPE* rec, const Mat44 m) {
+    for (const DX_ATTRIB_TYPE& attrib : rec->attribs)
         if (const int error = DxDrawAttrib(&attrib, m)) return error;
     return 0;
 }

@@ -7,9 +7,9 @@
 int DxReadInsert(DX_INSERT_TYPE* rec); ///< The INSERT and the ATTRIBs behind it.
 /// Draws the block under the INSERT's placement, then the attributes. `viewportsOnly` looks at the viewports
 /// alone.
-int DxDrawInsert(DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly);
-int DxDrawInsertRow(DX_INSERT_TYPE* rec, const Mat44 m); ///< The row of the table of kinds.
-int DxInsertDrawAttribs(DX_INSERT_TYPE* rec, const Mat44 m);
+int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly);
+int DxDrawInsertRow(const DX_INSERT_TYPE* rec, const Mat44 m); ///< The row of the table of kinds.
+int DxInsertDrawAttribs(const DX_INSERT_TYPE* rec, const Mat44 m);
 
 /// out = scale × rotation and position × extrusion × parent, with the block's base point at the position.
 /// 3011 for a null block. `out` may not be `parent`.

@@ -10,7 +10,35 @@
 #include <algorithm>
 #include <iterator>
 
+std::size_t dxBytesBeside(const DX_TEXT_TYPE& text) {
+    return text.text.capacity();
+}
+std::size_t dxBytesBeside(const DX_ATTRIB_TYPE& attrib) {
+    return attrib.value.capacity();
+}
+std::size_t dxBytesBeside(const DX_INSERT_TYPE& insert) {
+    std::size_t bytes = insert.attribs.capacity() * sizeof insert.attribs[0];
+    for (const DX_ATTRIB_TYPE& attrib : insert.attribs) bytes += dxBytesBeside(attrib);
+    return bytes;
+}
+std::size_t dxBytesBeside(const DX_POLYLINE_TYPE& polyline) {
+    return polyline.vertices.capacity() * sizeof polyline.vertices[0] +
+           polyline.styles.capacity() * sizeof polyline.styles[0];
+}
+std::size_t dxBytesBeside(const DX_SPLINE_TYPE& spline) {
+    return spline.knots.capacity() * sizeof spline.knots[0] +
+           spline.controlPoints.capacity() * sizeof spline.controlPoints[0] +
+           spline.fitPoints.capacity() * sizeof spline.fitPoints[0];
+}
+
 namespace {
+
+constexpr DxEntityKind storedAsPolyline(DxEntityKind kind) {
+    return dxStoredBy(kind, dxStage<DxReadPolyline>, dxStage<DxDrawPolyline>, dxNoStage);
+}
+constexpr DxEntityKind storedAsLwPolyline(DxEntityKind kind) {
+    return dxStoredBy(kind, dxStage<DxReadLwPolyline>, dxStage<DxDrawPolyline>, dxNoStage);
+}
 
 // clang-format off
 constexpr DxEntityKind kinds[] = {
@@ -26,11 +54,13 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
     dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
     dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
-    dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage),
+    storedAsLwPolyline(
+    dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),
     dxSkippedKind("MLINE"),
     dxKind(       "MTEXT",              dxStage<DxReadMtext>,    dxStage<DxDrawMtext>,      dxNoStage),
     dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxNoStage),
-    dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage),
+    storedAsPolyline(
+    dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),
     dxSkippedKind("REGION"),
     dxKind(       "SEQEND",             dxStage<DxReadSeqEndRow>, dxStage<DxDrawSeqEndRow>,  dxNoStage),
     dxKind(       "SOLID",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),

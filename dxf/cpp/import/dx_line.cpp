@@ -31,7 +31,7 @@ int DxReadLine(DX_LINE_TYPE* rec) {
     return 0;
 }
 
-int DxDrawLine(DX_LINE_TYPE* rec, const Mat44 m) {
+int DxDrawLine(const DX_LINE_TYPE* rec, const Mat44 m) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     RPT3 start = rec->start, end = rec->end;

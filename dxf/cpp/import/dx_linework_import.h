@@ -9,19 +9,19 @@
 #include "dx_linework.h"
 
 int DxReadLine(DX_LINE_TYPE* rec);
-int DxDrawLine(DX_LINE_TYPE* rec, const Mat44 m);
+int DxDrawLine(const DX_LINE_TYPE* rec, const Mat44 m);
 int DxReadPoint(DX_POINT_TYPE* rec);
-int DxDrawPoint(DX_POINT_TYPE* rec, const Mat44 m); ///< In 3D a point is no element: it does nothing there.
+int DxDrawPoint(const DX_POINT_TYPE* rec, const Mat44 m); ///< In 3D a point is no element: it does nothing there.
 int DxReadArc(DX_ARC_TYPE* rec);
-int DxDrawArc(DX_ARC_TYPE* rec, const Mat44 m);
+int DxDrawArc(const DX_ARC_TYPE* rec, const Mat44 m);
 int DxReadCircle(DX_CIRCLE_TYPE* rec);
-int DxDrawCircle(DX_CIRCLE_TYPE* rec, const Mat44 m);
+int DxDrawCircle(const DX_CIRCLE_TYPE* rec, const Mat44 m);
 int DxReadEllipse(DX_ELLIPSE_TYPE* rec);
 /// `inFigure` is 1 when the ellipse is one piece of a polyline: the pen then stands at its end afterwards.
-int DxDrawEllipse(DX_ELLIPSE_TYPE* rec, const Mat44 m, int inFigure);
-int DxDrawOneEllipse(DX_ELLIPSE_TYPE* rec, const Mat44 m); ///< An ellipse on its own.
+int DxDrawEllipse(const DX_ELLIPSE_TYPE* rec, const Mat44 m, int inFigure);
+int DxDrawOneEllipse(const DX_ELLIPSE_TYPE* rec, const Mat44 m); ///< An ellipse on its own.
 int DxReadSolid(DX_SOLID_TYPE* rec);
-int DxDrawSolid(DX_SOLID_TYPE* rec, const Mat44 m);
+int DxDrawSolid(const DX_SOLID_TYPE* rec, const Mat44 m);
 
 /// Arcs and circles up to this radius draw nothing.
 inline constexpr double DX_SMALLEST_RADIUS = 1e-8;

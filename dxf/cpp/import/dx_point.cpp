@@ -24,7 +24,7 @@ int DxReadPoint(DX_POINT_TYPE* rec) {
     return 0;
 }
 
-int DxDrawPoint(DX_POINT_TYPE* rec, const Mat44 m) {
+int DxDrawPoint(const DX_POINT_TYPE* rec, const Mat44 m) {
     constexpr int dropsPoints = 1;
     if (DxModus == 3) return 0;
     int pen = 0, lineType = 0;

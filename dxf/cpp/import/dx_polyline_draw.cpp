@@ -204,7 +204,7 @@ int DxSeqEnd(const Mat44 m) {
     return error;
 }
 
-int DxDrawPolyline(DX_POLYLINE_TYPE* rec, const Mat44 m) {
+int DxDrawPolyline(const DX_POLYLINE_TYPE* rec, const Mat44 m) {
     if (rec != &DxActPolyline) DxActPolyline = *rec;
     DX_POLYLINE_TYPE& polyline = DxActPolyline;
     DxPolyStyle = DX_POLY_STYLE{};

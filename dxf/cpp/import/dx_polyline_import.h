@@ -12,7 +12,7 @@ int DxReadVertex(DX_POLYLINE_TYPE* owner, DX_VERTEX_TYPE* vertex);
 int DxReadLwPolyline(DX_POLYLINE_TYPE* rec);
 
 /// Draws all vertices and the end.
-int DxDrawPolyline(DX_POLYLINE_TYPE* rec, const Mat44 m);
+int DxDrawPolyline(const DX_POLYLINE_TYPE* rec, const Mat44 m);
 /// Draws the piece that ends at the vertex. A vertex of a closed polyline is drawn by DxSeqEnd.
 int DxDrawVertex(DX_VERTEX_TYPE* vertex, const Mat44 m);
 /// Closes the open polyline, if it is one that closes, and fills a wide one.

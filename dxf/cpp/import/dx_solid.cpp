@@ -93,7 +93,7 @@ int DxReadSolid(DX_SOLID_TYPE* rec) {
     return 0;
 }
 
-int DxDrawSolid(DX_SOLID_TYPE* rec, const Mat44 m) {
+int DxDrawSolid(const DX_SOLID_TYPE* rec, const Mat44 m) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     const Outline outline = outlineOf(*rec, m);

@@ -160,7 +160,7 @@ int drawBiarcs(const Samples& samples, unsigned char info) {
 
 } // namespace
 
-int DxDrawSpline(DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage) {
+int DxDrawSpline(const DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     const bool linear = rec->flags & LINEAR || rec->degree == 1;
@@ -182,6 +182,6 @@ int DxDrawSpline(DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage) {
     return 0;
 }
 
-int DxDrawFlatSpline(DX_SPLINE_TYPE* rec, const DxEntityContext& context) {
+int DxDrawFlatSpline(const DX_SPLINE_TYPE* rec, const DxEntityContext& context) {
     return DxDrawSpline(rec, context.matrix, context.approx >= 1, 2);
 }

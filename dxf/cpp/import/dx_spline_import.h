@@ -7,6 +7,6 @@
 int DxReadSpline(DX_SPLINE_TYPE* rec);
 /// Draws the spline as a chain of lines, or with `approx` as pairs of arcs that touch each other. `stage` 2
 /// gives the flat elements, 3 the 3D curve.
-int DxDrawSpline(DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage);
-int DxDrawFlatSpline(DX_SPLINE_TYPE* rec,
+int DxDrawSpline(const DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage);
+int DxDrawFlatSpline(const DX_SPLINE_TYPE* rec,
                      const DxEntityContext& context); ///< The flat stage of the table of kinds.

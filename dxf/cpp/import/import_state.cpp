@@ -11,6 +11,8 @@ double DxBlockRotation = 0;
 int DxPlotCount = 1, DxViewportCount = 1;
 int DxPolylineOpen = 0;
 int DxAbortCount = 0;
+long DxEntitiesLeft = 0;
+int DxSplineApprox = -1;
 int DxEntityDrawn = 0;
 DxTable<_ObObject*> DxImportedObjects;
 
@@ -34,6 +36,8 @@ void DxResetImportState() {
     DxPlotCount = DxViewportCount = 1;
     DxPolylineOpen = 0;
     DxAbortCount = 0;
+    DxEntitiesLeft = 0;
+    DxSplineApprox = -1;
     DxEntityDrawn = 0;
     DxEntityPartCount = 0;
     DxImportedObjects.free();

@@ -38,6 +38,8 @@ extern double DxBlockRotation;                             ///< sum of the INSER
 extern int DxPlotCount, DxViewportCount;                   ///< running numbers of layouts and viewports
 extern int DxPolylineOpen;                                 ///< 1 while a polyline's vertices are drawn
 extern int DxAbortCount;                      ///< entities since the host was last asked whether to stop
+extern long DxEntitiesLeft; ///< entities until a walk that would never end is stopped, 0: no such walk
+extern int DxSplineApprox;                    ///< &DxfSplineApprox as the section's walk found it, -1: none
 extern int DxEntityDrawn;                     ///< set by DxStartDrawing, cleared ahead of each counted entity
 extern DxTable<_ObObject*> DxImportedObjects; ///< patterns that the import made, for the host's memory
 

@@ -41,12 +41,16 @@ constexpr Release releases[] = {
     {"AC1002", "AutoCAD Release 7/2.5"},
 };
 
+int versionOf(std::string_view text, int unknown) {
+    return text.starts_with("AC") ? DxAtoi(text.substr(2)) : unknown;
+}
+
 void takeVersion(std::string_view text) {
     DxReport.version = text;
     const auto* known = std::find_if(std::begin(releases), std::end(releases),
                                      [&](const Release& release) { return release.version == text; });
     DxProtoMsg(DxMsg(5758, known != std::end(releases) ? UtCString(known->name) : DxHostText(text)), 0);
-    if (text.starts_with("AC")) DxFileVersion = DxAtoi(text.substr(2));
+    DxFileVersion = versionOf(text, DxFileVersion);
 }
 
 bool beginsWithAnyCase(std::string_view text, std::string_view upperPrefix) {
@@ -55,19 +59,21 @@ bool beginsWithAnyCase(std::string_view text, std::string_view upperPrefix) {
                       [](char p, char c) { return p == (c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c); });
 }
 
-/// "ANSI_1252" and "ISO8859-2" name code pages; other forms, such as "DOS850", change nothing.
-void takeCodePage(std::string_view text) {
+/// "ANSI_1252" and "ISO8859-2" name code pages; other forms, such as "DOS850", don't.
+int codePageOf(std::string_view text, int unknown) {
     constexpr int largest = 65535;
     constexpr std::string_view iso = "ISO8859-";
     constexpr int isoBase = 28590;
     const std::size_t digit = text.find_first_of("0123456789");
-    if (digit == std::string_view::npos) {
-        // names no page by number
-    } else if (beginsWithAnyCase(text, "ANSI")) {
-        DxCodePage = std::min(DxAtoi(text.substr(digit)), largest);
-    } else if (beginsWithAnyCase(text, iso)) {
-        DxCodePage = isoBase + std::clamp(DxAtoi(text.substr(iso.size())), 0, largest - isoBase);
-    }
+    if (digit == std::string_view::npos) return unknown;
+    if (beginsWithAnyCase(text, "ANSI")) return std::min(DxAtoi(text.substr(digit)), largest);
+    if (beginsWithAnyCase(text, iso))
+        return isoBase + std::clamp(DxAtoi(text.substr(iso.size())), 0, largest - isoBase);
+    return unknown;
+}
+
+void takeCodePage(std::string_view text) {
+    DxCodePage = codePageOf(text, DxCodePage);
     DxReport.codePage = DxCodePage;
     DxProtoMsg(UtCString("CODEPAGE: ") + DxHostText(text), 0);
 }
@@ -211,6 +217,27 @@ int DxReadHeaderSection(Mat44 matrix) {
     if (error) return error;
     if (const int failed = DxReadUntil(0, "SECTION")) return failed;
     return DxUseUcs ? DxHeaderUcsToMat(DxHdrUcsOrg, DxHdrUcsXDir, DxHdrUcsYDir, matrix) : 0;
+}
+
+int DxReadReferenceHeader() {
+    DxPair pair;
+    if (const int error = DxReadPair(pair)) return error;
+    if (pair.code != 2 || pair.text != "HEADER") {
+        DxUnGetLine();
+        return 0;
+    }
+    DxfDocument& document = DxDocuments.requireCurrent();
+    document.version = DxFileVersion;
+    document.codePage = DxCodePage;
+    std::string variable;
+    for (;;) {
+        if (const int error = DxReadPair(pair)) return error;
+        if (pair.code == 0 && pair.text == "SECTION") return 0;
+        if (pair.code == 9) variable = pair.text;
+        if (pair.code == 1 && variable == "$ACADVER") document.version = versionOf(pair.text, DxFileVersion);
+        if (pair.code == 3 && variable == "$DWGCODEPAGE")
+            document.codePage = codePageOf(pair.text, DxCodePage);
+    }
 }
 
 int DxHeaderUcsToMat(const RPT3& origin, const RPT3& xDir, const RPT3& yDir, Mat44 matrix) {

@@ -8,6 +8,11 @@
 /// the reader's error.
 int DxReadHeaderSection(Mat44 matrix);
 
+/// Reads of the HEADER section of an external reference what its strings need: the document's version and
+/// code page. Entered and left as above; a missing section leaves the pair to the next reader. 0 or the
+/// reader's error.
+int DxReadReferenceHeader();
+
 /// The matrix that carries world coordinates into the user coordinate system of `origin` with the directions
 /// `xDir` and `yDir`. Always 0; a system without an area gives a pure translation.
 int DxHeaderUcsToMat(const RPT3& origin, const RPT3& xDir, const RPT3& yDir, Mat44 matrix);

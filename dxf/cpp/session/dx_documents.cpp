@@ -142,6 +142,13 @@ DX_BLOCK_TYPE* DxfDocument::findBlock(std::string_view blockName) {
     return found == blockIndex_.end() ? nullptr : found->second;
 }
 
+DX_BLOCK_TYPE* DxfDocument::findBlockOutwards(std::string_view blockName) {
+    DX_BLOCK_TYPE* block = nullptr;
+    for (DxfDocument* document = this; document && !block; document = document->parent.Get())
+        block = document->findBlock(blockName);
+    return block;
+}
+
 FILE* DxfDocManager::open(const UtCString& name, const UtCString& mode) {
     if (const auto found = byName.find(name); found != byName.end()) return found->second->file.Get();
     std::unique_ptr<DxfDocument> document = load(name, mode);

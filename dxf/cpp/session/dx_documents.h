@@ -49,6 +49,15 @@ private:
 
 class DxfDocument;
 
+/// Entities of a block, read once for all its INSERTs.
+struct DxStoredEntities;
+
+/// Neighbouring INSERTs of one block within another.
+struct DX_NESTED_INSERTS {
+    std::string block;
+    int count;
+};
+
 /// One BLOCK of a file: where its entities are. The section scan fills it.
 struct DX_BLOCK_TYPE {
     DX_NAME layer;         ///< 8
@@ -61,6 +70,13 @@ struct DX_BLOCK_TYPE {
     UtCString path;        ///< 1, path of an external reference
     std::int32_t filePos;  ///< position of the first group of the first entity
     DxfDocument* document; ///< whose stream filePos belongs to
+
+    double entities = 0; ///< in the block itself
+    std::vector<DX_NESTED_INSERTS> inserts;
+    double expanded = -1; ///< entities of the block and of all that it inserts; below 0 until counted
+    int walks = 0;        ///< how many times its entities have been drawn
+    bool canBeStored = true;
+    std::shared_ptr<const DxStoredEntities> stored; ///< null until its entities were drawn a few times
 };
 
 struct DxNameHash {
@@ -111,10 +127,14 @@ public:
     DxTables tables;                       ///< copies of the manager's at the opening
     std::deque<DX_BLOCK_TYPE> blocks; ///< block definitions found in this file; they keep their addresses
     std::int32_t entitiesPos = -1;    ///< of an external reference: its ENTITIES section, -1 until found
+    /// Version and code page of an external reference's strings; 0 where they are those of the session.
+    int version = 0, codePage = 0;
 
     void addBlock(const DX_BLOCK_TYPE& block);
     /// The first block of exactly this name, null when there is none. O(1) on average.
     DX_BLOCK_TYPE* findBlock(std::string_view name);
+    /// The same in this document or the innermost around it that has such a block.
+    DX_BLOCK_TYPE* findBlockOutwards(std::string_view name);
 
     UT_FILE_VIEW view;        ///< the file in memory
     std::size_t position = 0; ///< offset of the next byte to read

@@ -5,6 +5,7 @@
 #include "dx_line_scan.h"
 #include "dx_messages.h"
 #include "dx_protocol.h"
+#include "os.h"
 #include "session_state.h"
 
 #include <algorithm>
@@ -25,7 +26,8 @@ struct Line {
     bool isPadded = false; ///< 16 bytes can be read at the text, whatever its length
     bool isUtf8 = false;   ///< the file has the text as `utf8`
     std::string_view utf8;
-    std::string buffer; ///< texts that stand in no file as they are
+    std::string buffer;    ///< texts that stand in no file as they are
+    std::string converted; ///< `utf8` where the file has the text in another form
 };
 
 Line line;
@@ -77,22 +79,33 @@ int takeCode(const char*& at, const char* end) {
     return DxAtoi(takeLine(at, end));
 }
 
-/// Strings of groups 1 to 9 are UTF-8 from AC1021 on.
-bool isUtf8Value(int code, std::string_view bytes) {
-    if (code < 1 || code > 9 || DxFileVersion < 1021) return false;
-    return std::any_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
+/// Whether the strings of groups 1 to 9 need more than a look at their bytes: they are UTF-8 from AC1021 on,
+/// and an external reference may have a code page of its own.
+bool decodesStrings(const DxfDocument& document) {
+    return DxFileVersion >= 1021 || document.version >= 1021 ||
+           (document.codePage != 0 && document.codePage != DxCodePage);
 }
 
-/// Makes UTF-8 the text of the pair. A character that the cut has halved goes. Bytes that aren't UTF-8 after
-/// all stay as they are: they are most likely of the file's code page.
-void decodeLine(std::string_view bytes, bool isCut, std::size_t limit) {
-    if (isCut) bytes = DxWithoutCutUtf8(bytes);
+/// Makes the decoded string the text of the pair. A character that the cut has halved goes. Bytes that aren't
+/// UTF-8 after all stay as they are: they are most likely of the file's code page.
+void decodeLine(const DxfDocument& document, std::string_view bytes, bool isCut, std::size_t limit) {
+    const int version = document.version ? document.version : DxFileVersion;
+    if (version < 1021) {
+        line.converted = UtCString(bytes, OsUserCodePageIdToTorvaCodePage(document.codePage)).str();
+        bytes = line.converted;
+    } else if (isCut) {
+        bytes = DxWithoutCutUtf8(bytes);
+    }
     if (!DxIsUtf8(bytes)) return;
     line.isUtf8 = true;
     line.utf8 = bytes;
     line.buffer = DxUtf8ToFile(bytes);
     line.text = std::string_view(line.buffer).substr(0, limit);
     line.isPadded = false;
+}
+
+bool isAscii(std::string_view bytes) {
+    return std::none_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
 }
 
 /// Reads the next pair from the current document. False at its end, with the current pair as it was.
@@ -118,7 +131,8 @@ inline bool readLine(int maxLength) {
     line.text = bytes;
     line.isPadded = end - bytes.data() >= 16;
     line.isUtf8 = false;
-    if (isUtf8Value(code, bytes)) decodeLine(bytes, isCut, limit);
+    if (code >= 1 && code <= 9 && decodesStrings(*document) && !isAscii(bytes))
+        decodeLine(*document, bytes, isCut, limit);
     return true;
 }
 
@@ -193,6 +207,10 @@ void DxUnGetLine() {
     line.next = 0;
 }
 
+void DxReadDropPending() {
+    line.next = 1;
+}
+
 void DxReadForget() {
     line.text = line.utf8 = {};
     line.code = 0;
@@ -200,6 +218,8 @@ void DxReadForget() {
     line.isUtf8 = line.isPadded = false;
     line.buffer.clear();
     line.buffer.shrink_to_fit();
+    line.converted.clear();
+    line.converted.shrink_to_fit();
 }
 
 // ---- files -----------------------------------------------------------------------------------------

@@ -37,6 +37,7 @@ int DxReadPair(DxPair& pair, int maxLength = 161, bool showPercent = false, UtCS
 /// The next pair into a buffer of `maxLength` bytes. 0 or 9003.
 int DxGetLineVar(int* code, char* text, int maxLength, bool showPercent, UtCString* wide);
 void DxUnGetLine(); ///< The next read delivers the current pair again.
+void DxReadDropPending(); ///< A pair handed back is not delivered again.
 
 void DxSaveActPos(DX_SAVE* save);
 int DxRestoreActPos(DX_SAVE* save); ///< 3011 for null; the result of the seek otherwise.

@@ -277,15 +277,17 @@ int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
     return make(placing, pen, type);
 }
 
-int DxDrawTextEntity(DX_TEXT_TYPE* text, const Mat44 m) {
-    return DxDrawText(text, m, DX_TEXT_OF_ENTITY, 0);
+int DxDrawTextEntity(const DX_TEXT_TYPE* text, const Mat44 m) {
+    DX_TEXT_TYPE copy = *text;
+    return DxDrawText(&copy, m, DX_TEXT_OF_ENTITY, 0);
 }
 
-int DxDrawMtext(DX_TEXT_TYPE* text, const Mat44 m) {
+int DxDrawMtext(const DX_TEXT_TYPE* text, const Mat44 m) {
+    DX_TEXT_TYPE copy = *text;
     std::vector<DX_TEXT_TYPE> pieces;
     Mat44 storage;
     const bool isMirrored = DxMirrors(DxObjectMatrix(text->extrusion, m, storage));
-    if (const int error = DxMtextToTexts(text, &pieces, isMirrored)) return error;
+    if (const int error = DxMtextToTexts(&copy, &pieces, isMirrored)) return error;
     if (DxJoinTexts) DxTextListInit(static_cast<int>(pieces.size()));
     for (DX_TEXT_TYPE& piece : pieces) { // blank ones hold the place of a line among texts to join
         if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, DxJoinTexts)) return error;

@@ -28,9 +28,9 @@ enum DX_TEXT_KIND : int { DX_TEXT_OF_ENTITY = 2, DX_TEXT_OF_DIMENSION = 3 };
 /// pass. `keepEmpty` keeps a text without visible characters. 0, also for a text that isn't to be drawn, or
 /// the host's error.
 int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty);
-int DxDrawTextEntity(DX_TEXT_TYPE* text, const Mat44 m);
+int DxDrawTextEntity(const DX_TEXT_TYPE* text, const Mat44 m);
 /// Takes an MTEXT apart and draws its pieces.
-int DxDrawMtext(DX_TEXT_TYPE* text, const Mat44 m);
+int DxDrawMtext(const DX_TEXT_TYPE* text, const Mat44 m);
 
 /// Underline and overline of a whole text: "%%u" at its start with no other, or one at its very end.
 void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]);

@@ -1,0 +1,18 @@
+// What the expansion of blocks costs: entities of blocks that are inserted again and again are kept in memory,
+// and blocks that would never end are found ahead of them.
+#pragma once
+
+#include "../session/dx_documents.h"
+#include "dx_entity_walk.h"
+
+/// Number of entities of a block when all INSERTs in it are expanded; infinite where no number holds it. A
+/// ring counts once, and external references count nothing. O(size of what it inserts) the first time.
+double DxExpandedEntities(DX_BLOCK_TYPE& block);
+
+/// Draws the entities of a block up to `end`, with the reader in front of the first. 0 or an error.
+int DxDrawBlockEntities(DX_BLOCK_TYPE& block, const char* end, const Mat44 m);
+
+/// No drawing that a person made has blocks of so many entities, and no host could hold them.
+inline constexpr double DX_ENDLESS_BLOCK = 1e9;
+/// So many of its entities are read in a pass before the import stops.
+inline constexpr long DX_ENDLESS_BLOCK_SHARE = 2'000'000;
