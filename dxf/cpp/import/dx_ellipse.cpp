@@ -140,9 +140,8 @@ bool drawSpline(Samples samples) {
 
 int drawSamples(const Samples& samples, const Mat44 m, int inFigure) {
     if (isEdgeOn(m)) return drawPolygon(samples);
-    if (inFigure) {
-        if (const int error = DxCiElemDrawPat()) return error;
-    }
+    // What waits in the queue stands ahead of the spline, which goes past it.
+    if (const int error = DxCiElemDrawPat()) return error;
     if (!drawSpline(samples)) return drawPolygon(samples);
     return inFigure ? Dxovdraw(2, samples.last.x, samples.last.y) : 0;
 }

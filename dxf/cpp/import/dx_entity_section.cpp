@@ -86,11 +86,12 @@ void leaveBlocks(DX_SAVE& start) {
     DxPolylineOpen = 0;
 }
 
-/// A host that stops the measuring for its length, not for its user, says no when asked again: the extents so
-/// far will do.
+/// True when the extents so far will do. A host that stops the measuring for its length, not for its user,
+/// says no when asked again. A file that is cut shows what it has; the drawing pass tells of the cut.
 bool goesOn(int error, DX_SAVE& start) {
     constexpr int longLoop = 16;
-    if (error != stoppedByUser || UoCheckAbort(longLoop)) return false;
+    const bool stoppedByHost = error == stoppedByUser && !UoCheckAbort(longLoop);
+    if (!stoppedByHost && error != endOfFile) return false;
     leaveBlocks(start);
     return true;
 }

@@ -64,7 +64,7 @@ constexpr DxEntityKind kinds[] = {
     dxSkippedKind("REGION"),
     dxKind(       "SEQEND",             dxStage<DxReadSeqEndRow>, dxStage<DxDrawSeqEndRow>,  dxNoStage),
     dxKind(       "SOLID",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
-    dxKind(       "SPLINE",             dxStage<DxReadSpline>,   dxStage<DxDrawFlatSpline>, dxNoStage),
+    dxKind(       "SPLINE",             dxStage<DxReadSpline>,   dxStage<DxDrawFlatSpline>, dxStage<DxDrawSplineInSpace>),
     dxSkippedKind("SURFACE"),
     dxKind(       "TEXT",               dxStage<DxReadText>,     dxStage<DxDrawTextEntity>, dxNoStage),
     dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),

@@ -10,6 +10,7 @@
 #include "dx_transform.h"
 #include "mt.h"
 #include "uo.h"
+#include "uo_elem.h"
 #include "ut.h"
 
 #include <cmath>
@@ -119,7 +120,7 @@ int drawFirstVertex(const DX_VERTEX_TYPE& vertex, const RPT3& world) {
     return 0;
 }
 
-int drawVertex(const DX_VERTEX_TYPE& vertex, const PolylineMatrix& matrix) {
+int drawStep(const DX_VERTEX_TYPE& vertex, const PolylineMatrix& matrix) {
     const DX_POLY_STYLE& style = styleOf(vertex);
     if (!style.isDrawn) return 0;
     const DX_ENTITY_BASE_TYPE& base = baseOf(vertex);
@@ -143,7 +144,29 @@ int drawVertex(const DX_VERTEX_TYPE& vertex, const PolylineMatrix& matrix) {
     return 0;
 }
 
-/// A pattern of its own for the centre line of a wide polyline.
+/// Notes which rows of the outline pattern the last piece has got: a piece is none, one or several elements,
+/// and its widths hold for these.
+int noteRows() {
+    if (DxCheckPass || !DxPolyFillActive || !DxActPolyline.variableWidth || !DxLineAsHatch) return 0;
+    int rows = 0;
+    if (const int error = DxCiElemDrawPat()) return error;
+    if (const int error = UoElemS(27, DxActPat, &rows)) return error;
+    DxPolyRows.push_back(rows);
+    return 0;
+}
+
+int drawVertices(const std::vector<DX_VERTEX_TYPE>& vertices, const Mat44 m) {
+    const PolylineMatrix matrix(m);
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        if (const int error = drawStep(vertices[i], matrix)) return error;
+        if (const int error = noteRows()) return error;
+        if (DxIsStoppedAt(i)) return 9009;
+    }
+    if (!vertices.empty()) DxActVertex = vertices.back();
+    return 0;
+}
+
+/// A pattern of its own for the centre line of a wide polyline. Line and outline have the polyline's pen.
 int beginOutlinePattern(int fillPen) {
     if (const int error = DxCiElemDrawPat()) return error;
     DxFillSavedPat = DxActPat;
@@ -151,7 +174,9 @@ int beginOutlinePattern(int fillPen) {
     if (const int error = Dxovpat(211, &pattern)) return error;
     UoCopyAllAttrs(DxActPat, pattern);
     DxActPat = pattern;
-    return DxSetFillPen(fillPen, 0);
+    if (const int error = DxSetFillPen(pattern, fillPen)) return error;
+    int pen = 0, lineType = 0;
+    return DxPenLtToCAD(&DxActPolyline.base, &pen, &lineType) ? DxStartDrawing(pen, lineType) : 0;
 }
 
 int finishOutline() {
@@ -186,7 +211,7 @@ int DxGetMidXY(double x1, double y1, double x2, double y2, double bulge, double*
 
 int DxDrawVertex(DX_VERTEX_TYPE* vertex, const Mat44 m) {
     DxActVertex = *vertex;
-    return drawVertex(DxActVertex, PolylineMatrix(m));
+    return drawStep(DxActVertex, PolylineMatrix(m));
 }
 
 int DxSeqEnd(const Mat44 m) {
@@ -194,7 +219,8 @@ int DxSeqEnd(const Mat44 m) {
     int error = 0;
     if (DxActPolyline.closed && !DxPolyFirst) {
         const PolylineMatrix matrix(m);
-        error = drawPiece(DxPolyStart, DxPolyStartWorld, figureInfo(), DxActPolyline.base, matrix, false);
+        error = drawPiece(DxPolyStart, DxPolyStartWorld, figureInfo(), baseOf(DxActVertex), matrix, false);
+        if (!error) error = noteRows();
         DxLastPoint = DxPolyStartWorld;
     }
     if (DxPolyFillActive) {
@@ -216,16 +242,20 @@ int DxDrawPolyline(const DX_POLYLINE_TYPE* rec, const Mat44 m) {
     DxPolyBulge = 0;
     DxPolyFirst = 1;
     DxPolyFillActive = polyline.hasWidth || polyline.variableWidth;
+    DxPolyRows.clear();
     int error = 0;
     if (!DxCheckPass) error = DxPolyFillActive ? beginOutlinePattern(pen) : DxStartDrawing(pen, lineType);
     if (!DxCheckPass) DxEntityDrawn = 1;
-    const PolylineMatrix matrix(m);
-    for (std::size_t i = 0; i < polyline.vertices.size() && !error; ++i)
-        error = drawVertex(polyline.vertices[i], matrix);
+    if (!error) error = drawVertices(polyline.vertices, m);
     if (!error) error = DxSeqEnd(m);
     DxPolylineOpen = 0;
     if (error) DxPolyFillActive = 0;
     return error;
+}
+
+bool DxIsStoppedAt(std::size_t vertex) {
+    constexpr std::size_t verticesBetweenQuestions = 1000;
+    return vertex % verticesBetweenQuestions == verticesBetweenQuestions - 1 && UoCheckAbort(16) != 0;
 }
 
 // ---- rows of the table of kinds ----------------------------------------------------------------------

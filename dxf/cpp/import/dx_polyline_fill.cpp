@@ -27,23 +27,59 @@ bool isPiece(const UO_ELEM& e) {
     return (e.type == 3 || e.type == 4) && radiusOf(e) > smallestArcRadius;
 }
 
-/// The centre line as a contour list. 0 or 1001.
-int collectCentreLine(int pat, LiList& list) {
+/// The centre line, with the widths at the start and end of each of its elements.
+struct CentreLine {
+    LiList list;
+    std::vector<double> widths; ///< two an element, in the order of chaining
+};
+
+/// The vertex at which the piece that holds row `row` begins; `known` is that of a row before it.
+std::size_t vertexOfRow(int row, std::size_t known) {
+    while (known + 2 < DxPolyRows.size() && DxPolyRows[known + 1] <= row) ++known;
+    return known;
+}
+
+/// Spreads the widths of a vertex over the elements that its piece became, by their lengths.
+void addWidths(const DX_VERTEX_TYPE& vertex, const LI_ELEM* first, std::vector<double>& widths) {
+    double total = 0, behind = 0;
+    for (const LI_ELEM* e = first; e; e = e->next) total += e->length;
+    const auto widthAt = [&](double length) {
+        const double t = total > 0 ? length / total : 0;
+        return std::fabs(std::lerp(vertex.startWidth, vertex.endWidth, t) * DxBlockScaleX);
+    };
+    for (const LI_ELEM* e = first; e; e = e->next) {
+        widths.push_back(widthAt(behind));
+        behind += e->length;
+        widths.push_back(widthAt(behind));
+    }
+}
+
+/// Collects the elements of the centre line from its pattern. 0 or 1001.
+int collectCentreLine(int pat, CentreLine& line) {
     UO_ELEM e{};
     e.patNo = pat;
-    int piece = 0;
+    std::size_t vertex = 0;
+    const LI_ELEM* pieceStart = nullptr;
+    const auto endPiece = [&] {
+        if (pieceStart) addWidths(DxActPolyline.vertices[vertex], pieceStart, line.widths);
+        pieceStart = nullptr;
+    };
     for (int end = UoElemS(0x8026, &e); !end; end = UoElemS(0x8018, &e)) {
-        if (e.type == 2) continue;
-        const int source = piece++;
-        if (!isPiece(e)) continue;
-        LI_ELEM* elem = LiNew(list);
+        if (e.type == 2 || !isPiece(e)) continue;
+        LI_ELEM* elem = LiNew(line.list);
         if (!elem) return 1001;
         static_cast<UO_ELEM&>(*elem) = e;
-        LiChain(list, elem);
-        elem->source = source; // its widths stand at this place
         if (elem->isArc()) LiRadKorr(elem);
         LiElemExpand(elem);
+        if (DxActPolyline.variableWidth) {
+            const std::size_t its = vertexOfRow(e.row, vertex);
+            if (its != vertex) endPiece();
+            vertex = its;
+            if (!pieceStart) pieceStart = elem;
+        }
+        LiChain(line.list, elem);
     }
+    endPiece();
     return 0;
 }
 
@@ -55,60 +91,89 @@ double halfWidth(const LiList& list) {
     return h;
 }
 
-std::unique_ptr<ILnLineOffsettingAlgorithm> offsetterFor(const LiList& list) {
+std::unique_ptr<ILnLineOffsettingAlgorithm> offsetterFor(const CentreLine& line) {
     if (!DxActPolyline.variableWidth)
-        return LnParallelOffsettingAlgorithm::Create(list, 0, 2 * halfWidth(list));
-    const std::size_t n = DxActPolyline.vertices.size() - (DxActPolyline.closed ? 0 : 1);
-    std::vector<double> widths;
-    for (std::size_t i = 0; i < n; ++i) {
-        widths.push_back(std::fabs(DxActPolyline.vertices[i].startWidth * DxBlockScaleX));
-        widths.push_back(std::fabs(DxActPolyline.vertices[i].endWidth * DxBlockScaleX));
-    }
-    return LnExtendedOffsettingAlgorithm::Create(list, 0, widths, std::vector<double>(2 * n));
+        return LnParallelOffsettingAlgorithm::Create(line.list, 0, 2 * halfWidth(line.list));
+    const std::vector<double> extra(line.widths.size());
+    return LnExtendedOffsettingAlgorithm::Create(line.list, 0, line.widths, extra);
 }
 
-/// Writes the contours into the active pattern.
-int writeContours(const LiList& contours, unsigned char info) {
-    const LI_ELEM* before = nullptr;
-    for (const LI_ELEM* e = LiSucc(contours, nullptr); e; before = e, e = LiSucc(contours, e)) {
-        if (!before || before->contour != e->contour)
-            if (const int error = ovdraw(2, e->start.x, e->start.y, 0)) return error;
+/// A contour, from its first element to its last.
+struct Contour {
+    const LI_ELEM* first;
+    const LI_ELEM* last;
+
+    /// A piece without width, which comes as a contour along it and back: there is nothing to fill.
+    bool isHairline() const {
+        const LI_ELEM& back = *last;
+        return first->next == last && back.isArc() == first->isArc() && back.sweep == -first->sweep &&
+               back.end.x == first->start.x && back.end.y == first->start.y;
+    }
+};
+
+std::vector<Contour> contoursOf(const LiList& list) {
+    std::vector<Contour> contours;
+    for (const LI_ELEM* e = LiSucc(list, nullptr); e; e = LiSucc(list, e)) {
+        if (contours.empty() || contours.back().last->contour != e->contour) contours.push_back({e, e});
+        contours.back().last = e;
+    }
+    return contours;
+}
+
+/// Writes elements from `first` to `last` into the active pattern.
+int writePieces(const LI_ELEM* first, const LI_ELEM* last, unsigned char info) {
+    if (const int error = ovdraw(2, first->start.x, first->start.y, 0)) return error;
+    for (const LI_ELEM* e = first;; e = e->next) {
         const int error = e->isArc() ? ovarc(e->type, e->end.x, e->end.y, e->centre.x, e->centre.y, info)
                                      : ovdraw(1, e->end.x, e->end.y, info);
-        if (error) return error;
+        if (error || e == last) return error;
     }
-    return 0;
 }
 
-/// A new pattern with the contours in it.
-int contourPattern(int code, const LiList* contours, unsigned char info, int* pat) {
-    const int error = Dxovpat(code, pat);
-    return !error && contours ? writeContours(*contours, info) : error;
+enum class Parts { Areas, Hairlines };
+
+int writeContours(const std::vector<Contour>& contours, Parts parts, unsigned char info) {
+    for (const Contour& contour : contours) {
+        const bool hairline = contour.isHairline();
+        if (hairline != (parts == Parts::Hairlines)) continue;
+        if (const int error = writePieces(contour.first, hairline ? contour.first : contour.last, info))
+            return error;
+    }
+    return 0;
 }
 
 void removePattern(int pat) {
     if (pat) Dxovpat(17, &pat);
 }
 
-/// Moves the content of `pat` to the pattern that is kept, element by element for the count.
+/// Moves the content of `pat` to the pattern that is kept, or to the next one when that is full.
 int moveToKept(int pat) {
     int count = 0;
     if (const int error = UoElemS(27, pat, &count)) return error;
-    for (int i = 0; i < std::max(count, 1); ++i) // a fill alone keeps its pattern too
-        if (const int error = DxNewElement(1)) return error;
+    const int announced = std::max(count, 1); // a fill alone keeps its pattern too
+    if (const int error = DxNewElement(announced)) return error;
     int code = 8;
     int target = DxActPat;
     return ovcopy(&code, &pat, &target);
 }
 
-int outlineInto(const LiList& contours, int* outline) {
+/// Makes the pattern that shows the wide line: its outline and its fill, as the switches say, and lines where
+/// it has no width.
+int outlineInto(const std::vector<Contour>& contours, int* outline) {
+    constexpr unsigned char closedFigure = 5, figure = 4;
     int scratch = 0;
     int error = 0;
-    if (DxFillMode) error = contourPattern(11, &contours, 0, &scratch);
-    if (!error) error = contourPattern(211, DxFillContour ? &contours : nullptr, 5, outline);
+    if (DxFillMode) {
+        error = Dxovpat(11, &scratch);
+        if (!error) error = writeContours(contours, Parts::Areas, 0);
+    }
+    if (!error) error = Dxovpat(211, outline);
+    if (!error && DxFillContour) error = writeContours(contours, Parts::Areas, closedFigure);
+    if (!error) error = writeContours(contours, Parts::Hairlines, figure);
     if (!error && DxFillMode) {
-        int code = 1;
-        error = ovhatch(&code, outline, &scratch);
+        int code = 1, count = 0;
+        UoElemS(27, scratch, &count);
+        if (count) error = ovhatch(&code, outline, &scratch);
     }
     removePattern(scratch);
     return error;
@@ -117,21 +182,22 @@ int outlineInto(const LiList& contours, int* outline) {
 } // namespace
 
 int DxDrawPolyfill() {
+    if (!DxFillMode && !DxFillContour) return 0; // nothing shows the width: the centre line stays
     if (const int error = DxCiElemDrawPat()) return error;
     int centreLine = 0;
     if (const int error = Dxovpat(5, &centreLine)) return error;
-    LiList list;
-    if (const int error = collectCentreLine(centreLine, list)) return error;
-    if (list.count == 0) return 0;
-    LiSortKont(list, 0, UtConv(50));
-    if (!DxActPolyline.variableWidth) LiRemShort(list, UtConv(50));
-    const auto offsetter = offsetterFor(list);
+    CentreLine line;
+    if (const int error = collectCentreLine(centreLine, line)) return error;
+    if (line.list.count == 0) return 0;
+    LiSortKont(line.list, 0, UtConv(50));
+    if (!DxActPolyline.variableWidth) LiRemShort(line.list, UtConv(50));
+    const auto offsetter = offsetterFor(line);
     ILnOutline* shape = nullptr;
     if (!offsetter || offsetter->GetOutline(&shape) != 0 || !shape) return noOutline;
     if (const int error = shape->Calculate(UtConv(50))) return error;
 
     int outline = 0;
-    int error = outlineInto(shape->Contours(), &outline);
+    int error = outlineInto(contoursOf(shape->Contours()), &outline);
     DxActPat = DxFillSavedPat;
     Dxovpat(23, &DxActPat);
     if (!error) {

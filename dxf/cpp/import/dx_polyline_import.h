@@ -21,6 +21,8 @@ int DxSeqEnd(const Mat44 m);
 /// Replaces the centre line in the active pattern by what a line of the polyline's widths covers. 0 or an
 /// error.
 int DxDrawPolyfill();
+/// True when the host wants to stop at this vertex of a long polyline; it is asked now and then.
+bool DxIsStoppedAt(std::size_t vertex);
 /// Centre of the arc of this bulge between two points. 0 when they are one point, else 1.
 int DxGetMidXY(double x1, double y1, double x2, double y2, double bulge, double* cx, double* cy);
 

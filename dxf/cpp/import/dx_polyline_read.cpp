@@ -184,6 +184,7 @@ int DxReadPolyline(DX_POLYLINE_TYPE* rec) {
         if (!isVertex) break;
         DX_VERTEX_TYPE vertex;
         if (const int error = DxReadVertex(rec, &vertex)) return error;
+        if (DxIsStoppedAt(rec->vertices.size())) return 9009;
         rec->vertices.push_back(vertex);
     }
     rec->vertexCount = static_cast<int>(std::min<std::size_t>(rec->vertices.size(), INT_MAX));

@@ -1,14 +1,18 @@
 // Draw stage of SPLINE: sampled, and given to the host as lines or as biarcs.
+#include "../config/config_state.h"
 #include "../config/dx_pens.h"
 #include "../host/dx_host.h"
 #include "../session/session_state.h"
 #include "bs.h"
+#include "ci.h"
+#include "ci_objects.h"
 #include "dx_entity_base.h"
 #include "dx_extents.h"
 #include "dx_spline_import.h"
 #include "dx_transform.h"
 #include "ge.h"
 #include "mt.h"
+#include "uo.h"
 #include "ut.h"
 
 #include <cmath>
@@ -23,6 +27,7 @@ struct Samples {
     std::vector<RPT> points;
     std::vector<RPT> tangents;
     RPT3 last{0, 0, 0};
+    UtCList<GeRpt3>* inSpace = nullptr; ///< receives the points behind the shift, for the 3D stage
 };
 
 /// The record in the form that the host evaluates; it points into its own arrays.
@@ -54,8 +59,14 @@ bool addSample(Samples& samples, RPT3 point, const RPT& tangent, const Mat44 m) 
     samples.points.push_back({point.x, point.y});
     samples.tangents.push_back(tangent);
     samples.last = point;
+    if (samples.inSpace) samples.inSpace->push_back({point.x - DxShiftX, point.y - DxShiftY, point.z});
     if (DxCheckPass) DxCheckXYZ(point.x, point.y, point.z);
     return true;
+}
+
+/// Announces the elements of the samples; measuring makes none.
+int announce(int count) {
+    return count > 0 && !DxCheckPass ? DxNewElement(count) : 0;
 }
 
 /// Samples the curve itself. A curve that is none of the host's is an error of its own. `useArcs` is cleared
@@ -69,7 +80,7 @@ int sampleCurve(const DX_SPLINE_TYPE& rec, const Mat44 m, bool& useArcs, Samples
     const int density = linear ? 1 : 2 * curve.get().order;
     if (const int error = BsGetCurveUList(curve.get(), density, &parameters, &spans, &count))
         return error == NO_CURVE ? 0 : error;
-    if (const int error = count > 0 ? DxNewElement(count) : 0) return error;
+    if (const int error = announce(count)) return error;
     for (int k = 0; k < count; ++k) {
         const auto i = static_cast<std::size_t>(k);
         BS_POINT h{};
@@ -89,8 +100,7 @@ int sampleCurve(const DX_SPLINE_TYPE& rec, const Mat44 m, bool& useArcs, Samples
 }
 
 int sampleFitPoints(const DX_SPLINE_TYPE& rec, const Mat44 m, Samples& samples) {
-    if (rec.fitPoints.empty()) return 0;
-    if (const int error = DxNewElement(rec.fitCount)) return error;
+    if (const int error = announce(rec.fitCount)) return error;
     for (const RPT3& point : rec.fitPoints) addSample(samples, point, {1, 0}, m);
     return 0;
 }
@@ -165,8 +175,11 @@ int DxDrawSpline(const DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     const bool linear = rec->flags & LINEAR || rec->degree == 1;
     const bool hasCurve = rec->knotCount != 0 && rec->controlCount != 0;
+    const bool inSpace = stage == 3 && Dx3dLines;
     bool useArcs = approx && !linear && hasCurve;
+    UtCList<GeRpt3> list;
     Samples samples;
+    if (inSpace) samples.inSpace = &list;
     const int error = hasCurve ? sampleCurve(*rec, m, useArcs, samples) : sampleFitPoints(*rec, m, samples);
     if (error || DxCheckPass) return error;
     if (samples.points.size() < 2) {
@@ -178,10 +191,26 @@ int DxDrawSpline(const DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage
     if (stage == 2)
         if (const int failed = useArcs ? drawBiarcs(samples, info) : drawPolygon(samples, info))
             return failed;
+    if (inSpace)
+        if (const int failed = DxCiDraw3DCurveByPoints(list)) return failed;
     DxLastPoint = samples.last;
     return 0;
 }
 
+int DxCiDraw3DCurveByPoints(UtCList<GeRpt3>& points) {
+    if (points.size() < 2) return 0;
+    DsCsr cursor;
+    if (const int error = CiPat(DxCiContextId).Add(cursor)) return error;
+    if (const int error = UoCopyAllAttrs(DxActPat, DsCursorToPatNo(&cursor))) return error;
+    int curve = 0, part = 0;
+    return Ci3d(DxCiContextId)
+        .DrawCurveByPoints(&cursor, points.data(), static_cast<int>(points.size()), &curve, &part);
+}
+
 int DxDrawFlatSpline(const DX_SPLINE_TYPE* rec, const DxEntityContext& context) {
     return DxDrawSpline(rec, context.matrix, context.approx >= 1, 2);
+}
+
+int DxDrawSplineInSpace(const DX_SPLINE_TYPE* rec, const DxEntityContext& context) {
+    return DxDrawSpline(rec, context.matrix, context.approx >= 1, 3);
 }

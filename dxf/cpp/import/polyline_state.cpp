@@ -8,6 +8,7 @@ RPT3 DxPolyPrev{};
 RPT3 DxPolyStart{}, DxPolyStartWorld{};
 int DxPolyPat = 0;
 int DxFillSavedPat = 0;
+std::vector<int> DxPolyRows;
 DX_POLY_STYLE DxPolyStyle;
 
 void DxResetPolylineState() {
@@ -17,5 +18,6 @@ void DxResetPolylineState() {
     DxPolyBulge = 0;
     DxPolyPrev = DxPolyStart = DxPolyStartWorld = {0, 0, 0};
     DxPolyPat = DxFillSavedPat = 0;
+    DxPolyRows = {};
     DxPolyStyle = DX_POLY_STYLE{};
 }

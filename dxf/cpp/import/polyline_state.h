@@ -12,6 +12,7 @@ extern RPT3 DxPolyPrev;                    ///< previous vertex, object coordina
 extern RPT3 DxPolyStart, DxPolyStartWorld; ///< first vertex, object and world coordinates
 extern int DxPolyPat;                      ///< DxActPat at the last vertex
 extern int DxFillSavedPat;                 ///< active pattern ahead of the outline pattern
+extern std::vector<int> DxPolyRows;        ///< varying widths: rows of the outline pattern behind each vertex
 
 /// What all vertices of one style share: whether they are drawn, and with what.
 struct DX_POLY_STYLE {

@@ -61,7 +61,8 @@ int CiPat::ChgAttr(const DsCsr& cursor, const UtCString& name, const UtCString& 
 
 /// Lowest and highest z of a pattern; flat content has z 0.
 static std::pair<double, double> heightRange(const Pattern& pattern) {
-    const bool flat = pattern.size() != pattern.faces.size() + pattern.pointClouds.size();
+    const std::size_t inSpace = pattern.faces.size() + pattern.curves.size() + pattern.pointClouds.size();
+    const bool flat = pattern.size() != inSpace;
     double low = flat ? 0 : std::numeric_limits<double>::infinity();
     double high = -low;
     const auto take = [&](const std::vector<RPT3>& points) {
@@ -71,6 +72,7 @@ static std::pair<double, double> heightRange(const Pattern& pattern) {
         }
     };
     for (const Face& face : pattern.faces) take(face.points);
+    for (const Curve& curve : pattern.curves) take(curve.points);
     for (const PointCloud& cloud : pattern.pointClouds) take(cloud.points);
     return {low, high};
 }

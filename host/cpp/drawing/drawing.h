@@ -95,6 +95,11 @@ struct Face {
     std::vector<RPT3> points;
     int pen = 1;
 };
+/// A curve in space through its points.
+struct Curve {
+    std::vector<RPT3> points;
+    int pen = 1;
+};
 struct PointCloud {
     std::vector<RPT3> points;
 };
@@ -123,6 +128,7 @@ struct Pattern {
     std::vector<Bitmap> bitmaps;
     std::vector<Face> faces;
     bool facesJoined = false; ///< the faces are one surface set
+    std::vector<Curve> curves;
     std::vector<PointCloud> pointClouds;
     std::vector<Solid> solids;
 

@@ -125,6 +125,7 @@ void Dumper::dumpPattern(const Pattern& pattern) {
     for (const Bitmap& b : pattern.bitmaps) put("  bitmap ").quoted(b.data).put("\n");
     for (const Face& face : pattern.faces) points("face", face.points, face.pen);
     if (pattern.facesJoined) put("  faces joined\n");
+    for (const Curve& curve : pattern.curves) points("curve", curve.points, curve.pen);
     for (const PointCloud& cloud : pattern.pointClouds) points("pointcloud", cloud.points, -1);
     for (const Solid& s : pattern.solids) put("  solid ").quoted(s.data).put("\n");
 }

@@ -45,6 +45,8 @@ void moveDrawing(Drawing& drawing, double dx, double dy) {
         for (Text& text : pattern.texts) move.point(text);
         for (Face& face : pattern.faces)
             for (RPT3& p : face.points) move.point(p);
+        for (Curve& curve : pattern.curves)
+            for (RPT3& p : curve.points) move.point(p);
         for (PointCloud& cloud : pattern.pointClouds)
             for (RPT3& p : cloud.points) move.point(p);
     }

@@ -62,6 +62,8 @@ void Rescale::operator()(Pattern& pattern) const {
     }
     for (Face& face : pattern.faces)
         for (RPT3& p : face.points) (*this)(p);
+    for (Curve& curve : pattern.curves)
+        for (RPT3& p : curve.points) (*this)(p);
     for (PointCloud& cloud : pattern.pointClouds)
         for (RPT3& p : cloud.points) (*this)(p);
 }

@@ -124,6 +124,16 @@ void Painter::drawFaces(const Pattern& pattern) {
     strokePending();
 }
 
+void Painter::drawCurves(const Pattern& pattern) {
+    for (const Curve& curve : pattern.curves) {
+        if (curve.points.empty()) continue;
+        usePen(curve.pen, 1);
+        path_.moveTo(frame_.map(curve.points.front().x, curve.points.front().y));
+        for (const RPT3& p : curve.points) path_.lineTo(frame_.map(p.x, p.y));
+    }
+    strokePending();
+}
+
 void Painter::drawPoints(const Pattern& pattern) {
     for (const PointCloud& cloud : pattern.pointClouds) {
         for (const RPT3& p : cloud.points) {

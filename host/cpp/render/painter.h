@@ -16,6 +16,7 @@ public:
     void drawHatches(const Pattern& pattern);
     void drawElements(const Pattern& pattern);
     void drawFaces(const Pattern& pattern);
+    void drawCurves(const Pattern& pattern);
     void drawPoints(const Pattern& pattern); ///< point clouds
     void drawTexts(const Pattern& pattern);
 

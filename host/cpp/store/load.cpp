@@ -146,6 +146,7 @@ static void readPatterns(Database& db, const DrawingHead& head, Drawing& drawing
     readPatternLists(db, drawing, &Pattern::dimensions);
     readPatternLists(db, drawing, &Pattern::bitmaps);
     readPatternLists(db, drawing, &Pattern::faces);
+    readPatternLists(db, drawing, &Pattern::curves);
     readPatternLists(db, drawing, &Pattern::pointClouds);
     readPatternLists(db, drawing, &Pattern::solids);
     readPartLists(db, drawing, &Pattern::hatches, &Hatch::contours);

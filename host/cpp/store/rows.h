@@ -177,6 +177,16 @@ struct Row<Face> {
 };
 
 template <>
+struct Row<Curve> {
+    static constexpr const char* table = "curves";
+    static constexpr std::array keys{"pattern", "position"};
+    template <class V, class R>
+    static void columns(V& v, R& r) {
+        v("pen", r.pen), v("points", r.points);
+    }
+};
+
+template <>
 struct Row<PointCloud> {
     static constexpr const char* table = "point_clouds";
     static constexpr std::array keys{"pattern", "position"};
@@ -263,8 +273,9 @@ template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
-               Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<PointCloud>, Holder<Layer>, Holder<View>,
-               Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<ImportedPattern>>;
+               Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
+               Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>,
+               Holder<ImportedPattern>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

@@ -131,6 +131,7 @@ static void putPattern(Tables& tables, const Pattern& pattern) {
     putList(tables, pattern.number, pattern.dimensions);
     putList(tables, pattern.number, pattern.bitmaps);
     putList(tables, pattern.number, pattern.faces);
+    putList(tables, pattern.number, pattern.curves);
     putList(tables, pattern.number, pattern.pointClouds);
     putList(tables, pattern.number, pattern.solids);
     for (std::size_t i = 0; i < pattern.hatches.size(); ++i) {
