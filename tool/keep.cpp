@@ -79,16 +79,26 @@ private:
 
 } // namespace
 
+/// A stroke font without a table stays the default's affair; any other name is a face, or a face's file.
+static void addFont(KeepPlan& plan, const std::string& font) {
+    std::string file = font;
+    std::transform(file.begin(), file.end(), file.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    file.erase(0, file.find_last_of("/\\:") + 1);
+    const std::string face = font.substr(font.size() - file.size());
+    if (file.find(".shx") != std::string::npos || !isWritable(file)) return;
+    // A host side that begins with a digit would be a font number.
+    if (file.empty() || (file[0] >= '0' && file[0] <= '9')) return;
+    plan.fonts.emplace_back(file, face.substr(0, file.find(".ttf")));
+}
+
 KeepPlan planKeeping(const SourceScan& scan) {
     KeepPlan plan;
     LineTypeNumbers numbers(plan, scan);
     for (const SourceLineType& type : scan.lineTypes) numbers.add(type);
-    for (const std::string& name : scan.lineTypesUsed) numbers.add({name, {}});
+    for (const std::string& name : scan.lineTypesUsed) numbers.add({name, {}, {}});
     numbers.finish();
-    for (const std::string& font : scan.fontFiles) {
-        // A host side that begins with a digit would be a font number.
-        if (isWritable(font) && !(font[0] >= '0' && font[0] <= '9')) plan.fonts.push_back(font);
-    }
+    for (const std::string& font : scan.fontFiles) addFont(plan, font);
     return plan;
 }
 
@@ -107,11 +117,10 @@ bool writeKeepConfig(const KeepPlan& plan, const std::string& keep, const std::s
     if (!in) return false;
     out << "\n#LT-DXF-TO-CAD\n" << plan.spellings.size() << '\n';
     for (const auto& [name, number] : plan.spellings) out << name << '|' << number << '\n';
-    std::vector<std::string> fonts;
-    std::copy_if(plan.fonts.begin(), plan.fonts.end(), std::back_inserter(fonts),
-                 [&](const std::string& font) { return !knownFonts.contains(font); });
+    std::map<std::string, std::string> fonts(plan.fonts.begin(), plan.fonts.end());
+    std::erase_if(fonts, [&](const auto& font) { return knownFonts.contains(font.first); });
     out << "\n#FONT-DXF-TO-CAD\n" << fonts.size() << '\n';
-    for (const std::string& font : fonts) out << font << '|' << font << '\n';
+    for (const auto& [file, face] : fonts) out << file << '|' << face << '\n';
     for (const char* section : {"#PEN-DXF-TO-CAD", "#FILL-DXF-TO-CAD"}) {
         out << '\n' << section << '\n' << kColors + 1 << '\n';
         for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';

@@ -94,23 +94,25 @@ static CLI::App* addCommand(CLI::App& app, const char* name, const char* purpose
 static void addFormat(CLI::App& command, Options& options) {
     command.add_option("--format", options.format, "Version to write, the newest by default")
         ->check(CLI::IsMember({"ACAD32", "ACAD27", "ACAD24", "ACAD21", "ACAD18", "ACAD15", "ACAD14", "ACAD13",
-                               "ACAD12", "ACAD11", "EASY"}));
+                               "ACAD12", "ACAD11", "EASY"}))
+        ->excludes(command.get_option("--config"))
+        ->excludes(command.get_option("--plain"));
 }
 
 static void addWriteCommands(CLI::App& app, Options& options, Run& chosen) {
     CLI::App* write = addCommand(app, "export", "A drawing file becomes a DXF file", runExport, chosen);
     addInput(*write, options);
     write->add_option("OUT", options.output, "The DXF file")->required();
-    addFormat(*write, options);
     addReadOptions(*write, options);
+    addFormat(*write, options);
 
     CLI::App* convert =
         addCommand(app, "convert", "DXF files become DXF files of another version", runConvert, chosen);
     convert->add_option("FILES", options.inputs, "IN... OUT, or IN... with -d")->required();
     convert->add_option("-d,--directory", options.directory, "Folder for the DXF files");
-    addFormat(*convert, options);
     addJobs(*convert, options);
     addReadOptions(*convert, options);
+    addFormat(*convert, options);
 }
 
 static void addCommands(CLI::App& app, Options& options, Run& chosen) {

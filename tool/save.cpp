@@ -63,11 +63,18 @@ private:
         pair(0, "LTYPE");
         pair(2, type.name);
         pair(70, 0);
-        pair(3, "");
+        pair(3, descriptionOf(type.name, scan));
         pair(72, 65);
         pair(73, count);
         pair(40, length);
         for (std::size_t i = 0; i < count; ++i) pair(49, type.dashes[i] / sheet);
+    }
+
+    static std::string descriptionOf(const std::string& name, const SourceScan& scan) {
+        const auto known =
+            std::find_if(scan.lineTypes.begin(), scan.lineTypes.end(),
+                         [&](const SourceLineType& type) { return sourceText(type.name, scan) == name; });
+        return known == scan.lineTypes.end() ? std::string() : sourceText(known->description, scan);
     }
 
     void layer(const SourceLayer& source, const SourceScan& scan) {

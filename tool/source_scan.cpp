@@ -146,6 +146,7 @@ void Scanner::takeTables(const PairReader& pair) {
     if (record_ != "LTYPE" || scan_.lineTypes.empty()) return;
     SourceLineType& type = scan_.lineTypes.back();
     if (pair.code == 2) type.name = pair.value.substr(0, kLongestName);
+    if (pair.code == 3) type.description = pair.value.substr(0, kLongestName);
     if (pair.code == 49 && type.dashes.size() < kMostDashes) type.dashes.push_back(toReal(pair.value));
 }
 

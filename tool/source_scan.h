@@ -11,6 +11,7 @@ namespace tool {
 /// A line type of the TABLES section.
 struct SourceLineType {
     std::string name;           ///< in the file's bytes
+    std::string description;    ///< in the file's bytes
     std::vector<double> dashes; ///< drawing units: positive dash, negative gap, 0 dot
 };
 

@@ -2,6 +2,7 @@
 
 #include "../config/config_state.h"
 #include "../export/export_state.h"
+#include "../import/dx_extents.h"
 #include "../import/import_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
@@ -34,18 +35,28 @@ int writeInsUnits(int code) {
     return DxWriteInt(code, DxFileInsUnits);
 }
 
+/// What a drawing without content has for extents.
+constexpr double UNSET = 1e20;
+
+RPT3 extMin() {
+    return DxIsExtentsUnInizialized() ? RPT3{UNSET, UNSET, UNSET} : DxExtMin;
+}
+RPT3 extMax() {
+    return DxIsExtentsUnInizialized() ? RPT3{-UNSET, -UNSET, -UNSET} : DxExtMax;
+}
+
 struct Placeholder {
     std::string_view text;
     int (*write)(int code);
 };
 
 constexpr Placeholder PLACEHOLDERS[] = {
-    {"#EXTMIN_X#", [](int code) { return DxWriteDouble(code, DxExtMin.x); }},
-    {"#EXTMIN_Y#", [](int code) { return DxWriteDouble(code, DxExtMin.y); }},
-    {"#EXTMIN_Z#", [](int code) { return DxWriteDouble(code, DxExtMin.z); }},
-    {"#EXTMAX_X#", [](int code) { return DxWriteDouble(code, DxExtMax.x); }},
-    {"#EXTMAX_Y#", [](int code) { return DxWriteDouble(code, DxExtMax.y); }},
-    {"#EXTMAX_Z#", [](int code) { return DxWriteDouble(code, DxExtMax.z); }},
+    {"#EXTMIN_X#", [](int code) { return DxWriteDouble(code, extMin().x); }},
+    {"#EXTMIN_Y#", [](int code) { return DxWriteDouble(code, extMin().y); }},
+    {"#EXTMIN_Z#", [](int code) { return DxWriteDouble(code, extMin().z); }},
+    {"#EXTMAX_X#", [](int code) { return DxWriteDouble(code, extMax().x); }},
+    {"#EXTMAX_Y#", [](int code) { return DxWriteDouble(code, extMax().y); }},
+    {"#EXTMAX_Z#", [](int code) { return DxWriteDouble(code, extMax().z); }},
     {"#LUPREC#", [](int code) { return DxWriteInt(code, DxLuPrec); }},
     {"#REFERENCE#", [](int code) { return DxWriteVariableReference(code); }},
     {"#LTSCALE#", [](int code) { return DxWriteDouble(code, lineTypeScale()); }},
@@ -122,10 +133,10 @@ int writeBuiltInHeader() {
     if (!error) error = DxWriteString(9, "$INSBASE");
     for (const int code : {10, 20, 30})
         if (!error) error = DxWriteDouble(code, 0.0);
-    if (!error) error = writePointFix("$EXTMAX", DxExtMax);
-    if (!error) error = writePointFix("$EXTMIN", DxExtMin);
-    if (!error) error = writePointFix("$LIMMAX", DxExtMax);
-    if (!error) error = writePointFix("$LIMMIN", DxExtMin);
+    if (!error) error = writePointFix("$EXTMAX", extMax());
+    if (!error) error = writePointFix("$EXTMIN", extMin());
+    if (!error) error = writePointFix("$LIMMAX", extMax());
+    if (!error) error = writePointFix("$LIMMIN", extMin());
     if (!error) error = writeRows(AHEAD_OF_STYLE);
     if (!error) error = writeNamed("$TEXTSTYLE", 7, "STANDARD");
     if (!error) error = writeNamed("$CLAYER", 8, "0");

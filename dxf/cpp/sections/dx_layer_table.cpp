@@ -2,6 +2,7 @@
 #include "../config/dx_layers.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_fields.h"
+#include "../session/session_state.h"
 #include "dx_tables_read.h"
 
 namespace {
@@ -17,11 +18,12 @@ constexpr auto fields = dxFields<R>({
     {370, &R::lineWeight},
 });
 
-/// A layer without a colour is white; a frozen one is off, which a negative colour says.
+/// A layer without a colour is white. For an import a frozen one is off, which a negative colour says; the
+/// layers of an export's template go out as they came.
 void settleColor(DX_LAYER_TYPE& layer) {
     constexpr int frozen = 1;
     if (layer.color == 0) layer.color = 7;
-    if ((layer.flags & frozen) && layer.color > 0) layer.color = -layer.color;
+    if (!DxIsExport && (layer.flags & frozen) && layer.color > 0) layer.color = -layer.color;
 }
 
 } // namespace

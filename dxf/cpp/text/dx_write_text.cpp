@@ -59,7 +59,7 @@ private:
     bool settleColours() {
         DX_NAME none;
         DxPenLtToDXF(parm_.pen, 1, &colour_, &none, 1);
-        DxFillToDXF(text_.ext.fillPen, &fillColour_);
+        if (text_.ext.fillPen != 0) DxFillToDXF(text_.ext.fillPen, &fillColour_); // 0: that of the sheet
         return DxShouldWriteColor(colour_, parm_.pen);
     }
 
@@ -82,22 +82,23 @@ private:
         lines_ = text_.lines;
         if (text_.kind != DX_WRITE_PLAIN) lines_.resize(1);
         if (text_.kind == DX_WRITE_PLAIN && text_.lineLength > 0) breakLines();
-        isBlock_ = lines_.size() > 1;
+        isBlock_ = lines_.size() > 1 || room_ > 0;
     }
 
     void breakLines() {
         std::vector<std::string> shown = DxTextBreakLines(
             lines_, text_.lineLength, [&](std::string_view c) { return hostLength(std::string(c)); });
         const bool isBroken = shown.size() > lines_.size();
+        const bool needsBox = isBroken || parm_.justification != 0; // a TEXT has none
         constexpr double usual = 5.0 / 3, least = 0.25, most = 4.0; // what the format's factor may be
         const double factor = isBroken ? parm_.lineDistance / usual : 1.0;
         if (lines_.size() == 1 && factor >= least && factor <= most && DxMiscCheckVersion(6)) {
-            isMtext_ = isFace_ || isBroken; // a TEXT has no box
+            isMtext_ = isFace_ || needsBox;
             box_ = text_.lineLength;
             lineSpacing_ = factor;
             return;
         }
-        if (!isBroken) return;
+        if (!needsBox) return;
         lines_ = std::move(shown);
         room_ = text_.lineLength;
         if (parm_.justification == 0) parm_.justification = column();
