@@ -67,7 +67,7 @@ TEST_F(Export, AFaceMakesAnMtextWhereTheTargetHasIt) {
     const Exported file = exportDrawing(exportConfig("ACAD24"));
     EXPECT_EQ(file.errors(), "");
     const DxfGroups mtext = file.first(0, "MTEXT");
-    EXPECT_EQ(valueOf(mtext, 1), "a\\{b\\}\\\\c");
+    EXPECT_EQ(valueOf(mtext, 1), "\\W0.6;a\\{b\\}\\\\c") << "6 wide and 10 high";
     EXPECT_EQ(valueOf(mtext, 71), "7");
     EXPECT_NEAR(number(mtext, 50), 28.6479, 1e-9) << "four digits";
     EXPECT_NE(valueOf(file.first(1000, "Arial"), 1000), "none") << "the style names the face";
