@@ -26,6 +26,7 @@ struct ShownLine {
     double x, y, length, height, angle, slant;
     int pen, font, style;
     std::string face;
+    bool inBox;
 };
 
 /// The content of all patterns of one layer.
@@ -60,10 +61,10 @@ inline void addLines(std::vector<ShownLine>& lines, const host::Text& text) {
             if (static_cast<unsigned char>(ch) >= 32) shown += ch;
         shown.erase(shown.find_last_not_of(' ') + 1);
         if (shown.empty()) continue;
-        lines.push_back({shown, text.x + c * line.x - s * line.baseline,
-                         text.y + s * line.x + c * line.baseline,
-                         (line.width - (text.spacing - 1) * text.width) / perUnit, text.height / perUnit,
-                         text.angle, text.slant, text.pen, text.font, text.styleBits, text.face});
+        lines.push_back(
+            {shown, text.x + c * line.x - s * line.baseline, text.y + s * line.x + c * line.baseline,
+             (line.width - (text.spacing - 1) * text.width) / perUnit, text.height / perUnit, text.angle,
+             text.slant, text.pen, text.font, text.styleBits, text.face, text.lineLength > 0});
     }
 }
 
@@ -117,7 +118,10 @@ inline void expectEqual(const std::vector<ShownLine>& before, const std::vector<
         const double tolerance = 1e-4 * std::max(a.height, 1.0);
         ASSERT_NEAR(a.x, b.x, tolerance) << where;
         ASSERT_NEAR(a.y, b.y, tolerance) << where;
-        ASSERT_NEAR(a.length, b.length, 1e-3 * std::max(a.length, 1.0)) << where;
+        // The spacing of a stroke font follows from its table, or from a rough rule if it has none. That
+        // keeps the length of a text, but not of the lines that a box makes of it.
+        const double part = a.font && a.inBox ? 2e-2 : 1e-3;
+        ASSERT_NEAR(a.length, b.length, part * std::max(a.length, 1.0)) << where;
         ASSERT_NEAR(a.height, b.height, 1e-6 * a.height) << where;
         ASSERT_NEAR(std::remainder(a.angle - b.angle, 6.283185307179586), 0, 1e-5) << where;
         ASSERT_NEAR(a.slant, b.slant, 1e-5) << where;

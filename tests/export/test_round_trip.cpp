@@ -92,10 +92,12 @@ std::map<std::string, int> lineTypesOf(const std::string& text) {
     std::map<std::string, int> byUpperName{{"CONTINUOUS", 1}, {"BYLAYER", 0}, {"BYBLOCK", 0}};
     int next = 2;
     for (const DxfGroup& pair : pairsOf(text)) {
-        if (pair.code != 6 || pair.value.empty() || next > 62) continue;
-        const auto [known, isNew] = byUpperName.try_emplace(UtCString(pair.value).Upper().str(), next);
+        const std::string name = pair.value.substr(0, pair.value.find('\r'));
+        const bool isName = std::all_of(name.begin(), name.end(), [](char c) { return c != '|' && c >= 32; });
+        if (pair.code != 6 || name.empty() || !isName || next > 62) continue;
+        const auto [known, isNew] = byUpperName.try_emplace(UtCString(name).Upper().str(), next);
         if (isNew) ++next;
-        if (known->second) numbers[pair.value] = numbers[oldName(pair.value)] = known->second;
+        if (known->second) numbers[name] = numbers[oldName(name)] = known->second;
     }
     return numbers;
 }
