@@ -86,8 +86,11 @@ private:
     }
 
     void breakLines() {
-        std::vector<std::string> shown = DxTextBreakLines(
-            lines_, text_.lineLength, [&](std::string_view c) { return hostLength(std::string(c)); });
+        // The host leaves rounding a little room, and the space behind the last character needs none.
+        constexpr double slack = 1 + 1e-9;
+        std::vector<std::string> shown =
+            DxTextBreakLines(lines_, text_.lineLength * slack + 2 * padX_,
+                             [&](std::string_view c) { return hostLength(std::string(c)); });
         const bool isBroken = shown.size() > lines_.size();
         const bool needsBox = isBroken || parm_.justification != 0; // a TEXT has none
         constexpr double usual = 5.0 / 3, least = 0.25, most = 4.0; // what the format's factor may be
@@ -98,7 +101,7 @@ private:
             lineSpacing_ = factor;
             return;
         }
-        if (!needsBox) return;
+        if (!needsBox && lines_.size() == 1) return;
         lines_ = std::move(shown);
         room_ = text_.lineLength;
         if (parm_.justification == 0) parm_.justification = column();
@@ -150,7 +153,7 @@ private:
         DxTextGetDxfFontSpace(line, style->fontFile.view(), &widths, &spaces);
         if (text_.kind != DX_WRITE_INVISIBLE_ATTRIBUTE) noteDescent(style->fontFile.view());
         // A stroke font that stands in for a face of the target keeps the text's length.
-        const double wanted = isFace_ ? hostLength(line) : *length;
+        const double wanted = isFace_ ? hostLength(line) - 2 * padX_ : *length;
         constexpr double smallest = 0.01;
         return widths + spaces > smallest ? wanted / ((widths + spaces) * height_) : 1.0;
     }
@@ -202,14 +205,11 @@ private:
     /// forward as well.
     void moveToCharacters(Anchor& a, const std::string& line) const {
         a.first = moved(a.first, std::abs(padX_), padY_);
-        if (!isMtext_) {
-            a.second = moved(a.second, std::abs(padX_), padY_);
-            return;
-        }
+        const bool isAtCell = isMtext_ || (isFace_ && a.hor == column()); // not at the characters' length
         // The block of an MTEXT that hangs on its middle or its bottom begins below the line.
-        const bool hasDescender = line.find_first_of("gjpqy") != std::string::npos;
-        const double below = hasDescender ? (1 - row() * 0.5) * DxWrittenDescent * height_ : 0;
-        a.second = moved(a.second, (1 - column()) * padX_, padY_ - below);
+        const bool isRaised = isMtext_ && line.find_first_of("gjpqy") != std::string::npos;
+        const double below = isRaised ? (1 - row() * 0.5) * DxWrittenDescent * height_ : 0;
+        a.second = moved(a.second, isAtCell ? (1 - column()) * padX_ : std::abs(padX_), padY_ - below);
     }
 
     int writeLine(const RPT& start, std::string line) {
