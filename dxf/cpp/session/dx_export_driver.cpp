@@ -50,13 +50,11 @@ int DxWriteEntitySection() {
 
 namespace {
 
-/// Copies the file at `path` behind what the current stream holds.
+/// Copies the file at `path` behind what the header stream holds.
 int appendFile(const UtCString& path) {
-    FILE* source = UtFileOpen(path, "r");
-    if (!source) return TEMPORARY_FAILED;
-    const int error = DxInsertFile(source);
-    UtFileClose(source);
-    return error;
+    if (const int error = DxWriteFlush()) return error;
+    const int error = UtFileAppend(DxHeaderStream, path);
+    return error == OPEN_FAILED ? TEMPORARY_FAILED : error;
 }
 
 } // namespace

@@ -44,8 +44,11 @@ int DxWriteOpen() {
 
 int DxWriteCloseStream(FILE*& stream) {
     if (!stream) return 0;
-    const int flushed = DxPending.stream == stream ? DxWriteFlush() : 0;
-    DxPending.stream = nullptr;
+    int flushed = 0;
+    if (DxPending.stream == stream) {
+        flushed = DxWriteFlush();
+        DxPending.stream = nullptr;
+    }
     const int closed = UtFileClose(stream);
     stream = nullptr;
     return flushed || closed ? WRITE_FAILED : 0;
