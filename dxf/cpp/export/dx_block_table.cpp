@@ -59,6 +59,7 @@ int* DxFindBlockCounter(const UtCString& name) {
 
 void DxCheckBlockname(UtCString& name) {
     DxCheckName(name);
+    if (name.IsEmpty()) name = "B"; // as a pattern without a name
     const std::string base = name.str();
     int* counter = DxFindBlockCounter(name);
     while (DxFindBlockCounter(name) && counter) {

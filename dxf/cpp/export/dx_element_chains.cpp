@@ -54,6 +54,8 @@ private:
             atFirstPoint_ = true;
         } else if (e.type >= LINE && e.type <= COUNTER_CLOCKWISE) {
             error = write(e);
+            // Elsewhere the layer of the last element is that of all.
+            if (!error && DxUseByLayer) error = DxAddLayer(DxActLayer.view());
         }
         previous_ = e.end;
         return error;
@@ -81,7 +83,8 @@ private:
 
     /// Within a pattern only the classification gives elements of one pen different looks.
     const DX_WRITE_LOOK& lookOf(const UO_ELEM& e) {
-        KnownLook& known = looks_[(static_cast<unsigned>(e.pen) * 7 + static_cast<unsigned>(e.lineType)) % LOOKS];
+        KnownLook& known =
+            looks_[(static_cast<unsigned>(e.pen) * 7 + static_cast<unsigned>(e.lineType)) % LOOKS];
         if (!known.isSet || known.pen != e.pen || known.lineType != e.lineType || DxUseByLayer)
             known = {true, e.pen, e.lineType, DxWriteLookOf(e.pen, e.lineType)};
         return known.look;
@@ -110,8 +113,7 @@ private:
     /// Opens a polyline where the element wants one, and adds the element to an open one.
     int extendPolyline(const UO_ELEM& e) {
         if (!open_ && belongsToPolyline(e)) {
-            if (const int error = DxWritePolyLineStart(lookOf(e), 0.0, &open_, polyline_))
-                return error;
+            if (const int error = DxWritePolyLineStart(lookOf(e), 0.0, &open_, polyline_)) return error;
             if (open_) addVertex(MOVE, previous_, e);
         }
         if (!open_) return 0;

@@ -22,8 +22,8 @@ FILE* currentStream() {
     return DxDocuments.currentStream();
 }
 
-/// Room for `size` bytes behind what waits for `stream`. Null when there is none, or when what waited can't be
-/// written.
+/// Room for `size` bytes behind what waits for `stream`. Null when there is none, or when what waited can't
+/// be written.
 char* roomFor(FILE* stream, std::size_t size) {
     if (DxPending.stream != stream || sizeof DxPending.bytes - DxPending.size < size) {
         const int error = DxWriteFlush();
