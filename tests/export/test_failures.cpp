@@ -132,6 +132,13 @@ TEST_F(Export, AFullDiskCostsNoOldFile) {
     for (const char* poly : {"WRITE_POLY=1\n", "WRITE_BLOCKS=YES\n"})
         expectOldFileStays(exportConfig("ACAD15", poly), 4096, installation_);
 
+    // So little that it waits in memory until its stream is closed.
+    startDrawing();
+    for (int i = 0; i < 60; ++i) addPattern({moveTo(0, 0), drawTo(i, 1)});
+    sizes = sizesOf(exportDrawing(exportConfig("ACAD15")).text);
+    ASSERT_GT(sizes.body, sizes.header + sizes.tables);
+    expectOldFileStays(exportConfig("ACAD15"), sizes.body - 1, installation_);
+
     // Many layers and few entities: the other files are larger than the body.
     std::string layers;
     DxfText source = dxf();
@@ -223,7 +230,9 @@ TEST_F(Export, RulesGiveLayersToElements) {
     const std::string lines = "LAYER_ELEM=ATTR\nUSE_BYLAYER=1\n";
     for (const char* version : {"ACAD24", "ACAD12"}) {
         const Exported file = exportDrawing(exportConfig(version, lines));
-        EXPECT_EQ(file.errors(), "") << "each layer has its record";
+        EXPECT_EQ(file.errors(), "");
+        for (const char* layer : {"WALL-HIDDEN", "WALL-CUT", "WALL-LINES", "OTHER"})
+            EXPECT_EQ(file.count(2, layer), 1u) << layer;
         EXPECT_EQ(valueOf(file.first(0, "LINE"), 8), "WALL-HIDDEN");
         EXPECT_EQ(valueOf(file.first(0, "LINE", 1), 8), "WALL-CUT");
         EXPECT_EQ(valueOf(file.first(0, "LINE", 2), 8), "WALL-LINES");
