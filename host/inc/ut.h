@@ -22,10 +22,13 @@ bool UtIsFile(const UtCString& path);
 /// The file that writing to `path` would change: the end of a chain of links, else `path` itself. Empty when
 /// what is there already can't be written or is no regular file.
 UtCString UtFileTarget(const UtCString& path);
-int UtFileRemove(const UtCString& path);                    ///< 0 on success.
+/// Puts the bytes of file `path` behind those written to `stream`. 0; 9001 when there is no such file, 9000
+/// when reading or writing fails.
+int UtFileAppend(FILE* stream, const UtCString& path);
+int UtFileRemove(const UtCString& path); ///< 0 on success.
 /// Within a file system. Replaces an older `to`, whose permissions the file takes over.
 int UtFileRename(const UtCString& from, const UtCString& to);
-int UtFileMove(const UtCString& from, const UtCString& to);   ///< Copies and removes where it must.
+int UtFileMove(const UtCString& from, const UtCString& to); ///< Copies and removes where it must.
 UtCString UtGetTempDir();
 /// A name for a temporary file, unique on this machine: `directory`/`prefix`+random number. Creates nothing.
 UtCString UtTempFileName(const UtCString& directory, const UtCString& prefix);

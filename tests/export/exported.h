@@ -47,6 +47,11 @@ public:
         return count;
     }
 
+    void clearLeftovers() const {
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path()))
+            if (entry.is_regular_file()) std::filesystem::remove(entry.path());
+    }
+
 private:
     TempDir folder_;
 };

@@ -46,13 +46,19 @@ TEST_F(Export, EqualBodiesShareABlock) {
 }
 
 TEST_F(Export, NamesThatAFileCantHoldStayApart) {
-    for (const char* name : {"a/b", "a:b", "", "a_b", "\xE4\xB8\xAD"})
+    std::string umlauts = "x";
+    for (int i = 0; i < 200; ++i) umlauts += "\xC3\xA4"; // cut where a character would be halved
+    const std::vector<std::string> names = {"a/b",       "a:b", "",      "a_b", "\xE4\xB8\xAD", "\x01\x1B",
+                                            "\xC4\xFFx", "*",   umlauts, "A_B", "*Model_Space"};
+    for (const std::string& name : names) {
         addPattern({moveTo(0, 0), drawTo(4, 0)}, name, std::string(400, 'x') + name);
+        addPattern({moveTo(0, 0), drawTo(4, 0)}, umlauts + name, name);
+    }
     for (const std::string& version : VERSIONS) {
         const Exported file = exportDrawing(exportConfig(version, BLOCKS));
         EXPECT_EQ(file.stat, 0);
         EXPECT_EQ(file.errors(), "") << version;
-        EXPECT_EQ(file.count(0, "INSERT"), 5u);
+        EXPECT_EQ(file.count(0, "INSERT"), 2 * names.size());
     }
 }
 

@@ -107,6 +107,40 @@ TEST_F(Export, TheOrderSettlesTheLayer) {
     }
 }
 
+TEST_F(Export, LayersThatDifferInCaseAreOne) {
+    addPattern({moveTo(0, 0), drawTo(1, 0)}, "P", "Wall");
+    addPattern({moveTo(0, 1), drawTo(1, 1)}, "P", "WALL");
+    const Exported file = exportDrawing(exportConfig("ACAD24", "LAYER_ELEM=ATTR\n"));
+    EXPECT_EQ(file.errors(), "");
+    EXPECT_EQ(valueOf(file.first(0, "LINE", 1), 8), "Wall");
+    EXPECT_EQ(file.count(2, "WALL"), 0u);
+}
+
+TEST_F(Export, WhatHasNoWriterIsCountedOnce) {
+    host::Pattern& first = addPattern({moveTo(0, 0), drawTo(1, 0)});
+    first.hatches.resize(2);
+    first.dimensions.resize(3);
+    first.bitmaps.resize(1);
+    addPattern({moveTo(0, 0), drawTo(1, 0)}).faces.resize(4);
+    addPattern({}).dimensions.resize(5);
+    for (const std::string& version : VERSIONS) {
+        for (const char* lines :
+             {"", "WRITE_BLOCKS=YES\n", "DIM_IN_BLOCK=1\n", "WRITE_ASO_DIM=0\nWRITE_HATCH=2\n"}) {
+            const Exported file = exportDrawing(exportConfig(version, lines));
+            for (const char* words : {"2 hatches were not written.", "8 dimensions were not written.",
+                                      "1 bitmap was not written.", "4 3D faces and solids were not written."})
+                EXPECT_TRUE(file.protocol.find(words) != std::string::npos &&
+                            file.protocol.find(words) == file.protocol.rfind(words))
+                    << version << " " << lines << words;
+        }
+    }
+    const TempDir folder;
+    setenv("HD_WORK_DIR", folder.path().c_str(), 1);
+    host::session().texts["$DxfConfig"] = folder.write("out.dxd", exportConfig("EASY"));
+    DxfSelect(0, DX_EXPORT_3D, folder.file("out.dxf").c_str());
+    EXPECT_NE(folder.read("dxf.proto").find("4 3D faces and solids were not written."), std::string::npos);
+}
+
 TEST_F(Export, TextsMayHaveALayerOfTheirOwn) {
     host::Pattern& pattern = addPattern({moveTo(0, 0), drawTo(1, 0)});
     host::Text text;

@@ -1,11 +1,7 @@
 // Pairs, numbers, strings, handles and streams of an export.
 #include "exported.h"
 
-#include <csignal>
 #include <set>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -79,8 +75,6 @@ TEST_F(Export, EachVersionHasItsGroups) {
     }
 }
 
-// ---- failures ----------------------------------------------------------------------------------------
-
 TEST_F(Export, AMissingTemplateIsReplaced) {
     addPattern({moveTo(0, 0), drawTo(7, 3)});
     installation_.without("header_15");
@@ -92,53 +86,6 @@ TEST_F(Export, AMissingTemplateIsReplaced) {
     EXPECT_EQ(valueOf(file.first(9, "$CELTYPE"), 6), valueOf(file.first(0, "LINE"), 6));
     EXPECT_EQ(file.count(2, "*ACTIVE"), 1u);
     EXPECT_EQ(file.count(2, "OBJECTS"), 0u);
-}
-
-TEST_F(Export, ATargetThatCantBeWrittenIsReported) {
-    addPattern({moveTo(0, 0), drawTo(7, 3)});
-    const TempDir folder;
-    setenv("HD_WORK_DIR", folder.path().c_str(), 1);
-    DxfSelect(0, DX_EXPORT_2D, folder.file("no/such/folder.dxf").c_str());
-    EXPECT_EQ(host::session().numbers["&DxfStat"], 1.0);
-    EXPECT_NE(folder.read("dxf.proto").find("no/such/folder.dxf konnte nicht"), std::string::npos);
-    EXPECT_EQ(installation_.leftovers(), 0u);
-}
-
-/// The export in a process that may write files of `limit` bytes only. Gives &DxfStat.
-int exportWithLimit(const TempDir& folder, rlim_t limit) {
-    const pid_t child = fork();
-    if (child == 0) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit size{limit, limit};
-        const std::string config = folder.write("out.dxd", exportConfig("ACAD15"));
-        setenv("HD_WORK_DIR", folder.path().c_str(), 1);
-        host::session().texts["$DxfConfig"] = config;
-        if (setrlimit(RLIMIT_FSIZE, &size) != 0) _exit(99);
-        DxfSelect(0, DX_EXPORT_2D, folder.file("out.dxf").c_str());
-        _exit(static_cast<int>(host::session().numbers["&DxfStat"]));
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-TEST_F(Export, AFullDiskCostsNoOldFile) {
-    std::vector<host::Element> elements{moveTo(0, 0)};
-    for (int i = 0; i < 2000; ++i) elements.push_back(drawTo(i, i % 7));
-    addPattern(elements);
-    const auto whole = exportDrawing(exportConfig("ACAD15")).text.size();
-    ASSERT_GT(whole, 200'000u);
-    for (const rlim_t limit : {rlim_t{4096}, rlim_t{100'000}, rlim_t{whole - 1}}) {
-        TempDir folder;
-        folder.write("out.dxf", "the old file");
-        EXPECT_EQ(exportWithLimit(folder, limit), 1) << limit;
-        EXPECT_EQ(folder.read("out.dxf"), "the old file") << limit;
-        EXPECT_FALSE(std::filesystem::exists(folder.file("out.dxf.part"))) << limit;
-        EXPECT_EQ(installation_.leftovers(), 0u) << limit;
-    }
-    TempDir folder;
-    EXPECT_EQ(exportWithLimit(folder, whole + 100'000), 0);
-    EXPECT_EQ(folder.read("out.dxf").size(), whole);
 }
 
 } // namespace

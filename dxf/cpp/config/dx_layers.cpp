@@ -19,8 +19,8 @@ void DxInitLayer(DX_LAYER_TYPE* layer) {
     layer->lineWeight = -3;
 }
 
-static DX_LAYER_TYPE* findIn(DxTables& tables, std::string_view name) {
-    const int index = tables.findLayer(name);
+static DX_LAYER_TYPE* findIn(DxTables& tables, std::string_view name, bool anyCase = false) {
+    const int index = anyCase ? tables.findLayerOfAnyCase(name) : tables.findLayer(name);
     return index < 0 ? nullptr : &tables.layers[static_cast<std::size_t>(index)];
 }
 
@@ -86,14 +86,17 @@ int DxAddLayer(std::string_view name) {
 int DxNewLayer(int kind, const UtCString& name) {
     const bool fromPattern = kind >= DX_ORDER_GROUP && kind <= DX_ORDER_ATTR;
     UtCString layer = fromPattern ? DxPatNames[kind] : name;
-    if (fromPattern) {
-        DX_NAME converted;
+    DX_NAME converted;
+    if (fromPattern && layer.Len() < sizeof converted) { // a longer name is no entry of the map
         converted.assign(layer.str());
         DxTableConvLayer(0, &converted);
         layer = UtCString(converted.view());
     }
     DxCheckName(layer);
-    DxActLayer.assign(layer.IsEmpty() ? "0" : layer.str()); // an entity without a layer is on layer 0
+    if (layer.IsEmpty()) layer = "0"; // an entity always has a layer
+    // Names that differ in the case of letters only are one layer in a file.
+    const DX_LAYER_TYPE* known = findIn(DxDocuments.currentTables(), layer.str(), true);
+    DxActLayer.assign(known ? known->name.view() : layer.str());
     return 0;
 }
 

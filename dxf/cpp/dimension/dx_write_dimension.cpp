@@ -2,12 +2,12 @@
 
 #include "../export/dx_unwritten.h"
 
-int DxWritePatDim(int pat, int /*withBlocks*/) {
-    return DxCountUnwritten(pat, DX_UNWRITTEN_DIMENSION);
+int DxWritePatDim(int /*pat*/, int /*withBlocks*/) {
+    return 0;
 }
 
-int DxWriteDimBlock(int /*pat*/) {
-    return 0;
+int DxWriteDimBlock(int pat) {
+    return DxCountUnwritten(pat, DX_UNWRITTEN_DIMENSION);
 }
 
 int DxWritePatSimpleDim(int pat) {

@@ -13,8 +13,7 @@
 #include "mt.h"
 
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
+#include <string_view>
 
 namespace {
 
@@ -22,20 +21,20 @@ constexpr double DEGREES = 57.29577951308232;
 
 /// A block's body as it is compared: names, handles and owners without their values, which differ between
 /// equal blocks.
-std::string comparableBody(const DxLineList& pairs) {
+std::string comparableBody(std::string_view lines) {
+    const auto takeLine = [&lines] {
+        const std::string_view line = lines.substr(0, lines.find('\n') + 1);
+        lines.remove_prefix(line.size());
+        return line;
+    };
     std::string body;
-    for (const std::string& pair : pairs) {
-        const int code = std::atoi(pair.c_str());
-        const bool differs = code == 2 || code == 5 || code == 330;
-        body += differs ? pair.substr(0, pair.find('\n') + 1) : pair;
+    while (!lines.empty()) {
+        const std::string_view code = takeLine();
+        const std::string_view value = takeLine();
+        body += code;
+        if (code != "  2\n" && code != "  5\n" && code != "330\n") body += value;
     }
     return body;
-}
-
-int writeBody(const DxLineList& pairs) {
-    std::string body;
-    for (const std::string& pair : pairs) body += pair;
-    return DxWriteBytes(body.data(), body.size());
 }
 
 /// Base, scale and rotation of the INSERT are those of the pattern's own placement.
@@ -60,6 +59,7 @@ int* DxFindBlockCounter(const UtCString& name) {
 
 void DxCheckBlockname(UtCString& name) {
     DxCheckName(name);
+    if (name.IsEmpty()) name = "B"; // as a pattern without a name
     const std::string base = name.str();
     int* counter = DxFindBlockCounter(name);
     while (DxFindBlockCounter(name) && counter) {
@@ -85,7 +85,7 @@ int DxAddBlock(const UtCString& name, const UtCString& layer, int pat) {
     int error = placeByPattern(pat, block);
     const auto [earlier, isNew] = DxBlockByBody.emplace(comparableBody(*DxBlockLines), DxBlockList.size());
     if (isNew) {
-        if (!error) error = writeBody(*DxBlockLines);
+        if (!error) error = DxWriteBytes(DxBlockLines->data(), DxBlockLines->size());
         if (!error) error = DxTableAddBlockRecord(name.str(), DxOwnerHandle, 0, 0);
         DxBlockByName.emplace(name.Upper().str(), DxBlockList.size());
     } else {

@@ -8,6 +8,7 @@
 #include "ut.h"
 #include "ut_excel.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <string_view>
@@ -127,16 +128,17 @@ void DxCiByLayerTable::scanElements(const PatternFacts& facts) {
     for (int end = elements.First(element, &type); !end; end = elements.Next(element, &type)) {
         if (type < 2 || type > 4) continue;
         if (const auto* rule = elementRule(facts, element))
-            results_.push_back({false, DX_OB_ELEMENT, element, withLayer(rule->target, facts.layer)});
+            elements_.push_back({element.Get().elRow, withLayer(rule->target, facts.layer)});
     }
 }
 
 void DxCiByLayerTable::addClass(int objectClass, const DxLayerRule* rule, const PatternFacts& facts) {
-    if (rule) results_.push_back({true, objectClass, facts.cursor, withLayer(rule->target, facts.layer)});
+    if (rule) wholeClasses_.push_back({objectClass, withLayer(rule->target, facts.layer)});
 }
 
 void DxCiByLayerTable::scan(int pat) {
-    results_.clear();
+    wholeClasses_.clear();
+    elements_.clear();
     pat_ = pat;
     PatternFacts facts;
     if (DsCursorFromPatNo(pat, &facts.cursor) != 0) return;
@@ -145,8 +147,7 @@ void DxCiByLayerTable::scan(int pat) {
     if (facts.object == "dxf-export") facts.object = attribute(facts.cursor, "obsource");
     bool matches = false;
     for (const DxLayerRule& rule : rules_)
-        matches =
-            matches || rule.layer == facts.layer || (!rule.object.IsEmpty() && rule.object == facts.object);
+        matches = matches || rule.layer == facts.layer || rule.object == facts.object;
     if (!matches) return;
 
     const bool window = facts.object == "windowplan";
@@ -199,10 +200,10 @@ UtCString DxCiByLayerTable::lookUp(int pat, int row, int kind) {
     static constexpr int CLASSES[] = {DX_OB_ELEMENT, DX_OB_TEXT, DX_OB_HATCH, 0, DX_OB_ARROW, 0};
     const int objectClass = kind >= 0 && kind <= 5 ? CLASSES[kind] : 0;
     if (!objectClass) return {};
-    for (const DxLayerClass& result : results_)
-        if (result.wholeClass && result.objectClass == objectClass) return result.name;
-    for (const DxLayerClass& result : results_)
-        if (!result.wholeClass && result.objectClass == objectClass && result.cursor.Get().elRow == row)
-            return result.name;
-    return {};
+    for (const DxLayerClass& result : wholeClasses_)
+        if (result.objectClass == objectClass) return result.name;
+    if (objectClass != DX_OB_ELEMENT) return {};
+    const auto found = std::lower_bound(elements_.begin(), elements_.end(), row,
+                                        [](const ElementName& e, int wanted) { return e.row < wanted; });
+    return found == elements_.end() || found->row != row ? UtCString() : found->name;
 }

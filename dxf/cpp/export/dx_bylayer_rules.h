@@ -19,11 +19,9 @@ struct DxLayerRule {
 /// Object classes of classified content.
 enum DxObjectClass : int { DX_OB_ELEMENT = 206, DX_OB_TEXT = 210, DX_OB_HATCH = 215, DX_OB_ARROW = 225 };
 
-/// What a scan found: one element, or every element of a class.
+/// What a scan found for every element of a class.
 struct DxLayerClass {
-    bool wholeClass = false;
     int objectClass = 0;
-    DsCsr cursor;
     UtCString name;
 };
 
@@ -38,6 +36,10 @@ public:
 
 private:
     struct PatternFacts;
+    struct ElementName {
+        int row;
+        UtCString name;
+    };
     void scan(int pat);
     void scanElements(const PatternFacts& facts);
     const DxLayerRule* elementRule(const PatternFacts& facts, const DsCsr& element) const;
@@ -45,6 +47,8 @@ private:
     void addClass(int objectClass, const DxLayerRule* rule, const PatternFacts& facts);
 
     std::vector<DxLayerRule> rules_;
-    std::vector<DxLayerClass> results_;
+    // Results of pattern pat_.
+    std::vector<DxLayerClass> wholeClasses_;
+    std::vector<ElementName> elements_; ///< ascending rows
     int pat_ = -1;
 };

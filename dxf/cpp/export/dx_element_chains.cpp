@@ -54,6 +54,8 @@ private:
             atFirstPoint_ = true;
         } else if (e.type >= LINE && e.type <= COUNTER_CLOCKWISE) {
             error = write(e);
+            // Elsewhere the layer of the last element is that of all.
+            if (!error && DxUseByLayer) error = DxAddLayer(DxActLayer.view());
         }
         previous_ = e.end;
         return error;
@@ -73,11 +75,19 @@ private:
         ++DxEntityCount;
         if (isFullCircle(e)) {
             closePolyline();
-            return DxWriteArc(e.type, e.end.x, e.end.y, e.end.x, e.end.y, e.centre.x, e.centre.y, e.pen,
-                              e.lineType, matrix_);
+            return DxWriteArc(e.type, e.end, e.end, e.centre, tolerance_, lookOf(e), matrix_);
         }
         if (const int error = extendPolyline(e)) return error;
         return open_ ? 0 : writeSingly(e);
+    }
+
+    /// Within a pattern only the classification gives elements of one pen different looks.
+    const DX_WRITE_LOOK& lookOf(const UO_ELEM& e) {
+        KnownLook& known =
+            looks_[(static_cast<unsigned>(e.pen) * 7 + static_cast<unsigned>(e.lineType)) % LOOKS];
+        if (!known.isSet || known.pen != e.pen || known.lineType != e.lineType || DxUseByLayer)
+            known = {true, e.pen, e.lineType, DxWriteLookOf(e.pen, e.lineType)};
+        return known.look;
     }
 
     /// All elements of a pattern have the layer of its names; only colour attributes and the classification
@@ -103,8 +113,7 @@ private:
     /// Opens a polyline where the element wants one, and adds the element to an open one.
     int extendPolyline(const UO_ELEM& e) {
         if (!open_ && belongsToPolyline(e)) {
-            if (const int error = DxWritePolyLineStart(e.pen, e.lineType, 0.0, &open_, polyline_))
-                return error;
+            if (const int error = DxWritePolyLineStart(lookOf(e), 0.0, &open_, polyline_)) return error;
             if (open_) addVertex(MOVE, previous_, e);
         }
         if (!open_) return 0;
@@ -115,14 +124,12 @@ private:
     }
 
     int addVertex(int type, const RPT& point, const UO_ELEM& e) {
-        return DxWriteVertex(type, previous_, point, e.centre, e.pen, e.lineType, matrix_, &open_, polyline_);
+        return DxWriteVertex(type, previous_, point, e.centre, lookOf(e), matrix_, &open_, polyline_);
     }
 
     int writeSingly(const UO_ELEM& e) {
-        if (e.type == LINE)
-            return DxWriteLine(previous_.x, previous_.y, e.end.x, e.end.y, e.pen, e.lineType, matrix_);
-        return DxWriteArc(e.type, previous_.x, previous_.y, e.end.x, e.end.y, e.centre.x, e.centre.y, e.pen,
-                          e.lineType, matrix_);
+        if (e.type == LINE) return DxWriteLine(previous_, e.end, lookOf(e), matrix_);
+        return DxWriteArc(e.type, previous_, e.end, e.centre, tolerance_, lookOf(e), matrix_);
     }
 
     void closePolyline() {
@@ -130,6 +137,14 @@ private:
         open_ = 0;
     }
 
+    static constexpr unsigned LOOKS = 32;
+    struct KnownLook {
+        bool isSet = false;
+        int pen = 0, lineType = 0;
+        DX_WRITE_LOOK look;
+    };
+
+    KnownLook looks_[LOOKS];
     int pat_;
     int kind_;
     int writePoly_;

@@ -13,6 +13,7 @@
 #include "../text/dx_write_text.h"
 #include "dx_element_chains.h"
 #include "dx_layer_choice.h"
+#include "dx_unwritten.h"
 #include "dx_write_blocks.h"
 #include "dx_write_images.h"
 #include "mt.h"
@@ -57,7 +58,7 @@ int DxWritePat(int pat) {
 
 static int writeContent(int pat) {
     int error = DxPatsOneWork ? DxWritePat(pat) : 0;
-    if (!error && DxModus == 3) error = DxWrite3dPat(pat);
+    if (!error) error = DxModus == 3 ? DxWrite3dPat(pat) : DxCountUnwritten(pat, DX_UNWRITTEN_3D);
     return error;
 }
 

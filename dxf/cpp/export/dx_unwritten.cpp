@@ -6,14 +6,15 @@
 namespace {
 
 struct Kind {
-    const char* words;
+    const char* one;
+    const char* many;
     int (*count)(const DsCsr& pattern, long* count);
 };
 constexpr Kind KINDS[DX_UNWRITTEN_COUNT] = {
-    {"%ld hatches were not written.", CiHatch::Count},
-    {"%ld dimensions were not written.", CiDim::Count},
-    {"%ld bitmaps were not written.", CiBitmap::Count},
-    {"%ld 3D faces and solids were not written.", Ci3d::Count},
+    {"1 hatch was not written.", "%ld hatches were not written.", CiHatch::Count},
+    {"1 dimension was not written.", "%ld dimensions were not written.", CiDim::Count},
+    {"1 bitmap was not written.", "%ld bitmaps were not written.", CiBitmap::Count},
+    {"1 3D face or solid was not written.", "%ld 3D faces and solids were not written.", Ci3d::Count},
 };
 
 } // namespace
@@ -27,7 +28,10 @@ int DxCountUnwritten(int pat, DxUnwritten kind) {
 }
 
 void DxReportUnwritten() {
-    for (int kind = 0; kind < DX_UNWRITTEN_COUNT; ++kind)
-        if (DxUnwrittenCounts[kind] > 0)
-            DxProtoMsg(UtFormatMsg(KINDS[kind].words, KINDS[kind].words, DxUnwrittenCounts[kind]), 1);
+    for (int kind = 0; kind < DX_UNWRITTEN_COUNT; ++kind) {
+        const long count = DxUnwrittenCounts[kind];
+        const char* many = KINDS[kind].many;
+        if (count > 0)
+            DxProtoMsg(count == 1 ? UtCString(KINDS[kind].one) : UtFormatMsg(many, many, count), 1);
+    }
 }

@@ -21,7 +21,7 @@ static int writePoint(int code, const RPT3& p, const Mat32 matrix) {
 static int writeText(const DX_ATTRIB_TYPE& a, const Mat32 matrix) {
     int error = DxWriteSubClass("AcDbText");
     if (!error) error = writePoint(10, a.insertion, matrix);
-    if (!error) error = DxWriteDouble(40, a.height * MtGetScale(matrix));
+    if (!error) error = DxWriteDouble(40, a.height * std::hypot(matrix[1][0], matrix[1][1]));
     if (!error) error = DxWriteString(1, a.value);
     if (!error) error = DxWriteDouble(50, std::round((MtGetRot(matrix) * degrees + a.rotation) * 1e4) / 1e4);
     if (!error) error = DxWriteDouble(41, a.widthFactor);

@@ -1,5 +1,6 @@
 #include "dx_write_entities.h"
 
+#include "../config/dx_colors.h"
 #include "../config/dx_pens.h"
 #include "../import/dx_extents.h"
 #include "../session/dx_writer.h"
@@ -13,17 +14,10 @@ namespace {
 
 constexpr double DEGREES = 57.29577951308232;
 
-RPT through(double x, double y, const Mat32 mat) {
-    const RPT point{x, y};
+RPT through(const RPT& point, const Mat32 mat) {
     RPT result;
     MtTransRPt(point, mat, &result);
     return result;
-}
-
-/// A point under group `code` and `code` + 10.
-int writePoint(int code, const RPT& p) {
-    const int error = DxWriteDouble(code, p.x);
-    return error ? error : DxWriteDouble(code + 10, p.y);
 }
 
 /// In the block of a dimension, lines and arcs take the line type of the dimension.
@@ -42,19 +36,62 @@ double angleDegrees(const RPT& centre, const RPT& p) {
     return angle < 0 ? angle + 360.0 : angle;
 }
 
+/// One entity of fixed groups, put together and written as a whole.
+class Entity {
+public:
+    /// `name`: group 0 as it stands in the file.
+    Entity(std::string_view name, std::string_view lookGroups)
+        : run_(name.size() + lookGroups.size() + MOST_NUMBERS * DxPairRun::NUMBER) {
+        run_.pairs(name);
+        run_.handle(5, DxGetNextReference());
+        if (DxOwnerHandle) run_.handle(330, DxOwnerHandle);
+        marker("100\nAcDbEntity\n");
+        run_.pairs(lookGroups);
+    }
+    void marker(std::string_view pair) {
+        if (DxMiscCheckVersion(6)) run_.pairs(pair);
+    }
+    void real(int code, double value) { run_.real(code, value); }
+    /// A point under group `code` and `code` + 10.
+    void point(int code, const RPT& p) {
+        run_.real(code, p.x);
+        run_.real(code + 10, p.y);
+    }
+    /// Writes it; its last point, in the host's frame, belongs to the extents.
+    int end(const RPT& last) {
+        const int error = run_.end();
+        if (!error) DxStoreMaxXY(last.x, last.y);
+        return error;
+    }
+
+private:
+    static constexpr std::size_t MOST_NUMBERS = 12; // eight coordinates, two handles, the markers
+    DxPairRun run_;
+};
+
+std::string lookGroups(const DX_WRITE_STYLE& style) {
+    std::string groups = DxPairText(8, style.layer);
+    if (!style.lineType.IsEmpty()) groups += DxPairText(6, style.lineType);
+    if (style.colour == DX_COLOR_BY_LAYER || style.colour == -1) return groups;
+    const int colour = style.colour == DX_COLOR_BY_BLOCK ? 0 : style.colour;
+    return groups + DxPairText(62, UtFormat("%6d", colour));
+}
+
 } // namespace
 
-bool DxWriteStyleOf(int pen, int lt, DX_WRITE_STYLE& style) {
+DX_WRITE_LOOK DxWriteLookOf(int pen, int lt) {
+    DX_WRITE_LOOK look;
     DX_NAME lineType;
     lineType.clear();
-    style.colour = 0;
     if (lt == -1)
-        DxFillToDXF(pen, &style.colour);
+        DxFillToDXF(pen, &look.style.colour);
     else
-        DxPenLtToDXF(pen, lt, &style.colour, &lineType, 0);
-    style.layer = UtCString(DxActLayer.view());
-    style.lineType = UtCString(lineType.view());
-    return DxShouldWriteColor(style.colour, pen);
+        DxPenLtToDXF(pen, lt, &look.style.colour, &lineType, 0);
+    look.style.layer = UtCString(DxActLayer.view());
+    look.style.lineType = UtCString(lineType.view());
+    look.isShown = DxShouldWriteColor(look.style.colour, pen);
+    if (look.isShown) look.groups = lookGroups(byBlockInDimension(look.style));
+    return look;
 }
 
 int DxWriteEntityIds(std::uint32_t handle, std::uint32_t owner) {
@@ -71,25 +108,26 @@ int DxWriteEntityHead(const char* name, const DX_WRITE_STYLE& style, std::uint32
     return error ? error : DxWriteColor(style.colour);
 }
 
+int DxWriteLine(const RPT& from, const RPT& to, const DX_WRITE_LOOK& look, const Mat32 mat) {
+    if (!look.isShown) return 0;
+    Entity line("  0\nLINE\n", look.groups);
+    line.marker("100\nAcDbLine\n");
+    line.point(10, through(from, mat));
+    line.point(11, through(to, mat));
+    return line.end(to);
+}
+
 int DxWriteLine(double x1, double y1, double x2, double y2, int pen, int lt, const Mat32 mat) {
-    DX_WRITE_STYLE style;
-    if (!DxWriteStyleOf(pen, lt, style)) return 0;
-    int error = DxWriteEntityHead("LINE", byBlockInDimension(style));
-    if (!error) error = DxWriteSubClass("AcDbLine");
-    if (!error) error = writePoint(10, through(x1, y1, mat));
-    if (!error) error = writePoint(11, through(x2, y2, mat));
-    if (!error) DxStoreMaxXY(x2, y2);
-    return error;
+    return DxWriteLine({x1, y1}, {x2, y2}, DxWriteLookOf(pen, lt), mat);
 }
 
 int DxWritePoint(double x, double y, int pen, int lt, const Mat32 mat) {
-    DX_WRITE_STYLE style;
-    if (!DxWriteStyleOf(pen, lt, style)) return 0;
-    int error = DxWriteEntityHead("POINT", byBlockInDimension(style));
-    if (!error) error = DxWriteSubClass("AcDbPoint");
-    if (!error) error = writePoint(10, through(x, y, mat));
-    if (!error) DxStoreMaxXY(x, y);
-    return error;
+    const DX_WRITE_LOOK look = DxWriteLookOf(pen, lt);
+    if (!look.isShown) return 0;
+    Entity point("  0\nPOINT\n", look.groups);
+    point.marker("100\nAcDbPoint\n");
+    point.point(10, through({x, y}, mat));
+    return point.end({x, y});
 }
 
 void DxGetAngle(double x0, double y0, double x1, double y1, double* angle) {
@@ -101,39 +139,39 @@ void DxGetAngle(double x0, double y0, double x1, double y1, double* angle) {
         *angle = std::atan(dy / dx) * DEGREES + (dx < 0.0 ? 180.0 : 0.0);
 }
 
+int DxWriteArc(int type, const RPT& from, const RPT& to, const RPT& about, double tolerance,
+               const DX_WRITE_LOOK& look, const Mat32 mat) {
+    if (!look.isShown) return 0;
+    const RPT start = through(from, mat);
+    const RPT end = through(to, mat);
+    const RPT centre = through(about, mat);
+    const bool counterClockwise = (type == 4) != MtIsMirrored(mat);
+    const bool circle = near(start, end, tolerance);
+
+    Entity arc(circle ? "  0\nCIRCLE\n" : "  0\nARC\n", look.groups);
+    arc.marker("100\nAcDbCircle\n");
+    arc.point(10, centre);
+    arc.real(40, std::hypot(end.x - centre.x, end.y - centre.y));
+    if (circle) return arc.end(to);
+    arc.marker("100\nAcDbArc\n");
+    arc.real(50, angleDegrees(centre, counterClockwise ? start : end));
+    arc.real(51, angleDegrees(centre, counterClockwise ? end : start));
+    return arc.end(to);
+}
+
 int DxWriteArc(int type, double x1, double y1, double x2, double y2, double xc, double yc, int pen, int lt,
                const Mat32 mat) {
-    DX_WRITE_STYLE style;
-    if (!DxWriteStyleOf(pen, lt, style)) return 0;
-    const RPT start = through(x1, y1, mat);
-    const RPT end = through(x2, y2, mat);
-    const RPT centre = through(xc, yc, mat);
-    const bool counterClockwise = (type == 4) != MtIsMirrored(mat);
-    const bool circle = near(start, end, UtConv(50));
-    double from = angleDegrees(centre, start);
-    double to = angleDegrees(centre, end);
-    if (!counterClockwise) std::swap(from, to);
-
-    int error = DxWriteEntityHead(circle ? "CIRCLE" : "ARC", byBlockInDimension(style));
-    if (!error) error = DxWriteSubClass("AcDbCircle");
-    if (!error) error = writePoint(10, centre);
-    if (!error) error = DxWriteDouble(40, std::hypot(end.x - centre.x, end.y - centre.y));
-    if (!error && !circle) error = DxWriteSubClass("AcDbArc");
-    if (!error && !circle) error = DxWriteDouble(50, from);
-    if (!error && !circle) error = DxWriteDouble(51, to);
-    if (!error) DxStoreMaxXY(x2, y2);
-    return error;
+    return DxWriteArc(type, {x1, y1}, {x2, y2}, {xc, yc}, UtConv(50), DxWriteLookOf(pen, lt), mat);
 }
 
 int DxWriteSolid(const RPT* corners, int pen, int lt, const Mat32 mat) {
-    DX_WRITE_STYLE style;
-    if (!DxWriteStyleOf(pen, lt, style)) return 0;
-    int error = DxWriteEntityHead("SOLID", style);
-    if (!error) error = DxWriteSubClass("AcDbTrace");
-    for (int i = 0; i < 4 && !error; ++i) {
-        error = writePoint(10 + i, through(corners[i].x, corners[i].y, mat));
-        if (!error) DxStoreMaxXY(corners[i].x, corners[i].y);
-    }
+    const DX_WRITE_LOOK look = DxWriteLookOf(pen, lt);
+    if (!look.isShown) return 0;
+    Entity solid("  0\nSOLID\n", lookGroups(look.style));
+    solid.marker("100\nAcDbTrace\n");
+    for (int i = 0; i < 4; ++i) solid.point(10 + i, through(corners[i], mat));
+    const int error = solid.end(corners[0]);
+    for (int i = 1; i < 4 && !error; ++i) DxStoreMaxXY(corners[i].x, corners[i].y);
     return error;
 }
 

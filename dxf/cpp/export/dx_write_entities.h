@@ -29,11 +29,18 @@ struct DX_WRITE_STYLE {
     friend bool operator==(const DX_WRITE_STYLE&, const DX_WRITE_STYLE&) = default;
 };
 
-/// A vertex of a polyline under construction. Its style belongs to the segment that ends at it.
-struct DX_WRITE_VERTEX {
+/// How the elements of one pen and line type look in the file, for as long as layer and options stay.
+struct DX_WRITE_LOOK {
+    bool isShown = false; ///< false: nothing of this pen is to be written
     DX_WRITE_STYLE style;
+    std::string groups; ///< 8, 6 and 62 as they stand in the file
+};
+
+/// A vertex of a polyline under construction.
+struct DX_WRITE_VERTEX {
     double x = 0, y = 0;
-    double bulge = 0; ///< of the segment that starts here
+    double bulge = 0;      ///< of the segment that starts here
+    std::size_t style = 0; ///< of the segment that ends here, in the polyline's list
 };
 
 /// A polyline under construction.
@@ -42,6 +49,7 @@ struct DX_WRITE_POLYLINE {
     std::uint32_t handle = 0;
     double startWidth = 0, endWidth = 0;
     std::vector<DX_WRITE_VERTEX> vertices;
+    std::vector<DX_WRITE_STYLE> styles; ///< of the vertices; neighbours differ
 };
 
 /// Begins a polyline. `*open` becomes 0 when its colour isn't to be written, else 1.
@@ -55,9 +63,17 @@ int DxWritePolySeqEnd(DX_WRITE_POLYLINE& poly);
 int DxWritePolyline(const DX_WRITE_POLYLINE& poly, int fromVertex);
 int DxWriteLWPolyline(const DX_WRITE_POLYLINE& poly);
 
-/// Colour and line-type name of a pen. False when nothing of this pen is to be written.
-bool DxWriteStyleOf(int pen, int lt, DX_WRITE_STYLE& style);
-/// What every entity begins with: 0, 5, owner, "AcDbEntity", layer, line type, colour. `handle` 0: a new one.
-int DxWriteEntityHead(const char* name, const DX_WRITE_STYLE& style, std::uint32_t handle = 0);
+/// The look of a pen and line type on the current layer.
+DX_WRITE_LOOK DxWriteLookOf(int pen, int lt);
+// The writers above, for callers that know the look.
+int DxWriteLine(const RPT& from, const RPT& to, const DX_WRITE_LOOK& look, const Mat32 mat);
+int DxWriteArc(int type, const RPT& from, const RPT& to, const RPT& centre, double tolerance,
+               const DX_WRITE_LOOK& look, const Mat32 mat);
+int DxWritePolyLineStart(const DX_WRITE_LOOK& look, double width, int* open, DX_WRITE_POLYLINE& poly);
+int DxWriteVertex(int type, const RPT& start, const RPT& point, const RPT& centre, const DX_WRITE_LOOK& look,
+                  const Mat32 mat, int* open, DX_WRITE_POLYLINE& poly);
+
+/// What every entity begins with: 0, 5, owner, "AcDbEntity", layer, line type, colour.
+int DxWriteEntityHead(const char* name, const DX_WRITE_STYLE& style, std::uint32_t handle);
 /// Groups 5 and 330 of an entity and "AcDbEntity", for targets that have them.
 int DxWriteEntityIds(std::uint32_t handle, std::uint32_t owner);

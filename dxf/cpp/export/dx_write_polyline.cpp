@@ -24,20 +24,27 @@ double bulgeOf(const RPT& start, const RPT& point, const RPT& centre, bool clock
 }
 
 bool looksAlike(const DX_WRITE_POLYLINE& poly) {
-    for (std::size_t i = 1; i < poly.vertices.size(); ++i)
-        if (!(poly.vertices[i].style == poly.vertices[i - 1].style)) return false;
-    return true;
+    return poly.vertices.front().style == poly.vertices.back().style; // a change gives a new style
 }
 
-int writeVertex(const DX_WRITE_VERTEX& vertex, const UtCString& layer, std::uint32_t owner) {
-    int error = DxWriteString(0, "VERTEX");
-    error |= DxWriteEntityIds(0, owner);
-    error |= DxWriteString(8, layer);
-    error |= DxWriteSubClass("AcDbVertex");
-    error |= DxWriteSubClass("AcDb2dVertex");
-    error |= DxWriteDouble(10, vertex.x);
-    error |= DxWriteDouble(20, vertex.y);
-    return error | DxWriteDouble(42, vertex.bulge);
+void putPlace(DxPairRun& run, const DX_WRITE_VERTEX& vertex) {
+    run.real(10, vertex.x);
+    run.real(20, vertex.y);
+    run.real(42, vertex.bulge);
+}
+
+/// `layer`: group 8 as it stands in the file.
+int writeVertex(const DX_WRITE_VERTEX& vertex, std::string_view layer, std::uint32_t owner) {
+    DxPairRun run(layer.size() + 6 * DxPairRun::NUMBER);
+    run.pairs("  0\nVERTEX\n");
+    run.handle(5, DxGetNextReference());
+    run.handle(330, owner);
+    const bool hasMarkers = DxMiscCheckVersion(6);
+    if (hasMarkers) run.pairs("100\nAcDbEntity\n");
+    run.pairs(layer);
+    if (hasMarkers) run.pairs("100\nAcDbVertex\n100\nAcDb2dVertex\n");
+    putPlace(run, vertex);
+    return run.end();
 }
 
 int writeHead(const DX_WRITE_POLYLINE& poly, const DX_WRITE_STYLE& style, std::uint32_t handle) {
@@ -61,10 +68,11 @@ std::size_t writeRun(const DX_WRITE_POLYLINE& poly, std::size_t first, const DX_
                      int& error) {
     const std::uint32_t handle = DxGetNextReference();
     error |= writeHead(poly, style, handle);
+    const std::string layer = DxPairText(8, style.layer);
     std::size_t i = first;
     for (; i < poly.vertices.size(); ++i) {
-        if (i >= first + 2 && !(poly.vertices[i].style == poly.vertices[i - 1].style)) break;
-        error |= writeVertex(poly.vertices[i], style.layer, handle);
+        if (i >= first + 2 && poly.vertices[i].style != poly.vertices[i - 1].style) break;
+        error |= writeVertex(poly.vertices[i], layer, handle);
     }
     error |= DxWriteString(0, "SEQEND");
     error |= DxWriteEntityIds(0, handle);
@@ -75,9 +83,15 @@ std::size_t writeRun(const DX_WRITE_POLYLINE& poly, std::size_t first, const DX_
 } // namespace
 
 int DxWritePolyLineStart(int pen, int lt, double width, int* open, DX_WRITE_POLYLINE& poly) {
-    poly = DX_WRITE_POLYLINE();
+    return DxWritePolyLineStart(DxWriteLookOf(pen, lt), width, open, poly);
+}
+
+int DxWritePolyLineStart(const DX_WRITE_LOOK& look, double width, int* open, DX_WRITE_POLYLINE& poly) {
+    poly.vertices.clear(); // but not their memory
+    poly.styles.clear();
     *open = 0;
-    if (!DxWriteStyleOf(pen, lt, poly.style)) return 0;
+    if (!look.isShown) return 0;
+    poly.style = look.style;
     poly.handle = DxGetNextReference();
     poly.startWidth = poly.endWidth = width;
     *open = 1;
@@ -86,9 +100,13 @@ int DxWritePolyLineStart(int pen, int lt, double width, int* open, DX_WRITE_POLY
 
 int DxWriteVertex(int type, const RPT& start, const RPT& point, const RPT& centre, int pen, int lt,
                   const Mat32 mat, int* open, DX_WRITE_POLYLINE& poly) {
-    DX_WRITE_VERTEX vertex;
+    return DxWriteVertex(type, start, point, centre, DxWriteLookOf(pen, lt), mat, open, poly);
+}
+
+int DxWriteVertex(int type, const RPT& start, const RPT& point, const RPT& centre, const DX_WRITE_LOOK& look,
+                  const Mat32 mat, int* open, DX_WRITE_POLYLINE& poly) {
     *open = 0;
-    if (!DxWriteStyleOf(pen, lt, vertex.style)) return 0;
+    if (!look.isShown) return 0;
     RPT p;
     MtTransRPt(point, mat, &p);
     if (type != 2 && !poly.vertices.empty()) {
@@ -102,11 +120,10 @@ int DxWriteVertex(int type, const RPT& start, const RPT& point, const RPT& centr
         }
         poly.vertices.back().bulge = bulge;
     }
-    vertex.x = p.x;
-    vertex.y = p.y;
     DxGetNextReference(); // a vertex has a handle in reserve
     *open = 1;
-    poly.vertices.push_back(std::move(vertex));
+    if (poly.styles.empty() || !(poly.styles.back() == look.style)) poly.styles.push_back(look.style);
+    poly.vertices.push_back({p.x, p.y, 0.0, poly.styles.size() - 1});
     DxStoreMaxXY(point.x, point.y);
     return 0;
 }
@@ -126,13 +143,13 @@ int DxWritePolyline(const DX_WRITE_POLYLINE& poly, int fromVertex) {
     const auto count = poly.vertices.size();
     const bool whole = fromVertex < 0 || static_cast<std::size_t>(fromVertex) + 1 >= count;
     std::size_t first = whole ? 0 : static_cast<std::size_t>(fromVertex);
-    DX_WRITE_STYLE style = whole ? poly.style : poly.vertices[first + 1].style;
+    DX_WRITE_STYLE style = whole ? poly.style : poly.styles[poly.vertices[first + 1].style];
     int error = 0;
     while (true) {
         const std::size_t next = writeRun(poly, first, style, error);
         if (next >= count) return error;
         first = next - 1; // the runs share a point
-        style = poly.vertices[next].style;
+        style = poly.styles[poly.vertices[next].style];
     }
 }
 
@@ -143,9 +160,9 @@ int DxWriteLWPolyline(const DX_WRITE_POLYLINE& poly) {
     if (poly.startWidth != 0.0 || poly.endWidth != 0.0)
         error |= DxWriteDouble(43, (poly.startWidth + poly.endWidth) / 2.0);
     for (const DX_WRITE_VERTEX& vertex : poly.vertices) {
-        error |= DxWriteDouble(10, vertex.x);
-        error |= DxWriteDouble(20, vertex.y);
-        error |= DxWriteDouble(42, vertex.bulge);
+        DxPairRun run(3 * DxPairRun::NUMBER);
+        putPlace(run, vertex);
+        error |= run.end();
     }
     return error;
 }

@@ -10,21 +10,35 @@ DxfDocManager DxDocuments;
 
 // ---- tables ----------------------------------------------------------------------------------------
 
-int DxTables::findLayer(std::string_view name) {
-    if (indexed_ > layers.size()) {
-        layerIndex_.clear();
-        indexed_ = 0;
-    }
+void DxLayerIndex::clear() {
+    byName_.clear();
+    indexed_ = 0;
+}
+
+int DxLayerIndex::find(const DxTable<DX_LAYER_TYPE>& layers, std::string_view name) {
+    const auto key = [this](std::string_view text) {
+        return anyCase_ ? UtCString(text).Upper().str() : std::string(text);
+    };
+    if (indexed_ > layers.size()) clear();
     for (; indexed_ < layers.size(); ++indexed_)
-        layerIndex_.try_emplace(std::string(layers[indexed_].name.view()), static_cast<int>(indexed_));
-    const auto found = layerIndex_.find(name);
-    return found == layerIndex_.end() ? -1 : found->second;
+        byName_.try_emplace(key(layers[indexed_].name.view()), static_cast<int>(indexed_));
+    const auto found = anyCase_ ? byName_.find(key(name)) : byName_.find(name);
+    return found == byName_.end() ? -1 : found->second;
+}
+
+int DxTables::findLayer(std::string_view name) {
+    return layerIndex_.find(layers, name);
+}
+
+int DxTables::findLayerOfAnyCase(std::string_view name) {
+    const int exact = findLayer(name);
+    return exact < 0 ? upperLayerIndex_.find(layers, name) : exact;
 }
 
 void DxTables::replaceLayers(DxTable<DX_LAYER_TYPE> list) {
     layers = std::move(list);
     layerIndex_.clear();
-    indexed_ = 0;
+    upperLayerIndex_.clear();
 }
 
 void DxTables::clear() {
@@ -35,7 +49,7 @@ void DxTables::clear() {
     dimStyles.free();
     blockRecords.free();
     layerIndex_.clear();
-    indexed_ = 0;
+    upperLayerIndex_.clear();
 }
 
 // ---- one document ----------------------------------------------------------------------------------

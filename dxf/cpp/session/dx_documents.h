@@ -84,6 +84,20 @@ struct DxNameHash {
     std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>{}(name); }
 };
 
+/// First layer of a list by name, O(1) on average. Catches up with what was appended since the last call;
+/// names of records don't change.
+class DxLayerIndex {
+public:
+    explicit DxLayerIndex(bool anyCase) : anyCase_(anyCase) {} ///< the case of ASCII letters doesn't count
+    int find(const DxTable<DX_LAYER_TYPE>& layers, std::string_view name); ///< -1 when there is none
+    void clear();
+
+private:
+    std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> byName_;
+    std::size_t indexed_ = 0;
+    bool anyCase_;
+};
+
 /// The tables that a file's TABLES section fills. Layers, line types and styles have an index by exact name
 /// for lookups (DxFindLayer and its like); the tables are filled through DxTable… functions only.
 struct DxTables {
@@ -94,16 +108,17 @@ struct DxTables {
     DxTable<DX_DIM_STYLE> dimStyles;
     DxTable<DX_BLOCK_RECORD_TYPE> blockRecords;
 
-    /// Index of the first layer of exactly this name, -1 when there is none. O(1) on average; the index
-    /// catches up with records that were appended since the last call. Names of records don't change.
+    /// Index of the first layer of exactly this name, -1 when there is none.
     int findLayer(std::string_view name);
+    /// The same for a name of which the case of ASCII letters doesn't count; a layer of exactly this name
+    /// comes first.
+    int findLayerOfAnyCase(std::string_view name);
     void clear();
     /// Takes another list of layers in the place of the present one.
     void replaceLayers(DxTable<DX_LAYER_TYPE> list);
 
 private:
-    std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> layerIndex_;
-    std::size_t indexed_ = 0;
+    DxLayerIndex layerIndex_{false}, upperLayerIndex_{true};
 };
 
 /// One open file. Owns its stream, its mapping and its temporary file.

@@ -15,6 +15,7 @@
 #include "../sections/dx_tables_export.h"
 #include "../sections/dx_tables_import.h"
 #include "dx_driver_frame.h"
+#include "dx_encoding.h"
 #include "dx_session.h"
 #include "dx_writer.h"
 
@@ -50,13 +51,11 @@ int DxWriteEntitySection() {
 
 namespace {
 
-/// Copies the file at `path` behind what the current stream holds.
+/// Copies the file at `path` behind what the header stream holds.
 int appendFile(const UtCString& path) {
-    FILE* source = UtFileOpen(path, "r");
-    if (!source) return TEMPORARY_FAILED;
-    const int error = DxInsertFile(source);
-    UtFileClose(source);
-    return error;
+    if (const int error = DxWriteFlush()) return error;
+    const int error = UtFileAppend(DxHeaderStream, path);
+    return error == OPEN_FAILED ? TEMPORARY_FAILED : error;
 }
 
 } // namespace
@@ -101,26 +100,38 @@ void readTemplate() {
     if (DxReadUntil(0, "SECTION") == 0 && DxReadUntil(2, "TABLES") == 0) {
         DxUnGetLine();
         DxReadTableSection(1);
+    } else {
+        DxProtoMsg(DxMsg(5701, "TABLES"), 1);
     }
     DxReadClose();
     if (wasConverted) UtFileRemove(converted);
 }
 
+/// The host's text of a string in configuration or template. Bytes that are no UTF-8 are most likely of the
+/// code page.
+UtCString tableText(const DX_NAME& bytes) {
+    return DxIsUtf8(bytes.view()) ? DxHostText(bytes.view()) : UtCString(bytes.view(), DxCodePage);
+}
+
+void fitName(DX_NAME& name) {
+    UtCString text = tableText(name);
+    DxCheckName(text);
+    name.assign(text.str());
+}
+
 /// Names of configuration and template as the target version can hold them. Of layers that become one, the
 /// first stays.
 void makeNamesFit() {
-    const auto fit = [](DX_NAME& name) {
-        UtCString text(name.view());
-        DxCheckName(text);
-        name.assign(text.str());
-    };
     DxTables& tables = DxDocuments.currentTables();
-    for (DX_LTYPE_TYPE& lineType : tables.lineTypes) fit(lineType.name);
+    for (DX_LTYPE_TYPE& lineType : tables.lineTypes) {
+        fitName(lineType.name);
+        lineType.description.assign(tableText(lineType.description).str());
+    }
     std::set<std::string> seen;
     DxTable<DX_LAYER_TYPE> layers;
     for (DX_LAYER_TYPE& layer : tables.layers) {
-        fit(layer.name);
-        fit(layer.lineType);
+        fitName(layer.name);
+        fitName(layer.lineType);
         if (!layer.name.empty() && seen.insert(UtCString(layer.name.view()).Upper().str()).second)
             layers.add(layer);
     }
@@ -183,6 +194,7 @@ void Export::convertToDwg() {
     if (outcome_ != 0 || DxSourceFileName.IsEmpty()) return;
     outcome_ = UtConvertDwg2Dxf(DxFileName, DxSourceFileName);
     if (outcome_ == 0 && !DxTargetExisted) UtFileRemove(DxFileName);
+    if (outcome_) UoPutMacVarD("&DxfStat", 1.0); // the host asked for a file that isn't there
 }
 
 void Export::write() {

@@ -22,26 +22,23 @@ FILE* currentStream() {
     return DxDocuments.currentStream();
 }
 
-bool keepsBlockBack() {
-    return DxBlockBuffering && DxBlockLines;
-}
-
-/// Room for `size` bytes behind what waits for `stream`; null when what waited can't be written.
+/// Room for `size` bytes behind what waits for `stream`. Null when there is none, or when what waited can't
+/// be written.
 char* roomFor(FILE* stream, std::size_t size) {
-    if (!stream) return nullptr;
     if (DxPending.stream != stream || sizeof DxPending.bytes - DxPending.size < size) {
-        if (DxWriteFlush()) return nullptr;
+        const int error = DxWriteFlush();
         DxPending.stream = stream;
+        if (error) return nullptr;
     }
-    return DxPending.bytes + DxPending.size;
+    return stream ? DxPending.bytes + DxPending.size : nullptr;
 }
 
-/// Takes the pair that was formatted in the room up to `end`.
-int takePair(const char* end) {
+/// Takes the pairs that were formatted in the room up to `end`.
+int takePairs(const char* end) {
     const char* start = DxPending.bytes + DxPending.size;
     const auto size = static_cast<std::size_t>(end - start);
-    if (keepsBlockBack())
-        DxBlockLines->emplace_back(start, size);
+    if (DxBlockBuffering && DxBlockLines)
+        DxBlockLines->append(start, size);
     else
         DxPending.size += size;
     return 0;
@@ -61,17 +58,23 @@ char* putCode(char* at, int code) {
     return at;
 }
 
-/// Writes a pair whose value doesn't fit what may wait.
+char* putBytes(char* at, std::string_view bytes) {
+    return std::copy(bytes.begin(), bytes.end(), at);
+}
+
+/// A value that doesn't fit what may wait goes out in slices.
 int putLongPair(FILE* stream, int code, std::string_view value) {
-    char codeLine[LONGEST_CODE];
-    std::string text(codeLine, putCode(codeLine, code));
-    text.append(value).push_back('\n');
-    if (keepsBlockBack()) {
-        DxBlockLines->push_back(std::move(text));
-        return 0;
+    for (bool isFirst = true; isFirst || !value.empty(); isFirst = false) {
+        const std::string_view slice = value.substr(0, sizeof DxPending.bytes / 2);
+        value.remove_prefix(slice.size());
+        char* at = roomFor(stream, LONGEST_CODE + slice.size() + 1);
+        if (!at) return WRITE_FAILED;
+        if (isFirst) at = putCode(at, code);
+        at = putBytes(at, slice);
+        if (value.empty()) *at++ = '\n';
+        if (const int error = takePairs(at)) return error;
     }
-    if (!stream || DxWriteFlush()) return WRITE_FAILED;
-    return std::fwrite(text.data(), 1, text.size(), stream) == text.size() ? 0 : WRITE_FAILED;
+    return 0;
 }
 
 /// Writes the pair of a value whose bytes are final.
@@ -79,9 +82,9 @@ int putPair(FILE* stream, int code, std::string_view value) {
     if (value.size() > sizeof DxPending.bytes / 2) return putLongPair(stream, code, value);
     char* at = roomFor(stream, LONGEST_CODE + value.size() + 1);
     if (!at) return WRITE_FAILED;
-    at = std::copy(value.begin(), value.end(), putCode(at, code));
+    at = putBytes(putCode(at, code), value);
     *at++ = '\n';
-    return takePair(at);
+    return takePairs(at);
 }
 
 bool isPlainAscii(std::string_view text) {
@@ -144,6 +147,12 @@ std::string singleLine(std::string text) {
     return text;
 }
 
+/// The bytes of a value in the encoding of its code and the target version.
+std::string encoded(int code, std::string_view text) {
+    const bool utf8 = code >= 1 && code <= 9 && DxMiscCheckVersion(4);
+    return singleLine(utf8 ? wellFormed(text) : ansiText(text, DxMiscCheckVersion(6)));
+}
+
 } // namespace
 
 bool DxMiscCheckVersion(int level) {
@@ -171,7 +180,7 @@ int DxWriteFileInt(FILE* stream, int code, int value) {
     for (auto n = end - digits; n < 6; ++n) *at++ = ' ';
     at = std::copy(digits, end, at);
     *at++ = '\n';
-    return takePair(at);
+    return takePairs(at);
 }
 
 int DxWriteInt(int code, int value) {
@@ -187,7 +196,7 @@ int DxWriteFileDouble(FILE* stream, int code, double value) {
     if (!at) return WRITE_FAILED;
     at = DxPutFixed(putCode(at, code), value, DxDigits);
     *at++ = '\n';
-    return takePair(at);
+    return takePairs(at);
 }
 
 int DxWriteDouble(int code, double value) {
@@ -213,8 +222,7 @@ int DxWriteFileString(FILE* stream, int code, DxOutText value) {
     const std::string_view text = value.view;
     if (isPlainAscii(text))
         return putPair(stream, code, text); // most values: the same bytes in every encoding
-    const bool utf8 = code >= 1 && code <= 9 && DxMiscCheckVersion(4);
-    return putPair(stream, code, singleLine(utf8 ? wellFormed(text) : ansiText(text, DxMiscCheckVersion(6))));
+    return putPair(stream, code, encoded(code, text));
 }
 
 int DxWriteString(int code, DxOutText value) {
@@ -238,15 +246,18 @@ int DxWriteLinetype(DxOutText name) {
     return DxWriteFileLinetype(currentStream(), name);
 }
 
-static int writeHandle(FILE* stream, int code, std::uint32_t handle) {
+static char* putHandle(char* at, std::uint32_t handle) {
     static constexpr char HEX[] = "0123456789ABCDEF";
+    int shift = 0;
+    while (shift < 28 && handle >> shift > 15U) shift += 4;
+    for (; shift >= 0; shift -= 4) *at++ = HEX[handle >> shift & 15U];
+    return at;
+}
+
+static int writeHandle(FILE* stream, int code, std::uint32_t handle) {
     char digits[8];
-    char* at = std::end(digits);
-    do {
-        *--at = HEX[handle & 15U];
-        handle >>= 4;
-    } while (handle);
-    return putPair(stream, code, {at, static_cast<std::size_t>(std::end(digits) - at)});
+    const char* end = putHandle(digits, handle);
+    return putPair(stream, code, {digits, static_cast<std::size_t>(end - digits)});
 }
 
 std::uint32_t DxGetNextReference() {
@@ -271,6 +282,38 @@ int DxWriteVariableReference2(int code, std::uint32_t handle) {
 
 int DxWriteSubClass(const char* name) {
     return DxMiscCheckVersion(6) ? DxWriteString(100, name) : 0;
+}
+
+// ---- several pairs at once -------------------------------------------------------------------------
+
+std::string DxPairText(int code, DxOutText value) {
+    char line[LONGEST_CODE];
+    std::string text(line, putCode(line, code));
+    text += isPlainAscii(value.view) ? std::string(value.view) : encoded(code, value.view);
+    text += '\n';
+    return text;
+}
+
+DxPairRun::DxPairRun(std::size_t room) : at_(roomFor(currentStream(), room)) {}
+
+void DxPairRun::pairs(std::string_view bytes) {
+    if (at_) at_ = putBytes(at_, bytes);
+}
+
+void DxPairRun::real(int code, double value) {
+    if (!at_) return;
+    at_ = DxPutFixed(putCode(at_, code), value, DxDigits);
+    *at_++ = '\n';
+}
+
+void DxPairRun::handle(int code, std::uint32_t handle) {
+    if (!at_ || !DxMiscCheckVersion(6)) return;
+    at_ = putHandle(putCode(at_, code), handle);
+    *at_++ = '\n';
+}
+
+int DxPairRun::end() {
+    return at_ ? takePairs(at_) : WRITE_FAILED;
 }
 
 // ---- units -----------------------------------------------------------------------------------------

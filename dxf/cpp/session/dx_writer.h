@@ -12,11 +12,11 @@
 
 /// A text to be written, UTF-8, whatever holds it. Used as a parameter only.
 struct DxOutText {
-    DxOutText(const char* text) : view(text) {}             // NOLINT: texts convert freely
-    DxOutText(std::string_view text) : view(text) {}        // NOLINT
-    DxOutText(const std::string& text) : view(text) {}      // NOLINT
-    DxOutText(const UtCString& text) : view(text.str()) {}  // NOLINT
-    DxOutText(const DX_NAME& name) : view(name.view()) {}   // NOLINT
+    DxOutText(const char* text) : view(text) {}            // NOLINT: texts convert freely
+    DxOutText(std::string_view text) : view(text) {}       // NOLINT
+    DxOutText(const std::string& text) : view(text) {}     // NOLINT
+    DxOutText(const UtCString& text) : view(text.str()) {} // NOLINT
+    DxOutText(const DX_NAME& name) : view(name.view()) {}  // NOLINT
     std::string_view view;
 };
 
@@ -51,6 +51,26 @@ int DxWriteVariableReference(int code); ///< takes the next handle; written from
 int DxWriteVariableReference2(int code, std::uint32_t handle);
 std::uint32_t DxGetNextReference();
 int DxWriteSubClass(const char* name); ///< group 100, from ACAD14 on
+
+/// A pair as it stands in the file.
+std::string DxPairText(int code, DxOutText value);
+
+/// Pairs for the current stream that are put together in place: what entities are made of, without the cost
+/// of a call that can fail for each pair. Nothing else may be written between its start and end().
+class DxPairRun {
+public:
+    /// Room that a real or a handle needs at most.
+    static constexpr std::size_t NUMBER = 448;
+
+    explicit DxPairRun(std::size_t room);        ///< bytes that will be put at most, 32 KiB at most
+    void pairs(std::string_view bytes);          ///< pairs as they stand in the file
+    void real(int code, double value);           ///< as DxWriteDouble
+    void handle(int code, std::uint32_t handle); ///< as DxWriteVariableReference2
+    int end();                                   ///< Hands all of it over. 0 or 9000.
+
+private:
+    char* at_;
+};
 
 /// Bytes as they stand into the current stream, behind what was written so far.
 int DxWriteBytes(const char* bytes, std::size_t size);

@@ -6,10 +6,9 @@
 #include <cstdio>
 #include <memory>
 #include <string>
-#include <vector>
 
-/// Lines of a block that is kept back: each entry is one pair, code line and value line.
-using DxLineList = std::vector<std::string>;
+/// Lines of a block that is kept back, code and value in turn, each with its line feed.
+using DxLineList = std::string;
 
 /// Pairs that wait to be handed over to one stream.
 struct DX_PENDING {
