@@ -37,13 +37,22 @@ double spaceSide(int column) {
 
 } // namespace
 
+static constexpr double smallestSpacing = 0.75, largestSpacing = 4.0;
+
+static bool isSpacing(double charSpacing) {
+    return charSpacing >= smallestSpacing && charSpacing <= largestSpacing;
+}
+
+void DxCharSpacingFactor(double charSpacing, double* dx) {
+    constexpr double widening = 0.46153846153846156;
+    if (isSpacing(charSpacing)) *dx = (charSpacing - smallestSpacing) * widening + 1.0;
+}
+
 void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx) {
-    constexpr double smallest = 0.75, largest = 4.0;
-    constexpr double widening = 0.46153846153846156, shiftPerSpacing = 0.16923076923076924;
-    if (!(text->charSpacing >= smallest && text->charSpacing <= largest)) return;
-    const double d = text->charSpacing - smallest;
-    *dx = d * widening + 1.0;
-    const double shift = text->height * shiftPerSpacing * d;
+    constexpr double shiftPerSpacing = 0.16923076923076924;
+    if (!isSpacing(text->charSpacing)) return;
+    DxCharSpacingFactor(text->charSpacing, dx);
+    const double shift = text->height * shiftPerSpacing * (text->charSpacing - smallestSpacing);
     text->point.x -= shift;
     text->second.x -= shift;
 }

@@ -12,7 +12,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
-#include "dx_mtext.h"
+#include "dx_mtext_layout.h"
 #include "dx_text_codes.h"
 #include "dx_text_host.h"
 #include "dx_text_import.h"
@@ -62,7 +62,7 @@ void convert(Placing& placing) {
     placing.converted = placing.record->text;
     DxCutChars(placing.converted, DX_TEXT_LIMIT);
     DxConvTextToCAD(placing.converted, *placing.charset);
-    placing.converted = DxTextConv2Unicode(placing.converted).str();
+    DxResolveEscapes(placing.converted);
     std::copy_n(placing.charset->bits, DX_BIT_COUNT, placing.bits);
     for (int i = 0; i < DX_BIT_COUNT; ++i) {
         if (lines[i]) placing.bits[i] = lines[i];
@@ -126,8 +126,7 @@ bool hasLineBetweenPoints(const DX_TEXT_TYPE& record) {
 void measure(Placing& placing) {
     const DX_TEXT_TYPE& record = *placing.record;
     DxTextMeasure what = DxTextMeasureOf(record, *placing.charset);
-    int isFixed = 0;
-    what.isFixed = UoGetMacVarI("&DxfFixFont", &isFixed) == 0 && isFixed != 0;
+    what.isFixed = DxGetTextOptions().isFixFont;
     what.height = placing.height;
     if (record.isMtext) what.factor = placing.charset->widthFactor;
     DxTextGetDxfFontLen(what, &placing.measure);
@@ -283,12 +282,14 @@ int DxDrawTextEntity(DX_TEXT_TYPE* text, const Mat44 m) {
 }
 
 int DxDrawMtext(DX_TEXT_TYPE* text, const Mat44 m) {
-    std::vector<DX_TEXT_TYPE> pieces;
     Mat44 storage;
-    const bool isMirrored = DxMirrors(DxObjectMatrix(text->extrusion, m, storage));
-    if (const int error = DxMtextToTexts(text, &pieces, isMirrored)) return error;
-    if (DxJoinTexts) DxTextListInit(static_cast<int>(pieces.size()));
-    for (DX_TEXT_TYPE& piece : pieces) { // blank ones hold the place of a line among texts to join
+    DxMtextBlock block(*text, DxMirrors(DxObjectMatrix(text->extrusion, m, storage)));
+    DxMtextLayOut(text, &block);
+    text->text.clear(); // the pieces have it
+    DX_TEXT_TYPE piece = block.firstPiece();
+    if (DxJoinTexts) DxTextListInit(static_cast<int>(block.count()));
+    for (std::size_t i = 0; i < block.count(); ++i) {
+        block.take(i, &piece); // blank ones hold the place of a line among texts to join
         if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, DxJoinTexts)) return error;
     }
     return DxJoinTexts && !DxCheckPass ? DxTextListJoin() : 0;

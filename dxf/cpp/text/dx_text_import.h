@@ -40,6 +40,8 @@ void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]);
 /// What an MTEXT's character spacing means for the host: `dx` receives it, and the points of the record move.
 /// Spacings outside 0.75 to 4 change nothing.
 void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx);
+/// The spacing alone: `dx` receives it for a character spacing from 0.75 to 4 and stays otherwise.
+void DxCharSpacingFactor(double charSpacing, double* dx);
 
 /// Width of a text by its alignment, from its points. 0, or -1 with message 5741 for an alignment that isn't
 /// one.

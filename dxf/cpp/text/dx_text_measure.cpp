@@ -64,7 +64,10 @@ DxTextLength tableLength(const DxTextMeasure& what, double factor, DxFontTable& 
     double widths = 0, spaces = 0, last = 0;
     int count = 0;
     forEachUnit(what.text, [&](char32_t /*character*/, int code) {
-        const Cell cell = cellOf(table, code);
+        const auto place = static_cast<std::size_t>(code);
+        const bool isKnown = place - 1 < 255 && table.width[place] >= 0;
+        const Cell cell =
+            isKnown ? Cell{double(table.width[place]), double(table.space[place])} : cellOf(table, code);
         widths += cell.width;
         spaces += cell.space;
         last = cell.space;
@@ -187,13 +190,18 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
     return table ? 0 : 1;
 }
 
-DxTextMeasure DxTextMeasureOf(const DX_TEXT_TYPE& text, const DxCharset& charset) {
+DxTextMeasure DxTextMeasureIn(const DxCharset& charset) {
     DxTextMeasure what;
-    what.text = text.text;
     what.isFontFile = charset.font != 0;
     what.font = what.isFontFile ? charset.fontFile.view() : charset.face.view();
     what.bits = charset.bits;
     what.charset = &charset;
+    return what;
+}
+
+DxTextMeasure DxTextMeasureOf(const DX_TEXT_TYPE& text, const DxCharset& charset) {
+    DxTextMeasure what = DxTextMeasureIn(charset);
+    what.text = text.text;
     what.height = text.height;
     what.factor = text.widthFactor;
     return what;

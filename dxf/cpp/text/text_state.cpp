@@ -8,6 +8,7 @@ std::unordered_map<std::string, DxFaceTable> DxFaceTables;
 std::array<DxCharMap, 2> DxCharMaps;
 int DxFinishPending;
 int DxTextTooSmallTold;
+DxTextOptions DxTextOptionsRead;
 std::vector<DX_TEXT_PLACE> DxTextList;
 std::size_t DxTextListSize;
 std::unordered_map<const DxTables*, DxStyleIndex> DxStyleIndexes;
@@ -23,6 +24,7 @@ void DxResetTextState() {
     DxCharMaps = {};
     DxFinishPending = 0;
     DxTextTooSmallTold = 0;
+    DxTextOptionsRead = {};
     DxTextList.clear();
     DxTextListSize = 0;
     DxStyleIndexes.clear();

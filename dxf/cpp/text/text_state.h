@@ -76,6 +76,14 @@ extern std::array<DxCharMap, 2> DxCharMaps; ///< main and special set of the dir
 extern int DxFinishPending;                 ///< the next text must end with DxFinishText
 extern int DxTextTooSmallTold;              ///< message 5751 was given in this import
 
+/// Macro variables that rule texts, as the session's first text found them.
+struct DxTextOptions {
+    bool isRead = false;
+    bool isFixFont = false;  ///< &DxfFixFont: lengths by the rough rule
+    std::string defaultFont; ///< $DxfDfltFont
+};
+extern DxTextOptions DxTextOptionsRead;
+
 /// Texts that wait to be joined: pattern and row.
 struct DX_TEXT_PLACE {
     int pat;
