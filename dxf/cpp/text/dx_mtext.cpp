@@ -62,9 +62,12 @@ private:
     }
     std::string_view rest() const { return in_.substr(std::min(pos_, in_.size())); }
 
+    static bool meansSomething(char c) { return c == '\\' || c == '{' || c == '}' || c == '^'; }
+
     /// Characters up to the next one that means something.
     void plain() {
-        const std::size_t end = std::min(in_.find_first_of("{}^\\", pos_), in_.size());
+        std::size_t end = pos_;
+        while (end < in_.size() && !meansSomething(in_[end])) ++end;
         put(in_.substr(pos_, end - pos_));
         pos_ = end;
     }

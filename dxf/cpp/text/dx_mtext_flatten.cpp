@@ -56,7 +56,8 @@ public:
 private:
     /// At least one character, then all up to the next one that means something.
     void copyPlain() {
-        const std::size_t end = std::min(in_.find_first_of("{}\\", pos_ + 1), in_.size());
+        std::size_t end = pos_ + 1;
+        while (end < in_.size() && in_[end] != '{' && in_[end] != '}' && in_[end] != '\\') ++end;
         out_.append(in_, pos_, end - pos_);
         pos_ = end;
     }
@@ -180,7 +181,8 @@ private:
 } // namespace
 
 void DxMtextFlatten(std::string& text, const DxMtextFormat& start) {
-    const bool isFlat = !DxJoinTexts && text.find_first_of("{}") == std::string::npos;
+    const bool isFlat =
+        !DxJoinTexts && text.find('{') == std::string::npos && text.find('}') == std::string::npos;
     if (isFlat) return DxCutChars(text, DX_MTEXT_LIMIT);
     text = Flattener(text, start).run();
     DxCutChars(text, DX_MTEXT_LIMIT);

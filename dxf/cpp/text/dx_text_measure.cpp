@@ -28,8 +28,8 @@ struct Cell {
 };
 Cell cellOf(DxFontTable& table, int code) {
     if (code > 0 && code < 256) {
-        const auto place = static_cast<std::size_t>(code);
-        if (table.width[place] >= 0) return {double(table.width[place]), double(table.space[place])};
+        const DxFontTable::Cell cell = table.cells[static_cast<std::size_t>(code)];
+        if (cell.width >= 0) return {double(cell.width), double(cell.space)};
     }
     tellOnce(table.toldCodes, code, 5739, DxHostText(table.name));
     return {table.averageWidth, table.averageSpace};
@@ -43,41 +43,47 @@ DxTextLength roughLength(const DxTextMeasure& what, int count) {
     return result;
 }
 
-/// Calls `take` (character, table code) for each visible unit of a text. Most are plain ASCII.
-template <class Take>
-void forEachUnit(std::string_view text, Take&& take) {
+/// What the characters of a text take in a font, in hundredths of the height.
+struct Sums {
+    double widths = 0, spaces = 0;
+    double last = 0; ///< space behind the last character
+    int count = 0;
+
+    void add(double width, double space) {
+        widths += width;
+        spaces += space;
+        last = space;
+        ++count;
+    }
+};
+
+Sums sumsOf(std::string_view text, DxFontTable& table) {
+    Sums sums;
     for (std::size_t pos = 0; pos < text.size();) {
-        const char c = text[pos];
-        if (c > 0 && c != '%' && c != '\\') {
-            take(static_cast<char32_t>(c), static_cast<int>(c));
+        const auto c = static_cast<unsigned char>(text[pos]);
+        const DxFontTable::Cell own = table.cells[c];
+        if (c < 128 && own.width >= 0 && c != '%' && c != '\\') { // most are plain
+            sums.add(own.width, own.space);
             ++pos;
             continue;
         }
         const DxTextUnit unit = DxNextTextUnit(text, pos);
         pos += unit.length;
-        if (unit.character) take(unit.character, unit.code);
+        if (!unit.character) continue;
+        const Cell cell = cellOf(table, unit.code);
+        sums.add(cell.width, cell.space);
     }
+    return sums;
 }
 
 DxTextLength tableLength(const DxTextMeasure& what, double factor, DxFontTable& table) {
     DxTextLength result;
-    double widths = 0, spaces = 0, last = 0;
-    int count = 0;
-    forEachUnit(what.text, [&](char32_t /*character*/, int code) {
-        const auto place = static_cast<std::size_t>(code);
-        const bool isKnown = place - 1 < 255 && table.width[place] >= 0;
-        const Cell cell =
-            isKnown ? Cell{double(table.width[place]), double(table.space[place])} : cellOf(table, code);
-        widths += cell.width;
-        spaces += cell.space;
-        last = cell.space;
-        ++count;
-    });
-    spaces -= last; // none behind the last character
-    result.length = (widths + spaces) * what.height * factor * 0.01;
+    const Sums sums = sumsOf(what.text, table);
+    const double spaces = sums.spaces - sums.last; // none behind the last character
+    result.length = (sums.widths + spaces) * what.height * factor * 0.01;
     result.space = spaces * factor * 0.01;
-    if (count > 1) result.space /= count - 1;
-    if (count == 1) result.space = factor * table.averageSpace * 0.01;
+    if (sums.count > 1) result.space /= sums.count - 1;
+    if (sums.count == 1) result.space = factor * table.averageSpace * 0.01;
     result.lineDistance = table.averageSpace * 0.02 + 1.0;
     return result;
 }
@@ -139,7 +145,17 @@ double charWidth(DxFaceTable& table, const DxTextMeasure& what, char32_t c) {
 double faceLength(const DxTextMeasure& what, double factor) {
     DxFaceTable& table = faceTableOf(what);
     double widths = 0;
-    forEachUnit(what.text, [&](char32_t c, int /*code*/) { widths += charWidth(table, what, c); });
+    for (std::size_t pos = 0; pos < what.text.size();) {
+        const char c = what.text[pos];
+        if (c > 0 && c != '%' && c != '\\') { // most are plain
+            widths += charWidth(table, what, static_cast<char32_t>(c));
+            ++pos;
+            continue;
+        }
+        const DxTextUnit unit = DxNextTextUnit(what.text, pos);
+        pos += unit.length;
+        if (unit.character) widths += charWidth(table, what, unit.character);
+    }
     return widths * what.height * factor;
 }
 

@@ -25,8 +25,11 @@ struct DxFontTable {
     double averageWidth = 0.0;
     bool isLoaded = false; ///< false: no such file
     bool isTold = false;   ///< that it is missing
-    std::array<std::int16_t, 256> width{};
-    std::array<std::int16_t, 256> space{};
+    struct Cell {
+        std::int16_t width = -1; ///< -1: undefined
+        std::int16_t space = 0;
+    };
+    std::array<Cell, 256> cells;
     std::unordered_set<int> toldCodes; ///< undefined ones that the user was told of
 };
 
