@@ -84,6 +84,7 @@ public:
     /// as firstPiece(). Its run gives its text away.
     void take(std::size_t index, DX_TEXT_TYPE* piece);
     DX_TEXT_TYPE firstPiece() const;
+    const DxCharset& charset(std::size_t index) const { return *runs_[index].font->charset; }
 
 private:
     friend class DxMtextFlow;

@@ -48,30 +48,40 @@ struct Sums {
     double widths = 0, spaces = 0;
     double last = 0; ///< space behind the last character
     int count = 0;
-
-    void add(double width, double space) {
-        widths += width;
-        spaces += space;
-        last = space;
-        ++count;
-    }
 };
+
+/// Adds the plain characters from `pos` on that the font has. Where it stops.
+std::size_t addPlain(std::string_view text, std::size_t pos, const DxFontTable& table, Sums& sums) {
+    const std::size_t start = pos;
+    int widths = 0, spaces = 0, last = 0; // at most some thousand characters of at most 10000 each
+    for (; pos < text.size(); ++pos) {
+        const auto c = static_cast<unsigned char>(text[pos]);
+        const DxFontTable::Cell cell = table.cells[c];
+        if (c >= 128 || cell.width < 0 || c == '%' || c == '\\') break;
+        widths += cell.width;
+        spaces += cell.space;
+        last = cell.space;
+    }
+    if (pos == start) return pos;
+    sums.widths += widths;
+    sums.spaces += spaces;
+    sums.last = last;
+    sums.count += static_cast<int>(pos - start);
+    return pos;
+}
 
 Sums sumsOf(std::string_view text, DxFontTable& table) {
     Sums sums;
-    for (std::size_t pos = 0; pos < text.size();) {
-        const auto c = static_cast<unsigned char>(text[pos]);
-        const DxFontTable::Cell own = table.cells[c];
-        if (c < 128 && own.width >= 0 && c != '%' && c != '\\') { // most are plain
-            sums.add(own.width, own.space);
-            ++pos;
-            continue;
-        }
+    for (std::size_t pos = addPlain(text, 0, table, sums); pos < text.size();
+         pos = addPlain(text, pos, table, sums)) {
         const DxTextUnit unit = DxNextTextUnit(text, pos);
         pos += unit.length;
         if (!unit.character) continue;
         const Cell cell = cellOf(table, unit.code);
-        sums.add(cell.width, cell.space);
+        sums.widths += cell.width;
+        sums.spaces += cell.space;
+        sums.last = cell.space;
+        ++sums.count;
     }
     return sums;
 }

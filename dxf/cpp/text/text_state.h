@@ -56,6 +56,7 @@ struct DxCharMap {
     bool isBuilt = false;
     std::unordered_map<char32_t, char32_t> pairs; ///< file's character → host's
     std::array<bool, 256> startsText{};           ///< bytes that begin one of the set's texts
+    std::array<bool, 256> startsCode{};           ///< and the one that begins an escape
 };
 
 /// A style as the host sees it; see DxTextGetCharset.
