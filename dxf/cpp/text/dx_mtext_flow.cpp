@@ -130,7 +130,7 @@ public:
     double gap() const { return gap_; }
     /// With the gaps behind all its characters.
     double operator()(std::string_view word) {
-        const std::string text = converted(word);
+        const std::string& text = converted(word);
         double cells = 0;
         if (charset_.font == 0) {
             DxTextLength length;
@@ -146,15 +146,16 @@ public:
     }
 
 private:
-    std::string converted(std::string_view text) const {
-        std::string host(text);
-        DxConvTextToCAD(host, charset_);
-        DxResolveEscapes(host);
-        return host;
+    const std::string& converted(std::string_view text) {
+        host_ = text;
+        DxConvTextToCAD(host_, charset_);
+        DxResolveEscapes(host_);
+        return host_;
     }
 
     const DxCharset& charset_;
     DxTextMeasure face_;
+    std::string host_; ///< characters of the host, converted last
     double width_, gap_;
 };
 

@@ -22,7 +22,7 @@ static int attachmentOf(const DX_TEXT_TYPE& record, bool isMirrored) {
 
 DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored)
     : record_(record), isMirrored_(isMirrored), attachment_(attachmentOf(record, isMirrored)) {
-    constexpr std::size_t usualRuns = 8;
+    constexpr std::size_t usualRuns = 5;
     constexpr double toRadians = 0.017453292519943295;
     const double angle = std::fmod(record.rotation, 360.0) * toRadians;
     cos_ = std::cos(angle);

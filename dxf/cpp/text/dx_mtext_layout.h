@@ -4,7 +4,7 @@
 #include "dx_mtext.h"
 #include "dx_text_fonts.h"
 
-#include <deque>
+#include <list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -102,7 +102,7 @@ private:
     const DX_TEXT_TYPE& record_;
     bool isMirrored_;
     int attachment_; ///< 1 … 9, as it is read: left and right changed in a plane that is turned over
-    std::deque<DxMtextFont> fonts_; ///< that of the record first
+    std::list<DxMtextFont> fonts_; ///< that of the record first
     std::vector<DxMtextRun> runs_;
     std::size_t lineFirst_ = 0; ///< first run of the line
     double lineWidth_ = 0;      ///< right end of the line so far

@@ -77,7 +77,12 @@ std::size_t shortEscape(std::string_view rest, char32_t& character) {
 
 void convertTexts(std::string& text, int set, const DxCharMap& map) {
     std::string out;
+    out.reserve(text.size());
     for (std::size_t pos = 0; pos < text.size();) {
+        const std::size_t plain = pos;
+        while (pos < text.size() && !map.startsCode[static_cast<unsigned char>(text[pos])]) ++pos;
+        out.append(text, plain, pos - plain);
+        if (pos == text.size()) break;
         const std::string_view rest = std::string_view(text).substr(pos);
         char32_t c = 0;
         if (const DX_CHAR_TEXT* record = recordAt(rest, set, map)) {

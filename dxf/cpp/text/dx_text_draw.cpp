@@ -80,6 +80,7 @@ double rotationUnder(double degrees, const Mat44 m) {
 /// Degrees by which a plane is turned that isn't turned over, scaled unevenly or with two signs though it may
 /// be; the rotation of the INSERTs for one that is seen from its edge.
 double turnOf(const Mat44 m) {
+    if (m[0][1] == 0 && m[0][0] > 0) return 0;
     const bool isSeen = m[0][0] != 0 || m[0][1] != 0;
     return isSeen ? std::atan2(m[0][1], m[0][0]) / toRadians : DxBlockRotation;
 }
