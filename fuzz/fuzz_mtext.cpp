@@ -1,4 +1,5 @@
 // MTEXT: flattening and layout of any text. The first bytes choose box, attachment and style.
+#include "config/config_state.h"
 #include "drawing/drawing.h"
 #include "session/dx_session.h"
 #include "text/dx_mtext.h"
@@ -24,6 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     text.attachment = data[1] % 11 - 1;
     text.rotation = data[1];
     if (data[2] & 1) text.extrusion[2] = -1;
+    DxJoinTexts = data[2] >> 2 & 1;
     text.text = DxTextFromFile({reinterpret_cast<const char*>(data + 3), size - 3});
     DxCutChars(text.text, DX_MTEXT_LIMIT);
     std::vector<DX_TEXT_TYPE> pieces;

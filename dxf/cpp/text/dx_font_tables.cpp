@@ -47,17 +47,17 @@ void takeFontLine(DxFontTable& table, std::string_view line) {
     if (second == std::string_view::npos || line.find(',', second + 1) != std::string_view::npos) return;
     const int place = placeOf(DxAtoi(line));
     if (place < 0) return;
-    table.width[static_cast<std::size_t>(place)] = hundredths(line.substr(first + 1), -1);
-    table.space[static_cast<std::size_t>(place)] = hundredths(line.substr(second + 1), -10000);
+    table.cells[static_cast<std::size_t>(place)] = {hundredths(line.substr(first + 1), -1),
+                                                    hundredths(line.substr(second + 1), -10000)};
 }
 
 void setAverages(DxFontTable& table) {
     double widths = 0, spaces = 0;
     int count = 0;
-    for (std::size_t code = 0; code < table.width.size(); ++code) {
-        if (table.width[code] < 0) continue;
-        widths += table.width[code];
-        spaces += table.space[code];
+    for (const DxFontTable::Cell& cell : table.cells) {
+        if (cell.width < 0) continue;
+        widths += cell.width;
+        spaces += cell.space;
         ++count;
     }
     if (count == 0) return;
@@ -68,7 +68,6 @@ void setAverages(DxFontTable& table) {
 bool readFontTable(DxFontTable& table) {
     FILE* file = leadsAway(table.name) ? nullptr : UtFileOpen(fontPath(table.name), "r");
     if (!file) return false;
-    table.width.fill(-1);
     std::string line;
     if (UtReadLine(file, line) == 0) table.heightValue = DxAtof(line);
     while (UtReadLine(file, line) == 0) takeFontLine(table, line);

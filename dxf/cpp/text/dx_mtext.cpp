@@ -36,7 +36,7 @@ public:
             case '}': ++pos_; break;
             case '^': caret(); break;
             case '\\': code(); break;
-            default: put(in_.substr(pos_++, 1));
+            default: plain();
             }
         }
         if (lineEnd_ != pos_) endParagraph(); // a broken code has swallowed the last line's end
@@ -61,6 +61,16 @@ private:
         text() += characters;
     }
     std::string_view rest() const { return in_.substr(std::min(pos_, in_.size())); }
+
+    static bool meansSomething(char c) { return c == '\\' || c == '{' || c == '}' || c == '^'; }
+
+    /// Characters up to the next one that means something.
+    void plain() {
+        std::size_t end = pos_;
+        while (end < in_.size() && !meansSomething(in_[end])) ++end;
+        put(in_.substr(pos_, end - pos_));
+        pos_ = end;
+    }
 
     /// "^" and a letter stand for a control character; "^ " is the sign itself.
     void caret() {
@@ -141,7 +151,7 @@ private:
     }
 
     /// What follows stands in a run of its own.
-    DX_TEXT_TYPE& change() {
+    DxMtextRun& change() {
         block_.close();
         block_.split();
         return block_.current();
@@ -162,21 +172,21 @@ private:
         double height = 0;
         const double old = block_.current().height;
         if (!value(letter, old, height) || height <= 0 || std::fabs(height - old) <= sameValue) return;
-        DX_TEXT_TYPE& run = change();
-        run.second.y += height - run.height; // the bottom stays
+        DxMtextRun& run = change();
+        run.y += height - run.height; // the bottom stays
         run.height = height;
     }
-    void setFactor(char letter, double DX_TEXT_TYPE::*field, bool always) {
+    void setFactor(char letter, double DxMtextRun::*field, bool always) {
         double factor = 0;
         const double old = block_.current().*field;
         if (value(letter, old, factor) && (always || std::fabs(factor - old) > sameValue))
             change().*field = factor;
     }
-    void oblique(char letter) { setFactor(letter, &DX_TEXT_TYPE::oblique, false); }
-    void width(char letter) { setFactor(letter, &DX_TEXT_TYPE::widthFactor, false); }
+    void oblique(char letter) { setFactor(letter, &DxMtextRun::oblique, false); }
+    void width(char letter) { setFactor(letter, &DxMtextRun::widthFactor, false); }
     /// 1 is the font's own spacing.
     void tracking(char letter) {
-        setFactor(letter, &DX_TEXT_TYPE::charSpacing, true);
+        setFactor(letter, &DxMtextRun::charSpacing, true);
         double& spacing = block_.current().charSpacing;
         if (std::fabs(spacing - 1.0) <= sameValue) spacing = -1.0;
     }
@@ -187,28 +197,32 @@ private:
         const int value = DxAtoi(rest());
         skipNumber(number.length);
         if (number.length == 0) return;
-        DX_ENTITY_BASE_TYPE base = block_.current().base;
+        int color = value, trueColor = -1;
         if (letter == 'c') {
-            base.trueColor = (value & 0xFF) << 16 | (value & 0xFF00) | (value >> 16 & 0xFF);
-            base.color = DxNearestColor(base.trueColor);
-        } else {
-            base.color = value;
-            base.trueColor = value == record_.base.color ? record_.base.trueColor : -1;
+            trueColor = (value & 0xFF) << 16 | (value & 0xFF00) | (value >> 16 & 0xFF);
+            color = DxNearestColor(trueColor);
+        } else if (value == record_.base.color) {
+            trueColor = record_.base.trueColor;
         }
-        const DX_ENTITY_BASE_TYPE& present = block_.current().base;
-        if (base.color == present.color && base.trueColor == present.trueColor) return;
-        change().base = base;
+        const DxMtextRun& present = block_.current();
+        if (color == present.color && trueColor == present.trueColor) return;
+        DxMtextRun& run = change();
+        run.color = color;
+        run.trueColor = trueColor;
     }
 
     void font(char letter) {
         const std::string_view name = DxMtextFontName(rest());
         skipThrough(name.size());
         if (name.empty()) return;
-        DX_TEXT_TYPE& run = change();
-        if (letter == 'F' && name == startFont_)
-            run.style = record_.style;
-        else
-            DxMtextFindStyle(name, letter == 'F', &run.style);
+        DxMtextRun& run = change();
+        if (letter == 'F' && name == startFont_) {
+            run.font = block_.firstFont();
+        } else {
+            DX_NAME style = run.font->style;
+            DxMtextFindStyle(name, letter == 'F', &style);
+            run.font = block_.font(style);
+        }
     }
 
     // ---- paragraphs ----------------------------------------------------------------------------------
@@ -292,19 +306,19 @@ private:
 
     void stackParts(std::string_view above, std::string_view below, bool hasBar) {
         block_.close();
-        const DxMtextRun& old = block_.currentRun();
-        const double height = old.text.height, y = old.text.second.y;
-        const double x = old.text.second.x + (old.hasText() ? old.length + old.space * height : 0);
+        const DxMtextRun& old = block_.current();
+        const double height = old.height, y = old.y;
+        const double x = old.x + (old.hasText() ? old.length + old.space * height : 0);
         const double line = block_.lineDistance() * height;
         std::string upperText = partText(above), lowerText = partText(below);
         const double upperLength =
             addPart(DxMtextRun::Numerator, x, y + line * (lowerText.empty() ? 0.5 : 1), upperText);
         const double lowerLength = addPart(DxMtextRun::Denominator, x, y, lowerText);
         if (hasBar) drawBar(upperLength, lowerLength);
-        const double space = block_.currentRun().space * height;
+        const double space = block_.current().space * height;
         const bool hasText = !upperText.empty() || !lowerText.empty();
         DxMtextRun& following = block_.add(x + std::max(upperLength, lowerLength) + (hasText ? space : 0));
-        following.text.second.y = y;
+        following.y = y;
         following.part = DxMtextRun::Plain;
         block_.raiseLine(line - y);
     }
@@ -313,8 +327,8 @@ private:
     double addPart(DxMtextRun::Part kind, double x, double y, const std::string& text) {
         DxMtextRun& run = block_.add(x);
         run.part = kind;
-        run.text.second.y = y;
-        run.text.text = text;
+        run.y = y;
+        run.text = text;
         block_.measure(run);
         block_.widenLine(run);
         return run.hasText() ? run.length : 0;
@@ -322,12 +336,12 @@ private:
 
     /// The bar belongs to the longer part; the shorter one is centred.
     void drawBar(double upperLength, double lowerLength) {
-        DxMtextRun& lower = block_.currentRun();
-        DxMtextRun& above = block_.previousRun();
+        DxMtextRun& lower = block_.current();
+        DxMtextRun& above = block_.previous();
         const double shift = std::fabs(upperLength - lowerLength) / 2;
         const bool isAbove = upperLength > lowerLength;
-        (isAbove ? lower : above).text.second.x += shift;
-        std::string& longer = isAbove ? above.text.text : lower.text.text;
+        (isAbove ? lower : above).x += shift;
+        std::string& longer = isAbove ? above.text : lower.text;
         const std::string_view bar = isAbove ? underline : overline;
         if (!longer.empty()) longer = std::string(bar) + longer + std::string(bar);
     }
@@ -355,8 +369,19 @@ constexpr std::array<Scanner::Row, 20> Scanner::rows{{
 
 } // namespace
 
-int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces, bool isMirrored) {
-    const DxCharset& charset = DxTextGetCharset(text->style.view(), {});
+/// The place of an MTEXT, which is given in world coordinates, in the plane of its extrusion.
+static RPT3 objectPoint(const DX_TEXT_TYPE& text) {
+    const double(&n)[3] = text.extrusion;
+    RPT3 point = text.point;
+    Mat44 toWorld, toObject;
+    if (n[0] == 0 && n[1] == 0 && n[2] == 1) return point;
+    DxArbaxis(n[0], n[1], n[2], toWorld);
+    if (Mt44Invert(toWorld, toObject) == 0) DxTrans3DRpt(&point, toObject);
+    return point;
+}
+
+void DxMtextLayOut(DX_TEXT_TYPE* text, DxMtextBlock* block) {
+    const DxCharset& charset = *block->firstFont()->charset;
     const std::string startFont(charset.fontFile.view());
     if (charset.font != 0) DxTextGetFontIndex(startFont);
     DxMtextFlatten(text->text,
@@ -364,12 +389,14 @@ int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces, bool i
     const std::size_t lastOther = text->text.find_last_not_of('\\');
     const std::size_t backslashes = text->text.size() - (lastOther == std::string::npos ? 0 : lastOther + 1);
     text->text += backslashes % 2 ? "\\\\P" : "\\P"; // one at the very end stands for itself
-    RPT3 insertion = text->point;
-    Mat44 toWorld, toObject;
-    DxArbaxis(text->extrusion[0], text->extrusion[1], text->extrusion[2], toWorld);
-    if (Mt44Invert(toWorld, toObject) == 0) DxTrans3DRpt(&insertion, toObject);
+    Scanner(*text, text->text, startFont, *block).run();
+    block->place(objectPoint(*text));
+}
+
+int DxMtextToTexts(DX_TEXT_TYPE* text, std::vector<DX_TEXT_TYPE>* pieces, bool isMirrored) {
     DxMtextBlock block(*text, isMirrored);
-    Scanner(*text, text->text, startFont, block).run();
-    *pieces = block.place(insertion);
+    DxMtextLayOut(text, &block);
+    pieces->assign(block.count(), block.firstPiece());
+    for (std::size_t i = 0; i < block.count(); ++i) block.take(i, &(*pieces)[i]);
     return 0;
 }

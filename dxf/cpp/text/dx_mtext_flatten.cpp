@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
 
 namespace {
@@ -47,12 +48,20 @@ public:
             else if (c == '\\' && pos_ + 1 < in_.size())
                 code();
             else
-                out_ += in_[pos_++];
+                copyPlain();
         }
         return std::move(out_);
     }
 
 private:
+    /// At least one character, then all up to the next one that means something.
+    void copyPlain() {
+        std::size_t end = pos_ + 1;
+        while (end < in_.size() && in_[end] != '{' && in_[end] != '}' && in_[end] != '\\') ++end;
+        out_.append(in_, pos_, end - pos_);
+        pos_ = end;
+    }
+
     void open() {
         ++pos_;
         groups_.push_back({now_, lines_, {}});
@@ -73,15 +82,25 @@ private:
         if (group.changed[Color]) out_ += UtFormat("\\C%d;", f.color).str();
         if (group.changed[Color] && f.trueColor >= 0) out_ += UtFormat("\\c%d;", f.trueColor).str();
         if (group.changed[Font]) out_ += (f.isFace ? "\\f" : "\\F") + f.font + ";";
-        if (group.changed[Height]) out_ += UtFormat("\\H%f;", f.height).str();
-        if (group.changed[Oblique]) out_ += UtFormat("\\Q%f;", f.oblique).str();
-        if (group.changed[Tracking]) out_ += UtFormat("\\T%f;", f.tracking).str();
-        if (group.changed[Width]) out_ += UtFormat("\\W%f;", f.width).str();
+        if (group.changed[Height]) restoreNumber('H', f.height);
+        if (group.changed[Oblique]) restoreNumber('Q', f.oblique);
+        if (group.changed[Tracking]) restoreNumber('T', f.tracking);
+        if (group.changed[Width]) restoreNumber('W', f.width);
         for (std::size_t i = 0; i < lines_.size(); ++i) {
             if (lines_[i] == group.lines[i]) continue;
             out_ += {'\\', static_cast<char>(group.lines[i] ? lineCodes[i] : lineCodes[i] | 0x20)};
         }
         lines_ = group.lines;
+    }
+
+    /// With six decimals.
+    void restoreNumber(char letter, double value) {
+        std::array<char, 350> digits; // the largest number has 309 digits ahead of its point
+        const auto end =
+            std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 6);
+        out_ += {'\\', letter};
+        out_.append(digits.data(), end.ptr);
+        out_ += ';';
     }
 
     void mark(Change change) { groups_.back().changed[change] = true; }
@@ -162,6 +181,9 @@ private:
 } // namespace
 
 void DxMtextFlatten(std::string& text, const DxMtextFormat& start) {
+    const bool isFlat =
+        !DxJoinTexts && text.find('{') == std::string::npos && text.find('}') == std::string::npos;
+    if (isFlat) return DxCutChars(text, DX_MTEXT_LIMIT);
     text = Flattener(text, start).run();
     DxCutChars(text, DX_MTEXT_LIMIT);
 }

@@ -36,8 +36,7 @@ void DxMtextFlow::run() {
     std::vector<DxMtextRun> runs(std::make_move_iterator(first), std::make_move_iterator(block_.runs_.end()));
     block_.runs_.erase(first, block_.runs_.end());
     block_.lineWidth_ = block_.lineDepth_ = block_.lineExtra_ = block_.lineHeight_ = 0;
-    DX_TEXT_TYPE last = runs.back().text; // what follows goes on in this format
-    last.text.clear();
+    const DxMtextLook last = runs.back(); // what follows goes on in this format
     if (withText == 1 && room < HUGE_VAL) {
         const auto only =
             std::find_if(runs.begin(), runs.end(), [](const DxMtextRun& run) { return run.hasText(); });
@@ -45,10 +44,8 @@ void DxMtextFlow::run() {
     } else {
         flowAll(std::move(runs), room);
     }
-    last.second = block_.runs_.back().text.second;
-    DxMtextRun end;
-    end.text = std::move(last);
-    block_.runs_.push_back(std::move(end));
+    const double x = block_.runs_.back().x, y = block_.runs_.back().y;
+    block_.runs_.emplace_back(last, x, y);
 }
 
 bool DxMtextFlow::needsBreak(double room, std::size_t& withText) const {
@@ -59,8 +56,7 @@ bool DxMtextFlow::needsBreak(double room, std::size_t& withText) const {
         if (!run.hasText()) continue;
         ++withText;
         right = std::max(right, run.right());
-        isLong =
-            isLong || (run.text.text.size() > DX_PIECE_LIMIT && DxTextStrlen(run.text.text) > DX_PIECE_LIMIT);
+        isLong = isLong || (run.text.size() > DX_PIECE_LIMIT && DxTextStrlen(run.text) > DX_PIECE_LIMIT);
     }
     return withText > 0 && (isLong || right > room);
 }
@@ -80,25 +76,23 @@ DxMtextFlow::Word DxMtextFlow::nextWord(std::string_view text) {
 }
 
 double DxMtextFlow::widthOf(const DxMtextRun& run, std::string_view text) {
-    DxTextMeasure what = DxTextMeasureOf(run.text, DxTextGetCharset(run.text.style.view(), {}));
-    what.text = text;
     DxTextLength length;
-    DxTextGetDxfFontLen(what, &length);
+    DxTextGetDxfFontLen(run.measure(text), &length);
     return length.length;
 }
 
 /// Width with the space to what follows.
 double DxMtextFlow::advanceOf(const DxMtextRun& run, std::string_view text) const {
-    return text.empty() ? 0 : widthOf(run, text) + run.space * run.text.height;
+    return text.empty() ? 0 : widthOf(run, text) + run.space * run.height;
 }
 
 /// Blanks at the end of a line are shown by its end; they would only shift a line that is held at its right.
 void DxMtextFlow::trimLine() {
     DxMtextRun& last = block_.runs_.back();
-    std::string& text = last.text.text;
+    std::string& text = last.text;
     if (!open_ || text.empty() || text.back() != ' ') return;
     text.erase(text.find_last_not_of(' ') + 1);
-    last.length = visibleEnd_ - last.text.second.x;
+    last.length = visibleEnd_ - last.x;
     last.measured = text.size();
 }
 
@@ -117,31 +111,26 @@ namespace {
 /// which gives the text its length, so that a single word needn't be as wide as by itself.
 class HostMeasure {
 public:
-    HostMeasure(const DX_TEXT_TYPE& run, std::string_view text)
-        : charset_(DxTextGetCharset(run.style.view(), DxTextDefaultFont())) {
-        DxTextMeasure what = DxTextMeasureOf(run, charset_);
-        what.text = text;
+    HostMeasure(const DxMtextRun& run, std::string_view text)
+        : charset_(DxTextGetCharset(run.font->style.view(), DxTextDefaultFont())), face_(run.measure(text)) {
         DxTextLength length;
-        DxTextGetDxfFontLen(what, &length);
-        DX_TEXT_TYPE probe;
-        probe.charSpacing = run.charSpacing;
+        DxTextGetDxfFontLen(face_, &length);
         double spacing = charset_.factor;
-        DxCharSpacingToCAD(&probe, &spacing);
+        DxCharSpacingFactor(run.charSpacing, &spacing);
         const double faceWidth = run.height * (run.widthFactor == 0 ? 1.0 : run.widthFactor);
         const double room = charset_.font == 0 ? faceWidth : length.length;
         const DxTextCadParams parms =
             DxTextCalcCadParams(run.height, room, charset_.font, converted(text), length.space, spacing);
         width_ = parms.width / (DxScale * DxDrawUnit);
         gap_ = (parms.spacing - 1) * width_;
-        what.height = 1.0;
-        what.factor = 1.0;
-        face_ = what;
+        face_.height = 1.0;
+        face_.factor = 1.0;
     }
 
     double gap() const { return gap_; }
     /// With the gaps behind all its characters.
     double operator()(std::string_view word) {
-        const std::string text = converted(word);
+        const std::string& text = converted(word);
         double cells = 0;
         if (charset_.font == 0) {
             DxTextLength length;
@@ -157,14 +146,16 @@ public:
     }
 
 private:
-    std::string converted(std::string_view text) const {
-        std::string host(text);
-        DxConvTextToCAD(host, charset_);
-        return DxTextConv2Unicode(host).str();
+    const std::string& converted(std::string_view text) {
+        host_ = text;
+        DxConvTextToCAD(host_, charset_);
+        DxResolveEscapes(host_);
+        return host_;
     }
 
     const DxCharset& charset_;
     DxTextMeasure face_;
+    std::string host_; ///< characters of the host, converted last
     double width_, gap_;
 };
 
@@ -181,7 +172,7 @@ std::string_view DxMtextFlow::textOf(std::span<const Word> words, bool endsRun) 
 /// The host breaks a text at blanks where the next word doesn't fit.
 DxMtextFlow::HostPiece DxMtextFlow::hostPiece(const DxMtextRun& run, std::span<const Word> words,
                                               bool endsRun, double room) {
-    HostMeasure measure(run.text, textOf(words, endsRun));
+    HostMeasure measure(run, textOf(words, endsRun));
     const double blank = measure(" ");
     HostPiece piece{words.size(), 1, 0, 0};
     double x = 0;
@@ -221,10 +212,10 @@ static double hostRoom(double room) {
 /// As many lines of the host as a piece may hold stand in one; the next ones below it.
 void DxMtextFlow::flowOne(DxMtextRun run, double room) {
     std::vector<Word> words;
-    for (std::string_view rest = run.text.text; !rest.empty(); rest.remove_prefix(words.back().all.size()))
+    for (std::string_view rest = run.text; !rest.empty(); rest.remove_prefix(words.back().all.size()))
         words.push_back(nextWord(rest));
-    const double distance = DxMtextLineDist(run.text.height, block_.record_);
-    const double step = distance * run.text.height;
+    const double distance = DxMtextLineDist(run.height, block_.record_);
+    const double step = distance * run.height;
     DxLineSwitches switches;
     for (std::span<const Word> rest = words; !rest.empty();) {
         const bool isFirst = rest.size() == words.size();
@@ -232,18 +223,17 @@ void DxMtextFlow::flowOne(DxMtextRun run, double room) {
         const HostPiece host = nextPiece(run, rest, hostRoom(room));
         const std::string_view text = textOf(rest.first(host.words), host.words == rest.size());
         rest = rest.subspan(host.words);
-        DxMtextRun& piece = block_.runs_.emplace_back(run);
-        piece.text.second.x = 0;
-        if (!isFirst) piece.text.second.y = 0;
-        piece.text.text = switches.codes();
-        piece.text.text += text;
+        DxMtextRun& piece = block_.runs_.emplace_back(run, 0, isFirst ? run.y : 0);
+        piece.space = run.space;
+        piece.text = switches.codes();
+        piece.text += text;
         switches.follow(text);
         piece.length = host.width;
         piece.extraDepth = static_cast<double>(host.lines - 1) * step;
-        if (host.lines > 1) piece.text.lineDistance = distance;
-        piece.measured = piece.text.text.size();
+        if (host.lines > 1) piece.lineDistance = distance;
+        piece.measured = piece.text.size();
         block_.close();
-        block_.raiseLine(step + piece.extraDepth - piece.text.second.y);
+        block_.raiseLine(step + piece.extraDepth - piece.y);
     }
 }
 
@@ -261,7 +251,7 @@ void DxMtextFlow::flowAll(std::vector<DxMtextRun> runs, double room) {
 }
 
 void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
-    std::string_view rest = run.text.text;
+    std::string_view rest = run.text;
     DxLineSwitches lines;
     while (!rest.empty()) {
         const Word word = nextWord(rest);
@@ -278,41 +268,38 @@ void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
 /// Appends a word to the run that has its format, or begins one.
 void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, const std::string& lines) {
     if (open_ != &run) {
-        DxMtextRun piece;
-        piece.text = run.text;
-        piece.text.text = lines;
-        piece.text.boxWidth = 0;
-        piece.text.second.x = x_;
-        if (!block_.isFirstLine_) piece.text.second.y = std::max(run.text.second.y, 0.0);
-        block_.runs_.push_back(std::move(piece));
+        const double y = block_.isFirstLine_ ? run.y : std::max(run.y, 0.0);
+        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, y);
+        piece.text = lines;
+        piece.boxWidth = 0;
         open_ = &run;
         visible_ = 0;
     }
     DxMtextRun& piece = block_.runs_.back();
-    piece.text.text += word.all;
+    piece.text += word.all;
     visibleEnd_ = x_ + width;
-    piece.length = visibleEnd_ - piece.text.second.x; // blanks at the end don't widen the line
+    piece.length = visibleEnd_ - piece.x; // blanks at the end don't widen the line
     piece.space = run.space;
-    piece.measured = piece.text.text.size();
+    piece.measured = piece.text.size();
     visible_ += word.visible;
     block_.close();
-    if (word.all.size() > word.text.size()) piece.length = x_ + widthOf(run, word.all) - piece.text.second.x;
+    if (word.all.size() > word.text.size()) piece.length = x_ + widthOf(run, word.all) - piece.x;
 }
 
 /// Numerator and denominator stay together.
 void DxMtextFlow::flowStack(const DxMtextRun* parts, std::size_t count, double room) {
-    double left = parts[0].text.second.x, right = left;
+    double left = parts[0].x, right = left;
     for (std::size_t i = 0; i < count; ++i) {
-        left = std::min(left, parts[i].text.second.x);
+        left = std::min(left, parts[i].x);
         right = std::max(right, parts[i].right());
     }
     if (x_ > 0 && x_ + right - left > room) nextLine();
     for (std::size_t i = 0; i < count; ++i) {
         DxMtextRun& piece = block_.runs_.emplace_back(parts[i]);
-        piece.text.boxWidth = 0;
-        piece.text.second.x += x_ - left;
+        piece.boxWidth = 0;
+        piece.x += x_ - left;
         block_.close();
     }
-    x_ += right - left + parts[0].space * parts[0].text.height;
+    x_ += right - left + parts[0].space * parts[0].height;
     open_ = nullptr;
 }

@@ -22,43 +22,60 @@ static int attachmentOf(const DX_TEXT_TYPE& record, bool isMirrored) {
 
 DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored)
     : record_(record), isMirrored_(isMirrored), attachment_(attachmentOf(record, isMirrored)) {
-    constexpr std::size_t usualRuns = 8;
+    constexpr std::size_t usualRuns = 5;
+    constexpr double toRadians = 0.017453292519943295;
+    const double angle = std::fmod(record.rotation, 360.0) * toRadians;
+    cos_ = std::cos(angle);
+    sin_ = std::sin(angle);
+    DxMtextLook look;
+    look.font = font(record.style);
+    look.height = record.height;
+    look.oblique = record.oblique;
+    look.widthFactor = look.font->charset->widthFactor;
+    look.charSpacing = record.charSpacing;
+    look.color = record.base.color;
+    look.trueColor = record.base.trueColor;
+    look.boxWidth = record.boxWidth;
     runs_.reserve(usualRuns);
-    DxMtextRun& first = runs_.emplace_back();
-    first.text = record;
-    first.text.text.clear();
-    first.text.isMtext = 0;
-    first.text.horAlign = 0;
-    first.text.verAlign = 3;
-    first.text.justification = 0;
-    first.text.attachment = 0;
-    first.text.widthFactor = DxTextGetCharset(record.style.view(), {}).widthFactor;
-    first.text.second = {0, 0, 0};
+    runs_.emplace_back(look, 0, 0);
+}
+
+const DxMtextFont* DxMtextBlock::font(const DX_NAME& style) {
+    const auto known = std::find_if(fonts_.begin(), fonts_.end(),
+                                    [&](const DxMtextFont& f) { return f.style.view() == style.view(); });
+    if (known != fonts_.end()) return &*known;
+    return &fonts_.emplace_back(DxMtextFont{style, &DxTextGetCharset(style.view(), {})});
 }
 
 double DxMtextBlock::lineDistance() const {
-    return DxMtextLineDist(runs_.back().text.height, record_);
+    return DxMtextLineDist(runs_.back().height, record_);
+}
+
+DxTextMeasure DxMtextRun::measure(std::string_view characters) const {
+    DxTextMeasure what = DxTextMeasureIn(*font->charset);
+    what.text = characters;
+    what.height = height;
+    what.factor = widthFactor;
+    return what;
 }
 
 /// What a character spacing adds to the length of a text in a face. In a font by number it narrows the
 /// characters.
-static double addedSpacing(const DX_TEXT_TYPE& text) {
-    if (text.charSpacing < 0 || DxTextGetCharset(text.style.view(), {}).font != 0) return 0;
-    DX_TEXT_TYPE probe;
-    probe.charSpacing = text.charSpacing;
+static double addedSpacing(const DxMtextRun& run) {
+    if (run.charSpacing < 0 || run.font->charset->font != 0) return 0;
     double spacing = 1.0;
-    DxCharSpacingToCAD(&probe, &spacing);
-    const double width = text.height * (text.widthFactor == 0 ? 1.0 : text.widthFactor);
-    return std::max(DxTextStrlen(text.text) - 1, 0) * (spacing - 1) * width;
+    DxCharSpacingFactor(run.charSpacing, &spacing);
+    const double width = run.height * (run.widthFactor == 0 ? 1.0 : run.widthFactor);
+    return std::max(DxTextStrlen(run.text) - 1, 0) * (spacing - 1) * width;
 }
 
 void DxMtextBlock::measure(DxMtextRun& run) {
-    if (run.measured == run.text.text.size()) return;
+    if (run.measured == run.text.size()) return;
     DxTextLength length;
-    DxTextGetDxfLen(run.text, &length);
-    run.length = length.length + addedSpacing(run.text);
+    DxTextGetDxfFontLen(run.measure(run.text), &length);
+    run.length = length.length + addedSpacing(run);
     run.space = length.space;
-    run.measured = run.text.text.size();
+    run.measured = run.text.size();
 }
 
 void DxMtextBlock::widenLine(const DxMtextRun& run) {
@@ -73,38 +90,38 @@ void DxMtextBlock::close() {
     DxMtextRun& run = runs_.back();
     measure(run);
     widenLine(run);
-    const double y = run.text.second.y;
-    lineDepth_ = std::min(lineDepth_, y - run.text.height);
+    const double y = run.y;
+    lineDepth_ = std::min(lineDepth_, y - run.height);
     lineExtra_ = std::max(lineExtra_, run.extraDepth);
-    raiseLine(run.text.height * lineDistance() - y);
+    raiseLine(run.height * lineDistance() - y);
 }
 
 DxMtextRun& DxMtextBlock::add(double x) {
-    DxMtextRun run;
-    std::string text;
-    text.swap(runs_.back().text.text); // all is copied but the characters
-    run.text = runs_.back().text;
-    runs_.back().text.text.swap(text);
-    run.text.second.x = x;
-    return runs_.emplace_back(std::move(run));
+    const DxMtextLook look = runs_.back();
+    const double y = runs_.back().y;
+    return runs_.emplace_back(look, x, y);
 }
 
 void DxMtextBlock::split() {
     const DxMtextRun& run = runs_.back();
-    if (run.hasText()) add(run.right() + run.space * run.text.height);
+    if (run.hasText()) add(run.right() + run.space * run.height);
 }
 
 void DxMtextBlock::justify(int justification) {
-    for (std::size_t i = lineFirst_; i < runs_.size(); ++i) runs_[i].text.justification = justification;
+    for (std::size_t i = lineFirst_; i < runs_.size(); ++i) runs_[i].justification = justification;
 }
 
 /// The highest top of the line's runs; `least` when none has text.
 double DxMtextBlock::lineTop(double least) const {
     double top = least;
     for (std::size_t i = lineFirst_; i < runs_.size(); ++i) {
-        if (runs_[i].hasText()) top = std::max(top, runs_[i].text.second.y);
+        if (runs_[i].hasText()) top = std::max(top, runs_[i].y);
     }
     return top;
+}
+
+static bool reachesBelow(char c) {
+    return c == 'g' || c == 'j' || c == 'p' || c == 'q' || c == 'y';
 }
 
 /// How far letters reach below the line, relative to its height.
@@ -112,7 +129,7 @@ double DxMtextBlock::descent() const {
     if (DxFontTables.empty()) return 0;
     const bool hasDescender = std::any_of(
         runs_.begin() + static_cast<std::ptrdiff_t>(lineFirst_), runs_.end(),
-        [](const DxMtextRun& run) { return run.text.text.find_first_of("gjpqy") != std::string::npos; });
+        [](const DxMtextRun& run) { return std::any_of(run.text.begin(), run.text.end(), reachesBelow); });
     return hasDescender ? DxFontTables.front()->heightValue * 0.01 : 0;
 }
 
@@ -127,12 +144,12 @@ void DxMtextBlock::justifyRuns() {
     const auto first = runs_.begin() + static_cast<std::ptrdiff_t>(lineFirst_);
     const auto count = std::count_if(first, runs_.end(), [](const DxMtextRun& run) { return run.hasText(); });
     if (count < 2 || record_.boxWidth <= record_.height) return;
-    const int justification = runs_.back().text.justification;
+    const int justification = runs_.back().justification;
     const double shift =
         justification ? (justification - column()) * 0.5 * (record_.boxWidth - lineWidth_) : 0.0;
     for (std::size_t i = lineFirst_; i < runs_.size(); ++i) {
-        runs_[i].text.boxWidth = 0;
-        runs_[i].text.second.x += shift;
+        runs_[i].boxWidth = 0;
+        runs_[i].x += shift;
     }
 }
 
@@ -143,8 +160,8 @@ void DxMtextBlock::settleLine() {
     const double drop = yOffset_ + lineRaise_;
     const double shift = column() * 0.5 * (firstWidth_ - lineWidth_);
     for (std::size_t i = lineFirst_; i < runs_.size(); ++i) {
-        runs_[i].text.second.x += shift;
-        runs_[i].text.second.y -= drop;
+        runs_[i].x += shift;
+        runs_[i].y -= drop;
     }
     left_ = std::min(left_, shift);
     right_ = std::max(right_, lineWidth_ + shift);
@@ -164,64 +181,64 @@ void DxMtextBlock::settleFirstLine() {
 
 void DxMtextBlock::startLine(double before) {
     DxMtextRun& run = add(0);
-    run.text.second.y = 0;
-    run.text.boxWidth = record_.boxWidth;
-    run.text.lineDistance = 0;
+    run.y = 0;
+    run.boxWidth = record_.boxWidth;
+    run.lineDistance = 0;
     yOffset_ += lineHeight_ + lineRaise_ + before;
     lineWidth_ = lineDepth_ = lineExtra_ = lineHeight_ = lineRaise_ = 0;
     isFirstLine_ = false;
     lineFirst_ = runs_.size() - 1;
 }
 
-namespace {
-
-/// Turns vectors of the block into object coordinates.
-struct Rotation {
-    double c, s, xSense;
-    Rotation(double degrees, bool isMirrored) : xSense(isMirrored ? -1 : 1) {
-        constexpr double toRadians = 0.017453292519943295;
-        const double angle = std::fmod(degrees, 360.0) * toRadians;
-        c = std::cos(angle);
-        s = std::sin(angle);
-    }
-    RPT3 from(const RPT3& origin, double x, double y) const {
-        x *= xSense;
-        return {origin.x + c * x - s * y, origin.y + s * x + c * y, origin.z};
-    }
-};
-
-bool isBlank(std::string_view text) {
+static bool isBlank(std::string_view text) {
     return text.find_first_not_of(" \t") == std::string_view::npos;
 }
 
-} // namespace
+/// A vector of the block from a point, in object coordinates.
+RPT3 DxMtextBlock::atBlock(const RPT3& from, double x, double y) const {
+    if (isMirrored_) x = -x;
+    return {from.x + cos_ * x - sin_ * y, from.y + sin_ * x + cos_ * y, from.z};
+}
 
-std::vector<DX_TEXT_TYPE> DxMtextBlock::place(const RPT3& insertion) {
+void DxMtextBlock::place(const RPT3& insertion) {
     constexpr int exactSpacing = 2;
-    const Rotation rotation(record_.rotation, isMirrored_);
     const double x = column() * (left_ - right_) * 0.5 - left_;
     double y = row() * (top_ - bottom_) * 0.5 - top_;
     if (record_.verAlign == exactSpacing) y += (top_ - firstBottom_) / 3; // the first line begins higher
-    const RPT3 origin = rotation.from(insertion, x, y);
-    const int up = (9 - attachment_) / 3; // 2 top, 1 middle, 0 bottom
-    std::vector<DX_TEXT_TYPE> pieces;
-    pieces.reserve(runs_.size());
+    origin_ = atBlock(insertion, x, y);
     runs_.pop_back(); // the text ended with a line's end
-    const auto says = [](const DxMtextRun& run) { return !isBlank(run.text.text); };
-    const bool keepsBlank = DxJoinTexts && std::any_of(runs_.begin(), runs_.end(), says);
-    for (DxMtextRun& run : runs_) {
-        if (!keepsBlank && !says(run)) continue;
-        measure(run);
-        DX_TEXT_TYPE& piece = pieces.emplace_back(std::move(run.text));
-        const RPT3 corner = rotation.from(origin, piece.second.x, piece.second.y);
-        const double below = up == 0 ? run.extraDepth : 0; // its lowest line counts
-        const double half = up == 1 ? run.extraDepth / 2 : 0;
-        piece.point = rotation.from(corner, 0, -piece.height - below);
-        piece.second =
-            rotation.from(piece.point, column() * 0.5 * run.length, up * piece.height * 0.5 - half);
-        piece.horAlign = isMirrored_ ? 2 - column() : column(); // is changed once more when it is drawn
-        piece.verAlign = up == 0 ? 0 : up + 1;
-        piece.attachment = attachment_;
-    }
-    return pieces;
+    const auto isEmpty = [](const DxMtextRun& run) { return isBlank(run.text); };
+    const bool keepsEmpty = DxJoinTexts && !std::all_of(runs_.begin(), runs_.end(), isEmpty);
+    if (!keepsEmpty) std::erase_if(runs_, isEmpty);
+}
+
+DX_TEXT_TYPE DxMtextBlock::firstPiece() const {
+    DX_TEXT_TYPE piece = record_;
+    const int up = (9 - attachment_) / 3;                   // 2 top, 1 middle, 0 bottom
+    piece.horAlign = isMirrored_ ? 2 - column() : column(); // is changed once more when it is drawn
+    piece.verAlign = up == 0 ? 0 : up + 1;
+    piece.attachment = attachment_;
+    piece.isMtext = 0;
+    return piece;
+}
+
+void DxMtextBlock::take(std::size_t index, DX_TEXT_TYPE* piece) {
+    DxMtextRun& run = runs_[index];
+    measure(run);
+    const int up = (9 - attachment_) / 3;
+    const double below = up == 0 ? run.extraDepth : 0; // its lowest line counts
+    const double half = up == 1 ? run.extraDepth / 2 : 0;
+    piece->text = std::move(run.text);
+    piece->base.color = run.color;
+    piece->base.trueColor = run.trueColor;
+    piece->style = run.font->style;
+    piece->height = run.height;
+    piece->oblique = run.oblique;
+    piece->widthFactor = run.widthFactor;
+    piece->charSpacing = run.charSpacing;
+    piece->justification = run.justification;
+    piece->boxWidth = run.boxWidth;
+    piece->lineDistance = run.lineDistance;
+    piece->point = atBlock(atBlock(origin_, run.x, run.y), 0, -run.height - below);
+    piece->second = atBlock(piece->point, column() * 0.5 * run.length, up * run.height * 0.5 - half);
 }

@@ -44,9 +44,13 @@ double spaceSide(int column) {
 
 } // namespace
 
+void DxCharSpacingFactor(double charSpacing, double* dx) {
+    if (isCharSpacing(charSpacing)) *dx = (charSpacing - smallestSpacing) * widening + 1.0;
+}
+
 void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx) {
     if (!isCharSpacing(text->charSpacing)) return;
-    *dx = (text->charSpacing - smallestSpacing) * widening + 1.0;
+    DxCharSpacingFactor(text->charSpacing, dx);
     const double shift = text->height * DxCharSpacingShift(text->charSpacing);
     text->point.x -= shift;
     text->second.x -= shift;

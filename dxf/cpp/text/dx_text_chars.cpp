@@ -40,6 +40,8 @@ DxCharMap& charMap(int set, bool toCad) {
     for (const DX_CHAR_TEXT& record : DxCharTexts[set]) {
         if (!record.text.empty()) map.startsText[static_cast<unsigned char>(record.text.s[0])] = true;
     }
+    map.startsCode = map.startsText;
+    map.startsCode['\\'] = true;
     return map;
 }
 
@@ -75,7 +77,12 @@ std::size_t shortEscape(std::string_view rest, char32_t& character) {
 
 void convertTexts(std::string& text, int set, const DxCharMap& map) {
     std::string out;
+    out.reserve(text.size());
     for (std::size_t pos = 0; pos < text.size();) {
+        const std::size_t plain = pos;
+        while (pos < text.size() && !map.startsCode[static_cast<unsigned char>(text[pos])]) ++pos;
+        out.append(text, plain, pos - plain);
+        if (pos == text.size()) break;
         const std::string_view rest = std::string_view(text).substr(pos);
         char32_t c = 0;
         if (const DX_CHAR_TEXT* record = recordAt(rest, set, map)) {
@@ -94,7 +101,7 @@ void convertTexts(std::string& text, int set, const DxCharMap& map) {
 /// True when neither a record nor an escape can stand in the text: then nothing has to be copied.
 bool isPlain(std::string_view text, const DxCharMap& map) {
     return std::none_of(text.begin(), text.end(),
-                        [&](char c) { return c == '\\' || map.startsText[static_cast<unsigned char>(c)]; });
+                        [&](char c) { return map.startsCode[static_cast<unsigned char>(c)]; });
 }
 
 const DX_CHAR_TEXT* recordOf(int code, int set) {

@@ -199,6 +199,10 @@ UtCString DxTextConv2Unicode(std::string_view in) {
     return out;
 }
 
+void DxResolveEscapes(std::string& text) {
+    if (text.find('\\') != std::string::npos) text = DxTextConv2Unicode(text).str();
+}
+
 int DxTextCheckIllegalChars(std::string& text) {
     int result = 0;
     for (char& c : text) {

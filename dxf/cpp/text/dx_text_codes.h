@@ -33,6 +33,8 @@ int DxTextHostCount(std::string_view converted);
 /// The text with "\U+XXXX" and "\M+…" escapes as characters. Two halves of a surrogate pair become one; half
 /// a pair, and the code 0, stay as they are.
 UtCString DxTextConv2Unicode(std::string_view in);
+/// The same in place.
+void DxResolveEscapes(std::string& text);
 /// Replaces control characters that the host doesn't know by "?". 4711 if there was any, else 0.
 int DxTextCheckIllegalChars(std::string& text);
 /// When DxFinishPending is set: the text's last character gives way to DxFinishText, and the mark is cleared.

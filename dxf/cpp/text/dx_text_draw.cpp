@@ -12,7 +12,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
-#include "dx_mtext.h"
+#include "dx_mtext_layout.h"
 #include "dx_text_codes.h"
 #include "dx_text_host.h"
 #include "dx_text_import.h"
@@ -62,7 +62,7 @@ void convert(Placing& placing) {
     placing.converted = placing.record->text;
     DxCutChars(placing.converted, DX_TEXT_LIMIT);
     DxConvTextToCAD(placing.converted, *placing.charset);
-    placing.converted = DxTextConv2Unicode(placing.converted).str();
+    DxResolveEscapes(placing.converted);
     std::copy_n(placing.charset->bits, DX_BIT_COUNT, placing.bits);
     for (int i = 0; i < DX_BIT_COUNT; ++i) {
         if (lines[i]) placing.bits[i] = lines[i];
@@ -80,6 +80,7 @@ double rotationUnder(double degrees, const Mat44 m) {
 /// Degrees by which a plane is turned that isn't turned over, scaled unevenly or with two signs though it may
 /// be; the rotation of the INSERTs for one that is seen from its edge.
 double turnOf(const Mat44 m) {
+    if (m[0][1] == 0 && m[0][0] > 0) return 0;
     const bool isSeen = m[0][0] != 0 || m[0][1] != 0;
     return isSeen ? std::atan2(m[0][1], m[0][0]) / toRadians : DxBlockRotation;
 }
@@ -125,8 +126,7 @@ bool hasLineBetweenPoints(const DX_TEXT_TYPE& record) {
 void measure(Placing& placing) {
     const DX_TEXT_TYPE& record = *placing.record;
     DxTextMeasure what = DxTextMeasureOf(record, *placing.charset);
-    int isFixed = 0;
-    what.isFixed = UoGetMacVarI("&DxfFixFont", &isFixed) == 0 && isFixed != 0;
+    what.isFixed = DxGetTextOptions().isFixFont;
     what.height = placing.height;
     if (record.isMtext) what.factor = placing.charset->widthFactor;
     DxTextGetDxfFontLen(what, &placing.measure);
@@ -223,7 +223,7 @@ bool isUsable(const OV_TEXT_PARM& parm, const RPT3& point) {
 }
 
 /// Hands the text to the host.
-int make(const Placing& placing, int pen, int type) {
+int make(Placing& placing, int pen, DX_TEXT_KIND kind) {
     const DX_TEXT_TYPE& record = *placing.record;
     OV_TEXT_PARM parm;
     parm.pen = pen;
@@ -241,7 +241,8 @@ int make(const Placing& placing, int pen, int type) {
     point = {point.x - DxShiftX, point.y - DxShiftY, 0};
     const double box = record.boxWidth > record.height ? record.boxWidth * std::fabs(DxBlockScaleY) : 0;
     int row = 0;
-    if (const int error = DxCiTextAdd(DxActPat, &row, point, placing.converted, type, box)) return error;
+    if (const int error = DxCiTextAdd(DxActPat, &row, point, std::move(placing.converted), kind, box))
+        return error;
     DxEntityDrawn = 1;
     if (DxJoinTexts) DxTextListAdd(DxActPat, row);
     return 0;
@@ -261,20 +262,27 @@ void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]) {
     bits[DX_BIT_OVERLINE] = isWhole('o') ? 1 : 0;
 }
 
-int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
-    int pen = 0, lineType = 0;
-    if (!DxPenLtToCAD(&text->base, &pen, &lineType)) return 0;
+/// Draws a text whose pen and charset are known.
+static int drawIn(DX_TEXT_TYPE* text, const Mat44 m, DX_TEXT_KIND kind, bool keepsEmpty, int pen,
+                  const DxCharset& charset) {
     Placing placing{};
     placing.stretch = 1.0;
     placing.record = text;
-    placing.charset = &DxTextGetCharset(text->style.view(), DxTextDefaultFont());
+    placing.charset = &charset;
     convert(placing);
-    if (!keepEmpty && isBlank(placing.converted)) return 0;
+    if (!keepsEmpty && isBlank(placing.converted)) return 0;
     toWorld(placing, *text, m);
     if (!DxIsFinite(placing.first) || !DxIsFinite(placing.second)) return 0;
     if (DxCheckPass) return checkExtents(placing);
     measure(placing);
-    return make(placing, pen, type);
+    return make(placing, pen, kind);
+}
+
+int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
+    int pen = 0, lineType = 0;
+    if (!DxPenLtToCAD(&text->base, &pen, &lineType)) return 0;
+    return drawIn(text, m, static_cast<DX_TEXT_KIND>(type), keepEmpty != 0, pen,
+                  DxTextGetCharset(text->style.view(), DxTextDefaultFont()));
 }
 
 int DxDrawTextEntity(const DX_TEXT_TYPE* text, const Mat44 m) {
@@ -282,15 +290,32 @@ int DxDrawTextEntity(const DX_TEXT_TYPE* text, const Mat44 m) {
     return DxDrawText(&copy, m, DX_TEXT_OF_ENTITY, 0);
 }
 
-int DxDrawMtext(const DX_TEXT_TYPE* text, const Mat44 m) {
-    DX_TEXT_TYPE copy = *text;
-    std::vector<DX_TEXT_TYPE> pieces;
-    Mat44 storage;
-    const bool isMirrored = DxMirrors(DxObjectMatrix(text->extrusion, m, storage));
-    if (const int error = DxMtextToTexts(&copy, &pieces, isMirrored)) return error;
-    if (DxJoinTexts) DxTextListInit(static_cast<int>(pieces.size()));
-    for (DX_TEXT_TYPE& piece : pieces) { // blank ones hold the place of a line among texts to join
-        if (const int error = DxDrawText(&piece, m, DX_TEXT_OF_ENTITY, DxJoinTexts)) return error;
+/// Draws the pieces of an MTEXT, which are alike in layer and line type. Blank ones hold the place of a line
+/// among texts to join.
+static int drawPieces(DxMtextBlock& block, const Mat44 m) {
+    const bool usesDefault = !DxTextDefaultFont().empty();
+    DX_TEXT_TYPE piece = block.firstPiece();
+    int pen = 0, lineType = 0, penColor = 0;
+    for (std::size_t i = 0; i < block.count(); ++i) {
+        block.take(i, &piece);
+        if (i == 0 || piece.base.color != penColor) {
+            if (!DxPenLtToCAD(&piece.base, &pen, &lineType)) return 0;
+            penColor = piece.base.color;
+        }
+        const DxCharset& charset =
+            usesDefault ? DxTextGetCharset(piece.style.view(), DxTextDefaultFont()) : block.charset(i);
+        if (const int error = drawIn(&piece, m, DX_TEXT_OF_ENTITY, DxJoinTexts != 0, pen, charset))
+            return error;
     }
+    return 0;
+}
+
+int DxDrawMtext(const DX_TEXT_TYPE* text, const Mat44 m) {
+    Mat44 storage;
+    DxMtextBlock block(*text, DxMirrors(DxObjectMatrix(text->extrusion, m, storage)));
+    DX_TEXT_TYPE copy = *text;
+    DxMtextLayOut(&copy, &block);
+    if (DxJoinTexts) DxTextListInit(static_cast<int>(block.count()));
+    if (const int error = drawPieces(block, m)) return error;
     return DxJoinTexts && !DxCheckPass ? DxTextListJoin() : 0;
 }

@@ -108,9 +108,15 @@ DX_STYLE_TYPE newStyle(const WantedStyle& wanted) {
 
 } // namespace
 
-std::string DxTextDefaultFont() {
+const DxTextOptions& DxGetTextOptions() {
+    DxTextOptions& options = DxTextOptionsRead;
+    if (options.isRead) return options;
+    options.isRead = true;
     UtCString font;
-    return UoGetMacVarS("$DxfDfltFont", &font) == 0 ? font.str() : std::string();
+    int isFixed = 0;
+    if (UoGetMacVarS("$DxfDfltFont", &font) == 0) options.defaultFont = font.str();
+    options.isFixFont = UoGetMacVarI("&DxfFixFont", &isFixed) == 0 && isFixed != 0;
+    return options;
 }
 
 DxStyleIndex& DxTextStyleIndex() {

@@ -16,8 +16,12 @@
 const DxCharset& DxTextGetCharset(std::string_view style, std::string_view defaultFont);
 /// The index of the current document's styles, up to date.
 DxStyleIndex& DxTextStyleIndex();
+/// The session's options of texts.
+const DxTextOptions& DxGetTextOptions();
 /// The name of $DxfDfltFont, empty when it isn't set.
-std::string DxTextDefaultFont();
+inline const std::string& DxTextDefaultFont() {
+    return DxGetTextOptions().defaultFont;
+}
 /// Export: the style for a host font, made if there is none. Null when the table has no room.
 const DX_STYLE_TYPE* DxTextGetDXFStyle(int font, const UtCString& face, const int bits[DX_BIT_COUNT]);
 
@@ -74,5 +78,7 @@ struct DxTextLength {
 int DxTextGetDxfFontLen(const DxTextMeasure& what, DxTextLength* result);
 /// The same for a record, in its style and with its width factor.
 int DxTextGetDxfLen(const DX_TEXT_TYPE& text, DxTextLength* result);
+/// Measure in a font: all but text, height and width factor.
+DxTextMeasure DxTextMeasureIn(const DxCharset& charset);
 /// Measure of a record: font, marks and width factor by its style.
 DxTextMeasure DxTextMeasureOf(const DX_TEXT_TYPE& text, const DxCharset& charset);

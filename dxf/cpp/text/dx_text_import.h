@@ -43,6 +43,8 @@ inline constexpr double DX_FACE_SHIFT = 0.025;
 /// What an MTEXT's character spacing means for the host: `dx` receives it, and the points of the record move.
 /// Spacings outside 0.75 to 4 change nothing.
 void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx);
+/// The spacing alone: `dx` receives it for a character spacing from 0.75 to 4 and stays otherwise.
+void DxCharSpacingFactor(double charSpacing, double* dx);
 /// The way back: the character spacing of an MTEXT for a spacing of the host, -1 for none: characters side by
 /// side, or a spacing that the format doesn't have.
 double DxCharSpacingToDXF(double dx);

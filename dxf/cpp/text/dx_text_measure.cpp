@@ -29,8 +29,8 @@ struct Cell {
 };
 Cell cellOf(DxFontTable& table, int code) {
     if (code > 0 && code < 256) {
-        const auto place = static_cast<std::size_t>(code);
-        if (table.width[place] >= 0) return {double(table.width[place]), double(table.space[place])};
+        const DxFontTable::Cell cell = table.cells[static_cast<std::size_t>(code)];
+        if (cell.width >= 0) return {double(cell.width), double(cell.space)};
     }
     tellOnce(table.toldCodes, code, 5739, DxHostText(table.name));
     return {table.averageWidth, table.averageSpace};
@@ -44,38 +44,57 @@ DxTextLength roughLength(const DxTextMeasure& what, int count) {
     return result;
 }
 
-/// Calls `take` (character, table code) for each visible unit of a text. Most are plain ASCII.
-template <class Take>
-void forEachUnit(std::string_view text, Take&& take) {
-    for (std::size_t pos = 0; pos < text.size();) {
-        const char c = text[pos];
-        if (c > 0 && c != '%' && c != '\\') {
-            take(static_cast<char32_t>(c), static_cast<int>(c));
-            ++pos;
-            continue;
-        }
+/// What the characters of a text take in a font, in hundredths of the height.
+struct Sums {
+    double widths = 0, spaces = 0;
+    double last = 0; ///< space behind the last character
+    int count = 0;
+};
+
+/// Adds the plain characters from `pos` on that the font has. Where it stops.
+std::size_t addPlain(std::string_view text, std::size_t pos, const DxFontTable& table, Sums& sums) {
+    const std::size_t start = pos;
+    int widths = 0, spaces = 0, last = 0; // at most some thousand characters of at most 10000 each
+    for (; pos < text.size(); ++pos) {
+        const auto c = static_cast<unsigned char>(text[pos]);
+        const DxFontTable::Cell cell = table.cells[c];
+        if (c >= 128 || cell.width < 0 || c == '%' || c == '\\') break;
+        widths += cell.width;
+        spaces += cell.space;
+        last = cell.space;
+    }
+    if (pos == start) return pos;
+    sums.widths += widths;
+    sums.spaces += spaces;
+    sums.last = last;
+    sums.count += static_cast<int>(pos - start);
+    return pos;
+}
+
+Sums sumsOf(std::string_view text, DxFontTable& table) {
+    Sums sums;
+    for (std::size_t pos = addPlain(text, 0, table, sums); pos < text.size();
+         pos = addPlain(text, pos, table, sums)) {
         const DxTextUnit unit = DxNextTextUnit(text, pos);
         pos += unit.length;
-        if (unit.character) take(unit.character, unit.code);
+        if (!unit.character) continue;
+        const Cell cell = cellOf(table, unit.code);
+        sums.widths += cell.width;
+        sums.spaces += cell.space;
+        sums.last = cell.space;
+        ++sums.count;
     }
+    return sums;
 }
 
 DxTextLength tableLength(const DxTextMeasure& what, double factor, DxFontTable& table) {
     DxTextLength result;
-    double widths = 0, spaces = 0, last = 0;
-    int count = 0;
-    forEachUnit(what.text, [&](char32_t /*character*/, int code) {
-        const Cell cell = cellOf(table, code);
-        widths += cell.width;
-        spaces += cell.space;
-        last = cell.space;
-        ++count;
-    });
-    spaces -= last; // none behind the last character
-    result.length = (widths + spaces) * what.height * factor * 0.01;
+    const Sums sums = sumsOf(what.text, table);
+    const double spaces = sums.spaces - sums.last; // none behind the last character
+    result.length = (sums.widths + spaces) * what.height * factor * 0.01;
     result.space = spaces * factor * 0.01;
-    if (count > 1) result.space /= count - 1;
-    if (count == 1) result.space = factor * table.averageSpace * 0.01;
+    if (sums.count > 1) result.space /= sums.count - 1;
+    if (sums.count == 1) result.space = factor * table.averageSpace * 0.01;
     result.lineDistance = table.averageSpace * 0.02 + 1.0;
     return result;
 }
@@ -137,7 +156,17 @@ double charWidth(DxFaceTable& table, const DxTextMeasure& what, char32_t c) {
 double faceLength(const DxTextMeasure& what, double factor) {
     DxFaceTable& table = faceTableOf(what);
     double widths = 0;
-    forEachUnit(what.text, [&](char32_t c, int /*code*/) { widths += charWidth(table, what, c); });
+    for (std::size_t pos = 0; pos < what.text.size();) {
+        const char c = what.text[pos];
+        if (c > 0 && c != '%' && c != '\\') { // most are plain
+            widths += charWidth(table, what, static_cast<char32_t>(c));
+            ++pos;
+            continue;
+        }
+        const DxTextUnit unit = DxNextTextUnit(what.text, pos);
+        pos += unit.length;
+        if (unit.character) widths += charWidth(table, what, unit.character);
+    }
     return widths * what.height * factor;
 }
 
@@ -190,13 +219,18 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
     return table ? 0 : 1;
 }
 
-DxTextMeasure DxTextMeasureOf(const DX_TEXT_TYPE& text, const DxCharset& charset) {
+DxTextMeasure DxTextMeasureIn(const DxCharset& charset) {
     DxTextMeasure what;
-    what.text = text.text;
     what.isFontFile = charset.font != 0;
     what.font = what.isFontFile ? charset.fontFile.view() : charset.face.view();
     what.bits = charset.bits;
     what.charset = &charset;
+    return what;
+}
+
+DxTextMeasure DxTextMeasureOf(const DX_TEXT_TYPE& text, const DxCharset& charset) {
+    DxTextMeasure what = DxTextMeasureIn(charset);
+    what.text = text.text;
     what.height = text.height;
     what.factor = text.widthFactor;
     return what;

@@ -30,6 +30,8 @@ constexpr auto fields = dxFields<R>({
     {441, &R::backTransparency},
 });
 
+const DX_TEXT_TYPE freshText{};
+
 /// Room for a value of a text.
 constexpr int valueLimit = static_cast<int>(DX_TEXT_LIMIT) + 1;
 
@@ -110,9 +112,11 @@ private:
         constexpr double degrees = 57.29577951308232;
         RPT3 axis = text_.second;
         Mat44 toWorld, toObject;
-        DxArbaxis(text_.extrusion[0], text_.extrusion[1], text_.extrusion[2], toWorld);
         const bool isTilted = text_.extrusion[0] != 0 || text_.extrusion[1] != 0 || text_.extrusion[2] <= 0;
-        if (isTilted && Mt44Invert(toWorld, toObject) == 0) Mt44MultRpt3Vec(text_.second, toObject, &axis);
+        if (isTilted) {
+            DxArbaxis(text_.extrusion[0], text_.extrusion[1], text_.extrusion[2], toWorld);
+            if (Mt44Invert(toWorld, toObject) == 0) Mt44MultRpt3Vec(text_.second, toObject, &axis);
+        }
         return std::atan2(axis.y, axis.x) * degrees;
     }
 
@@ -124,7 +128,7 @@ private:
 } // namespace
 
 void DxInitText(DX_TEXT_TYPE* text, int isMtext) {
-    *text = DX_TEXT_TYPE{};
+    *text = freshText;
     DxInitEntityBase(&text->base);
     text->style.assign("STANDARD");
     text->isMtext = isMtext;

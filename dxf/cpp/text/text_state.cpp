@@ -9,6 +9,7 @@ std::array<DxCharMap, 2> DxCharMaps;
 int DxFinishPending;
 double DxWrittenDescent;
 int DxTextTooSmallTold;
+DxTextOptions DxTextOptionsRead;
 std::vector<DX_TEXT_PLACE> DxTextList;
 std::size_t DxTextListSize;
 std::unordered_map<const DxTables*, DxStyleIndex> DxStyleIndexes;
@@ -25,6 +26,7 @@ void DxResetTextState() {
     DxFinishPending = 0;
     DxWrittenDescent = 0;
     DxTextTooSmallTold = 0;
+    DxTextOptionsRead = {};
     DxTextList.clear();
     DxTextListSize = 0;
     DxStyleIndexes.clear();

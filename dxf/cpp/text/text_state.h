@@ -25,8 +25,11 @@ struct DxFontTable {
     double averageWidth = 0.0;
     bool isLoaded = false; ///< false: no such file
     bool isTold = false;   ///< that it is missing
-    std::array<std::int16_t, 256> width{};
-    std::array<std::int16_t, 256> space{};
+    struct Cell {
+        std::int16_t width = -1; ///< -1: undefined
+        std::int16_t space = 0;
+    };
+    std::array<Cell, 256> cells;
     std::unordered_set<int> toldCodes; ///< undefined ones that the user was told of
 };
 
@@ -53,6 +56,7 @@ struct DxCharMap {
     bool isBuilt = false;
     std::unordered_map<char32_t, char32_t> pairs; ///< file's character → host's
     std::array<bool, 256> startsText{};           ///< bytes that begin one of the set's texts
+    std::array<bool, 256> startsCode{};           ///< and the one that begins an escape
 };
 
 /// A style as the host sees it; see DxTextGetCharset.
@@ -78,6 +82,14 @@ extern int DxFinishPending;                 ///< the next text must end with DxF
 /// of an MTEXT: that of the first stroke font among the texts so far, 0 while there is none.
 extern double DxWrittenDescent;
 extern int DxTextTooSmallTold; ///< message 5751 was given in this import
+
+/// Macro variables that rule texts, as the session's first text found them.
+struct DxTextOptions {
+    bool isRead = false;
+    bool isFixFont = false;  ///< &DxfFixFont: lengths by the rough rule
+    std::string defaultFont; ///< $DxfDfltFont
+};
+extern DxTextOptions DxTextOptionsRead;
 
 /// Texts that wait to be joined: pattern and row.
 struct DX_TEXT_PLACE {

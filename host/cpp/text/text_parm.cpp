@@ -66,6 +66,10 @@ Text& addText(Pattern& pattern, std::string_view text) {
 
 std::vector<std::string> splitLines(std::string_view text) {
     std::vector<std::string> lines(1);
+    if (text.find_first_of("\n\r") == std::string_view::npos) {
+        lines[0] = text;
+        return lines;
+    }
     for (const char c : text) {
         if (c == '\n') {
             lines.emplace_back();
