@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 
 namespace {
 
@@ -43,9 +44,7 @@ struct Outer {
         DxBlockRotation = rotation;
     }
     /// A pattern that was full within the block goes on in another one, which is the active one then.
-    int restorePattern() const {
-        return DxCheckPass ? 0 : DxReturnToPat(patIndex, pat);
-    }
+    int restorePattern() const { return DxCheckPass ? 0 : DxReturnToPat(patIndex, pat); }
 };
 
 double factor(double scale) {
@@ -65,11 +64,13 @@ void fillLevel(const DX_INSERT_TYPE& insert, int layerColour) {
     DX_INSERT_LEVEL& entry = DxInsertStack[level];
     const DX_INSERT_LEVEL& below = DxInsertStack[level - 1];
     entry.blockName = insert.blockName;
-    entry.lineType = insert.base.lineType;
-    if (equalsIgnoringCase(entry.lineType.view(), "ByBlock"))
+    const std::string_view lineType = insert.base.lineType.view();
+    if (equalsIgnoringCase(lineType, "ByBlock"))
         entry.lineType = below.lineType;
-    else if (entry.lineType.empty() || equalsIgnoringCase(entry.lineType.view(), "ByLayer"))
+    else if (lineType.empty() || equalsIgnoringCase(lineType, "ByLayer"))
         entry.lineType = DxInsertLt;
+    else
+        entry.lineType.assign(lineType);
     entry.color = insert.base.color;
     if (entry.color == 0)
         entry.color = below.color;
@@ -115,8 +116,7 @@ int enterLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColo
     return DxCheckPass ? 0 : beginPattern(insert);
 }
 
-int drawEntities(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const Mat44 matrix,
-                 bool viewportsOnly) {
+int drawEntities(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const Mat44 matrix, bool viewportsOnly) {
     DxInsertLayer = insert.base.layer;
     if (DxInsertLayer.empty()) DxInsertLayer.assign("0");
     const char* end = block.flags & EXTERNAL_REFERENCE ? "ENDSEC" : "ENDBLK";
@@ -181,7 +181,7 @@ void reportStop(const DX_BLOCK_TYPE& block) {
 
 int DxCheckRecursion(const DX_NAME& block) {
     for (int level = DxBlockLevel; level >= 1; --level) {
-        if (DxInsertStack[static_cast<std::size_t>(level)].blockName.view() != block.view()) continue;
+        if (std::strcmp(DxInsertStack[static_cast<std::size_t>(level)].blockName.s, block.s) != 0) continue;
         const UtCString name = DxHostText(block.view());
         DxProtoMsg(DxMsg(level == DxBlockLevel ? 5717 : 5719, name.c_str()), 1);
         DxProtoMsg(DxMsg(5718), 1);

@@ -37,10 +37,10 @@ extern double DxBlockScaleX, DxBlockScaleY, DxBlockScaleZ; ///< product of the I
 extern double DxBlockRotation;                             ///< sum of the INSERT rotations, degrees
 extern int DxPlotCount, DxViewportCount;                   ///< running numbers of layouts and viewports
 extern int DxPolylineOpen;                                 ///< 1 while a polyline's vertices are drawn
-extern int DxAbortCount;                      ///< entities since the host was last asked whether to stop
+extern int DxAbortCount;    ///< entities since the host was last asked whether to stop
 extern long DxEntitiesLeft; ///< entities until a walk that would never end is stopped, 0: no such walk
-extern int DxSplineApprox;                    ///< &DxfSplineApprox as the section's walk found it, -1: none
-extern int DxEntityDrawn;                     ///< set by DxStartDrawing, cleared ahead of each counted entity
+extern int DxSplineApprox;  ///< &DxfSplineApprox as the section's walk found it, -1: none
+extern int DxEntityDrawn;   ///< set by DxStartDrawing, cleared ahead of each counted entity
 extern DxTable<_ObObject*> DxImportedObjects; ///< patterns that the import made, for the host's memory
 
 // ---- entity kinds, set once by DxSetEntityKinds ------------------------------------------------------

@@ -15,10 +15,14 @@ int DxTables::findLayer(std::string_view name) {
         layerIndex_.clear();
         indexed_ = 0;
     }
+    // Neighbouring entities mostly stand on one layer.
+    if (lastFound_ < indexed_ && layers[lastFound_].name.view() == name) return static_cast<int>(lastFound_);
     for (; indexed_ < layers.size(); ++indexed_)
         layerIndex_.try_emplace(std::string(layers[indexed_].name.view()), static_cast<int>(indexed_));
     const auto found = layerIndex_.find(name);
-    return found == layerIndex_.end() ? -1 : found->second;
+    if (found == layerIndex_.end()) return -1;
+    lastFound_ = static_cast<std::size_t>(found->second);
+    return found->second;
 }
 
 void DxTables::replaceLayers(DxTable<DX_LAYER_TYPE> list) {

@@ -104,6 +104,7 @@ struct DxTables {
 private:
     std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> layerIndex_;
     std::size_t indexed_ = 0;
+    std::size_t lastFound_ = 0; ///< answer of the last search, below indexed_
 };
 
 /// One open file. Owns its stream, its mapping and its temporary file.
