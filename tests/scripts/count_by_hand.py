@@ -192,7 +192,7 @@ class Drawing:
             return Counter()
         if entity.kind != "INSERT":
             return COUNTED[entity.kind](entity, scale)
-        return self.count_insert(entity, layer, scale, around)
+        return self.count_insert(entity, effective, scale, around)
 
     def count_insert(self, insert, layer, scale, around):
         name = insert.text(2)
@@ -200,10 +200,12 @@ class Drawing:
             return Counter()
         inner = tuple(s * (insert.number(code, 1) or 1) for s, code in zip(scale, (41, 42)))
         total = Counter()
+        inherited = layer
         for entity in self.blocks[name]:
-            total += self.count_entity(entity, layer, inner, around + (name,))
-            if entity.kind == "INSERT" and self.is_inserted(entity, layer, around + (name,)):
-                layer = entity.text(8, "0") or "0"  # goes on to what stands behind it
+            total += self.count_entity(entity, inherited, inner, around + (name,))
+            if entity.kind == "INSERT" and self.is_inserted(entity, inherited, around + (name,)):
+                own = entity.text(8, "0") or "0"
+                inherited = own if own != "0" else inherited  # goes on to what stands behind it
         for attrib in insert.parts:
             if attrib.kind == "ATTRIB":
                 total += self.count_attribute(attrib, layer, inner)

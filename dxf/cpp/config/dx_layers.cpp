@@ -37,6 +37,14 @@ DX_LAYER_TYPE* DxFindLayer(std::string_view name) {
     return layer;
 }
 
+/// A layer of the documents around the current one: an INSERT of an external reference stands on it.
+static DX_LAYER_TYPE* findAround(std::string_view name) {
+    DX_LAYER_TYPE* layer = nullptr;
+    DxfDocument* around = DxDocuments.current_ ? DxDocuments.current_->parent.Get() : nullptr;
+    for (; around && !layer; around = around->parent.Get()) layer = findIn(around->tables, name);
+    return layer;
+}
+
 static bool isInActiveSpace(const DX_ENTITY_BASE_TYPE& entity) {
     return (DxBlockLevel > 0 ? DxInsertSpace : entity.paperSpace) == DxActSpace;
 }
@@ -44,9 +52,11 @@ static bool isInActiveSpace(const DX_ENTITY_BASE_TYPE& entity) {
 int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* layerLineType,
                   DX_LAYER_TYPE** record) {
     std::string_view name = entity->layer.empty() ? std::string_view("0") : entity->layer.view();
-    if (DxBlockLevel > 0 && name == "0") name = DxInsertLayer.view();
+    const bool isOfInsert = DxBlockLevel > 0 && name == "0";
+    if (isOfInsert) name = DxInsertLayer.view();
     DxActLayer.assign(name);
     DX_LAYER_TYPE* layer = DxFindLayer(name);
+    if (!layer && isOfInsert) layer = findAround(name);
     const std::string_view lineType = layer ? layer->lineType.view() : DxFirstLinetype();
     int colour = layer ? layer->color : 7;
     DxActLt.assign(lineType);

@@ -15,4 +15,4 @@ int DxDrawBlockEntities(DX_BLOCK_TYPE& block, const char* end, const Mat44 m);
 /// No drawing that a person made has blocks of so many entities, and no host could hold them.
 inline constexpr double DX_ENDLESS_BLOCK = 2e8;
 /// So many of its entities are read in a pass before the import stops.
-inline constexpr long DX_ENDLESS_BLOCK_SHARE = 2'000'000;
+inline constexpr long DX_ENDLESS_BLOCK_SHARE = 1'000'000;

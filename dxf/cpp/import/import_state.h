@@ -34,6 +34,9 @@ extern RPT3 DxLastPoint;                       ///< last point drawn, world coor
 extern int DxBlockLevel;                       ///< number of INSERTs being expanded
 extern DxTable<DX_INSERT_LEVEL> DxInsertStack; ///< entry n belongs to block level n
 extern double DxBlockScaleX, DxBlockScaleY, DxBlockScaleZ; ///< product of the INSERT scales
+/// 1 while circles stay round under the INSERTs around an entity. The product of their scales doesn't tell:
+/// between two uneven ones there may be a rotation.
+extern int DxBlockIsEven;
 extern double DxBlockRotation;                             ///< sum of the INSERT rotations, degrees
 extern int DxPlotCount, DxViewportCount;                   ///< running numbers of layouts and viewports
 extern int DxPolylineOpen;                                 ///< 1 while a polyline's vertices are drawn
