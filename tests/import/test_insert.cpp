@@ -1,4 +1,4 @@
-#include "drawn.h"
+#include "blocks.h"
 #include "dx_report.h"
 #include "services/session.h"
 
@@ -7,28 +7,6 @@
 #include <algorithm>
 
 namespace {
-
-DxfGroups line(double x0, double y0, double x1, double y1, const DxfGroups& more = {}) {
-    return DxfGroups{{0, "LINE"}} + more + at(10, {x0, y0}) + at(11, {x1, y1});
-}
-DxfGroups insertOf(const std::string& block, double x = 0, double y = 0, const DxfGroups& more = {}) {
-    return DxfGroups{{2, block}} + at(10, {x, y, 0}) + more;
-}
-/// The same as an entity of a block.
-DxfGroups nested(const std::string& block, double x = 0, double y = 0, const DxfGroups& more = {}) {
-    return DxfGroups{{0, "INSERT"}} + insertOf(block, x, y, more);
-}
-DxfGroups base(double x, double y) {
-    return DxfGroups{{70, "0"}} + at(10, {x, y, 0});
-}
-DxfText drawing(const DxfGroups& variables = {}) {
-    return dxf().header("AC1015", variables);
-}
-int count(const std::string& text, const std::string& part) {
-    int found = 0;
-    for (std::size_t i = text.find(part); i != std::string::npos; i = text.find(part, i + 1)) ++found;
-    return found;
-}
 
 TEST(Insert, PlacesByBaseScaleRotationAndExtrusion) {
     const struct {
@@ -61,14 +39,82 @@ TEST(Insert, NestedPlacementsMultiplyFromTheInnermostOut) {
         << "the scales and the place in the file come back behind each INSERT";
 }
 
+DxfGroups arc() {
+    return DxfGroups{{0, "ARC"}} + at(10, {0, 0}) + DxfGroups{{40, "1"}, {50, "0"}, {51, "90"}};
+}
+
 TEST(Insert, ArcsFollowMirroringAndUnevenScales) {
-    const DxfGroups arc =
-        DxfGroups{{0, "ARC"}} + at(10, {0, 0}) + DxfGroups{{40, "1"}, {50, "0"}, {51, "90"}};
-    const auto inserted = [&](const DxfGroups& scale) {
-        return drawn(drawing().block("B", arc).entity("INSERT", insertOf("B", 0, 0, scale)));
+    const auto inserted = [](const DxfGroups& inner, const DxfGroups& outer) {
+        return drawn(drawing()
+                         .block("IN", arc())
+                         .block("OUT", nested("IN", 0, 0, inner))
+                         .entity("INSERT", insertOf("OUT", 0, 0, outer)));
     };
-    EXPECT_EQ(inserted({{41, "2"}, {42, "-2"}}), "move 0 -2\narc ccw 2 0 about 0 0\n");
-    EXPECT_NE(inserted({{41, "2"}, {42, "1"}}).find("spline"), std::string::npos);
+    const DxfGroups wide = {{41, "2"}}, narrow = {{41, "0.5"}}, turnedNarrow = {{41, "0.5"}, {50, "90"}};
+    EXPECT_EQ(inserted({}, {{41, "2"}, {42, "-2"}}), "move 0 -2\narc ccw 2 0 about 0 0\n");
+    EXPECT_NE(inserted({}, wide).find("spline"), std::string::npos);
+    EXPECT_EQ(inserted(narrow, wide), "move 1 0\narc ccw 0 1 about 0 0\n") << "even again";
+    EXPECT_NE(inserted(turnedNarrow, wide).find("spline"), std::string::npos)
+        << "the scales multiply to one, and yet a rotation stands between them";
+}
+
+/// An entity of each kind that may be read once for many INSERTs.
+DxfGroups shapes() {
+    const DxfGroups seqEnd = {{0, "SEQEND"}};
+    const auto vertex = [](double x, double y) {
+        return DxfGroups{{0, "VERTEX"}, {42, "0.5"}} + at(10, {x, y});
+    };
+    const auto text = [](const char* kind) {
+        return DxfGroups{{0, kind}, {1, "abc"}, {40, "2"}, {50, "30"}} + at(10, {1, 2});
+    };
+    return line(0, 1, 2, 3) + arc() + DxfGroups{{0, "CIRCLE"}, {40, "2"}} + at(10, {3, 4}) +
+           DxfGroups{{0, "ELLIPSE"}, {40, "0.5"}} + at(10, {1, 1}) + at(11, {3, 1}) +
+           DxfGroups{{0, "POINT"}} + at(10, {8, 9}) + DxfGroups{{0, "LWPOLYLINE"}, {90, "2"}, {70, "1"}} +
+           at(10, {0, 0}) + DxfGroups{{42, "1"}} + at(10, {4, 1}) + DxfGroups{{0, "POLYLINE"}, {66, "1"}} +
+           vertex(1, 1) + vertex(5, 2) + vertex(6, 7) + seqEnd + DxfGroups{{0, "SOLID"}} + at(10, {0, 0}) +
+           at(11, {1, 0}) + at(12, {0, 1}) + at(13, {1, 1}) + DxfGroups{{0, "SPLINE"}, {71, "1"}, {74, "2"}} +
+           at(11, {0, 0, 0}) + at(11, {5, 5, 0}) + text("TEXT") + text("MTEXT");
+}
+
+TEST(Insert, DrawnOftenIsDrawnAlike) {
+    constexpr int times = 6;
+    const auto inserted = [](const DxfGroups& content, int n) {
+        DxfText text = drawing().block("IN", line(0, 0, 1, 1)).block("B", content);
+        for (int i = 0; i < n; ++i)
+            text.entity("INSERT", insertOf("B", 3, 4, {{41, "-2"}, {42, "2"}, {50, "30"}}));
+        std::istringstream lines(drawn(text));
+        std::map<std::string, int> found; // objects stand behind all elements
+        for (std::string one; std::getline(lines, one);) ++found[one];
+        return found;
+    };
+    for (const DxfGroups& content :
+         {shapes(), nested("IN") + DxfGroups{{0, "REGION"}} + nested("IN", 1, 1) + DxfGroups{{0, "SEQEND"}},
+          DxfGroups{{0, "UNKNOWN"}, {10, "1"}} + shapes()}) {
+        auto once = inserted(content, 1);
+        for (auto& [one, number] : once) number *= times;
+        EXPECT_EQ(inserted(content, times), once);
+    }
+}
+
+TEST(Insert, MirroredAndUnevenPlacementsUndoEachOther) {
+    const struct {
+        DxfGroups inner, outer;
+    } pairs[] = {
+        {{{41, "-1"}}, {{41, "-1"}}},
+        {{{42, "-1"}, {50, "90"}}, {{42, "-1"}, {50, "90"}}},
+        {{{41, "0.5"}}, {{41, "2"}}},
+        {{{41, "-0.25"}, {42, "2"}}, {{41, "-4"}, {42, "0.5"}}},
+        {{{210, "0"}, {220, "0"}, {230, "-1"}}, {{210, "0"}, {220, "0"}, {230, "-1"}}},
+    };
+    const std::string plain = drawn(drawing().block("B", shapes()).entity("INSERT", insertOf("B")));
+    for (const auto& pair : pairs) {
+        EXPECT_EQ(drawn(drawing()
+                            .block("B", shapes())
+                            .block("OUT", nested("B", 0, 0, pair.inner))
+                            .entity("INSERT", insertOf("OUT", 0, 0, pair.outer))),
+                  plain)
+            << pair.inner[0].value << " " << pair.outer[0].value;
+    }
 }
 
 /// Pens of the drawing, in their order.
@@ -94,6 +140,51 @@ TEST(Insert, ByBlockResolvesThroughAnyDepth) {
     EXPECT_EQ(viaTwo({{62, "5"}}), plain("5"));
     EXPECT_EQ(viaTwo({{62, "256"}, {8, "GREEN"}}), plain("3")) << "the layer's colour goes on";
     EXPECT_NE(plain("5"), plain("3"));
+}
+
+TEST(Insert, LineTypesByBlockAndByLayerToo) {
+    ImportOptions options = unshifted();
+    options.config = "#LT-DXF-TO-CAD\n3\nCONTINUOUS|1\nDASHED|2\nDOT|3\n#EOF\n";
+    const auto lineTypeOf = [&](const DxfGroups& inner, const DxfGroups& outer) {
+        const std::string dump = importText(drawing()
+                                                .layer("DOTTED", 7, "DOT")
+                                                .block("IN", line(0, 0, 1, 0, {{6, "BYBLOCK"}}))
+                                                .block("MID", nested("IN", 0, 0, inner))
+                                                .entity("INSERT", insertOf("MID", 0, 0, outer))
+                                                .text(),
+                                            options)
+                                     .dump;
+        return dump.substr(dump.rfind(" lt ") + 4, 1);
+    };
+    EXPECT_EQ(lineTypeOf({{6, "ByBlock"}}, {{6, "DASHED"}}), "2");
+    EXPECT_EQ(lineTypeOf({{6, "bylayer"}, {8, "DOTTED"}}, {{6, "DASHED"}}), "3");
+    EXPECT_EQ(lineTypeOf({}, {{8, "DOTTED"}}), "3") << "layer 0 in a block is the INSERT's";
+}
+
+TEST(Insert, LayerZeroIsThatOfTheInnermostInsert) {
+    ImportOptions options = unshifted();
+    options.config = flags("READ_LAYER=GROUP\n");
+    const std::string dump =
+        importText(drawing()
+                       .block("IN", line(0, 0, 1, 0))
+                       .block("MID", nested("IN", 5, 0))
+                       .block("OUT", line(0, 0, 2, 0) + nested("MID") + nested("IN", 0, 0, {{8, "B"}}) +
+                                         line(0, 0, 3, 0) + line(0, 0, 4, 0, {{8, "C"}}))
+                       .layer("A", 1)
+                       .layer("B", 2)
+                       .entity("INSERT", insertOf("OUT", 0, 0, {{8, "A"}}))
+                       .text(),
+                   options)
+            .dump;
+    const auto groupOf = [&](const char* element) {
+        const auto head = dump.rfind("group \"", dump.find(element)) + 7;
+        return dump.substr(head, dump.find('"', head) - head);
+    };
+    EXPECT_EQ(groupOf("draw 2 0"), "A");
+    EXPECT_EQ(groupOf("draw 6 0"), "A") << "through INSERTs on layer 0";
+    EXPECT_EQ(groupOf("draw 1 0"), "B");
+    EXPECT_EQ(groupOf("draw 3 0"), "B") << "the nested INSERT's layer goes on to what follows";
+    EXPECT_EQ(groupOf("draw 4 0"), "C");
 }
 
 TEST(Insert, HiddenByItsLayerOrVisibilityIsNotRead) {
@@ -147,6 +238,34 @@ TEST(Insert, EmptyRepeatedAndUnfinishedBlocks) {
                         .entity("INSERT", insertOf("B"))),
               "move 0 0\ndraw 1 0\n")
         << "the first of two definitions counts";
+    std::string text = drawing()
+                           .block("B", line(0, 0, 1, 0))
+                           .block("C", line(0, 0, 2, 0))
+                           .entity("INSERT", insertOf("C"))
+                           .text();
+    for (std::size_t end = 0; (end = text.find("  0\nENDBLK\n")) != std::string::npos;) text.erase(end, 11);
+    const auto unfinished = importText(text, unshifted());
+    EXPECT_EQ(unfinished.stat, 0) << "the section's end is the block's";
+    EXPECT_EQ(elementsOf(unfinished.dump), "move 0 0\ndraw 2 0\n");
+}
+
+TEST(Insert, NamesCountAsTheyStandUpToTheirLimit) {
+    const std::string limit(160, 'n');
+    const struct {
+        std::string block, insert;
+        bool found;
+    } cases[] = {
+        {"a b", "a b", true},
+        {"a b ", "a b", false},
+        {"Ab", "AB", false},
+        {limit + "x", limit + "y", true},
+        {limit, limit.substr(1), false},
+    };
+    for (const auto& c : cases) {
+        const std::string result =
+            drawn(drawing().block(c.block, line(0, 0, 1, 0)).entity("INSERT", insertOf(c.insert)));
+        EXPECT_EQ(result, c.found ? "move 0 0\ndraw 1 0\n" : "") << c.block << " " << c.insert;
+    }
 }
 
 DxfGroups attrib(const std::string& tag, const std::string& value, const DxfGroups& more = {}) {
@@ -194,6 +313,76 @@ TEST(Attributes, ByBlockTakesTheColourOfTheirInsert) {
     EXPECT_NE(penOfText("5", "0"), penOfText("1", "0"));
 }
 
+TEST(Attributes, InTheOpenAndDefinitions) {
+    const DxfGroups defined = {{0, "ATTDEF"}, {2, "TAG"}, {1, "value"}, {40, "2"}};
+    const auto constant = defined + DxfGroups{{70, "2"}};
+    const auto textsOf = [](DxfText text) {
+        std::istringstream lines(elementsOf(importText(text.text(), unshifted()).dump));
+        std::string result;
+        for (std::string one; std::getline(lines, one);)
+            if (one.rfind("text ", 0) == 0) result += one.substr(one.find('"'));
+        return result;
+    };
+    const DxfGroups shown = {{9, "$ATTMODE"}, {70, "1"}};
+    EXPECT_EQ(textsOf(drawing(shown).raw(attrib("T", "alone"))), "\"alone\"");
+    EXPECT_EQ(textsOf(drawing(shown).raw(defined)), "\"TAG\"") << "a definition in the open shows its tag";
+    EXPECT_EQ(textsOf(drawing(shown).raw(defined + DxfGroups{{70, "1"}})), "");
+    EXPECT_EQ(textsOf(drawing(shown).block("B", defined).entity("INSERT", insertOf("B"))), "");
+    EXPECT_EQ(textsOf(drawing(shown).block("B", constant).entity("INSERT", insertOf("B"))), "\"value\"");
+    const std::string alone = importText(drawing(shown).raw(attrib("T", "v")).text()).dump;
+    EXPECT_NE(alone.find("dxf::T"), std::string::npos) << alone;
+}
+
+TEST(Attributes, StandBackwardAndUpsideDownAsTheirTextsDo) {
+    for (const char* generation : {"0", "2", "4", "6"}) {
+        const DxfGroups groups = DxfGroups{{1, "abc"}, {40, "2"}, {71, generation}} + at(10, {1, 1});
+        const std::string asText = drawn(drawing().entity("TEXT", groups + DxfGroups{{41, "1"}}));
+        const auto asAttribute =
+            importText(withAttributes(1, DxfGroups{{0, "ATTRIB"}, {41, "1"}} + groups).text(), unshifted());
+        EXPECT_NE(asAttribute.dump.find(asText), std::string::npos) << asText << asAttribute.dump;
+    }
+}
+
+TEST(Attributes, OfAMappedTagGoUnderTheHostsName) {
+    ImportOptions options = unshifted();
+    options.config = "#ATTR-DXF-TO-CAD\n1\nPART|name\n#EOF\n";
+    const auto result =
+        importText(withAttributes(0, attrib(" PART ", "v") + attrib("part", "w")).text(), options);
+    EXPECT_NE(result.dump.find("dxf::part"), std::string::npos) << result.dump;
+    EXPECT_EQ(result.dump.find("dxf::PART"), std::string::npos);
+}
+
+TEST(BlockPatterns, OrdersSayWhereTheNamesGo) {
+    const struct {
+        const char *flags, *wanted;
+    } cases[] = {
+        {"READ_BLOCK=GROUP", "group \"OUT\"|group \"IN\""},
+        {"READ_BLOCK=NAME", "group \"OUT\" name \"OUT\"|group \"OUT\" name \"IN\""},
+        {"READ_BLOCK=ATTR", "group \"OUT\"|group \"OUT\""},
+        {"READ_BLOCK=GROUP\nREAD_LAYER=LAYER", "group \"OUT\" level \"A\"|group \"IN\" level \"A\""},
+        {"READ_BLOCK=NAME\nREAD_LAYER=GROUP", "group \"A\" name \"OUT\"|group \"A\" name \"IN\""},
+        {"READ_BLOCK=NAME\nREAD_LAYER=CLASS",
+         "group \"OUT\" class \"A\" name \"OUT\"|group \"OUT\" class \"A\" name \"IN\""},
+        {"READ_BLOCK=NAME\nREAD_LAYER=ATTR",
+         "group \"OUT\" name \"OUT\" layer \"A\"|group \"OUT\" name \"IN\" layer \"A\""},
+    };
+    DxfText text = drawing()
+                       .layer("A", 1)
+                       .block("IN", line(0, 0, 1, 0))
+                       .block("OUT", nested("IN") + line(0, 0, 2, 0))
+                       .entity("INSERT", insertOf("OUT", 0, 0, {{8, "A"}}));
+    for (const auto& c : cases) {
+        ImportOptions options = unshifted();
+        options.config = flags(std::string(c.flags) + "\n");
+        std::istringstream lines(importText(text.text(), options).dump);
+        std::string found;
+        for (std::string one; std::getline(lines, one);)
+            if (one.rfind("pattern ", 0) == 0 && one.find('"') != std::string::npos)
+                found += (found.empty() ? "" : "|") + one.substr(one.find(' ', 8) + 1);
+        EXPECT_EQ(found, c.wanted) << c.flags;
+    }
+}
+
 TEST(BlockPatterns, EachInsertHasItsOwnWithItsAttributes) {
     ImportOptions options = unshifted();
     options.config = flags("READ_BLOCK=ATTR\n");
@@ -205,43 +394,6 @@ TEST(BlockPatterns, EachInsertHasItsOwnWithItsAttributes) {
     const std::string dump = importText(text.text(), options).dump;
     EXPECT_EQ(count(dump, "attribute \"block\""), 2) << dump;
     EXPECT_LT(dump.find("dxf::MINE"), dump.find("draw 1 0")) << "on the outer INSERT's pattern\n" << dump;
-}
-
-ImportOptions beside(const std::map<std::string, std::string>& files) {
-    ImportOptions options = unshifted();
-    options.files = files;
-    return options;
-}
-DxfText referring(const std::string& path) {
-    return drawing()
-        .block("X", {}, DxfGroups{{70, "4"}, {1, path}} + at(10, {0, 0, 0}))
-        .entity("INSERT", insertOf("X", 10, 0))
-        .entity("LINE", at(10, {7, 7}) + at(11, {8, 8}));
-}
-
-TEST(ExternalReference, ItsFileIsFoundBesideTheDrawing) {
-    const std::string other =
-        drawing().block("Y", line(0, 0, 1, 0)).entity("INSERT", insertOf("Y", 1, 0)).text();
-    for (const char* path : {"other.dxf", "C:\\plans\\other.dxf", "../elsewhere/other.dxf"}) {
-        const auto result = importText(referring(path).text(), beside({{"other.dxf", other}}));
-        EXPECT_EQ(result.stat, 0);
-        EXPECT_EQ(elementsOf(result.dump), "move 11 0\ndraw 12 0\nmove 7 7\ndraw 8 8\n") << path;
-    }
-}
-
-TEST(ExternalReference, MissingCyclicOrEmptyCostsNoMoreThanItself) {
-    const std::string rest = "move 7 7\ndraw 8 8\n";
-    const auto missing = importText(referring("none.dxf").text(), unshifted());
-    EXPECT_EQ(elementsOf(missing.dump), rest);
-    EXPECT_TRUE(missing.hasLine("Block X nicht definiert!")) << missing.protocol;
-    const auto garbage =
-        importText(referring("other.dxf").text(), beside({{"other.dxf", "no DXF\nat all\n"}}));
-    EXPECT_EQ(garbage.stat, 0);
-    EXPECT_EQ(elementsOf(garbage.dump), rest) << garbage.protocol;
-    const auto ring =
-        importText(referring("other.dxf").text(), beside({{"other.dxf", referring("other.dxf").text()}}));
-    EXPECT_EQ(ring.stat, 0);
-    EXPECT_EQ(count(ring.dump, "draw "), 2) << ring.dump;
 }
 
 /// Blocks B0 … that each insert the next `copies` times; the last holds a line.
@@ -270,6 +422,26 @@ TEST(Explosion, StopsInBothPassesAndKeepsWhatWasDrawn) {
     EXPECT_TRUE(result.hasLine("Stopped while block B0 was drawn.")) << result.protocol;
     EXPECT_GT(count(result.dump, "draw "), 5000);
     EXPECT_LT(count(result.dump, "draw "), 12000) << "a line is two elements";
+}
+
+TEST(BlockPatterns, AFullOneIsNotGoneBackTo) {
+    DxfText text = drawing();
+    DxfGroups lines;
+    for (int i = 0; i < 30; ++i) lines = lines + line(i, 0, i, 1);
+    text.block("B", lines);
+    for (int i = 0; i < 100; ++i)
+        text.entity("INSERT", insertOf("B", 0, 0, {{66, "1"}})).raw({{0, "SEQEND"}});
+    const std::string dump = importText(text.text(), unshifted()).dump;
+    EXPECT_EQ(count(dump, "draw "), 3000);
+    EXPECT_EQ(count(dump, "pattern "), 7) << "6000 elements, 1000 a pattern, and the moves between them";
+}
+
+TEST(Explosion, OfMoreThanAnyoneCanDrawStopsEarly) {
+    const auto result = importText(chain(20, 10).text(), unshifted());
+    EXPECT_EQ(result.stat, 9009);
+    EXPECT_TRUE(result.hasLine("Block B0 inserts so many others that it would never be drawn whole!"))
+        << result.protocol;
+    EXPECT_GE(count(result.dump, "draw "), 100000);
 }
 
 TEST(Explosion, DepthEndsAndIsReportedOnce) {

@@ -37,31 +37,34 @@ DX_LAYER_TYPE* DxFindLayer(std::string_view name) {
     return layer;
 }
 
+/// A layer of the documents around the current one: an INSERT of an external reference stands on it.
+static DX_LAYER_TYPE* findAround(std::string_view name) {
+    DX_LAYER_TYPE* layer = nullptr;
+    DxfDocument* around = DxDocuments.current_ ? DxDocuments.current_->parent.Get() : nullptr;
+    for (; around && !layer; around = around->parent.Get()) layer = findIn(around->tables, name);
+    return layer;
+}
+
 static bool isInActiveSpace(const DX_ENTITY_BASE_TYPE& entity) {
     return (DxBlockLevel > 0 ? DxInsertSpace : entity.paperSpace) == DxActSpace;
 }
 
 int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* layerLineType,
                   DX_LAYER_TYPE** record) {
-    const std::string_view name = entity->layer.empty() ? std::string_view("0") : entity->layer.view();
-    if (DxBlockLevel > 0 && name == "0") {
-        DxActLayer = DxInsertLayer;
-    } else {
-        DxActLayer.assign(name);
-    }
-    DX_LAYER_TYPE* layer = DxFindLayer(DxActLayer.view());
-    int colour = 7;
-    if (layer) {
-        colour = layer->color;
-        DxActLt.assign(layer->lineType.view());
-        if (layer->flags & 16) DxActLayer.assign(layer->name.view());
-    } else {
-        DxActLt.assign(DxFirstLinetype());
-    }
+    std::string_view name = entity->layer.empty() ? std::string_view("0") : entity->layer.view();
+    const bool isOfInsert = DxBlockLevel > 0 && name == "0";
+    if (isOfInsert) name = DxInsertLayer.view();
+    DxActLayer.assign(name);
+    DX_LAYER_TYPE* layer = DxFindLayer(name);
+    if (!layer && isOfInsert) layer = findAround(name);
+    const std::string_view lineType = layer ? layer->lineType.view() : DxFirstLinetype();
+    int colour = layer ? layer->color : 7;
+    DxActLt.assign(lineType);
+    if (layer && (layer->flags & 16)) DxActLayer.assign(layer->name.view());
     if (DxAllLayers && colour < 0) colour = colour == INT_MIN ? INT_MAX : -colour;
     DxActColor = colour;
     *layerColour = colour;
-    layerLineType->assign(DxActLt.view());
+    layerLineType->assign(lineType);
     *record = layer;
     return isInActiveSpace(*entity) && colour >= 1 && entity->invisible == 0;
 }

@@ -12,10 +12,10 @@ int DxNewPatCopyAllAttr(int unused); ///< The same, with the attributes of the p
 /// Announces n new elements; a full pattern goes over to a new one of the same attributes, which the layers
 /// of the old one follow. 0 or the host's error.
 int DxNewElement(int n);
-/// Makes an entry active again that was so as host pattern `number`, or the one that goes on where it has been
-/// full since. -1 and 0 for none. 0 or the host's error.
+/// Makes an entry active again that was so as host pattern `number`, or the one that goes on where it has
+/// been full since. -1 and 0 for none. 0 or the host's error.
 int DxReturnToPat(int index, int number);
-int DxLatestPat(int index); ///< The entry that goes on where a full one ended, else the entry itself.
+int DxLatestPat(int index);        ///< The entry that goes on where a full one ended, else the entry itself.
 int DxCiPatIsVisible2d(int patNo); ///< 1 for an existing pattern that is visible in 2D.
 int DxCiPatDelElems(int patNo);    ///< Empties a pattern.
 /// Gives a pattern a new work plane: origin, a point on x, a point in the plane.

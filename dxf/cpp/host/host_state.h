@@ -7,9 +7,9 @@
 
 /// A pattern that the import made.
 struct DX_PAT_ENTRY {
-    int number;   ///< host pattern number
-    int elements; ///< elements counted by DxNewElement
-    int faces3d;  ///< 3D faces
+    int number;      ///< host pattern number
+    int elements;    ///< elements counted by DxNewElement
+    int faces3d;     ///< 3D faces
     int continuedBy; ///< entry that goes on where this one was full; 0: none (the first continues no other)
 };
 

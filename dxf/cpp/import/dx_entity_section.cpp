@@ -82,6 +82,7 @@ void leaveBlocks(DX_SAVE& start) {
     DxBlockLevel = 0;
     DxBlockScaleX = DxBlockScaleY = DxBlockScaleZ = 1;
     DxBlockRotation = 0;
+    DxBlockIsEven = 1;
     DxTopBlock = nullptr;
     DxPolylineOpen = 0;
 }

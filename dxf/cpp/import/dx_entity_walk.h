@@ -79,7 +79,7 @@ constexpr bool dxDrawsConst() {
         return true;
     } else {
         return std::is_invocable_v<decltype(Draw), const Record*, const DxEntityContext&> ||
-               std::is_invocable_v<decltype(Draw), const Record*, const double (*)[4]>;
+               std::is_invocable_v<decltype(Draw), const Record*, const double(*)[4]>;
     }
 }
 

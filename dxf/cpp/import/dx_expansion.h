@@ -1,5 +1,5 @@
-// What the expansion of blocks costs: entities of blocks that are inserted again and again are kept in memory,
-// and blocks that would never end are found ahead of them.
+// What the expansion of blocks costs: entities of blocks that are inserted again and again are kept in
+// memory, and blocks that would never end are found ahead of them.
 #pragma once
 
 #include "../session/dx_documents.h"
@@ -13,6 +13,6 @@ double DxExpandedEntities(DX_BLOCK_TYPE& block);
 int DxDrawBlockEntities(DX_BLOCK_TYPE& block, const char* end, const Mat44 m);
 
 /// No drawing that a person made has blocks of so many entities, and no host could hold them.
-inline constexpr double DX_ENDLESS_BLOCK = 1e9;
+inline constexpr double DX_ENDLESS_BLOCK = 2e8;
 /// So many of its entities are read in a pass before the import stops.
-inline constexpr long DX_ENDLESS_BLOCK_SHARE = 2'000'000;
+inline constexpr long DX_ENDLESS_BLOCK_SHARE = 1'000'000;

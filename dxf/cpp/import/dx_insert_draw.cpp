@@ -18,6 +18,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
+#include <cstring>
 
 namespace {
 
@@ -29,10 +31,17 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
                       [](unsigned char x, unsigned char y) { return std::toupper(x) == std::toupper(y); });
 }
 
+/// The layer that an INSERT stands on: on "0" within a block that of the INSERT around it.
+struct InsertLayer {
+    DX_NAME name;
+    int colour;
+};
+
 /// What is put back behind an INSERT. After an error the import ends, and nothing is.
 struct Outer {
     double scaleX = DxBlockScaleX, scaleY = DxBlockScaleY, scaleZ = DxBlockScaleZ;
     double rotation = DxBlockRotation;
+    int isEven = DxBlockIsEven;
     int patIndex = DxActPatIndex;
     int pat = DxActPat;
 
@@ -41,15 +50,23 @@ struct Outer {
         DxBlockScaleY = scaleY;
         DxBlockScaleZ = scaleZ;
         DxBlockRotation = rotation;
+        DxBlockIsEven = isEven;
     }
     /// A pattern that was full within the block goes on in another one, which is the active one then.
-    int restorePattern() const {
-        return DxCheckPass ? 0 : DxReturnToPat(patIndex, pat);
-    }
+    int restorePattern() const { return DxCheckPass ? 0 : DxReturnToPat(patIndex, pat); }
 };
 
 double factor(double scale) {
     return scale == 0 ? 1 : scale;
+}
+
+/// Whether the matrix takes the plane's axes to axes of one length at right angles, or nearly so.
+bool keepsCircles(const Mat44 m) {
+    constexpr double tolerance = 0.001;
+    const auto dot = [](const double* a, const double* b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; };
+    const double xx = dot(m[0], m[0]), yy = dot(m[1], m[1]);
+    const double most = tolerance * std::max(xx, yy);
+    return std::fabs(xx - yy) <= 2 * most && std::fabs(dot(m[0], m[1])) <= most;
 }
 
 void addPlacement(const DX_INSERT_TYPE& insert) {
@@ -65,11 +82,13 @@ void fillLevel(const DX_INSERT_TYPE& insert, int layerColour) {
     DX_INSERT_LEVEL& entry = DxInsertStack[level];
     const DX_INSERT_LEVEL& below = DxInsertStack[level - 1];
     entry.blockName = insert.blockName;
-    entry.lineType = insert.base.lineType;
-    if (equalsIgnoringCase(entry.lineType.view(), "ByBlock"))
+    const std::string_view lineType = insert.base.lineType.view();
+    if (equalsIgnoringCase(lineType, "ByBlock"))
         entry.lineType = below.lineType;
-    else if (entry.lineType.empty() || equalsIgnoringCase(entry.lineType.view(), "ByLayer"))
+    else if (lineType.empty() || equalsIgnoringCase(lineType, "ByLayer"))
         entry.lineType = DxInsertLt;
+    else
+        entry.lineType.assign(lineType);
     entry.color = insert.base.color;
     if (entry.color == 0)
         entry.color = below.color;
@@ -85,7 +104,7 @@ const char* attributeOf(int order, const char* ownName) {
 }
 
 /// The pattern of this INSERT, with the names of block and layer where the configuration wants them.
-int beginPattern(const DX_INSERT_TYPE& insert) {
+int beginPattern(const DX_INSERT_TYPE& insert, const InsertLayer& layer) {
     if (!DxBlockToPattern) {
         DxBlockPatIndex = DxActPatIndex;
         return 0;
@@ -95,48 +114,48 @@ int beginPattern(const DX_INSERT_TYPE& insert) {
     if (const char* name = attributeOf(DxBlockOrder, "block"))
         UoSetSingleAttr(DxActPat, name, DxHostText(insert.blockName.view()));
     if (DxLayerToPattern) {
-        DX_NAME layer = insert.base.layer;
-        DxTableConvLayer(1, &layer);
+        DX_NAME hostName = layer.name;
+        DxTableConvLayer(1, &hostName);
         if (const char* name = attributeOf(DxLayerOrder, "layer"))
-            UoSetSingleAttr(DxActPat, name, DxHostText(layer.view()));
+            UoSetSingleAttr(DxActPat, name, DxHostText(hostName.view()));
     }
     if (DxBlockOrder != DX_ORDER_GROUP && !(DxLayerToPattern && DxLayerOrder == DX_ORDER_GROUP) && DxTopBlock)
         UoSetSingleAttr(DxActPat, "#G", DxHostText(DxTopBlock->name.view()));
     return 0;
 }
 
-int enterLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColour) {
+int enterLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const InsertLayer& layer) {
     if (DxBlockLevel == 0) DxTopBlock = &block;
     ++DxBlockLevel;
     while (DxInsertStack.size() <= static_cast<std::size_t>(DxBlockLevel))
         if (const int error = DxInsertStack.add(DX_INSERT_LEVEL{})) return error;
     if (DxBlockLevel == 1) DxInsertSpace = insert.base.paperSpace;
-    fillLevel(insert, layerColour);
-    return DxCheckPass ? 0 : beginPattern(insert);
+    fillLevel(insert, layer.colour);
+    return DxCheckPass ? 0 : beginPattern(insert, layer);
 }
 
-int drawEntities(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const Mat44 matrix,
-                 bool viewportsOnly) {
-    DxInsertLayer = insert.base.layer;
-    if (DxInsertLayer.empty()) DxInsertLayer.assign("0");
+int drawEntities(DX_BLOCK_TYPE& block, const Mat44 matrix, bool viewportsOnly) {
     const char* end = block.flags & EXTERNAL_REFERENCE ? "ENDSEC" : "ENDBLK";
     return viewportsOnly ? DxDrawVP(end, matrix) : DxDrawBlockEntities(block, end, matrix);
 }
 
 /// The block's entities, then the INSERT's attributes: for both, ByBlock and layer 0 mean this INSERT.
-int drawLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColour, const Mat44 m,
+int drawLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const InsertLayer& layer, const Mat44 m,
               bool viewportsOnly) {
     const Outer outer;
     addPlacement(insert);
     Mat44 matrix;
     if (const int error = DxInsertBlockTrans(&insert, &block, m, matrix)) return error;
-    int error = enterLevel(insert, block, layerColour);
+    DxBlockIsEven = keepsCircles(matrix);
+    int error = enterLevel(insert, block, layer);
     const int attributePattern = DxBlockPatIndex; // INSERTs within the block have patterns of their own
-    if (!error) error = drawEntities(insert, block, matrix, viewportsOnly);
+    DxInsertLayer = layer.name;
+    if (!error) error = drawEntities(block, matrix, viewportsOnly);
     if (!error) error = outer.restorePattern();
     if (!error) {
         outer.restoreScales();
         DxBlockPatIndex = attributePattern;
+        DxInsertLayer = layer.name;
         error = DxInsertDrawAttribs(&insert, m);
     }
     --DxBlockLevel;
@@ -181,7 +200,7 @@ void reportStop(const DX_BLOCK_TYPE& block) {
 
 int DxCheckRecursion(const DX_NAME& block) {
     for (int level = DxBlockLevel; level >= 1; --level) {
-        if (DxInsertStack[static_cast<std::size_t>(level)].blockName.view() != block.view()) continue;
+        if (std::strcmp(DxInsertStack[static_cast<std::size_t>(level)].blockName.s, block.s) != 0) continue;
         const UtCString name = DxHostText(block.view());
         DxProtoMsg(DxMsg(level == DxBlockLevel ? 5717 : 5719, name.c_str()), 1);
         DxProtoMsg(DxMsg(5718), 1);
@@ -192,11 +211,12 @@ int DxCheckRecursion(const DX_NAME& block) {
 
 int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     if (isTooDeep() || !DxCheckRecursion(rec->blockName)) return 0;
-    int layerColour = 7;
-    DX_LAYER_TYPE* layer = nullptr;
-    if (!DxSetActLayer(&rec->base, &layerColour, &DxInsertLt, &layer)) return 0;
-    if (!layer)
-        if (const int error = DxPenltAddLayer(DxActLayer.view(), layerColour, DxInsertLt.view(), &layer))
+    InsertLayer layer{};
+    DX_LAYER_TYPE* record = nullptr;
+    if (!DxSetActLayer(&rec->base, &layer.colour, &DxInsertLt, &record)) return 0;
+    layer.name = DxActLayer;
+    if (!record)
+        if (const int error = DxPenltAddLayer(layer.name.view(), layer.colour, DxInsertLt.view(), &record))
             return error;
     DX_SAVE save;
     DxSaveActPos(&save);
@@ -207,7 +227,7 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
         return DxRestoreActPos(&save);
     }
     const EndlessBlock endless(*reference.block);
-    int error = drawLevel(*rec, *reference.block, layerColour, m, viewportsOnly != 0);
+    int error = drawLevel(*rec, *reference.block, layer, m, viewportsOnly != 0);
     if (!error) {
         if (!DxCheckPass) DxEntityDrawn = 1;
         error = DxRestoreActPos(&save);

@@ -6,6 +6,6 @@
 
 bool DxStaysRound(const double extrusion[3]) {
     constexpr double tolerance = 0.0001;
-    return std::fabs(std::fabs(DxBlockScaleY) - std::fabs(DxBlockScaleX)) <= tolerance &&
+    return DxBlockIsEven && std::fabs(std::fabs(DxBlockScaleY) - std::fabs(DxBlockScaleX)) <= tolerance &&
            std::fabs(extrusion[0]) <= tolerance && std::fabs(extrusion[1]) <= tolerance;
 }

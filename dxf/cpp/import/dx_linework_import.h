@@ -11,7 +11,8 @@
 int DxReadLine(DX_LINE_TYPE* rec);
 int DxDrawLine(const DX_LINE_TYPE* rec, const Mat44 m);
 int DxReadPoint(DX_POINT_TYPE* rec);
-int DxDrawPoint(const DX_POINT_TYPE* rec, const Mat44 m); ///< In 3D a point is no element: it does nothing there.
+int DxDrawPoint(const DX_POINT_TYPE* rec,
+                const Mat44 m); ///< In 3D a point is no element: it does nothing there.
 int DxReadArc(DX_ARC_TYPE* rec);
 int DxDrawArc(const DX_ARC_TYPE* rec, const Mat44 m);
 int DxReadCircle(DX_CIRCLE_TYPE* rec);

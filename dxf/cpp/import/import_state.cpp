@@ -8,6 +8,7 @@ int DxBlockLevel = 0;
 DxTable<DX_INSERT_LEVEL> DxInsertStack;
 double DxBlockScaleX = 1, DxBlockScaleY = 1, DxBlockScaleZ = 1;
 double DxBlockRotation = 0;
+int DxBlockIsEven = 1;
 int DxPlotCount = 1, DxViewportCount = 1;
 int DxPolylineOpen = 0;
 int DxAbortCount = 0;
@@ -33,6 +34,7 @@ void DxResetImportState() {
     DxBlockLevel = 0;
     DxBlockScaleX = DxBlockScaleY = DxBlockScaleZ = 1;
     DxBlockRotation = 0;
+    DxBlockIsEven = 1;
     DxPlotCount = DxViewportCount = 1;
     DxPolylineOpen = 0;
     DxAbortCount = 0;

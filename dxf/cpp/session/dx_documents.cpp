@@ -20,10 +20,15 @@ int DxLayerIndex::find(const DxTable<DX_LAYER_TYPE>& layers, std::string_view na
         return anyCase_ ? UtCString(text).Upper().str() : std::string(text);
     };
     if (indexed_ > layers.size()) clear();
+    // Neighbouring entities mostly stand on one layer.
+    if (!anyCase_ && lastFound_ < indexed_ && layers[lastFound_].name.view() == name)
+        return static_cast<int>(lastFound_);
     for (; indexed_ < layers.size(); ++indexed_)
         byName_.try_emplace(key(layers[indexed_].name.view()), static_cast<int>(indexed_));
     const auto found = anyCase_ ? byName_.find(key(name)) : byName_.find(name);
-    return found == byName_.end() ? -1 : found->second;
+    if (found == byName_.end()) return -1;
+    lastFound_ = static_cast<std::size_t>(found->second);
+    return found->second;
 }
 
 int DxTables::findLayer(std::string_view name) {

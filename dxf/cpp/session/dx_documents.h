@@ -95,6 +95,7 @@ public:
 private:
     std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> byName_;
     std::size_t indexed_ = 0;
+    std::size_t lastFound_ = 0; ///< answer of the last search, below indexed_
     bool anyCase_;
 };
 

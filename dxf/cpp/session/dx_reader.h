@@ -36,7 +36,7 @@ int DxReadClose();                     ///< Closes all documents. 0.
 int DxReadPair(DxPair& pair, int maxLength = 161, bool showPercent = false, UtCString* wide = nullptr);
 /// The next pair into a buffer of `maxLength` bytes. 0 or 9003.
 int DxGetLineVar(int* code, char* text, int maxLength, bool showPercent, UtCString* wide);
-void DxUnGetLine(); ///< The next read delivers the current pair again.
+void DxUnGetLine();       ///< The next read delivers the current pair again.
 void DxReadDropPending(); ///< A pair handed back is not delivered again.
 
 void DxSaveActPos(DX_SAVE* save);
