@@ -85,6 +85,7 @@ def main():
     before, _, behind = frame.partition("  2\nENTITIES\n")
     for name, x, y in (("$EXTMIN", -5, -60), ("$EXTMAX", 200, 30)):
         before = re.sub(rf"(\{name}\n 10\n)[^\n]*(\n 20\n)[^\n]*", rf"\g<1>{x}\g<2>{y}", before)
+    before = re.sub(r"(  2\nAPPID\n(?:.*\n){6} 70\n)1\n", r"\g<1>2\n", before)
     application = before[before.index("  0\nAPPID\n"):]
     application = application[:application.index("  0\nENDTAB\n")]
     cloud_application = application.replace("\n12\n", "\n3FF\n").replace("\nACAD\n", "\nRevcloudProps\n")
