@@ -93,8 +93,7 @@ public:
     AttributePattern() {
         if (DxCheckPass || DxBlockPatIndex < 0) return;
         switched_ = true;
-        error_ = DxReturnToPat(DxBlockPatIndex,
-                               DxPatTable[static_cast<std::size_t>(DxBlockPatIndex)].number);
+        error_ = DxReturnToPat(DxBlockPatIndex, DxPatTable[static_cast<std::size_t>(DxBlockPatIndex)].number);
     }
     AttributePattern(const AttributePattern&) = delete;
     AttributePattern& operator=(const AttributePattern&) = delete;

@@ -43,9 +43,7 @@ struct Outer {
         DxBlockRotation = rotation;
     }
     /// A pattern that was full within the block goes on in another one, which is the active one then.
-    int restorePattern() const {
-        return DxCheckPass ? 0 : DxReturnToPat(patIndex, pat);
-    }
+    int restorePattern() const { return DxCheckPass ? 0 : DxReturnToPat(patIndex, pat); }
 };
 
 double factor(double scale) {
@@ -115,8 +113,7 @@ int enterLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, int layerColo
     return DxCheckPass ? 0 : beginPattern(insert);
 }
 
-int drawEntities(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const Mat44 matrix,
-                 bool viewportsOnly) {
+int drawEntities(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const Mat44 matrix, bool viewportsOnly) {
     DxInsertLayer = insert.base.layer;
     if (DxInsertLayer.empty()) DxInsertLayer.assign("0");
     const char* end = block.flags & EXTERNAL_REFERENCE ? "ENDSEC" : "ENDBLK";
