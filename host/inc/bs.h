@@ -2,7 +2,7 @@
 //
 // All functions give 0, or an error with the results untouched: 3011 for a record that describes no curve
 // (fewer controls than the order, fewer knots than controls plus order, knots that descend or aren't
-// finite, a weight of 0, an order outside 1 to 51), 1001 when there is no memory.
+// finite, an order outside 1 to 51), 1001 when there is no memory.
 #pragma once
 
 #include "rpt.h"
@@ -39,7 +39,7 @@ struct BS_CURVE {
 /// wants it.
 int BsGetCurveUList(const BS_CURVE& curve, int density, std::vector<double>* parameters,
                     std::vector<int>* spans, int* count);
-/// The point at `u`, homogeneous. 3011 also where the weight vanishes.
+/// The point at `u`, homogeneous. 3011 also where the weight vanishes. A control of weight 0 has no say.
 int BsSplinePoint(const BS_CURVE& curve, double u, int span, BS_POINT* homogeneous);
 /// The first derivative by `u` of the curve (not of its homogeneous form). Where it is the null vector, as
 /// at the end of a curve with two equal controls there, the derivative beside that point within the span;

@@ -10,6 +10,11 @@ int UoElemS(int op, UO_ELEM* elem);
 /// 27: number of elements of a pattern.
 int UoElemS(int op, int patNo, int* count);
 
+/// One element of pattern `elem->patNo`: 38 (or 0x8026) reads the first, 24 (or 0x8018) the one behind
+/// `*elem`, as UoElemS does; 29 appends a line, move or arc that runs from the pattern's last point to
+/// `elem->end`, with the record's pen, line type and info byte. 3011 for any other code or type.
+int ovelem(int* code, UO_ELEM* elem);
+
 /// Walks the arrows of pattern `patNo`: 0x8526 the first, 0x8518 the one behind `*row`; `*arrowPat` is the
 /// pattern that holds the arrow's elements. 1005 at the end.
 int ovarrowpat(int op, int patNo, int* row, int* arrowPat);

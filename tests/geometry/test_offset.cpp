@@ -89,6 +89,8 @@ TEST(Offset, ClosedContoursGiveAnOuterAndAnInnerOne) {
     ASSERT_EQ(ring.size(), 2u);
     EXPECT_EQ(arcsIn(ring), 4);
     EXPECT_NEAR(totalArea(ring), kPi * (36 - 16), 1e-12);
+    // Its halves share both ends and nothing else: the sides are followed all the way round.
+    for (const auto& loop : outlineOf(polyline({{0, 0, 1}, {20, 0, 1}}, true), 4)) EXPECT_EQ(loop.size(), 2u);
     // Wider than its inside: no hole is left.
     const Loops full = outlineOf(polyline({{0, 0}, {10, 0}, {10, 10}, {0, 10}}, true), 30);
     ASSERT_EQ(full.size(), 1u);
@@ -153,6 +155,24 @@ TEST(Offset, RandomLinesAreCovered) {
         expectCovers(outlineOf(list, width), list, width, 20, seed);
         if (HasFatalFailure()) return;
     }
+}
+
+TEST(Offset, LongLinesThatCrossThemselvesOftenAreCovered) {
+    std::mt19937 random(3);
+    std::uniform_real_distribution<double> place(0, 200), bend(-1, 1);
+    std::vector<BulgeVertex> vertices;
+    for (int i = 0; i < 150; ++i)
+        vertices.push_back({place(random), place(random), i % 5 ? 0 : bend(random)});
+    const LiList list = polyline(vertices, true);
+    const Loops loops = outlineOf(list, 0.5);
+    expectCovers(loops, list, 0.5, 200, 3);
+    // No piece goes back over the one before it, as along a seam that a union left.
+    for (const auto& loop : loops)
+        for (std::size_t i = 0; i < loop.size(); ++i) {
+            const Piece &a = loop[i], &b = loop[(i + 1) % loop.size()];
+            if (a.isArc() || b.isArc()) continue;
+            EXPECT_FALSE(dot(a.startDirection(), b.startDirection()) < -1 + 1e-12) << i;
+        }
 }
 
 TEST(Offset, WidthsTaperAlongThePieces) {

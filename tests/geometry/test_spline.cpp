@@ -108,7 +108,7 @@ TEST(BSpline, UnsoundRecordsAreRefused) {
     Spline few = good, unordered = good, weightless = good, endless = good, empty = good;
     few.knots.pop_back();
     std::swap(unordered.knots[3], unordered.knots[5]);
-    weightless.controls[4] = {0, 0, 0, 0};
+    weightless.controls[4].w = NAN;
     endless.knots[4] = NAN;
     empty.knots.assign(12, 1.0);
     for (Spline s : {few, unordered, weightless, endless, empty}) EXPECT_EQ(s.sample(2), 3011);

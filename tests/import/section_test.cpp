@@ -167,6 +167,25 @@ TEST(Section, TheUserIsAskedEveryHundredEntities) {
     EXPECT_EQ(std::count(elements.begin(), elements.end(), '\n'), 100);
 }
 
+TEST(Section, TheUserIsAskedWithinALongPolyline) {
+    DxfText text = dxf().header("AC1015");
+    DxfGroups vertices;
+    for (int i = 0; i < 5000; ++i) vertices = std::move(vertices) + at(10, {1.0 * i, 0});
+    text.entity("LWPOLYLINE", vertices);
+    TempDir folder;
+    folder.write("a.dxf", text.text());
+    host::resetSession();
+    int asked = 0;
+    host::session().wantsAbort = [&] { return ++asked == 7; }; // five times while it is measured
+    ImportOptions options = unshifted();
+    options.keepsSession = true;
+    const ImportResult result = importFile(folder, "a.dxf", options);
+    EXPECT_EQ(result.stat, 9009);
+    const std::string elements = elementsOf(result.dump);
+    EXPECT_NE(elements.find("draw 1500 0"), std::string::npos) << "what was drawn stays";
+    EXPECT_EQ(elements.find("draw 4000 0"), std::string::npos);
+}
+
 TEST(Section, ACutFileKeepsWhatWasDrawn) {
     const ImportResult result = importText(
         dxfLines(
@@ -174,6 +193,8 @@ TEST(Section, ACutFileKeepsWhatWasDrawn) {
         withNumber("&DxfInsbase", 1));
     EXPECT_EQ(result.stat, 9003);
     EXPECT_TRUE(result.hasLine("End-Of-File vor logischem Ende -> Fehler!")) << result.protocol;
+    EXPECT_EQ(elementsOf(result.dump), "move 1 0\ndraw 2 0\n")
+        << "though the measuring pass met the end, too";
 }
 
 std::string everyKind() {
@@ -190,6 +211,9 @@ std::string everyKind() {
         .entity("CIRCLE", at(10, {2, 2}) + at(40, {2}) + at(210, {0, 0.6, 0.8}))
         .entity("ELLIPSE", at(10, {0, 0}) + at(11, {5, 0, 0}) + at(40, {0.5}))
         .entity("SOLID", DxfGroups{{8, "A"}} + corners)
+        .entity("LWPOLYLINE",
+                at(10, {0, 0}) + at(40, {2}) + at(41, {1}) + at(42, {1}) + at(10, {9, 0}) + at(10, {9, 9}))
+        .entity("SPLINE", at(74, {3}) + at(11, {0, 0, 1}) + at(11, {4, 4, 2}) + at(11, {8, 0, 3}))
         .text();
 }
 
@@ -207,7 +231,8 @@ TEST(Section, AnyCallOfTheHostMayFail) {
     for (long n = 1;; ++n) {
         host::resetSession();
         ImportOptions options = withNumber("&DxfModus", n % 2 ? 2 : 3);
-        options.config = flags("READ_LAYER=ATTR\n");
+        options.config = flags("READ_LAYER=ATTR\nLINE_AS_HATCH=1\n");
+        options.numbers["&Dxf3dLines"] = 1;
         options.keepsSession = true;
         host::failCall(n);
         const ImportResult result = importFile(folder, "a.dxf", options);

@@ -202,6 +202,62 @@ TEST(WidePolyline, KeepsItsCentreLineWhenItIsNoHatch) {
     EXPECT_EQ(count(lwPolyline(varying, noWidth), "hatch "), 1) << "varying widths show all the same";
 }
 
+TEST(WidePolyline, LineOutlineAndFillHaveItsColour) {
+    for (const DxfGroups& groups : {wide, varying}) {
+        for (const char* asHatch : {"0", "1"}) {
+            const DxfText text = dxf()
+                                     .header("AC1015")
+                                     .layer("RED", 1)
+                                     .entity("LINE", DxfGroups{{62, "5"}} + at(11, {9, 9}))
+                                     .entity("LWPOLYLINE", DxfGroups{{8, "RED"}} + groups);
+            const std::string config = std::string("FILLMODE=1\nLINE_AS_HATCH=") + asHatch + "\n";
+            const std::string dump = importText(text.text(), configured(config)).dump;
+            EXPECT_NE(dump.find("  pen 2 lt 1\n"), std::string::npos) << config << dump;
+            EXPECT_EQ(dump.find("hatch solid pen 2\n") != std::string::npos, *asHatch == '1') << dump;
+        }
+    }
+}
+
+/// Heights of the outline at its corners right below and above these places of the x axis.
+std::string outlineOfVarying(const DxfGroups& groups, const DxfGroups& insert = {}) {
+    DxfText text = dxf().header("AC1015").block("B", DxfGroups{{0, "LWPOLYLINE"}} + groups);
+    text.entity("INSERT", DxfGroups{{2, "B"}} + at(10, {0, 0}) + insert);
+    return drawn(text, configured("LINE_AS_HATCH=1\nFILLMODE=0\nFILL_CONTOUR=1\n"));
+}
+DxfGroups widths(double start, double end) {
+    return at(40, {start}) + at(41, {end});
+}
+
+TEST(WidePolyline, WidthsStayWithTheirPieces) {
+    // The piece between equal vertices vanishes, bulge and widths with it.
+    const DxfGroups vanishing = at(10, {0, 0}) + widths(0, 2) + at(10, {10, 0}) + at(42, {1}) + widths(9, 9) +
+                                at(10, {10, 0}) + widths(2, 4) + at(10, {30, 0});
+    const std::string outline = outlineOfVarying(vanishing);
+    for (const char* place : {" 10 -1", " 30 -2", " 30 2", " 10 1"})
+        EXPECT_NE(outline.find(place), std::string::npos) << place << '\n' << outline;
+    // An ellipse piece becomes several elements; the width grows through all of them.
+    const DxfGroups round = at(10, {0, 0}) + at(42, {1}) + widths(0, 2) + at(10, {20, 0});
+    const std::string half = outlineOfVarying(round, {{41, "1"}, {42, "0.5"}});
+    double x = 0, y = 0, lowest = 0;
+    for (std::istringstream in(half); in; in.ignore(1000, '\n')) {
+        std::string op;
+        in >> op >> x >> y;
+        lowest = std::min(lowest, y);
+    }
+    EXPECT_NEAR(lowest, -5.5, 0.02) << "half the mean width below the ellipse's lowest point\n" << half;
+}
+
+TEST(WidePolyline, StaysALineWhereItHasNoWidth) {
+    // A shaft and the head of an arrow.
+    const DxfGroups arrow = at(10, {0, 0}) + at(10, {10, 0}) + widths(4, 0) + at(10, {16, 0});
+    for (const char* config : {"FILLMODE=0\nFILL_CONTOUR=1\n", "FILLMODE=1\nFILL_CONTOUR=0\n"}) {
+        const std::string result = lwPolyline(arrow, configured(std::string("LINE_AS_HATCH=1\n") + config));
+        EXPECT_NE(result.find("move 0 0\ndraw 10 0 info 4\n"), std::string::npos) << config << result;
+    }
+    const std::string hidden = lwPolyline(arrow, configured("LINE_AS_HATCH=1\nFILLMODE=0\nFILL_CONTOUR=0\n"));
+    EXPECT_EQ(hidden, "move 0 0\ndraw 10 0 info 4\ndraw 16 0 info 4\n") << "no width is to be shown";
+}
+
 TEST(WidePolyline, WidthsGrowWithTheBlocksScale) {
     DxfText text = dxf().header("AC1015").block("B", DxfGroups{{0, "LWPOLYLINE"}} + wide);
     text.entity("INSERT", DxfGroups{{2, "B"}, {41, "3"}, {42, "3"}, {43, "3"}} + at(10, {0, 0}));

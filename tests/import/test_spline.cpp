@@ -107,6 +107,34 @@ TEST(Spline, WhatIsNoCurveCostsNoMoreThanItself) {
         << "a count too large takes what is there";
 }
 
+TEST(Spline, IsACurveInSpaceIfLinesInSpaceAreWanted) {
+    const DxfGroups fit = at(11, {1, 2, 3}) + at(11, {4, 6, 8}) + at(11, {9, 9, 9});
+    ImportOptions options;
+    options.config = flags("READ_LAYER=ATTR\n");
+    options.in3d = true;
+    for (const int wanted : {0, 1}) {
+        options.numbers["&Dxf3dLines"] = wanted;
+        const auto result = importText(
+            dxf().header("AC1015").layer("A", 1).entity("SPLINE", head(0, 3, 0, 0, 3) + fit).text(), options);
+        EXPECT_EQ(result.stat, 0);
+        // Shifted with the drawing, whose middle comes to 0; the heights stay.
+        EXPECT_EQ(result.dump.find("curve pen 1 -4 -3.5 3 -1 0.5 8 4 3.5 9") != std::string::npos,
+                  wanted == 1)
+            << result.dump;
+        EXPECT_NE(result.dump.find("draw 4 3.5 info 4"), std::string::npos) << result.dump;
+    }
+}
+
+TEST(Spline, AWeightOfNothingIsNoEnd) {
+    // The middle control has no say: the straight line between the others is left.
+    const DxfGroups controls =
+        at(10, {0, 0}) + at(41, {1}) + at(10, {5, 5}) + at(41, {0}) + at(10, {10, 0}) + at(41, {1});
+    const std::string result = spline(head(0, 2, 6, 3) + knots({0, 0, 0, 1, 1, 1}) + controls);
+    EXPECT_EQ(result.rfind("move 0 0\n", 0), 0u) << result;
+    EXPECT_NE(result.find("draw 5 0 info 4\n"), std::string::npos) << result;
+    EXPECT_NE(result.find("draw 10 0 info 4\n"), std::string::npos) << result;
+}
+
 TEST(Spline, IsTurnedAsAWholeByItsBlock) {
     DxfText text = dxf().header("AC1015").block("B", DxfGroups{{0, "SPLINE"}} + quarter);
     text.entity("INSERT", DxfGroups{{2, "B"}, {41, "-2"}, {42, "2"}, {50, "90"}} + at(10, {0, 0}));

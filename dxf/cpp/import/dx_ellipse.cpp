@@ -169,7 +169,7 @@ int DxDrawEllipse(const DX_ELLIPSE_TYPE* rec, const Mat44 m, int inFigure) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     const Shape shape = shapeOf(*rec);
-    Samples samples;
+    Samples samples{};
     if (!(shape.a > smallestAxis) || !sample(shape, m, samples) || DxCheckPass) return 0;
     DxNewElement(samples.count);
     if (const int error = DxStartDrawing(pen, lineType)) return error;

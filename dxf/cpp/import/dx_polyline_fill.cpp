@@ -64,7 +64,8 @@ int collectCentreLine(int pat, CentreLine& line) {
         if (pieceStart) addWidths(DxActPolyline.vertices[vertex], pieceStart, line.widths);
         pieceStart = nullptr;
     };
-    for (int end = UoElemS(0x8026, &e); !end; end = UoElemS(0x8018, &e)) {
+    int first = 38, next = 24;
+    for (int end = ovelem(&first, &e); !end; end = ovelem(&next, &e)) {
         if (e.type == 2 || !isPiece(e)) continue;
         LI_ELEM* elem = LiNew(line.list);
         if (!elem) return 1001;
@@ -120,24 +121,41 @@ std::vector<Contour> contoursOf(const LiList& list) {
     return contours;
 }
 
-/// Writes elements from `first` to `last` into the active pattern.
-int writePieces(const LI_ELEM* first, const LI_ELEM* last, unsigned char info) {
-    if (const int error = ovdraw(2, first->start.x, first->start.y, 0)) return error;
+/// How elements of an outline look: those of the centre line's beginning, with an info byte of their own.
+struct Look {
+    int pen, lineType;
+    unsigned char info;
+};
+
+int append(int pat, UO_ELEM elem, const Look& look) {
+    int code = 29;
+    elem.patNo = pat;
+    elem.pen = look.pen;
+    elem.lineType = look.lineType;
+    elem.info = look.info;
+    return ovelem(&code, &elem);
+}
+
+/// Writes elements from `first` to `last` into a pattern.
+int writePieces(int pat, const LI_ELEM* first, const LI_ELEM* last, const Look& look) {
+    UO_ELEM move = *first;
+    move.type = 2;
+    move.end = first->start;
+    if (const int error = append(pat, move, {look.pen, look.lineType, 0})) return error;
     for (const LI_ELEM* e = first;; e = e->next) {
-        const int error = e->isArc() ? ovarc(e->type, e->end.x, e->end.y, e->centre.x, e->centre.y, info)
-                                     : ovdraw(1, e->end.x, e->end.y, info);
+        const int error = append(pat, *e, look);
         if (error || e == last) return error;
     }
 }
 
 enum class Parts { Areas, Hairlines };
 
-int writeContours(const std::vector<Contour>& contours, Parts parts, unsigned char info) {
+int writeContours(int pat, const std::vector<Contour>& contours, Parts parts, const Look& look) {
     for (const Contour& contour : contours) {
         const bool hairline = contour.isHairline();
         if (hairline != (parts == Parts::Hairlines)) continue;
-        if (const int error = writePieces(contour.first, hairline ? contour.first : contour.last, info))
-            return error;
+        const LI_ELEM* last = hairline ? contour.first : contour.last;
+        if (const int error = writePieces(pat, contour.first, last, look)) return error;
     }
     return 0;
 }
@@ -159,17 +177,18 @@ int moveToKept(int pat) {
 
 /// Makes the pattern that shows the wide line: its outline and its fill, as the switches say, and lines where
 /// it has no width.
-int outlineInto(const std::vector<Contour>& contours, int* outline) {
+int outlineInto(const std::vector<Contour>& contours, const UO_ELEM& model, int* outline) {
     constexpr unsigned char closedFigure = 5, figure = 4;
+    const auto look = [&](unsigned char info) { return Look{model.pen, model.lineType, info}; };
     int scratch = 0;
     int error = 0;
     if (DxFillMode) {
         error = Dxovpat(11, &scratch);
-        if (!error) error = writeContours(contours, Parts::Areas, 0);
+        if (!error) error = writeContours(scratch, contours, Parts::Areas, look(0));
     }
     if (!error) error = Dxovpat(211, outline);
-    if (!error && DxFillContour) error = writeContours(contours, Parts::Areas, closedFigure);
-    if (!error) error = writeContours(contours, Parts::Hairlines, figure);
+    if (!error && DxFillContour) error = writeContours(*outline, contours, Parts::Areas, look(closedFigure));
+    if (!error) error = writeContours(*outline, contours, Parts::Hairlines, look(figure));
     if (!error && DxFillMode) {
         int code = 1, count = 0;
         UoElemS(27, scratch, &count);
@@ -197,7 +216,7 @@ int DxDrawPolyfill() {
     if (const int error = shape->Calculate(UtConv(50))) return error;
 
     int outline = 0;
-    int error = outlineInto(contoursOf(shape->Contours()), &outline);
+    int error = outlineInto(contoursOf(shape->Contours()), *line.list.first, &outline);
     DxActPat = DxFillSavedPat;
     Dxovpat(23, &DxActPat);
     if (!error) {

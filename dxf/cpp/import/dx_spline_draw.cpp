@@ -64,9 +64,9 @@ bool addSample(Samples& samples, RPT3 point, const RPT& tangent, const Mat44 m) 
     return true;
 }
 
-/// Announces the elements of the samples; measuring makes none.
-int announce(int count) {
-    return count > 0 && !DxCheckPass ? DxNewElement(count) : 0;
+/// Announces the elements of the samples. Measuring makes none, and a curve in space has its own pattern.
+int announce(int count, const Samples& samples) {
+    return count > 0 && !DxCheckPass && !samples.inSpace ? DxNewElement(count) : 0;
 }
 
 /// Samples the curve itself. A curve that is none of the host's is an error of its own. `useArcs` is cleared
@@ -80,7 +80,7 @@ int sampleCurve(const DX_SPLINE_TYPE& rec, const Mat44 m, bool& useArcs, Samples
     const int density = linear ? 1 : 2 * curve.get().order;
     if (const int error = BsGetCurveUList(curve.get(), density, &parameters, &spans, &count))
         return error == NO_CURVE ? 0 : error;
-    if (const int error = announce(count)) return error;
+    if (const int error = announce(count, samples)) return error;
     for (int k = 0; k < count; ++k) {
         const auto i = static_cast<std::size_t>(k);
         BS_POINT h{};
@@ -100,7 +100,7 @@ int sampleCurve(const DX_SPLINE_TYPE& rec, const Mat44 m, bool& useArcs, Samples
 }
 
 int sampleFitPoints(const DX_SPLINE_TYPE& rec, const Mat44 m, Samples& samples) {
-    if (const int error = announce(rec.fitCount)) return error;
+    if (const int error = announce(rec.fitCount, samples)) return error;
     for (const RPT3& point : rec.fitPoints) addSample(samples, point, {1, 0}, m);
     return 0;
 }
@@ -171,11 +171,12 @@ int drawBiarcs(const Samples& samples, unsigned char info) {
 } // namespace
 
 int DxDrawSpline(const DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage) {
+    const bool inSpace = stage == 3;
+    if (inSpace && !Dx3dLines) return 0;
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     const bool linear = rec->flags & LINEAR || rec->degree == 1;
     const bool hasCurve = rec->knotCount != 0 && rec->controlCount != 0;
-    const bool inSpace = stage == 3 && Dx3dLines;
     bool useArcs = approx && !linear && hasCurve;
     UtCList<GeRpt3> list;
     Samples samples;

@@ -6,6 +6,8 @@
 #include "services/failure.h"
 #include "ut.h"
 
+#include <algorithm>
+
 using namespace host;
 
 namespace {
@@ -93,6 +95,32 @@ int UoElemS(int op, int patNo, int* count) {
     if (op != COUNT) return errorNotApplicable;
     *count = static_cast<int>(pattern->elements.size());
     return 0;
+}
+
+static int appendRecord(Pattern& pattern, const UO_ELEM& elem) {
+    if (elem.type < 1 || elem.type > 4) return errorNotApplicable;
+    Element e;
+    e.type = elem.type == 1 ? ElementType::Draw : elem.type == 2 ? ElementType::Move : ElementType::Arc;
+    e.x = elem.end.x;
+    e.y = elem.end.y;
+    if (e.type == ElementType::Arc) {
+        e.cx = elem.centre.x;
+        e.cy = elem.centre.y;
+        e.ccw = elem.type == 4;
+    }
+    e.pen = elem.pen;
+    e.lineType = static_cast<std::int16_t>(std::clamp(elem.lineType, 0, 0x7fff));
+    e.info = elem.info & 0x7f;
+    appendElement(pattern, e);
+    return 0;
+}
+
+int ovelem(int* code, UO_ELEM* elem) {
+    constexpr int APPEND = 29;
+    constexpr int ON_RECORD = 0x8000; // reading works the same with and without this bit
+    if (*code != APPEND) return UoElemS(*code | ON_RECORD, elem);
+    Pattern* pattern = callFails() ? nullptr : openDrawing().find(elem->patNo);
+    return pattern ? appendRecord(*pattern, *elem) : errorNoSuchObject;
 }
 
 int ovarrowpat(int /*op*/, int /*patNo*/, int* /*row*/, int* /*arrowPat*/) {

@@ -227,56 +227,54 @@ bool outlineChain(const BandChain& chain, const BandLimits& limits, std::vector<
     return true;
 }
 
-// ---- cover -----------------------------------------------------------------------------------------
+// ---- sweep -----------------------------------------------------------------------------------------
 
-static void addCover(PieceLoop loop, double eps, std::vector<PieceLoop>* loops) {
-    loop = withoutPoints(loop, eps);
-    if (loop.empty()) return;
-    if (areaOf(loop) < 0.0) reverseLoop(loop);
-    loops->push_back(std::move(loop));
-}
-
-// The ends of a band pass through the centre line, so that neighbours and corners share these points.
-static void coverBand(const Band& band, const BandLimits& limits, std::vector<PieceLoop>* loops) {
-    bool sound = true;
-    PieceLoop loop = edgeOf(band, -1, limits, &sound);
-    std::vector<Piece> left = edgeOf(band, 1, limits, &sound);
-    reverseLoop(left);
-    loop.push_back(makeLine(loop.back().end, band.centre.end));
-    loop.push_back(makeLine(band.centre.end, left.front().start));
-    loop.insert(loop.end(), left.begin(), left.end());
-    loop.push_back(makeLine(loop.back().end, band.centre.start));
-    loop.push_back(makeLine(band.centre.start, loop.front().start));
-    addCover(std::move(loop), limits.eps, loops);
-}
-
-static void coverCorner(const Band& before, const Band& behind, const BandLimits& limits,
-                        std::vector<PieceLoop>* loops) {
-    const double turn = cross(before.centre.endDirection(), behind.centre.startDirection());
-    if (std::fabs(turn) <= kStraight) return;
-    const int side = turn > 0.0 ? -1 : 1;
-    bool sound = true;
-    const Piece in = edgeOf(before, side, limits, &sound).back();
-    const Piece out = edgeOf(behind, side, limits, &sound).front();
+// Each band covers what its own outline encloses, and the gap outside each corner is a wedge beside it. Their
+// outlines, all run counter-clockwise, share the ends of the bands in opposite directions: added up, these
+// cancel out, and what is left runs along the sides, round the outside of a corner and through its point on
+// the inside.
+static void turnCorner(const Band& before, const Band& behind, int side, RPT to, PieceLoop& loop) {
+    const RPT u = before.centre.endDirection();
+    const RPT v = behind.centre.startDirection();
+    const double turn = side * cross(u, v);
+    const RPT from = loop.back().end;
     const RPT corner = behind.centre.start;
-    PieceLoop loop{makeLine(before.centre.end, in.end)};
-    RPT mitre;
-    if (mitreOf(in, out, corner, mitreLimit(before, behind, side), &mitre)) {
-        loop.push_back(makeLine(in.end, mitre));
-        loop.push_back(makeLine(mitre, out.start));
+    RPT by = corner;
+    const bool inside = turn > kStraight || dot(u, v) < 0.0;
+    const Piece out = makeLine(to, to + v);
+    if (turn < -kStraight ? mitreOf(loop.back(), out, corner, mitreLimit(before, behind, side), &by)
+                          : inside) {
+        loop.push_back(makeLine(from, by));
+        loop.push_back(makeLine(by, to));
     } else {
-        loop.push_back(makeLine(in.end, out.start));
+        loop.push_back(makeLine(from, to));
     }
-    loop.push_back(makeLine(out.start, before.centre.end));
-    addCover(std::move(loop), limits.eps, loops);
 }
 
-void coverChain(const BandChain& chain, const BandLimits& limits, std::vector<PieceLoop>* loops) {
-    const std::size_t n = chain.bands.size();
-    for (std::size_t i = 0; i < n; ++i) {
-        coverBand(chain.bands[i], limits, loops);
-        if (i + 1 < n || (chain.closed && n > 1))
-            coverCorner(chain.bands[i], chain.bands[(i + 1) % n], limits, loops);
+static PieceLoop sweepSide(const BandChain& chain, int side, const BandLimits& limits) {
+    const std::vector<Band>& bands = chain.bands;
+    PieceLoop loop;
+    bool sound = true;
+    for (std::size_t i = 0; i < bands.size(); ++i) {
+        const std::vector<Piece> edge = edgeOf(bands[i], side, limits, &sound);
+        if (i > 0) turnCorner(bands[i - 1], bands[i], side, edge.front().start, loop);
+        loop.insert(loop.end(), edge.begin(), edge.end());
+    }
+    if (chain.closed) turnCorner(bands.back(), bands.front(), side, loop.front().start, loop);
+    return loop;
+}
+
+void sweepChain(const BandChain& chain, const BandLimits& limits, std::vector<PieceLoop>* loops) {
+    PieceLoop right = sweepSide(chain, -1, limits);
+    PieceLoop left = sweepSide(chain, 1, limits);
+    if (!chain.closed) {
+        loops->push_back(openLoop(std::move(right), std::move(left), limits.eps));
+        return;
+    }
+    reverseLoop(left);
+    for (const PieceLoop& side : {right, left}) {
+        PieceLoop loop = withoutPoints(side, limits.eps);
+        if (!loop.empty()) loops->push_back(std::move(loop));
     }
 }
 

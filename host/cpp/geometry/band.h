@@ -43,9 +43,9 @@ double mitreLimit(const Band& in, const Band& out, int side);
 /// loops cross each other elsewhere is for the caller to see.
 bool outlineChain(const BandChain& chain, const BandLimits& limits, std::vector<PieceLoop>* loops);
 
-/// What each band of a chain and each corner between two covers by itself, as simple counter-clockwise loops
-/// that overlap; together they cover what the chain does.
-void coverChain(const BandChain& chain, const BandLimits& limits, std::vector<PieceLoop>* loops);
+/// Loops that cross themselves and each other, whose winding number is above 0 just where the chain covers
+/// the plane, and never below.
+void sweepChain(const BandChain& chain, const BandLimits& limits, std::vector<PieceLoop>* loops);
 
 /// The loop without pieces of no length; what follows one starts where the last kept piece ends.
 PieceLoop withoutPoints(const PieceLoop& loop, double eps);

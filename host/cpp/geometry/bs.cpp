@@ -11,8 +11,12 @@ BS_POINT blend(const BS_POINT& a, const BS_POINT& b, double t) {
     return {s * a.x + t * b.x, s * a.y + t * b.y, s * a.z + t * b.z, s * a.w + t * b.w};
 }
 
+bool isFinite(const BS_POINT& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z) && std::isfinite(p.w);
+}
+
 bool isUsable(const BS_POINT& p) {
-    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z) && std::isfinite(p.w) && p.w != 0.0;
+    return isFinite(p) && p.w != 0.0;
 }
 
 // Enough to evaluate safely: costs nothing that grows with the curve.
@@ -26,7 +30,7 @@ bool isSound(const BS_CURVE& c) {
     const double* knotsEnd = c.knots + c.controlCount + c.order;
     return std::all_of(c.knots, knotsEnd, [](double k) { return std::isfinite(k); }) &&
            std::is_sorted(c.knots, knotsEnd) &&
-           std::all_of(c.controls, c.controls + c.controlCount, isUsable) &&
+           std::all_of(c.controls, c.controls + c.controlCount, isFinite) &&
            c.knots[c.order - 1] < c.knots[c.controlCount] && std::isfinite(*(knotsEnd - 1) - c.knots[0]);
 }
 
@@ -84,6 +88,7 @@ double typicalSpeed(const BS_CURVE& c, int span) {
     for (int i = span - c.order + 2; i <= span; ++i) {
         const BS_POINT& a = c.controls[i - 1];
         const BS_POINT& b = c.controls[i];
+        if (a.w == 0.0 || b.w == 0.0) continue; // a control without a say
         longest = std::max(longest,
                            std::hypot(b.x / b.w - a.x / a.w, b.y / b.w - a.y / a.w, b.z / b.w - a.z / a.w));
     }

@@ -109,7 +109,7 @@ bool Outline::exactLoops(const BandLimits& limits, std::vector<PieceLoop>* loops
         if (!outlineChain(chain, limits, &own)) {
             sound = false;
             own.clear();
-            coverChain(chain, limits, &own);
+            sweepChain(chain, limits, &own);
         }
         std::move(own.begin(), own.end(), std::back_inserter(*loops));
     }
@@ -120,10 +120,10 @@ bool Outline::exactLoops(const BandLimits& limits, std::vector<PieceLoop>* loops
 }
 
 void Outline::cleanLoops(const BandLimits& limits, std::vector<PieceLoop>* loops) const {
-    std::vector<PieceLoop> cover;
-    for (const BandChain& chain : chains_) coverChain(chain, limits, &cover);
+    std::vector<PieceLoop> sweep;
+    for (const BandChain& chain : chains_) sweepChain(chain, limits, &sweep);
     // Corners are worked out exactly afterwards: the chords need only keep the shape.
-    uniteLoops(cover, std::max(limits.tolerance, 0.02 * widest_), loops);
+    uniteLoops(sweep, std::max(limits.tolerance, 0.01 * widest_), loops);
 }
 
 int Outline::store(const std::vector<PieceLoop>& loops) {

@@ -166,17 +166,25 @@ static bool sameCarrier(const Piece& a, const Piece& b, double eps) {
     return distanceToCarrier(a, b.start) <= eps && distanceToCarrier(a, b.end) <= eps;
 }
 
-// The ends of either piece that lie on the other: they bound what the two share.
+// A point of the piece that is none of its ends.
+static bool isWithin(const Piece& piece, const RPT& p, double eps) {
+    return isOn(piece, p, 0) && distance(p, piece.start) > 2 * eps && distance(p, piece.end) > 2 * eps;
+}
+
+// The ends of either piece that lie on the other: they bound what the two share. Two halves of a circle share
+// both ends and no stretch.
 static PieceMeetings sharedStretch(const Piece& a, const Piece& b, double eps) {
     PieceMeetings out;
-    for (const RPT& p : {b.start, b.end})
+    for (const RPT& p : {b.start, b.end}) {
         if (isOn(a, p, eps)) addPoint(out, p);
-    for (const RPT& p : {a.start, a.end})
+        out.overlap = out.overlap || isWithin(a, p, eps);
+    }
+    for (const RPT& p : {a.start, a.end}) {
         if (isOn(b, p, eps)) addPoint(out, p);
-    for (int i = 1; i < out.count; ++i)
-        if (distance(out.points[0], out.points[i]) > 2 * eps) out.overlap = true;
-    if (a.isArc() && !out.overlap && out.count > 0)
-        out.overlap = isOn(b, a.pointAt(0.5), 0) || isOn(a, b.pointAt(0.5), 0);
+        out.overlap = out.overlap || isWithin(b, p, eps);
+    }
+    // Pieces between the same ends share all or nothing.
+    out.overlap = out.overlap || (out.count > 0 && isWithin(b, a.pointAt(0.5), eps));
     return out;
 }
 

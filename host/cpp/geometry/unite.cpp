@@ -4,8 +4,7 @@
 #include "geometry/unite.h"
 
 #include "geometry/box_tree.h"
-
-#include <polyclipping/clipper.hpp>
+#include "geometry/polygon_union.h"
 
 #include <algorithm>
 #include <optional>
@@ -56,12 +55,15 @@ bool loopsCross(const std::vector<PieceLoop>& loops, double eps, std::size_t bud
     boxes.reserve(placed.size());
     for (const PlacedPiece& p : placed) boxes.push_back(boxOf(p.piece).grown(eps));
     const BoxTree tree(boxes);
+    // Once they cross, all that is left to know is how much there is of it: some of the pieces tell.
+    constexpr std::size_t sample = 4;
     bool crossing = false;
     std::size_t looks = 0;
-    for (std::size_t i = 0; i < placed.size() && looks <= budget; ++i)
+    for (std::size_t i = 0; i < placed.size() && looks <= budget; i += crossing ? sample : 1)
         tree.search(boxes[i], i + 1, [&](std::size_t j) {
+            looks += crossing ? sample : 1;
             crossing = crossing || meetsBadly(placed[i], i, placed[j], j, eps);
-            return ++looks <= budget;
+            return looks <= budget;
         });
     *tooMany = looks > budget;
     return crossing;
@@ -80,8 +82,6 @@ using ClipperLib::Paths;
 constexpr double kHalfSize = 0x1p44;
 // Points that near to each other, in steps, are one.
 constexpr double kStepEps = 16.0;
-// So many neighbours are united at a time.
-constexpr std::size_t kFanIn = 8;
 // More edges than this are beyond a drawing's outline.
 constexpr std::size_t kMaxEdges = 4'000'000;
 
@@ -129,6 +129,34 @@ PieceBox boxOf(const IntPoint& a, const IntPoint& b) {
     return {std::min(p.x, q.x), std::min(p.y, q.y), std::max(p.x, q.x), std::max(p.y, q.y)};
 }
 
+// The bits of `v`, a gap of one behind each.
+std::uint64_t spread(std::uint32_t v) {
+    std::uint64_t x = v;
+    x = (x | x << 16) & 0x0000ffff0000ffffu;
+    x = (x | x << 8) & 0x00ff00ff00ff00ffu;
+    x = (x | x << 4) & 0x0f0f0f0f0f0f0f0fu;
+    x = (x | x << 2) & 0x3333333333333333u;
+    return (x | x << 1) & 0x5555555555555555u;
+}
+
+// The edges in an order in which what is near in the plane is near, by quarters of quarters.
+std::vector<std::uint32_t> orderByPlace(const std::vector<Edge>& edges) {
+    const auto cell = [](ClipperLib::cInt a, ClipperLib::cInt b) {
+        constexpr double cells = 65536.0;
+        const double middle = 0.5 * (static_cast<double>(a) + static_cast<double>(b));
+        return static_cast<std::uint32_t>(std::clamp((middle / kHalfSize + 1.0) * cells, 0.0, 2.0 * cells));
+    };
+    std::vector<std::pair<std::uint64_t, std::uint32_t>> keyed;
+    keyed.reserve(edges.size());
+    for (const Edge& e : edges)
+        keyed.emplace_back(spread(cell(e.from.X, e.to.X)) << 1 | spread(cell(e.from.Y, e.to.Y)),
+                           keyed.size());
+    std::sort(keyed.begin(), keyed.end());
+    std::vector<std::uint32_t> order(edges.size());
+    std::transform(keyed.begin(), keyed.end(), order.begin(), [](const auto& k) { return k.second; });
+    return order;
+}
+
 // ---- tracing back ----------------------------------------------------------------------------------
 
 class Union {
@@ -151,12 +179,13 @@ private:
     };
 
     void addPiece(const Piece& piece, Path& path);
-    std::vector<Paths> polygons(const std::vector<PieceLoop>& loops);
-    bool uniteParts(std::size_t from, std::size_t to, Paths* united) const;
+    Paths polygons(const std::vector<PieceLoop>& loops);
     bool isThin(const Path& path) const;
-    std::uint32_t findSource(const IntPoint& from, const IntPoint& to) const;
+    double offEdge(const Edge& edge, const RPT& p, const RPT& q) const;
+    std::uint32_t findSource(const IntPoint& from, const IntPoint& to, std::uint32_t known) const;
     std::vector<Run> runsOf(const Path& path) const;
     const Piece* sourceOf(const Run& run) const;
+    bool isPeek(const Run& run, std::uint32_t piece) const;
     bool meetOfCarriers(const RPT& rough, const Piece& before, const Piece& behind, RPT* found) const;
     Corner cornerAt(const Run& before, const Run& behind) const;
     Piece pieceOf(const Run& run, const RPT& from, const RPT& to) const;
@@ -167,9 +196,9 @@ private:
     std::vector<Piece> pieces_;
     std::vector<Edge> edges_;
     std::unordered_map<IntPoint, RPT, IntHash> exact_; ///< ends of the pieces
-    std::vector<PieceBox> edgeBoxes_;
+    std::vector<std::uint32_t> order_;                 ///< edges as the tree has them
     std::optional<BoxTree> tree_;
-    std::vector<Paths> parts_; ///< what is still to be united, neighbours beside each other
+    Paths polygons_;
 };
 
 PieceBox extentOf(const std::vector<PieceLoop>& loops) {
@@ -181,10 +210,12 @@ PieceBox extentOf(const std::vector<PieceLoop>& loops) {
 
 Union::Union(const std::vector<PieceLoop>& loops, double tolerance)
     : frame_(extentOf(loops)), tolerance_(tolerance) {
-    if (frame_.isUsable()) parts_ = polygons(loops);
-    edgeBoxes_.reserve(edges_.size());
-    for (const Edge& e : edges_) edgeBoxes_.push_back(boxOf(e.from, e.to).grown(kStepEps));
-    tree_.emplace(edgeBoxes_);
+    if (frame_.isUsable()) polygons_ = polygons(loops);
+    order_ = orderByPlace(edges_);
+    std::vector<PieceBox> boxes;
+    boxes.reserve(edges_.size());
+    for (const std::uint32_t i : order_) boxes.push_back(boxOf(edges_[i].from, edges_[i].to).grown(kStepEps));
+    tree_.emplace(boxes);
 }
 
 void Union::addPiece(const Piece& piece, Path& path) {
@@ -206,17 +237,17 @@ void Union::addPiece(const Piece& piece, Path& path) {
     }
 }
 
-std::vector<Paths> Union::polygons(const std::vector<PieceLoop>& loops) {
-    std::vector<Paths> parts;
+Paths Union::polygons(const std::vector<PieceLoop>& loops) {
+    Paths paths;
     for (const PieceLoop& loop : loops) {
         Path path;
         for (const Piece& p : loop) {
             addPiece(p, path);
             if (edges_.size() > kMaxEdges) return {};
         }
-        parts.push_back({std::move(path)});
+        paths.push_back(std::move(path));
     }
-    return parts;
+    return paths;
 }
 
 // Chords of neighbouring arcs leave splinters that the arcs don't have.
@@ -229,26 +260,44 @@ bool Union::isThin(const Path& path) const {
     return width <= kStepEps || (area < 0.0 && width <= 0.5 * frame_.steps(tolerance_));
 }
 
-std::uint32_t Union::findSource(const IntPoint& from, const IntPoint& to) const {
+// How far a stretch from p to q is off the edge that it is a part of; HUGE_VAL when it is none.
+double Union::offEdge(const Edge& edge, const RPT& p, const RPT& q) const {
+    const RPT a = real(edge.from);
+    const RPT u = unit(real(edge.to) - a);
+    const double along = dot(0.5 * (p + q) - a, u);
+    const bool within = along >= -kStepEps && along <= distance(a, real(edge.to)) + kStepEps;
+    if (!within || dot(u, q - p) <= 0.0) return HUGE_VAL;
+    return std::max(std::fabs(cross(u, p - a)), std::fabs(cross(u, q - a)));
+}
+
+// The edge that a stretch of a result comes from. `known` is that of the stretch before it: chords of an arc
+// mostly follow each other.
+std::uint32_t Union::findSource(const IntPoint& from, const IntPoint& to, std::uint32_t known) const {
     const RPT p = real(from);
     const RPT q = real(to);
+    if (known != kNone && known + 1 < edges_.size() && edges_[known + 1].from == from &&
+        offEdge(edges_[known + 1], p, q) <= 1.0)
+        return known + 1;
     const RPT middle = 0.5 * (p + q);
     std::uint32_t best = kNone;
     double bestOff = kStepEps;
     tree_->search({middle.x, middle.y, middle.x, middle.y}, 0, [&](std::size_t i) {
-        const RPT a = real(edges_[i].from);
-        const RPT u = unit(real(edges_[i].to) - a);
-        if (dot(u, q - p) <= 0.0) return true;
-        const double off = std::max(std::fabs(cross(u, p - a)), std::fabs(cross(u, q - a)));
-        const double along = dot(middle - a, u);
-        const bool within = along >= -kStepEps && along <= distance(a, real(edges_[i].to)) + kStepEps;
-        if (within && off < bestOff) {
+        const double off = offEdge(edges_[order_[i]], p, q);
+        if (off < bestOff) {
             bestOff = off;
-            best = edges_[i].piece;
+            best = order_[i];
         }
         return true;
     });
     return best;
+}
+
+// A stretch between two of curve `piece` that no one can see beside it: chords of curves that nearly touch
+// cross where the curves don't.
+bool Union::isPeek(const Run& run, std::uint32_t piece) const {
+    const auto bend = [](const Piece* p) { return p && p->isArc() ? 1.0 / p->radius : 0.0; };
+    const double size = frame_.lengthOf(run.steps);
+    return size * size / 8.0 * (bend(sourceOf(run)) + bend(&pieces_[piece])) <= tolerance_;
 }
 
 // The path as stretches of the same source, beginning where the source changes.
@@ -256,11 +305,18 @@ std::vector<Union::Run> Union::runsOf(const Path& path) const {
     std::vector<Run> runs;
     const std::size_t n = path.size();
     IntPoint from = path[0];
+    std::uint32_t edge = kNone;
     for (std::size_t i = 1; i <= n; ++i) {
         const IntPoint to = path[i % n];
         const double size = distance(real(from), real(to));
         if (size <= kStepEps && i < n) continue;
-        const std::uint32_t piece = findSource(from, to);
+        edge = findSource(from, to, edge);
+        const std::uint32_t piece = edge == kNone ? kNone : edges_[edge].piece;
+        if (runs.size() > 1 && piece != kNone && runs[runs.size() - 2].piece == piece &&
+            isPeek(runs.back(), piece)) {
+            runs[runs.size() - 2].steps += runs.back().steps;
+            runs.pop_back();
+        }
         if (!runs.empty() && piece != kNone && runs.back().piece == piece) {
             runs.back().to = to;
             runs.back().steps += size;
@@ -323,14 +379,15 @@ Piece Union::pieceOf(const Run& run, const RPT& from, const RPT& to) const {
     return std::fabs(std::fabs(arc.sweep()) - expected) < kPi ? arc : makeLine(from, to);
 }
 
-bool isStraightOn(const Piece& a, const Piece& b, double eps) {
+// Two lines that are one, or go back on themselves, as short ones may where curves barely meet.
+bool isOneLine(const Piece& a, const Piece& b, double eps) {
     if (a.isArc() || b.isArc()) return false;
     const RPT u = unit(b.end - a.start);
-    return std::fabs(cross(u, a.end - a.start)) <= eps && dot(a.end - a.start, b.end - b.start) > 0.0;
+    return std::fabs(cross(u, a.end - a.start)) <= eps;
 }
 
 void addStraightened(PieceLoop& loop, const Piece& piece, double eps) {
-    if (!loop.empty() && isStraightOn(loop.back(), piece, eps))
+    if (!loop.empty() && isOneLine(loop.back(), piece, eps))
         loop.back().end = piece.end;
     else
         loop.push_back(piece);
@@ -354,36 +411,19 @@ PieceLoop Union::trace(const Path& path) const {
         addStraightened(loop, pieceOf(runs[i], corners[i].start, end.end), eps);
         if (distance(end.end, end.start) > eps) addStraightened(loop, makeLine(end.end, end.start), eps);
     }
-    if (loop.size() > 2 && isStraightOn(loop.back(), loop.front(), eps)) {
+    if (loop.size() > 2 && isOneLine(loop.back(), loop.front(), eps)) {
         loop.front().start = loop.back().start;
         loop.pop_back();
     }
     return loop;
 }
 
-// Loops in a row share edges. Joined all at once these would cost the square of their number; neighbours are
-// united first, and what is left of them in turn.
 bool Union::run(std::vector<PieceLoop>* result) {
-    if (parts_.empty()) return false;
-    while (true) {
-        std::vector<Paths> fewer;
-        for (std::size_t i = 0; i < parts_.size(); i += kFanIn) {
-            fewer.emplace_back();
-            if (!uniteParts(i, std::min(i + kFanIn, parts_.size()), &fewer.back())) return false;
-        }
-        parts_.swap(fewer);
-        if (parts_.size() == 1) break;
-    }
-    for (const Path& path : parts_.front())
+    Paths united;
+    if (polygons_.empty() || !unitePolygons(polygons_, &united)) return false;
+    for (const Path& path : united)
         if (path.size() > 2 && !isThin(path)) result->push_back(trace(path));
     return true;
-}
-
-bool Union::uniteParts(std::size_t from, std::size_t to, Paths* united) const {
-    ClipperLib::Clipper clipper;
-    clipper.PreserveCollinear(true);
-    for (std::size_t i = from; i < to; ++i) clipper.AddPaths(parts_[i], ClipperLib::ptSubject, true);
-    return clipper.Execute(ClipperLib::ctUnion, *united, ClipperLib::pftNonZero, ClipperLib::pftNonZero);
 }
 
 } // namespace
