@@ -162,13 +162,9 @@ void Scanner::take(const PairReader& pair) {
     }
     if (namesSection_ && pair.code == 2) section_ = pair.value.substr(0, 32);
     namesSection_ = false;
-    if (pair.code == 6 && section_ != "HEADER") used_.add(pair.value);
-    if (pair.code == 6 && section_ != "HEADER" && section_ != "TABLES")
-        return;
-    else if (section_ == "HEADER")
-        takeHeader(pair);
-    else if (section_ == "TABLES")
-        takeTables(pair);
+    if (section_ == "HEADER") return takeHeader(pair);
+    if (pair.code == 6) used_.add(pair.value);
+    if (section_ == "TABLES") takeTables(pair);
 }
 
 SourceScan scanSource(std::string_view bytes) {

@@ -116,11 +116,10 @@ std::string ansiText(std::string_view text, bool escapes) {
     for (std::size_t i = 0; i < text.size();) {
         const unsigned c = nextCodePoint(text, i);
         unsigned char byte = 0;
-        if (escapes && c >= 28 && c <= 31) {
-            addEscape(out, c);
-        } else if (c < 128) {
+        const bool isControl = escapes && c >= 28 && c <= 31;
+        if (c < 128 && !isControl) {
             out += static_cast<char>(c);
-        } else if (UtCUtf_Unicode2Ansi(c, DxCodePage, byte)) {
+        } else if (!isControl && UtCUtf_Unicode2Ansi(c, DxCodePage, byte)) {
             out += static_cast<char>(byte);
         } else if (!escapes) {
             out += '?';

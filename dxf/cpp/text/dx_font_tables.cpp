@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace {
 
@@ -110,7 +111,7 @@ void setAverage(DxCadFontTable& table) {
         ++count;
     }
     if (count == 0) table.width.fill(100);
-    table.averageWidth = count ? static_cast<int>(sum / count + 0.5) : 100;
+    table.averageWidth = count ? static_cast<int>(std::lround(sum / count)) : 100;
 }
 
 } // namespace

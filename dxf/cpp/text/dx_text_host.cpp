@@ -94,6 +94,7 @@ int DxTextListJoin() {
     constexpr int byPosition = 4, dontFit = 2360;
     if (DxTextList.size() < 2) return 0;
     std::vector<DsCsr> cursors;
+    cursors.reserve(DxTextList.size());
     for (const DX_TEXT_PLACE& place : DxTextList) cursors.push_back(cursorOf(place.pat, place.row));
     DsCsr target;
     if (const int error = DsCursorFromPatNo(DxActPat, &target)) return error;

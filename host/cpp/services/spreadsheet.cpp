@@ -42,7 +42,7 @@ int UtExcel::ReadCellString(int row, int column, UtCString* text) {
     case FREEXL_CELL_INT: *text = numberText(cell.value.int_value); return 0;
     case FREEXL_CELL_DOUBLE: *text = numberText(cell.value.double_value); return 0;
     case FREEXL_CELL_TEXT:
-    case FREEXL_CELL_SST_TEXT: *text = UtCString(cell.value.text_value); return 0;
+    case FREEXL_CELL_SST_TEXT:
     case FREEXL_CELL_DATE:
     case FREEXL_CELL_DATETIME:
     case FREEXL_CELL_TIME: *text = UtCString(cell.value.text_value); return 0;

@@ -136,6 +136,7 @@ std::optional<Text> joinTexts(const std::vector<Text>& texts, const Drawing& dra
     const double perUnit = sheetMillimetres(drawing);
     const double tolerance = model->height * 0.05;
     std::vector<Piece> pieces;
+    pieces.reserve(texts.size());
     for (const Text& text : texts) pieces.push_back(pieceOf(text, perUnit));
     sortPieces(pieces, tolerance);
     const std::vector<Line> lines = mergeLines(pieces, tolerance);
@@ -148,6 +149,7 @@ std::optional<Text> joinTexts(const std::vector<Text>& texts, const Drawing& dra
     joined.origin = 7 + edge;
     joined.justification = edge;
     joined.lines.clear();
+    joined.lines.reserve(joined.lines.size() + lines.size());
     for (const Line& line : lines) joined.lines.push_back(line.text);
     const Line& first = *firstWithText(lines);
     const double along = first.left + (first.right - first.left) * edge / 2;
