@@ -141,6 +141,7 @@ TEST_F(Export, RealDrawingsLeaveAsValidFiles) {
     const char* corpus = std::getenv("TORVA_CORPUS");
     if (!corpus) GTEST_SKIP() << "TORVA_CORPUS names no directory with real drawings";
     int seen = 0;
+    bool blocks = false;
     for (const auto& entry : fs::recursive_directory_iterator(corpus)) {
         if (entry.path().extension() != ".dxf") continue;
         TempDir folder;
@@ -149,8 +150,11 @@ TEST_F(Export, RealDrawingsLeaveAsValidFiles) {
         options.config = "#FLAGS-START\nREAD_LAYER=ATTR\n#FLAGS-END\n#EOF\n";
         if (importFile(folder, "in.dxf", options).stat != 0) continue; // some are damaged on purpose
         ++seen;
-        for (const char* version : {"ACAD32", "ACAD24", "ACAD18", "ACAD15", "ACAD12", "EASY"}) {
-            const Exported file = exportTo(folder, exportConfig(version, "LAYER_ELEM=ATTR\nWRITE_POLY=1\n"));
+        for (const char* version : {"ACAD32", "ACAD27", "ACAD24", "ACAD21", "ACAD18", "ACAD15", "ACAD14",
+                                    "ACAD13", "ACAD12", "ACAD11", "EASY"}) {
+            blocks = !blocks; // an odd number of versions: each has blocks in every other file
+            const std::string lines = blocks ? "WRITE_BLOCKS=YES\nWRITE_ATTR=1\n" : "WRITE_POLY=1\n";
+            const Exported file = exportTo(folder, exportConfig(version, "LAYER_ELEM=ATTR\n" + lines));
             EXPECT_EQ(file.stat, 0) << entry.path() << " " << version;
             EXPECT_EQ(file.errors(), "") << entry.path() << " " << version;
         }
