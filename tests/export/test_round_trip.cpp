@@ -147,4 +147,24 @@ TEST_F(Export, RealDrawingsComeBack) {
     EXPECT_GT(seen, 0);
 }
 
+TEST_F(Export, RealDrawingsAreValidWithBlocks) {
+    const char* corpus = std::getenv("TORVA_CORPUS");
+    if (!corpus) GTEST_SKIP() << "TORVA_CORPUS names no directory with real drawings";
+    int seen = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(corpus)) {
+        if (entry.path().extension() != ".dxf") continue;
+        TempDir folder;
+        fs::copy_file(entry.path(), folder.file("in.dxf"));
+        ImportOptions options = {};
+        options.config = "#FLAGS-START\nREAD_LAYER=ATTR\n#FLAGS-END\n#EOF\n";
+        if (importFile(folder, "in.dxf", options).stat != 0) continue; // some are damaged on purpose
+        const std::string& version = VERSIONS[static_cast<std::size_t>(seen++) % VERSIONS.size()];
+        const Exported file =
+            exportTo(folder, exportConfig(version, "LAYER_ELEM=ATTR\nWRITE_BLOCKS=YES\nWRITE_ATTR=1\n"));
+        EXPECT_EQ(file.stat, 0) << entry.path() << " " << version;
+        EXPECT_EQ(file.errors(), "") << entry.path() << " " << version;
+    }
+    EXPECT_GT(seen, 0);
+}
+
 } // namespace

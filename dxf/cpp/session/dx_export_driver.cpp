@@ -101,7 +101,7 @@ void readTemplate() {
         DxUnGetLine();
         DxReadTableSection(1);
     } else {
-        DxProtoMsg(DxMsg(5701, "TABLES"), 1);
+        DxProtoMsg(DxMsg(5701, "TABLE"), 1);
     }
     DxReadClose();
     if (wasConverted) UtFileRemove(converted);

@@ -7,6 +7,7 @@
 #include "session_state.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <iterator>
 #include <utility>
@@ -44,16 +45,24 @@ int takePairs(const char* end) {
     return 0;
 }
 
+/// The code lines of the codes of up to three digits.
+constexpr auto CODE_LINES = [] {
+    std::array<std::array<char, 4>, 1000> lines{};
+    for (std::size_t code = 0; code < lines.size(); ++code) {
+        const char hundreds = code >= 100 ? static_cast<char>('0' + code / 100) : ' ';
+        const char tens = code >= 10 ? static_cast<char>('0' + code / 10 % 10) : ' ';
+        lines[code] = {hundreds, tens, static_cast<char>('0' + code % 10), '\n'};
+    }
+    return lines;
+}();
+
 /// The code line, right-aligned in three columns, with its line feed. Gives the end.
 char* putCode(char* at, int code) {
-    if (code >= 0 && code < 1000) {
-        at[0] = code >= 100 ? static_cast<char>('0' + code / 100) : ' ';
-        at[1] = code >= 10 ? static_cast<char>('0' + code / 10 % 10) : ' ';
-        at[2] = static_cast<char>('0' + code % 10);
-        at += 3;
-    } else {
-        at = std::to_chars(at, at + LONGEST_CODE, code).ptr; // three columns or more
+    if (static_cast<unsigned>(code) < CODE_LINES.size()) {
+        const auto& line = CODE_LINES[static_cast<unsigned>(code)];
+        return std::copy(line.begin(), line.end(), at);
     }
+    at = std::to_chars(at, at + LONGEST_CODE, code).ptr; // three columns or more
     *at++ = '\n';
     return at;
 }
