@@ -269,7 +269,8 @@ TEST_F(Mtext, HostileTextsEndInTime) {
          {repeated("{", 29000), repeated("{\\H2;", 5000) + "x", repeated("\\~", 14000),
           repeated("{\\C1;a}", 4000), repeated("\\S1/2;", 4000), repeated("\\fA|b1;", 4000),
           repeated("a\\H9999x;", 3000), std::string(29000, ';'), repeated("\\U+", 9000),
-          repeated("\\pq", 9000), repeated("\\S", 14000), repeated("{\\fqqqqqqqqqqq;}", 1800)}) {
+          "\\f" + repeated("日本", 26) + "x;cut within a character", repeated("\\pq", 9000),
+          repeated("\\S", 14000), repeated("{\\fqqqqqqqqqqq;}", 1800)}) {
         texts(text);
         texts(text, {{41, "3"}});
     }

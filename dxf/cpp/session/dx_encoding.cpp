@@ -148,6 +148,11 @@ std::string DxUtf8ToFile(std::string_view utf8) {
     const char* const end = at + utf8.size();
     while (at != end) {
         const int length = utf8Length(static_cast<unsigned char>(*at));
+        if (length == 0 || end - at < length) { // no caller should bring these, but none may hang on them
+            out += '?';
+            ++at;
+            continue;
+        }
         const std::uint32_t c = decode(at, length);
         at += length;
         unsigned char byte = 0;

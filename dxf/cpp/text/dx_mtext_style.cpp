@@ -32,7 +32,7 @@ DX_STYLE_TYPE describe(std::string_view font, bool isFileCode) {
         return style;
     }
     if (name.starts_with('@')) name.remove_prefix(1);
-    const std::string face = DxUtf8ToFile(name.substr(0, longestFace));
+    const std::string face = DxUtf8ToFile(DxWithoutCutUtf8(name.substr(0, longestFace)));
     style.fontFamily.assign(face);
     style.fontFile.assign(face + ".ttf");
     return style;
