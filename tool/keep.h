@@ -16,7 +16,8 @@ struct KeepPlan {
     std::map<int, SourceLineType> lineTypes;
     /// Each spelling of a name in the file and its number.
     std::vector<std::pair<std::string, int>> spellings;
-    /// TrueType fonts that styles name by their file alone: the file as the module's tables have it, the face.
+    /// TrueType fonts that styles name by their file alone: the file as the module's tables have it, the
+    /// face.
     std::vector<std::pair<std::string, std::string>> fonts;
     std::vector<std::string> notes; ///< what doesn't fit, in words for the user
 };

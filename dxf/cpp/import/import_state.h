@@ -37,10 +37,10 @@ extern double DxBlockScaleX, DxBlockScaleY, DxBlockScaleZ; ///< product of the I
 /// 1 while circles stay round under the INSERTs around an entity. The product of their scales doesn't tell:
 /// between two uneven ones there may be a rotation.
 extern int DxBlockIsEven;
-extern double DxBlockRotation;                             ///< sum of the INSERT rotations, degrees
-extern int DxPlotCount, DxViewportCount;                   ///< running numbers of layouts and viewports
-extern int DxPolylineOpen;                                 ///< 1 while a polyline's vertices are drawn
-extern int DxAbortCount;    ///< entities since the host was last asked whether to stop
+extern double DxBlockRotation;           ///< sum of the INSERT rotations, degrees
+extern int DxPlotCount, DxViewportCount; ///< running numbers of layouts and viewports
+extern int DxPolylineOpen;               ///< 1 while a polyline's vertices are drawn
+extern int DxAbortCount;                 ///< entities since the host was last asked whether to stop
 extern long DxEntitiesLeft; ///< entities until a walk that would never end is stopped, 0: no such walk
 extern int DxSplineApprox;  ///< &DxfSplineApprox as the section's walk found it, -1: none
 extern int DxEntityDrawn;   ///< set by DxStartDrawing, cleared ahead of each counted entity

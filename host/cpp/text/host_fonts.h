@@ -10,7 +10,7 @@ namespace host {
 struct HostFontWidths {
     static constexpr double undefined = -1;
     std::array<double, 256> byCode; ///< `undefined` where the table has none
-    double average = 100; ///< of the codes that have a width, a whole number; stands for all others
+    double average = 100;           ///< of the codes that have a width, a whole number; stands for all others
 };
 
 /// The table "$HD_U/$VE/cad/glob/font/std.<number>"; all widths are 100 when it can't be read.
