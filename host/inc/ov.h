@@ -79,6 +79,7 @@ int ovconv(int unitCode, int mode, double value, double* result);
 
 void ovdisplay(const UtCString& text, int where); ///< Status line.
 void ovwritealpha(const UtCString& text);         ///< Message area, with a beep.
+int ovredraw(int* code);                          ///< 7: draws the screen anew.
 
 // ---- 3D --------------------------------------------------------------------------------------------
 
@@ -88,3 +89,6 @@ int ov3dfunc(int* code);
 int ov3dgenflaeche(int* code, int* patNo);
 /// Tolerance of 3D operations: 5 reads, 6 sets.
 int ov3dgenepsi(int* code, double* tolerance);
+/// 1: draws what can be seen of the 3D data of pattern *fromPat into pattern *toPat. 3011 from a host that
+/// can't remove hidden lines, such as the reference host.
+int ov3dhidden(int* code, int* fromPat, int* toPat);

@@ -38,5 +38,8 @@ int UoGetSingleAttr(int patNo, const UtCString& name, UtCString* value); ///< 10
 int UoGetSingleAttrInt(int patNo, const UtCString& name, int* value);
 /// The `index`-th free attribute of the pattern in the order of their setting; 1005 behind the last.
 int UoGetAttr(int patNo, int index, UtCString* name, UtCString* value);
+/// The numbers of the patterns that match a filter of attributes, ascending. Type 2 with an empty filter: all
+/// patterns of the drawing. The caller frees `*list` with UtFreeMemory, whatever the result.
+int UoFiltAttrToPatList(const UtCString& filter, int type, int** list, int* count);
 /// Copies the identifying strings and all attributes from one pattern to another.
 int UoCopyAllAttrs(int fromPat, int toPat);

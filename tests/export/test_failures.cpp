@@ -255,6 +255,19 @@ TEST_F(Export, RulesGiveLayersToElements) {
     }
 }
 
+TEST_F(Export, HiddenLinesLeavePatternsAsTheyAre) {
+    addPattern({moveTo(0, 0), drawTo(7, 3)});
+    DxfSelect(0, DX_HIDDEN_LINE_PATTERNS, "");
+    EXPECT_EQ(host::session().numbers["&DxfStat"], 0.0) << "there is no 3D in it";
+    host::Pattern& solid = addPattern({moveTo(1, 1), drawTo(2, 2)});
+    solid.faces.resize(1);
+    DxfSelect(0, DX_HIDDEN_LINE_PATTERNS, "");
+    EXPECT_EQ(host::session().numbers["&DxfStat"], 3011.0) << "the reference host can't";
+    EXPECT_EQ(host::session().messageArea.back(), "Mit Fehler 3011 beendet!");
+    EXPECT_EQ(solid.elements.size(), 2u);
+    EXPECT_EQ(host::openDrawing().next(solid.number), nullptr) << "no image is left behind";
+}
+
 // ---- a failing host ----------------------------------------------------------------------------------
 
 TEST_F(Export, SurvivesEachFailureOfTheHost) {

@@ -1,5 +1,6 @@
 // Hidden-line images of patterns.
 #pragma once
 
-/// Replaces patterns by their hidden-line images. This build can't: it says so, and &DxfStat becomes 3011.
-void DxHiddPats();
+/// Draws the hidden-line image of each pattern of the drawing into that pattern. A failure doesn't stop the
+/// walk; the first one is the result, else 0.
+int DxHiddPats();

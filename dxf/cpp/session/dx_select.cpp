@@ -98,6 +98,12 @@ void exportIn(int modus, const UtCString& config, const UtCString& fileName) {
     DxWriteDXF(config, fileName);
 }
 
+void hideLines() {
+    const int error = DxHiddPats();
+    if (error) DxBeep(DxMsg(5705, error));
+    UoPutMacVarD("&DxfStat", error);
+}
+
 } // namespace
 
 int DxfSelect(int /*reserved*/, int operation, const UtCString& fileName) {
@@ -116,7 +122,7 @@ int DxfSelect(int /*reserved*/, int operation, const UtCString& fileName) {
         break;
     case DX_IMPORT_3D: importIn(3, config, fileName); break;
     case DX_EXPORT_3D: exportIn(3, config, fileName); break;
-    case DX_HIDDEN_LINE_PATTERNS: DxHiddPats(); break;
+    case DX_HIDDEN_LINE_PATTERNS: hideLines(); break;
     case DX_MASK_TRANS: showMask("DxfTrans"); break;
     case DX_MASK_LOAD: showMask("dxf_load"); break;
     case DX_MASK_STORE: showMask("dxf_store"); break;

@@ -4,9 +4,11 @@
 #include "ds.h"
 #include "services/failure.h"
 #include "uo.h"
+#include "ut.h"
 
 #include <algorithm>
 #include <charconv>
+#include <vector>
 
 namespace host {
 
@@ -83,6 +85,24 @@ int UoGetAttr(int patNo, int index, UtCString* name, UtCString* value) {
     const auto& attribute = pattern->attributes[static_cast<std::size_t>(index)];
     *name = attribute.first;
     *value = attribute.second;
+    return 0;
+}
+
+int UoFiltAttrToPatList(const UtCString& filter, int type, int** list, int* count) {
+    constexpr int allPatterns = 2;
+    *count = 0;
+    if (callFails()) return errorNoMemory;
+    if (!filter.IsEmpty() || type != allPatterns) return errorNotApplicable;
+    std::vector<int> numbers;
+    for (const Pattern& pattern : openDrawing().patterns)
+        if (pattern.number != 0 && !pattern.scratch) numbers.push_back(pattern.number);
+    if (numbers.empty()) return 0;
+    void* block = *list;
+    const int error = UtAllocMemoryBlock(&block, numbers.size(), sizeof(int), 1, 0);
+    *list = static_cast<int*>(block);
+    if (error) return error;
+    std::copy(numbers.begin(), numbers.end(), *list);
+    *count = static_cast<int>(numbers.size());
     return 0;
 }
 

@@ -106,6 +106,18 @@ int ov3dgenflaeche(int* code, int* patNo) {
     return 0;
 }
 
+int ov3dhidden(int* code, int* fromPat, int* toPat) {
+    if (callFails()) return errorNoMemory;
+    const Pattern* from = openDrawing().find(*fromPat);
+    if (!from || !openDrawing().find(*toPat)) return errorNoSuchObject;
+    if (*code != 1 || !from->faces.empty() || !from->solids.empty()) return errorNotApplicable;
+    return 0; // of a pattern without 3D data there is nothing to see
+}
+
+int ovredraw(int* /*code*/) {
+    return callFails() ? errorNoMemory : 0; // there is no screen
+}
+
 int ov3dgenepsi(int* code, double* tolerance) {
     if (callFails()) return errorNoMemory;
     double& present = drawingState().tolerance3d;
