@@ -131,6 +131,18 @@ void Loading::prepareKeeping(const std::string& path) {
              ") isn't one of the host's: the numbers stay, as " + unitWord(unit.code));
 }
 
+void setUserVariables(const Options& options) {
+    host::Session& session = host::session();
+    for (const std::string& variable : options.read.variables) {
+        const std::size_t equals = variable.find('=');
+        const std::string name = variable.substr(0, equals), value = variable.substr(equals + 1);
+        if (name[0] == '&')
+            session.numbers[name] = std::strtod(value.c_str(), nullptr);
+        else
+            session.texts[name] = value;
+    }
+}
+
 /// Settings of the command line, as macro variables; --set has the last word.
 void Loading::setVariables() {
     host::Session& session = host::session();
@@ -141,14 +153,7 @@ void Loading::setVariables() {
         session.numbers["&DxfParseExt"] = 0;
         session.numbers["&DxfPaper"] = read.space == "paper" ? 1 : 2;
     }
-    for (const std::string& variable : read.variables) {
-        const std::size_t equals = variable.find('=');
-        const std::string name = variable.substr(0, equals), value = variable.substr(equals + 1);
-        if (name[0] == '&')
-            session.numbers[name] = std::strtod(value.c_str(), nullptr);
-        else
-            session.texts[name] = value;
-    }
+    setUserVariables(options_);
 }
 
 void Loading::finishKeeping() {

@@ -23,6 +23,9 @@ struct Loaded {
     double seconds = 0;
 };
 
+/// The macro variables of --set, for the run to come; a run uses most of them up.
+void setUserVariables(const Options& options);
+
 /// Makes the open drawing a fresh one and loads the input into it. "-" is standard input. `isAlone`: no
 /// other input is being worked on at the same time, so that a progress bar may be shown.
 Loaded loadInput(const std::string& input, const Options& options, bool isAlone);

@@ -144,6 +144,8 @@ int saveDxf(const std::string& target, const Loaded& source, const Options& opti
     const TemporaryFolder folder;
     host::Session& session = host::session();
     session.messageArea.clear();
+    session.dialogs.clear();
+    setUserVariables(options); // the import has used them up
     const bool keeps = options.read.config.empty() && !options.read.plain;
     if (keeps && !prepareKeeping(source, options, folder)) {
         std::cerr << "torva-dxf: can't prepare the configuration of the export\n";
@@ -153,12 +155,17 @@ int saveDxf(const std::string& target, const Loaded& source, const Options& opti
     const char* workFolder = std::getenv("HD_WORK_DIR");
     const bool ownFolder = !workFolder || !*workFolder;
     if (ownFolder) setenv("HD_WORK_DIR", folder.path().c_str(), 1);
+    const std::string protocol = std::string(std::getenv("HD_WORK_DIR")) + "/dxf.proto";
+    const std::uintmax_t before = fileSize(protocol);
     DxfSelect(0, options.read.threeD ? DX_EXPORT_3D : DX_EXPORT_2D, target);
     hideProgress();
+    if (options.verbose) session.messageArea = readProtocol(protocol, before);
     if (ownFolder) unsetenv("HD_WORK_DIR");
 
-    if (!options.quiet)
+    if (!options.quiet) {
         for (const std::string& line : session.messageArea) std::cerr << target << ": " << line << '\n';
+        for (const std::string& line : session.dialogs) std::cerr << target << ": " << line << '\n';
+    }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);
     if (stat == 0) return STATUS_DONE;
     std::cerr << "torva-dxf: " << target << ": the export ended with an error\n";

@@ -39,6 +39,9 @@ public:
     void without(const std::string& name) const {
         ASSERT_TRUE(std::filesystem::remove(folder_.path() + "/1700/int/dxf/dflt/" + name)) << name;
     }
+    void with(const std::string& name, const std::string& content) const {
+        folder_.write("1700/int/dxf/dflt/" + name, content);
+    }
     /// Files in the folder of temporary files.
     std::size_t leftovers() const {
         std::size_t count = 0;

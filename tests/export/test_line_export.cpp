@@ -170,11 +170,32 @@ TEST_F(Export, ColourAttributesRuleTexts) {
     EXPECT_EQ(valueOf(exportDrawing(config).first(0, "TEXT"), 62), "6");
 }
 
-TEST_F(Export, WithoutARuleFileLayersStay) {
-    addPattern({moveTo(0, 0), drawTo(1, 0)}, "P", "ATT");
-    const Exported file = exportDrawing(exportConfig("ACAD15", "LAYER_ELEM=ATTR\nUSE_BYLAYER=1\n"));
-    EXPECT_EQ(file.stat, 0);
-    EXPECT_EQ(valueOf(file.first(0, "LINE"), 8), "ATT");
+TEST_F(Export, RulesDivideAWallIntoLayers) {
+    host::Text text;
+    text.lines = {"abc"};
+    const std::vector<host::Element> chain{moveTo(0, 0), drawTo(1, 0, 1, 2), drawTo(2, 0, 2),
+                                           drawTo(3, 0, 3)};
+    addPattern(chain, "P", "WALL").texts.push_back(text);
+    addPattern(chain, "P", "ROOF");
+    const std::string config = exportConfig("ACAD15", "LAYER_ELEM=ATTR\nLAYERFLAG_TEXT=0\nUSE_BYLAYER=1\n");
+    const auto layers = [&] {
+        std::string all;
+        const Exported file = exportDrawing(config);
+        EXPECT_EQ(file.stat, 0);
+        EXPECT_EQ(file.errors(), "");
+        for (std::size_t i = 0; i < 6; ++i) all += valueOf(file.first(0, "LINE", i), 8) + " ";
+        return all + valueOf(file.first(0, "TEXT"), 8);
+    };
+    EXPECT_EQ(layers(), "WALL-HIDDEN WALL-CUT WALL-LINES ROOF ROOF ROOF WALL-TEXT");
+    const std::string stay = "WALL WALL WALL ROOF ROOF ROOF WALL";
+    for (const char* content : {"no spreadsheet", ""}) {
+        installation_.without("layerconv.xls");
+        if (*content) installation_.with("layerconv.xls", content);
+        host::session().dialogs.clear();
+        EXPECT_EQ(layers(), stay) << content;
+        ASSERT_EQ(host::session().dialogs.size(), 1u) << content;
+        EXPECT_NE(host::session().dialogs[0].find("layerconv.xls konnte nicht"), std::string::npos);
+    }
 }
 
 } // namespace

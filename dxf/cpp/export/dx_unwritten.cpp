@@ -8,13 +8,18 @@ namespace {
 struct Kind {
     const char* one;
     const char* many;
-    int (*count)(const DsCsr& pattern, long* count);
+    int (*count)(const DsCsr& pattern, long* count); ///< null: the writer counts
 };
 constexpr Kind KINDS[DX_UNWRITTEN_COUNT] = {
     {"1 hatch was not written.", "%ld hatches were not written.", CiHatch::Count},
     {"1 dimension was not written.", "%ld dimensions were not written.", CiDim::Count},
     {"1 bitmap was not written.", "%ld bitmaps were not written.", CiBitmap::Count},
     {"1 3D face or solid was not written.", "%ld 3D faces and solids were not written.", Ci3d::Count},
+    {"1 text in a TrueType font was written in a stroke font.",
+     "%ld texts in TrueType fonts were written in a stroke font.", nullptr},
+    {"1 background of a text was not written.", "%ld backgrounds of texts were not written.", nullptr},
+    {"1 character that the code page lacks was written as \"?\".",
+     "%ld characters that the code page lacks were written as \"?\".", nullptr},
 };
 
 } // namespace

@@ -1,5 +1,4 @@
-// Content of the drawing that has no writer yet: counted pattern by pattern, told once at the end of an
-// export.
+// What an export loses: counted as it goes, told once at its end.
 #pragma once
 
 #include "export_state.h"

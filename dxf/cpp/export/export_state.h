@@ -41,12 +41,16 @@ extern std::uint32_t DxModelSpaceHandle, DxModelSpaceDict; ///< block record and
 extern std::uint32_t DxByBlockLtypeHandle;                 ///< line type "ByBlock"
 extern std::uint32_t DxOwnerHandle; ///< block record that owns the entities being written
 
-/// Content that a drawing holds and this build doesn't write, by kind, with counts; reported once.
+/// What an export loses, by kind, with counts; reported once. First content that this build doesn't write,
+/// then what the target's version can't hold.
 enum DxUnwritten : int {
     DX_UNWRITTEN_HATCH,
     DX_UNWRITTEN_DIMENSION,
     DX_UNWRITTEN_BITMAP,
     DX_UNWRITTEN_3D,
+    DX_UNWRITTEN_FACE,
+    DX_UNWRITTEN_BACKGROUND,
+    DX_UNWRITTEN_CHARACTER,
     DX_UNWRITTEN_COUNT
 };
 extern long DxUnwrittenCounts[DX_UNWRITTEN_COUNT];

@@ -11,6 +11,7 @@
 #include "../session/session_state.h"
 #include "dx_header_keep.h"
 #include "dx_template.h"
+#include "ge.h"
 #include "sections_state.h"
 
 #include <algorithm>
@@ -181,6 +182,13 @@ int DxHeaderChgText(DxTemplate& source, int code, const UtCString& text, const s
     return 0;
 }
 
+/// A reader takes a file without a unit for one in millimetres.
+static void tellMissingUnit() {
+    constexpr int millimetre = 3;
+    if (DxFileInsUnits == 0 && DxUnit != millimetre)
+        DxProtoMsg(UtFormat("The file doesn't say its unit: %s.", GeUnit(DxUnit, 1.0).name().c_str()), 1);
+}
+
 int DxWriteHeaderSection() {
     std::vector<UtCString> lines;
     DxHeaderReadDrawingHeader(&lines);
@@ -194,5 +202,6 @@ int DxWriteHeaderSection() {
         if (code == 9 && !lines.empty()) error = DxHeaderChgText(source, code, value, lines, &found);
         if (!error && !found) error = writeTemplatePair(code, value);
     }
+    if (!error) tellMissingUnit();
     return error;
 }

@@ -1,6 +1,7 @@
 #include "dx_writer.h"
 
 #include "../config/config_state.h"
+#include "../export/export_state.h"
 #include "dx_decimals.h"
 #include "dx_documents.h"
 #include "dx_encoding.h"
@@ -132,6 +133,7 @@ std::string ansiText(std::string_view text, bool escapes) {
             out += static_cast<char>(byte);
         } else if (!escapes) {
             out += '?';
+            ++DxUnwrittenCounts[DX_UNWRITTEN_CHARACTER];
         } else if (c > 0xFFFF) { // a surrogate pair
             addEscape(out, 0xD800 + ((c - 0x10000) >> 10));
             addEscape(out, 0xDC00 + ((c - 0x10000) & 0x3FF));

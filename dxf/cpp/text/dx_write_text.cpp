@@ -6,6 +6,7 @@
 #include "../export/dx_attributes_export.h"
 #include "../export/dx_pattern_walk.h"
 #include "../export/dx_write_attrib.h"
+#include "../export/export_state.h"
 #include "../host/dx_host.h"
 #include "../import/dx_extents.h"
 #include "../session/dx_writer.h"
@@ -267,6 +268,9 @@ private:
             out.backFlag = fillColour_ == -1 ? 3 : 1;
             out.backColor = fillColour_;
         }
+        const bool holdsBackground = isMtext_ && DxMiscCheckVersion(5);
+        if (out.backFlag && !holdsBackground) ++DxUnwrittenCounts[DX_UNWRITTEN_BACKGROUND];
+        if (isFace_ && !isMtext_) ++DxUnwrittenCounts[DX_UNWRITTEN_FACE];
         if (isMtext_) {
             out.attachment = attachment();
             out.point = out.second;
@@ -335,6 +339,7 @@ int DxWriteText(const DX_WRITE_TEXT& text) {
 
 int DxWriteBalloon(int pat, int row, const OV_TEXT_EXT& ext) {
     if (ext.backType == 0) return 0;
+    if (ext.backOn && ext.backType != 1) ++DxUnwrittenCounts[DX_UNWRITTEN_BACKGROUND]; // a fill is a hatch
     int active = 0;
     Dxovpat(5, &active);
     int frame = 0;
