@@ -1,4 +1,5 @@
 #include "blocks.h"
+#include "services/session.h"
 
 #include <gtest/gtest.h>
 
@@ -16,29 +17,157 @@ DxfText referring(const std::string& path) {
         .entity("LINE", at(10, {7, 7}) + at(11, {8, 8}));
 }
 
+const std::string REST = "move 7 7\ndraw 8 8\n";
+
+/// A drawing of one line on this layer.
+DxfText lineOn(const std::string& layer, double length = 1) {
+    return drawing().raw(line(0, 0, length, 0, {{8, layer}}));
+}
+
 TEST(ExternalReference, ItsFileIsFoundBesideTheDrawing) {
     const std::string other =
         drawing().block("Y", line(0, 0, 1, 0)).entity("INSERT", insertOf("Y", 1, 0)).text();
     for (const char* path : {"other.dxf", "C:\\plans\\other.dxf", "../elsewhere/other.dxf"}) {
         const auto result = importText(referring(path).text(), beside({{"other.dxf", other}}));
         EXPECT_EQ(result.stat, 0);
-        EXPECT_EQ(elementsOf(result.dump), "move 11 0\ndraw 12 0\nmove 7 7\ndraw 8 8\n") << path;
+        EXPECT_EQ(elementsOf(result.dump), "move 11 0\ndraw 12 0\n" + REST) << path;
     }
 }
 
-TEST(ExternalReference, MissingCyclicOrEmptyCostsNoMoreThanItself) {
-    const std::string rest = "move 7 7\ndraw 8 8\n";
-    const auto missing = importText(referring("none.dxf").text(), unshifted());
-    EXPECT_EQ(elementsOf(missing.dump), rest);
-    EXPECT_TRUE(missing.hasLine("Block X nicht definiert!")) << missing.protocol;
-    const auto garbage =
-        importText(referring("other.dxf").text(), beside({{"other.dxf", "no DXF\nat all\n"}}));
-    EXPECT_EQ(garbage.stat, 0);
-    EXPECT_EQ(elementsOf(garbage.dump), rest) << garbage.protocol;
-    const auto ring =
-        importText(referring("other.dxf").text(), beside({{"other.dxf", referring("other.dxf").text()}}));
-    EXPECT_EQ(ring.stat, 0);
-    EXPECT_EQ(count(ring.dump, "draw "), 2) << ring.dump;
+TEST(ExternalReference, MissingOrNoDrawingCostsNoMoreThanItself) {
+    for (const char* content : {"", "no DXF\nat all\n"}) {
+        const auto result = importText(referring("other.dxf").text(),
+                                       *content ? beside({{"other.dxf", content}}) : unshifted());
+        EXPECT_EQ(result.stat, 0);
+        EXPECT_EQ(elementsOf(result.dump), REST);
+        EXPECT_TRUE(result.hasLine("Block X nicht definiert!")) << result.protocol;
+    }
+}
+
+TEST(ExternalReference, RingsEnd) {
+    const auto other = [](const std::string& block, const std::string& path) {
+        return drawing()
+            .block(block, {}, DxfGroups{{70, "4"}, {1, path}} + at(10, {0, 0, 0}))
+            .entity("INSERT", insertOf(block))
+            .raw(line(0, 0, 1, 0))
+            .text();
+    };
+    for (const std::string& content :
+         {other("X", "other.dxf"), other("Y", "other.dxf"), other("Y", "drawing.dxf")}) {
+        const auto result = importText(referring("other.dxf").text(), beside({{"other.dxf", content}}));
+        EXPECT_EQ(result.stat, 0);
+        EXPECT_EQ(elementsOf(result.dump), "move 10 0\ndraw 11 0\n" + REST);
+    }
+}
+
+TEST(ExternalReference, OneFileIsReadOnceForManyBlocks) {
+    DxfText text = drawing();
+    for (const char* name : {"A", "B", "C"}) {
+        text.block(name, {},
+                   DxfGroups{{70, "4"}, {1, *name == 'C' ? "C:\\x\\other.dxf" : "other.dxf"}} +
+                       at(10, {1, 0, 0}));
+        for (int i = 0; i < 4; ++i) text.entity("INSERT", insertOf(name, 2, 0));
+    }
+    std::string wanted;
+    for (int i = 0; i < 12; ++i) wanted += "move 1 0\ndraw 2 0\n";
+    const auto result = importText(text.text(), beside({{"other.dxf", lineOn("0").text()}}));
+    EXPECT_EQ(elementsOf(result.dump), wanted) << result.protocol;
+}
+
+TEST(ExternalReference, NestsAndFindsBlocksOutwards) {
+    const std::string inner =
+        drawing().entity("INSERT", insertOf("OFMAIN", 1, 0)).raw(line(0, 0, 2, 0)).text();
+    const std::string other = drawing()
+                                  .block("N", {}, DxfGroups{{70, "4"}, {1, "inner.dxf"}} + at(10, {0, 0, 0}))
+                                  .entity("INSERT", insertOf("N", 0, 5))
+                                  .raw(line(0, 0, 3, 0))
+                                  .text();
+    const auto result = importText(referring("other.dxf").block("OFMAIN", line(0, 0, 1, 1)).text(),
+                                   beside({{"other.dxf", other}, {"inner.dxf", inner}}));
+    EXPECT_EQ(elementsOf(result.dump),
+              "move 11 5\ndraw 12 6\nmove 10 5\ndraw 12 5\nmove 10 0\ndraw 13 0\n" + REST);
+}
+
+TEST(ExternalReference, ItsLayersAreItsOwnUnlessTheDrawingKnowsThem) {
+    const std::string other = drawing()
+                                  .layer("OWN", 3)
+                                  .layer("KNOWN", 3)
+                                  .layer("OFF", -3)
+                                  .raw(line(0, 0, 1, 0, {{8, "OWN"}}) + line(0, 0, 2, 0, {{8, "KNOWN"}}) +
+                                       line(0, 0, 3, 0, {{8, "OFF"}}) + line(0, 0, 4, 0, {{8, "0"}}))
+                                  .text();
+    const DxfText main = drawing().layer("OWN", 1).layer("other|KNOWN", 5).layer("IN", 1);
+    const auto import = [&](const DxfText& text, const std::string& config) {
+        ImportOptions options = beside({{"other.dxf", other}});
+        options.config = flags(config);
+        return importText(text.text(), options).dump;
+    };
+    DxfText text = main;
+    text.block("X", {}, DxfGroups{{70, "4"}, {1, "other.dxf"}} + at(10, {0, 0, 0}))
+        .entity("INSERT", insertOf("X", 0, 0, {{8, "IN"}}));
+    DxfText alike = main;
+    alike.layer("GREEN", 3)
+        .raw(line(0, 0, 1, 0, {{8, "GREEN"}}) + line(0, 0, 2, 0, {{8, "other|KNOWN"}}) +
+             line(0, 0, 4, 0, {{8, "IN"}}));
+    EXPECT_EQ(import(text, ""), import(alike, "")) << "layer 0 is that of the INSERT, with its colour";
+    const std::string byLayers = import(text, "READ_LAYER=GROUP\n");
+    EXPECT_NE(byLayers.find("group \"IN\""), std::string::npos) << byLayers;
+    EXPECT_EQ(count(byLayers, "group \"IN\""), 1) << byLayers;
+}
+
+TEST(ExternalReference, ItsStringsHaveTheirOwnCodePage) {
+    const auto texts = [](const std::string& version, const std::string& page, const std::string& value) {
+        return dxf()
+            .header(version, {{9, "$DWGCODEPAGE"}, {3, page}})
+            .entity("TEXT", DxfGroups{{1, value}, {40, "2"}, {8, value}} + at(10, {0, 0}))
+            .text();
+    };
+    const std::string utf8 = "\xC3\x84\xD0\x96", western = "\xC4", cyrillic = "\xC6";
+    const auto shown = [&](const std::string& version, const std::string& page, const std::string& other) {
+        DxfText text = dxf().header(version, {{9, "$DWGCODEPAGE"}, {3, page}});
+        text.block("X", {}, DxfGroups{{70, "4"}, {1, "other.dxf"}} + at(10, {0, 0, 0}))
+            .entity("INSERT", insertOf("X"));
+        const std::string dump = importText(text.text(), beside({{"other.dxf", other}})).dump;
+        const auto at = dump.rfind(" \"") + 2;
+        return dump.substr(at, dump.rfind('"') - at);
+    };
+    EXPECT_EQ(shown("AC1015", "ANSI_1252", texts("AC1015", "ANSI_1251", cyrillic)), "\xD0\x96");
+    EXPECT_EQ(shown("AC1015", "ANSI_1251", texts("AC1015", "ANSI_1252", western)), "\xC3\x84");
+    EXPECT_EQ(shown("AC1015", "ANSI_1252", texts("AC1027", "ANSI_1252", utf8)), utf8);
+    EXPECT_EQ(shown("AC1027", "ANSI_1252", texts("AC1015", "ANSI_1251", cyrillic)), "\xD0\x96");
+}
+
+TEST(ExternalReference, WithoutHeaderOrTablesIsADrawingToo) {
+    const std::string entities =
+        "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\n0\n 11\n1\n  0\nENDSEC\n  0\nEOF\n";
+    const std::string tables = "  0\nSECTION\n  2\nTABLES\n  0\nENDSEC\n";
+    for (const std::string& content :
+         {entities, tables + entities, entities.substr(0, entities.find("  0\nEOF"))}) {
+        const auto result = importText(referring("other.dxf").text(), beside({{"other.dxf", content}}));
+        EXPECT_EQ(result.stat, 0) << result.protocol;
+        EXPECT_EQ(elementsOf(result.dump), "move 10 0\ndraw 11 0\n" + REST);
+    }
+}
+
+TEST(ExternalReference, OfADwgIsConvertedAndARecoveredTwinServes) {
+    host::resetSession();
+    host::session().dwgConverter = "cp --";
+    const TempDir folder;
+    const std::string main = referring("plan.dwg")
+                                 .block("R", {}, DxfGroups{{70, "4"}, {1, "Lost.DXF"}} + at(10, {0, 0, 0}))
+                                 .entity("INSERT", insertOf("R"))
+                                 .text();
+    folder.write("drawing.dxf", main);
+    ImportOptions options =
+        beside({{"plan.dwg", lineOn("0").text()}, {"lost_recovered.dxf", lineOn("0", 3).text()}});
+    options.keepsSession = true;
+    const auto result = importFile(folder, "drawing.dxf", options);
+    const auto dialogs = host::session().dialogs;
+    host::resetSession();
+    EXPECT_EQ(elementsOf(result.dump), "move 10 0\ndraw 11 0\n" + REST + "move 0 0\ndraw 3 0\n")
+        << result.protocol;
+    ASSERT_EQ(dialogs.size(), 1U);
+    EXPECT_NE(dialogs[0].find("Lost.DXF"), std::string::npos) << dialogs[0];
 }
 
 } // namespace

@@ -118,6 +118,13 @@ int readReferencedFile(DX_BLOCK_TYPE& block) {
     return error == END_OF_FILE ? 0 : error;
 }
 
+/// Whether the current document stands within this one.
+bool isBeingDrawn(const DxfDocument& document) {
+    const DxfDocument* around = DxDocuments.current_;
+    while (around && around != &document) around = around->parent.Get();
+    return around != nullptr;
+}
+
 } // namespace
 
 int DxReadBlock(DX_BLOCK_TYPE* rec) {
@@ -166,10 +173,11 @@ int DxReadBlockSection() {
 }
 
 int DxReadXRefBlocks(DX_BLOCK_TYPE& block) {
-    if (const auto open = DxDocuments.byName.find(block.path); open != DxDocuments.byName.end()) {
-        if (open->second->entitiesPos < 0) return NOT_OPENED; // a ring: that file is still being read
-        block.document = open->second.get();
-        block.filePos = block.document->entitiesPos;
+    const bool isResolved = block.filePos == block.document->entitiesPos;
+    if (DxfDocument* const open = isResolved ? block.document : DxDocuments.findOpen(block.path)) {
+        if (open->entitiesPos < 0 || isBeingDrawn(*open)) return NOT_OPENED; // no drawing, or a ring
+        block.document = open;
+        block.filePos = open->entitiesPos;
         return 0;
     }
     DX_SAVE save;

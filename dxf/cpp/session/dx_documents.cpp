@@ -103,6 +103,7 @@ static int findRecoveredTwin(UtCString& path) {
 /// What a name leads to: the file to read, and how it was come by.
 struct FoundFile {
     UtCString path;
+    UtCString source;    ///< the same ahead of a conversion
     UtCString converted; ///< a text DXF made for this, else empty
     int recovered = 0;
     bool exists = false;
@@ -115,6 +116,7 @@ static FoundFile findFile(const UtCString& name, std::size_t documentCount) {
         found.recovered = 1;
         if (findRecoveredTwin(found.path)) return found;
     }
+    found.source = found.path;
     UtCString converted = std::to_string(documentCount);
     int wasConverted = 0;
     if (DxReadCheckConvert(found.path, converted, wasConverted) == 0 && wasConverted) {
@@ -146,6 +148,7 @@ std::unique_ptr<DxfDocument> DxfDocManager::load(const UtCString& name, const Ut
         return nullptr;
     }
     if (!isMain) document->prefix = baseName(name);
+    document->foundAs = found.source;
     document->tables = tables;
     document->recovered.Set(found.recovered);
     return document;
@@ -177,6 +180,15 @@ FILE* DxfDocManager::open(const UtCString& name, const UtCString& mode) {
     byName[name] = std::move(document);
     select(opened);
     return opened;
+}
+
+DxfDocument* DxfDocManager::findOpen(const UtCString& name) {
+    if (const auto found = byName.find(name); found != byName.end()) return found->second.get();
+    UtCString path = name;
+    if (DxReadFindPath(path)) return nullptr;
+    for (const auto& [otherName, document] : byName)
+        if (document->foundAs == path) return document.get();
+    return nullptr;
 }
 
 void DxfDocManager::select(FILE* wanted) {

@@ -140,6 +140,7 @@ public:
     ReadOnlyProperty<UtCString> tempName;  ///< path of a converted text DXF, else empty; owned
     Property<int> recovered;               ///< 1 when the "_recovered.dxf" twin was read
     UtCString prefix;                      ///< base name, empty for the main file
+    UtCString foundAs;                     ///< path of the file that the name led to, ahead of a conversion
     DxTables tables;                       ///< copies of the manager's at the opening
     std::deque<DX_BLOCK_TYPE> blocks; ///< block definitions found in this file; they keep their addresses
     std::int32_t entitiesPos = -1;    ///< of an external reference: its ENTITIES section, -1 until found
@@ -173,6 +174,9 @@ public:
     /// open gives its stream and changes nothing. Null when there is no such file, or one too large for
     /// 32-bit positions, which is reported.
     FILE* open(const UtCString& name, const UtCString& mode);
+    /// The open document of this name, or of another name that leads to the same file. Null when none is
+    /// open.
+    DxfDocument* findOpen(const UtCString& name);
     /// Makes the document of `stream` current; a stream of no document becomes the manager's own.
     void select(FILE* stream);
     /// Closes all documents. With `keepTables` the current document's tables survive in the manager.
