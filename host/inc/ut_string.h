@@ -23,7 +23,8 @@ public:
     UtCString(std::string_view text) : text_(text) {}        // NOLINT
     UtCString(std::string text) : text_(std::move(text)) {}  // NOLINT
     /// Converts bytes of code page `codePage` to UTF-8. A byte that the code page doesn't define becomes
-    /// U+FFFD, so that the result is always well formed.
+    /// the character U+0080 to U+009F or U+F8A0 to U+F8FF of its number, which Ansi() turns back into it;
+    /// ill-formed UTF-8 and UTF-16 becomes U+FFFD. So the result is always well formed.
     UtCString(std::string_view bytes, int codePage);
 
     const char* c_str() const { return text_.c_str(); }

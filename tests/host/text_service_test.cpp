@@ -47,11 +47,9 @@ TEST(UtCString, BytesOfEveryCodePageBecomeUtf8AndGoBack) {
 }
 
 TEST(UtCString, BytesWithoutMeaningAreReplacedAndLackingCharactersEscaped) {
-    EXPECT_THAT(UtCString(std::string_view("a\x81z"), 1252).c_str(), StrEq("a\uFFFDz"));
     EXPECT_THAT(UtCString(std::string_view("a\xc3(\xed\xa0\x80"), 65001).c_str(),
                 StrEq("a\uFFFD(\uFFFD\uFFFD\uFFFD"))
         << "cut sequence, surrogate";
-    EXPECT_THAT(UtCString(std::string_view("ok\x93"), 932).c_str(), StrEq("ok\uFFFD")) << "half a character";
     EXPECT_THAT(UtCString(std::string_view("\x3d\xd8x", 3), 1200).c_str(), StrEq("\uFFFD\uFFFD"));
     EXPECT_EQ(UtCString("ü中😀!").Ansi(1252), "\xfc\\U+4E2D\\U+D83D\\U+DE00!");
     EXPECT_EQ(UtCString("ü日").Ansi(932), "\\U+00FC\x93\xfa");
@@ -65,6 +63,29 @@ TEST(UtCString, BytesWithoutMeaningAreReplacedAndLackingCharactersEscaped) {
     EXPECT_FALSE(OsIsLeadByte(0xb1, 932)) << "half-width katakana";
     EXPECT_TRUE(OsIsLeadByte(0xb1, 936));
     EXPECT_FALSE(OsIsLeadByte(0xb1, 1252));
+}
+
+TEST(UtCString, NoByteOfACodePageIsLost) {
+    const auto backAndForth = [](const std::string& bytes, int page) {
+        const UtCString text(bytes, page);
+        EXPECT_EQ(UtCString(text.str(), UT_CP_UTF8), text) << page;
+        EXPECT_EQ(text.Ansi(page), bytes) << page;
+        return text;
+    };
+    std::string all;
+    for (int byte = 1; byte < 256; ++byte) all += static_cast<char>(byte);
+    for (const int page :
+         {874,   1250,  1251,  1252,  1253,  1254,  1255,  1256,  1257,  1258,  28591, 28592, 28593,
+          28594, 28595, 28596, 28597, 28598, 28599, 28600, 28601, 28603, 28604, 28605, 850,   20866})
+        backAndForth(all, page);
+    EXPECT_THAT(backAndForth("a\x81\xaa", 1253).c_str(), StrEq("a\u0081\uF8AA")) << "undefined bytes";
+    EXPECT_THAT(backAndForth("ok\x93", 932).c_str(), StrEq("ok\u0093")) << "half a character";
+    for (const int page : {932, 936, 949, 950}) {
+        backAndForth("Gr\xc3\xb6\xc3\x9f"
+                     "e",
+                     page); // UTF-8 where there should be none
+        backAndForth("x\xff\xfe", page);
+    }
 }
 
 TEST(UtCString, RandomBytesAlwaysGiveWellFormedText) {

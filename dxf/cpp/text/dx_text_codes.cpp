@@ -40,6 +40,11 @@ int hexAt(std::string_view text, std::size_t pos, std::size_t count) {
     return value;
 }
 
+/// True for what the host gives for a byte that has no meaning in its code page.
+bool isStray(char32_t character) {
+    return character == replacement || (character >= 0xF8A0 && character <= 0xF8FF);
+}
+
 int tableCode(char32_t character) {
     const int code = DxHostCode(character);
     return code >= 0 ? code : static_cast<int>(std::max<char32_t>(character, 256));
@@ -59,7 +64,7 @@ char32_t multiByteChar(int page, int bytes) {
     std::size_t pos = 0;
     if (text.IsEmpty()) return 0;
     const char32_t c = DxNextChar(text.str(), pos);
-    return pos == text.Len() && c != replacement ? c : 0;
+    return pos == text.Len() && !isStray(c) ? c : 0;
 }
 
 /// "\M+" is followed by a digit for the code page and four digits, or by four digits alone.
@@ -244,5 +249,5 @@ char32_t DxFileChar(int code) {
     std::size_t pos = 0;
     const UtCString text(std::string_view(&byte, 1), DxFileHostCodePage());
     const char32_t c = text.IsEmpty() ? replacement : DxNextChar(text.str(), pos);
-    return c == replacement ? static_cast<char32_t>(code) : c;
+    return isStray(c) ? static_cast<char32_t>(code) : c;
 }

@@ -78,6 +78,20 @@ private:
     iconv_t handle_;
 };
 
+/// A byte that has no meaning in its code page stands for itself: as the control character of its number
+/// where there is one, else in the private area, where no page has a character of its own.
+constexpr char32_t strayBase = 0xF800;
+char32_t strayCharacter(unsigned char byte) {
+    return byte < 0xA0 ? byte : strayBase + byte;
+}
+
+/// The byte that a character stands for which no page has, 0 for any other.
+unsigned char strayByte(char32_t character) {
+    if (character >= 0x80 && character < 0xA0) return static_cast<unsigned char>(character);
+    const bool isStray = character >= strayBase + 0xA0 && character <= strayBase + 0xFF;
+    return isStray ? static_cast<unsigned char>(character - strayBase) : 0;
+}
+
 /// What is worked out once for a code page. Single-byte pages are tables; others keep their converters.
 struct CodePage {
     explicit CodePage(const PageName& page) : toUtf8("UTF-8", page.name), fromUtf8(page.name, "UTF-8") {
@@ -89,7 +103,7 @@ struct CodePage {
         const char source = static_cast<char>(byte);
         std::string_view in(&source, 1);
         std::string out;
-        char32_t character = replacementCharacter;
+        char32_t character = strayCharacter(byte);
         if (toUtf8.isOpen() && toUtf8.convert(in, out) == 0 && !out.empty()) {
             std::size_t pos = 0;
             bool wellFormed = false;
@@ -98,7 +112,7 @@ struct CodePage {
             character = byte;
         }
         characters[byte] = character;
-        if (character != replacementCharacter) bytes.emplace(character, byte);
+        bytes.emplace(character, byte);
     }
 
     Converter toUtf8, fromUtf8;
@@ -155,7 +169,7 @@ std::string decodeDoubleByte(std::string_view bytes, CodePage& page) {
     std::string result;
     while (!bytes.empty() && (!page.toUtf8.isOpen() || page.toUtf8.convert(bytes, result) != 0)) {
         if (bytes.empty()) break;
-        appendUtf8(result, replacementCharacter);
+        appendUtf8(result, strayCharacter(static_cast<unsigned char>(bytes.front())));
         bytes.remove_prefix(1);
     }
     return result;
@@ -213,7 +227,11 @@ std::string encodeDoubleByte(std::string_view text, CodePage& page) {
         if (text.empty()) break;
         std::size_t pos = 0;
         bool wellFormed = false;
-        appendEscape(result, decodeUtf8(text, pos, wellFormed));
+        const char32_t character = decodeUtf8(text, pos, wellFormed);
+        if (const unsigned char byte = strayByte(character))
+            result += static_cast<char>(byte);
+        else
+            appendEscape(result, character);
         text.remove_prefix(pos);
     }
     return result;
