@@ -85,7 +85,8 @@ int forEachInput(const std::vector<std::string>& inputs, int jobs,
     int running = 0, worst = STATUS_DONE;
     while (told < inputs.size()) {
         while (all.size() < inputs.size() && running < std::max(1, jobs)) {
-            startJob(all.emplace_back(), inputs[all.size() - 1], work);
+            const std::string& input = inputs[all.size()];
+            startJob(all.emplace_back(), input, work);
             all.back().done = all.back().process < 0;
             running += !all.back().done;
         }
