@@ -30,8 +30,6 @@ constexpr auto fields = dxFields<R>({
     {441, &R::backTransparency},
 });
 
-const DX_TEXT_TYPE freshText{};
-
 /// Room for a value of a text.
 constexpr int valueLimit = static_cast<int>(DX_TEXT_LIMIT) + 1;
 
@@ -128,7 +126,7 @@ private:
 } // namespace
 
 void DxInitText(DX_TEXT_TYPE* text, int isMtext) {
-    *text = freshText;
+    *text = DX_TEXT_TYPE{};
     DxInitEntityBase(&text->base);
     text->style.assign("STANDARD");
     text->isMtext = isMtext;
