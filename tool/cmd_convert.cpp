@@ -52,11 +52,7 @@ int runConvert(const Options& options) {
         std::cerr << "torva-dxf: convert needs IN OUT, or IN... -d DIR\n";
         return STATUS_USAGE;
     }
-    std::error_code error;
-    if (fs::equivalent(options.inputs[0], options.inputs[1], error)) {
-        std::cerr << "torva-dxf: input and output are one file\n";
-        return STATUS_USAGE;
-    }
+    if (!isUsableTarget(options.inputs[0], options.inputs[1])) return STATUS_USAGE;
     Options one = options;
     one.inputs.resize(1);
     return convertOne(options.inputs[0], options.inputs[1], one);

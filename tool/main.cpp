@@ -102,13 +102,14 @@ static void addFormat(CLI::App& command, Options& options) {
 static void addWriteCommands(CLI::App& app, Options& options, Run& chosen) {
     CLI::App* write = addCommand(app, "export", "A drawing file becomes a DXF file", runExport, chosen);
     addInput(*write, options);
-    write->add_option("OUT", options.output, "The DXF file")->required();
+    write->add_option("OUT", options.output, "The DXF file; - is standard output")->required();
     addReadOptions(*write, options);
     addFormat(*write, options);
 
     CLI::App* convert =
         addCommand(app, "convert", "DXF files become DXF files of another version", runConvert, chosen);
-    convert->add_option("FILES", options.inputs, "IN... OUT, or IN... with -d")->required();
+    convert->add_option("FILES", options.inputs, "IN OUT (- is standard output), or IN... with -d")
+        ->required();
     convert->add_option("-d,--directory", options.directory, "Folder for the DXF files");
     addJobs(*convert, options);
     addReadOptions(*convert, options);
@@ -154,8 +155,12 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
 }
 
 /// What CLI11 can't say by itself. Empty when all is well.
-static std::string checkUsage(const Options& options, bool isImport) {
-    const auto standardInput = std::count(options.inputs.begin(), options.inputs.end(), "-");
+static std::string checkUsage(const Options& options, Run chosen) {
+    const bool isImport = chosen == runImport;
+    const bool endsWithOutput =
+        chosen == runConvert && options.directory.empty() && options.inputs.size() > 1;
+    const auto standardInput =
+        std::count(options.inputs.begin(), options.inputs.end() - (endsWithOutput ? 1 : 0), "-");
     if (standardInput > 1) return "standard input can be read once only";
     if (!isImport) return {};
     if (options.output.empty() && options.directory.empty()) return "import needs -o FILE or -d DIR";
@@ -176,7 +181,7 @@ static int runCommandLine(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error, std::cout, std::cerr) == 0 ? STATUS_DONE : STATUS_USAGE;
     }
-    if (const std::string wrong = checkUsage(options, chosen == runImport); !wrong.empty()) {
+    if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) {
         std::cerr << wrong << "\nRun with --help for more information.\n";
         return STATUS_USAGE;
     }

@@ -7,10 +7,12 @@
 #include "progress.h"
 #include "protocol.h"
 #include "services/session.h"
+#include "ut.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <set>
@@ -140,8 +142,28 @@ bool prepareKeeping(const Loaded& source, const Options& options, const Temporar
 
 } // namespace
 
-int saveDxf(const std::string& target, const Loaded& source, const Options& options) {
+bool isUsableTarget(const std::string& input, const std::string& target) {
+    std::error_code error;
+    const bool isSame = std::filesystem::equivalent(input, target, error);
+    if (isSame)
+        std::cerr << "torva-dxf: input and output are one file\n";
+    else if (UtPathExt(target).str() == "tdw")
+        std::cerr << "torva-dxf: " << target << " is a drawing file's name; import makes drawing files\n";
+    else
+        return true;
+    return false;
+}
+
+static bool copyToOutput(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::cout << in.rdbuf();
+    return in && std::cout.flush();
+}
+
+int saveDxf(const std::string& name, const Loaded& source, const Options& options) {
     const TemporaryFolder folder;
+    const bool toOutput = name == "-";
+    const std::string target = toOutput ? folder.file("output.dxf") : name;
     host::Session& session = host::session();
     session.messageArea.clear();
     session.dialogs.clear();
@@ -163,12 +185,12 @@ int saveDxf(const std::string& target, const Loaded& source, const Options& opti
     if (ownFolder) unsetenv("HD_WORK_DIR");
 
     if (!options.quiet) {
-        for (const std::string& line : session.messageArea) std::cerr << target << ": " << line << '\n';
-        for (const std::string& line : session.dialogs) std::cerr << target << ": " << line << '\n';
+        for (const std::string& line : session.messageArea) std::cerr << name << ": " << line << '\n';
+        for (const std::string& line : session.dialogs) std::cerr << name << ": " << line << '\n';
     }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);
-    if (stat == 0) return STATUS_DONE;
-    std::cerr << "torva-dxf: " << target << ": the export ended with an error\n";
+    if (stat == 0 && (!toOutput || copyToOutput(target))) return STATUS_DONE;
+    std::cerr << "torva-dxf: " << name << ": the export ended with an error\n";
     return STATUS_FAILED;
 }
 
