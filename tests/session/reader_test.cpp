@@ -117,6 +117,14 @@ TEST_F(ReaderTest, StringsOfNewFilesAreUtf8) {
     DxUnGetLine();
     EXPECT_EQ(next(161, &wide), "1|\xC4\\U+4E2D\\U+D83D\\U+DE00") << "decoded once only";
     EXPECT_EQ(wide, text.c_str());
+    DxUnGetLine();
+    DX_SAVE save;
+    DxSaveActPos(&save);
+    EXPECT_EQ(next(), "1|\xC4\\U+4E2D\\U+D83D\\U+DE00");
+    EXPECT_EQ(next(), "300|" + text);
+    EXPECT_EQ(DxRestoreActPos(&save), 0);
+    EXPECT_EQ(next(161, &wide), "1|\xC4\\U+4E2D\\U+D83D\\U+DE00");
+    EXPECT_EQ(wide, text.c_str()) << "a pair that waited at a place is whole there";
     EXPECT_EQ(next(), "300|" + text);
     EXPECT_EQ(next(161, &wide), "2|\xC4") << "bytes that aren't UTF-8 are of the file's code page";
     EXPECT_EQ(wide, "\xC3\x84");

@@ -183,8 +183,8 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
 TEST_F(Mtext, TheHostBreaksALineWhereItsRoomWasReserved) {
     const std::string words = "the quick brown fox jumps over the lazy dog, iiiii MMMMM iiiii MMMMM %%c10 ";
     for (const char* font : {"", "\\fDejaVu Sans;", "\\T2;"}) {
-        for (const double box : {9.0, 13.0, 20.0, 33.3, 47.0}) {
-            for (const int attachment : {1, 4, 5, 7, 9}) {
+        for (const double box : {9.0, 20.0, 33.3}) {
+            for (const int attachment : {1, 5, 7}) {
                 const auto pieces = texts(font + words + words + words + "\\Pnext " + words,
                                           {{41, num(box)}, {71, num(attachment)}});
                 SCOPED_TRACE(font + num(box) + " " + num(attachment));

@@ -184,6 +184,31 @@ TEST_F(TextImport, CodePagesReadRight) {
     EXPECT_EQ(in("ANSI_932", "\x83\x5C\x95\x5C%%c1"), "'ソ表Ø1'") << "a trail byte like a backslash";
     EXPECT_EQ(in("ANSI_936", "\xC4\xE3"), "'你'");
     EXPECT_EQ(in("ANSI_1252", "Größe 日本", "AC1021"), "'Größe 日本'") << "UTF-8, beyond the code page too";
+    EXPECT_EQ(in("ANSI_874", "\xA1\xE0"), "'กเ'");
+    EXPECT_EQ(in("ANSI_949", "\xC7\xD1\x8C\x63%%d"), "'한똠°'");
+    EXPECT_EQ(in("ANSI_950", "\xB3\x5C\xA5\x5C\\U+00E4"), "'許功ä'") << "trail bytes like backslashes";
+    EXPECT_EQ(in("ANSI_1254", "\xDD\xFE"), "'İş'");
+    EXPECT_EQ(in("ANSI_1255", "\xF9"), "'ש'");
+    EXPECT_EQ(in("ANSI_1256", "\xD3"), "'س'");
+    EXPECT_EQ(in("ANSI_1257", "\xDE"), "'Ž'");
+    EXPECT_EQ(in("ANSI_1258", "\xD5"), "'Ơ'");
+    EXPECT_EQ(in("ISO8859-5", "\xBF\xE0"), "'Пр'");
+    EXPECT_EQ(in("ISO8859-15", "\xA4"), "'€'");
+    EXPECT_EQ(in("ANSI_1252", "Gr\xC3\xB6\xC3\x81"), "'GrÃ¶Ã\u0081'")
+        << "UTF-8 in an old file is read as its code page says, and no byte of it is lost";
+    EXPECT_EQ(in("ANSI_1252", "\xC4 raw", "AC1021"), "'Ä raw'") << "bytes that aren't UTF-8";
+}
+
+TEST_F(TextImport, CharactersMayBeDividedBetweenThePiecesOfAText) {
+    const auto divided = [](const std::string& page, const std::string& version, const std::string& text,
+                            std::size_t at) {
+        const DxfGroups pieces{{10, "0"}, {40, "1"}, {3, text.substr(0, at)}, {1, text.substr(at)}};
+        return saidBy(
+            importTexts(dxf().header(version, {{9, "$DWGCODEPAGE"}, {3, page}}).entity("MTEXT", pieces)));
+    };
+    EXPECT_EQ(divided("ANSI_932", "AC1015", "a\x95\x5C{b}\x83\x5C", 2), "'a表bソ'");
+    for (std::size_t at = 1; at < 12; ++at)
+        EXPECT_EQ(divided("ANSI_1252", "AC1027", "ö日本\\U+2205x", at), "'ö日本Øx'") << at;
 }
 
 TEST_F(TextImport, LongEmptyAndBrokenTexts) {

@@ -79,6 +79,10 @@ int takeCode(const char*& at, const char* end) {
     return DxAtoi(takeLine(at, end));
 }
 
+bool isStringCode(int code) {
+    return code >= 1 && code <= 9;
+}
+
 /// Whether the strings of groups 1 to 9 need more than a look at their bytes: they are UTF-8 from AC1021 on,
 /// and an external reference may have a code page of its own.
 bool decodesStrings(const DxfDocument& document) {
@@ -131,7 +135,7 @@ inline bool readLine(int maxLength) {
     line.text = bytes;
     line.isPadded = end - bytes.data() >= 16;
     line.isUtf8 = false;
-    if (code >= 1 && code <= 9 && decodesStrings(*document) && !isAscii(bytes))
+    if (isStringCode(code) && decodesStrings(*document) && !isAscii(bytes))
         decodeLine(*document, bytes, isCut, limit);
     return true;
 }
@@ -184,6 +188,7 @@ int DxReadPair(DxPair& pair, int maxLength, bool showPercent, UtCString* wide) {
     if (showPercent) showProgress();
     pair.code = line.code;
     pair.text = trimmedByOption(line.text);
+    pair.isUtf8 = line.isUtf8;
     line.next = 1;
     if (wide) *wide = wideText(pair.text);
     return 0;
@@ -269,9 +274,12 @@ int DxRestoreActPos(DX_SAVE* save) {
     const int error = DxReadSeek(save->position);
     line.buffer = save->text;
     line.text = line.buffer;
-    line.isUtf8 = line.isPadded = false;
     line.code = save->code;
     line.next = save->next;
+    line.isPadded = false;
+    line.isUtf8 = isStringCode(line.code) && DxDocuments.current_ && decodesStrings(*DxDocuments.current_);
+    if (line.isUtf8) line.converted = DxHostText(line.text).str(); // with characters that the page lacks
+    line.utf8 = line.converted;
     return error;
 }
 

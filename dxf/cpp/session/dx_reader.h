@@ -15,6 +15,7 @@
 struct DxPair {
     int code = 0;
     std::string_view text; ///< without line end; decoded to the file's code page where DXF says UTF-8
+    bool isUtf8 = false;   ///< it was decoded; `wide` has all of its characters
 };
 
 /// A remembered place in a file, and the pair that was current there.

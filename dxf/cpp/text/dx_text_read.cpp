@@ -56,7 +56,7 @@ private:
     void take(const DxPair& pair) {
         switch (pair.code) {
         case 1:
-        case 3: return takeText(pair.text);
+        case 3: return takeText(pair);
         case 41: (text_.isMtext ? text_.boxWidth : text_.widthFactor) = DxfReadConvDouble(pair.text); break;
         case 50:
             text_.rotation = DxfReadConvDouble(pair.text);
@@ -69,18 +69,24 @@ private:
         }
     }
 
-    /// Pieces are joined as bytes where a character may be divided between two of them. Where the file is
+    /// Pieces are joined as bytes, since a character may be divided between two of them. Where the file is
     /// UTF-8, the reader knows characters that the code page doesn't.
-    void takeText(std::string_view bytes) {
-        const bool isAscii = std::none_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
-        if (isAscii && text_.text.empty() && bytes_.empty())
-            text_.text = bytes;
-        else if (DxFileVersion < 1021)
-            bytes_ += bytes;
-        else if (isAscii && bytes.find("\\U+") == std::string_view::npos)
-            text_.text += bytes;
-        else
+    void takeText(const DxPair& pair) {
+        if (pair.isUtf8) {
+            takeBytes();
             takeWide();
+            return;
+        }
+        const bool isAscii =
+            std::none_of(pair.text.begin(), pair.text.end(), [](char c) { return c & 0x80; });
+        (isAscii && bytes_.empty() ? text_.text : bytes_) += pair.text;
+    }
+    /// Takes the bytes of the pieces so far.
+    void takeBytes() {
+        if (bytes_.empty()) return;
+        const bool isUtf8 = DxFileVersion >= 1021 && DxIsUtf8(bytes_);
+        text_.text += isUtf8 ? bytes_ : DxTextFromFile(bytes_);
+        bytes_.clear();
     }
     void takeWide() {
         UtCString wide;
@@ -99,7 +105,7 @@ private:
     }
 
     void finish() {
-        if (!bytes_.empty()) text_.text += DxTextFromFile(bytes_);
+        takeBytes();
         if (!text_.isMtext) text_.generation = text_.attachment;
         DxCutChars(text_.text, text_.isMtext ? DX_MTEXT_LIMIT : DX_TEXT_LIMIT);
         if (text_.isMtext && !hasRotation_) text_.rotation = angleOfAxis();
