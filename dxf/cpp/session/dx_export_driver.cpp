@@ -83,6 +83,18 @@ int DxConcatFiles() {
 
 namespace {
 
+/// The tables of the template that is open, which is closed.
+void readTemplateTables() {
+    if (DxMiscCheckVersion(4)) DxFileVersion = 1021; // its strings are UTF-8
+    if (DxReadUntil(0, "SECTION") == 0 && DxReadUntil(2, "TABLES") == 0) {
+        DxUnGetLine();
+        DxReadTableSection(1);
+    } else {
+        DxProtoMsg(DxMsg(5701, "TABLE"), 1);
+    }
+    DxReadClose();
+}
+
 /// Layers and line types of a template file, which the export takes its tables from.
 void readTemplate() {
     DxProtoMsg(DxMsg(5775, DxTemplateName), 0);
@@ -92,18 +104,10 @@ void readTemplate() {
     int error = DxReadCheckConvert(name, converted, wasConverted);
     if (!error && wasConverted) name = converted;
     if (!error) error = DxReadOpen(name);
-    if (error) {
+    if (error)
         DxProtoMsg(DxMsg(5809, DxTemplateName), 1);
-        return;
-    }
-    if (DxMiscCheckVersion(4)) DxFileVersion = 1021; // its strings are UTF-8
-    if (DxReadUntil(0, "SECTION") == 0 && DxReadUntil(2, "TABLES") == 0) {
-        DxUnGetLine();
-        DxReadTableSection(1);
-    } else {
-        DxProtoMsg(DxMsg(5701, "TABLE"), 1);
-    }
-    DxReadClose();
+    else
+        readTemplateTables();
     if (wasConverted) UtFileRemove(converted);
 }
 
