@@ -123,6 +123,55 @@ TEST_F(Convert, ExportOfADrawingFileGivesTheSameFile) {
     EXPECT_EQ(run("validate b.dxf").status, 0);
 }
 
+TEST_F(Convert, FontsDescriptionsAndAttributesStay) {
+    dir.write(
+        "a.dxf",
+        dxf()
+            .header("AC1024")
+            .record("STYLE", {{2, "LEGEND"}, {3, "Fonts/ARIAL.TTF"}})
+            .record("LTYPE", {{2, "EDGE"}, {3, "- - an edge"}, {73, "2"}, {40, "3"}, {49, "2"}, {49, "-1"}})
+            .layer("cold", 5, "EDGE", 1)
+            .entity("LINE", {{8, "0"}, {6, "EDGE"}, {10, "0"}, {20, "0"}, {11, "5"}, {21, "0"}})
+            .entity("TEXT", {{8, "0"}, {10, "1"}, {20, "1"}, {40, "2"}, {1, "gap"}, {7, "LEGEND"}})
+            .text());
+    const std::string before = dump("a.dxf");
+    EXPECT_THAT(before, HasSubstr("face \"ARIAL\"")) << "a font file without a face";
+    ASSERT_EQ(run("convert a.dxf b.dxf").status, 0);
+    const std::string text = dir.read("b.dxf");
+    EXPECT_THAT(recordOf(text, "LTYPE", "EDGE"), HasSubstr("3 - - an edge"));
+    EXPECT_THAT(recordOf(text, "LAYER", "cold"), AllOf(HasSubstr("70      1"), HasSubstr("62      5")));
+    EXPECT_THAT(dump("b.dxf"), HasSubstr("face \"ARIAL\""));
+}
+
+TEST_F(Convert, OneFileThatFailsCostsNoOther) {
+    for (const char* name : {"x.dxf", "y.dxf", "z.dxf"}) fs::copy(bracket, dir.file(name));
+    dir.write("bad.dxf", "garbage");
+    ASSERT_EQ(run("import x.dxf -o w.tdw").status, 0);
+    const Outcome outcome = run("convert x.dxf bad.dxf y.dxf no.dxf w.tdw -d out --jobs 2");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err,
+                AllOf(HasSubstr("bad.dxf: the import ended with error"),
+                      HasSubstr("no.dxf: the import ended with error"), HasSubstr("w.tdw -> out/w.dxf")));
+    for (const char* name : {"out/x.dxf", "out/y.dxf", "out/w.dxf"})
+        EXPECT_TRUE(fs::exists(dir.file(name))) << name;
+    EXPECT_FALSE(fs::exists(dir.file("out/bad.dxf")));
+    const Outcome collision = run("convert x.dxf w.tdw out/x.dxf -d other");
+    EXPECT_EQ(collision.status, 2);
+    EXPECT_THAT(collision.err, HasSubstr("out/x.dxf would overwrite other/x.dxf"));
+}
+
+TEST_F(Convert, VariablesHoldForTheExportOfADrawingFile) {
+    dir.write("a.dxf", dxf()
+                           .header("AC1015")
+                           .entity("LINE", {{8, "WALL"}, {62, "2"}, {10, "0"}, {20, "0"}, {11, "5"}})
+                           .text());
+    ASSERT_EQ(run("import a.dxf -o a.tdw").status, 0);
+    const Outcome outcome = run("export a.tdw - --set '&DxfByLayer=1' -v --lang en");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.out, HasSubstr("\nWALL-CUT\n")) << "on standard output";
+    EXPECT_THAT(outcome.err, HasSubstr("Layer WALL-CUT is not defined in the template"));
+}
+
 TEST_F(Convert, FoldersAndWrongUsage) {
     fs::copy(bracket, dir.file("x.dxf"));
     fs::copy(bracket, dir.file("y.dxf"));
@@ -131,10 +180,15 @@ TEST_F(Convert, FoldersAndWrongUsage) {
     EXPECT_EQ(info("out/y.dxf")["version"], "AC1009");
     const std::string kept = dir.read("x.dxf");
     for (const char* wrong :
-         {"convert x.dxf", "convert x.dxf x.dxf", "convert x.dxf -d .", "convert x.dxf o.dxf --format R12"})
+         {"convert x.dxf", "convert x.dxf x.dxf", "convert x.dxf -d .", "convert x.dxf o.dxf --format R12",
+          "convert x.dxf o.tdw", "export x.dxf x.dxf", "convert x.dxf o.dxf --plain --format ACAD24"})
         EXPECT_EQ(run(wrong).status, 2) << wrong;
     EXPECT_EQ(dir.read("x.dxf"), kept);
     EXPECT_EQ(run("convert x.dxf none/o.dxf").status, 1) << "no such folder";
     EXPECT_EQ(run("convert missing.dxf o.dxf").status, 1);
+    const Outcome dwg = run("convert x.dxf o.dwg");
+    EXPECT_EQ(dwg.status, 1) << "no converter is installed";
+    EXPECT_THAT(dwg.err, HasSubstr("Fehler beim Erzeugen der Datei o.dwg!"));
+    fs::remove(dir.file("o.dxf"));
     EXPECT_FALSE(fs::exists(dir.file("o.dxf")));
 }
