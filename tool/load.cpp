@@ -190,8 +190,10 @@ void Loading::importDxf(const std::string& path) {
     for (std::string& line : readProtocol(protocol, before)) loaded_.messages.push_back(std::move(line));
     for (const std::string& line : host::session().messageArea) loaded_.important.push_back(line);
     if (ownFolder) unsetenv("HD_WORK_DIR");
-    if (host::session().elementLimitHit || (loaded_.stat == 9009 && !isInterrupted()))
+    if (host::session().elementLimitHit)
         note("Stopped: more elements than allowed (--max-elements)");
+    else if (loaded_.stat == 9009 && !isInterrupted())
+        note("Stopped: more entities than anyone can draw");
     if (keeps) finishKeeping();
 }
 
