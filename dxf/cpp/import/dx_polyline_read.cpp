@@ -1,5 +1,6 @@
 // Readers of POLYLINE, VERTEX and LWPOLYLINE.
 #include "../config/config_state.h"
+#include "../session/dx_documents.h"
 #include "dx_entity_base.h"
 #include "dx_entity_walk.h"
 #include "dx_polyline_import.h"
@@ -119,10 +120,19 @@ private:
         const int announced = rec_.vertexCount;
         full_ = announced != INT_MIN && static_cast<int>(rec_.vertices.size()) >= std::max(announced, 0);
         if (full_ || rec_.vertices.size() >= INT_MAX) return true;
+        if (rec_.vertices.empty()) makeRoom(announced);
         DX_VERTEX_TYPE& vertex = rec_.vertices.emplace_back();
         vertex.style = -1;
         vertex.location.x = DxfReadConvDouble(text);
         return true;
+    }
+    /// Room for what is announced, as far as the file can hold it.
+    void makeRoom(int announced) {
+        constexpr std::size_t bytesAVertex = 16, most = std::size_t(1) << 22;
+        const DxfDocument* const document = DxDocuments.current_;
+        if (announced <= 0 || !document) return;
+        const std::size_t left = (document->view.size - document->position) / bytesAVertex;
+        rec_.vertices.reserve(std::min({static_cast<std::size_t>(announced), left, most}));
     }
     bool put(RPT3 DX_VERTEX_TYPE::*point, double RPT3::*part, std::string_view text) {
         if (!full_ && !rec_.vertices.empty()) rec_.vertices.back().*point.*part = DxfReadConvDouble(text);
