@@ -7,6 +7,10 @@
 /// What a cursor points at.
 enum D_TYPE : int { D_NONE = 0, D_ELEMENT = 2, D_DIMENSION = 7, D_TEXT = 8 };
 
+/// RGB of colour 1 to 255 of the palette that drawing files number by, red in bits 16 to 23 and blue in the
+/// lowest; white for any other number.
+int DsPaletteRgb(int color);
+
 /// A pattern as an object of the store; opaque to the module.
 struct _ObObject; // NOLINT: the host's name
 

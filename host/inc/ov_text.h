@@ -69,6 +69,9 @@ struct OV_TEXT {
     OV_TEXT_PARM parm;
     OV_TEXT_EXT ext;
     double lineLength = 0; ///< in the drawing's unit, 0: lines aren't broken
+    /// The lines as the host shows them: those that are longer than the line length in pieces, without the
+    /// blanks at the breaks.
+    std::vector<UtCString> shownLines;
 };
 
 /// The current text parameters: 5 reads, 6 sets. 3011 for a height that isn't above 0, a width or a

@@ -121,14 +121,26 @@ void expectComesBack(const std::map<std::string, Shown>& before, const std::stri
     }
 }
 
-TEST_F(Export, RealDrawingsComeBack) {
+/// Calls `test` for a copy of each drawing of the folder TORVA_CORPUS, which lies as in.dxf in a folder of
+/// its own. False when there is no such folder.
+template <class Test>
+bool forEachRealDrawing(const Test& test) {
     const char* corpus = std::getenv("TORVA_CORPUS");
-    if (!corpus) GTEST_SKIP() << "TORVA_CORPUS names no directory with real drawings";
-    int seen = 0;
+    if (!corpus) return false;
     for (const auto& entry : fs::recursive_directory_iterator(corpus)) {
-        if (entry.path().extension() != ".dxf") continue;
-        TempDir folder;
+        const std::string extension = entry.path().extension();
+        if (extension != ".dxf" && extension != ".DXF") continue;
+        const TempDir folder;
         fs::copy_file(entry.path(), folder.file("in.dxf"));
+        test(folder, entry.path().filename().string());
+    }
+    return true;
+}
+constexpr const char* NO_CORPUS = "TORVA_CORPUS names no directory with real drawings";
+
+TEST_F(Export, RealDrawingsComeBack) {
+    int seen = 0;
+    const bool found = forEachRealDrawing([&](const TempDir& folder, const std::string& name) {
         const auto lineTypes = lineTypesOf(folder.read("in.dxf"));
         bool isFirst = true;
         for (const std::string& version : VERSIONS) {
@@ -138,33 +150,30 @@ TEST_F(Export, RealDrawingsComeBack) {
             isFirst = false;
             const auto before = shownByLayer();
             const Exported file = exportTo(folder, keepConfig(version, lineTypes));
-            EXPECT_EQ(file.stat, 0) << entry.path() << " " << version;
-            EXPECT_EQ(file.errors(), "") << entry.path() << " " << version;
-            ASSERT_EQ(importFile(folder, "out.dxf", keepOptions(version, lineTypes)).stat, 0) << entry.path();
-            expectComesBack(before, version, entry.path().filename());
+            EXPECT_EQ(file.stat, 0) << name << " " << version;
+            EXPECT_EQ(file.errors(), "") << name << " " << version;
+            ASSERT_EQ(importFile(folder, "out.dxf", keepOptions(version, lineTypes)).stat, 0) << name;
+            expectComesBack(before, version, name);
         }
-    }
+    });
+    if (!found) GTEST_SKIP() << NO_CORPUS;
     EXPECT_GT(seen, 0);
 }
 
 TEST_F(Export, RealDrawingsAreValidWithBlocks) {
-    const char* corpus = std::getenv("TORVA_CORPUS");
-    if (!corpus) GTEST_SKIP() << "TORVA_CORPUS names no directory with real drawings";
-    int seen = 0;
-    for (const auto& entry : fs::recursive_directory_iterator(corpus)) {
-        if (entry.path().extension() != ".dxf") continue;
-        TempDir folder;
-        fs::copy_file(entry.path(), folder.file("in.dxf"));
+    std::size_t seen = 0;
+    const bool found = forEachRealDrawing([&](const TempDir& folder, const std::string& name) {
         ImportOptions options = {};
         options.config = "#FLAGS-START\nREAD_LAYER=ATTR\n#FLAGS-END\n#EOF\n";
-        if (importFile(folder, "in.dxf", options).stat != 0) continue; // some are damaged on purpose
-        const std::string& version = VERSIONS[static_cast<std::size_t>(seen++) % VERSIONS.size()];
+        if (importFile(folder, "in.dxf", options).stat != 0) return; // some are damaged on purpose
+        const std::string& version = VERSIONS[seen++ % VERSIONS.size()];
         const Exported file =
             exportTo(folder, exportConfig(version, "LAYER_ELEM=ATTR\nWRITE_BLOCKS=YES\nWRITE_ATTR=1\n"));
-        EXPECT_EQ(file.stat, 0) << entry.path() << " " << version;
-        EXPECT_EQ(file.errors(), "") << entry.path() << " " << version;
-    }
-    EXPECT_GT(seen, 0);
+        EXPECT_EQ(file.stat, 0) << name << " " << version;
+        EXPECT_EQ(file.errors(), "") << name << " " << version;
+    });
+    if (!found) GTEST_SKIP() << NO_CORPUS;
+    EXPECT_GT(seen, 0U);
 }
 
 } // namespace

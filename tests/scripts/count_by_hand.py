@@ -44,7 +44,7 @@ def split_entities(pairs):
         if not runs:
             continue
         runs[-1].append(pair)
-        if pair[0] == 0 and pair[1] == "POLYLINE" or pair == (66, "1") or pair[0] == 66 and int(pair[1]) == 1:
+        if pair == (0, "POLYLINE") or pair[0] == 66 and int(pair[1]) == 1:
             owner = runs[-1]
     return runs
 

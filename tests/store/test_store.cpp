@@ -199,6 +199,19 @@ TEST_F(DrawingFile, EverythingComesBackToTheBit) {
     EXPECT_EQ(d.addPattern(false).number, 4) << "numbers aren't used twice";
 }
 
+TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
+    const Drawing saved = fullDrawing();
+    ASSERT_EQ(saveDrawing(saved, path), "");
+    sql("DROP TABLE curves; PRAGMA user_version = 1");
+    Drawing d;
+    ASSERT_EQ(loadDrawing(d, path), "");
+    for (const int number : {1, 3}) {
+        Pattern expected = *saved.find(number);
+        expected.curves.clear();
+        expectSame(*d.find(number), expected);
+    }
+}
+
 TEST_F(DrawingFile, WhatIsNoDrawingOfOursIsRefusedAndLeavesTheOpenDrawing) {
     Drawing open;
     open.addPattern(false);
@@ -221,7 +234,7 @@ TEST_F(DrawingFile, WhatIsNoDrawingOfOursIsRefusedAndLeavesTheOpenDrawing) {
 
 TEST_F(DrawingFile, DamageIsFound) {
     const char* const damages[] = {
-        "PRAGMA user_version = 2",
+        "PRAGMA user_version = 3",
         "PRAGMA user_version = 0",
         "DROP TABLE layers",
         "ALTER TABLE layers ADD COLUMN more",

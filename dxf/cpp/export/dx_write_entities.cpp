@@ -1,6 +1,5 @@
 #include "dx_write_entities.h"
 
-#include "../config/dx_colors.h"
 #include "../config/dx_pens.h"
 #include "../import/dx_extents.h"
 #include "../session/dx_writer.h"
@@ -72,9 +71,7 @@ private:
 std::string lookGroups(const DX_WRITE_STYLE& style) {
     std::string groups = DxPairText(8, style.layer);
     if (!style.lineType.IsEmpty()) groups += DxPairText(6, style.lineType);
-    if (style.colour == DX_COLOR_BY_LAYER || style.colour == -1) return groups;
-    const int colour = style.colour == DX_COLOR_BY_BLOCK ? 0 : style.colour;
-    return groups + DxPairText(62, UtFormat("%6d", colour));
+    return groups + DxColorText(style.colour);
 }
 
 } // namespace

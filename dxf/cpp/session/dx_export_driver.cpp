@@ -200,8 +200,7 @@ void Export::convertToDwg() {
     if (outcome_ == 0 && !DxTargetExisted) UtFileRemove(DxFileName);
     if (outcome_ == 0) return;
     DxProtoMsg(DxMsg(5756, DxSourceFileName.c_str()), 1);
-    UoPutMacVarD("&DxfStat", 1.0);               // a host that tests for 0 is to see it
-    if (outcome_) UoPutMacVarD("&DxfStat", 1.0); // the host asked for a file that isn't there
+    UoPutMacVarD("&DxfStat", 1.0); // the host asked for a file that isn't there
 }
 
 void Export::write() {

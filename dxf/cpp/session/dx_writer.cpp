@@ -239,9 +239,19 @@ int DxWriteString(int code, DxOutText value) {
     return DxWriteFileString(currentStream(), code, value);
 }
 
+static bool isWrittenColor(int colour) {
+    return colour != -9998 && colour != -1;
+}
+static int fileColor(int colour) {
+    return colour == -9999 ? 0 : colour;
+}
+
 int DxWriteFileColor(FILE* stream, int colour) {
-    if (colour == -9998 || colour == -1) return 0;
-    return DxWriteFileInt(stream, 62, colour == -9999 ? 0 : colour);
+    return isWrittenColor(colour) ? DxWriteFileInt(stream, 62, fileColor(colour)) : 0;
+}
+
+std::string DxColorText(int colour) {
+    return isWrittenColor(colour) ? DxPairText(62, UtFormat("%6d", fileColor(colour))) : std::string();
 }
 
 int DxWriteColor(int colour) {

@@ -40,6 +40,7 @@ int DxWriteFileString(FILE* stream, int code, DxOutText value);
 
 /// Group 62. -9999 writes 0 (by block); -9998 and -1 write nothing.
 int DxWriteColor(int colour);
+std::string DxColorText(int colour); ///< the same as it stands in the file
 int DxWriteFileColor(FILE* stream, int colour);
 /// Group 6; nothing for an empty name.
 int DxWriteLinetype(DxOutText name);

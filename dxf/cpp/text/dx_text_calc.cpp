@@ -48,12 +48,11 @@ void DxCharSpacingFactor(double charSpacing, double* dx) {
     if (isCharSpacing(charSpacing)) *dx = (charSpacing - smallestSpacing) * widening + 1.0;
 }
 
-void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx) {
-    if (!isCharSpacing(text->charSpacing)) return;
-    DxCharSpacingFactor(text->charSpacing, dx);
-    const double shift = text->height * DxCharSpacingShift(text->charSpacing);
-    text->point.x -= shift;
-    text->second.x -= shift;
+void DxCharSpacingToCAD(const DX_TEXT_TYPE& text, double* dx, RPT3* first, RPT3* second) {
+    DxCharSpacingFactor(text.charSpacing, dx);
+    const double shift = text.height * DxCharSpacingShift(text.charSpacing);
+    first->x -= shift;
+    second->x -= shift;
 }
 
 double DxCharSpacingToDXF(double dx) {

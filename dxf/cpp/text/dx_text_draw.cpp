@@ -85,13 +85,14 @@ double turnOf(const Mat44 m) {
     return isSeen ? std::atan2(m[0][1], m[0][0]) / toRadians : DxBlockRotation;
 }
 
-void toWorld(Placing& placing, DX_TEXT_TYPE& record, const Mat44 m) {
-    placing.dx = placing.charset->factor;
-    DxCharSpacingToCAD(&record, &placing.dx);
+void toWorld(Placing& placing, const Mat44 m) {
+    const DX_TEXT_TYPE& record = *placing.record;
     Mat44 storage;
     const auto* matrix = DxObjectMatrix(record.extrusion, m, storage);
     placing.first = record.point;
     placing.second = record.second;
+    placing.dx = placing.charset->factor;
+    DxCharSpacingToCAD(record, &placing.dx, &placing.first, &placing.second);
     if (placing.charset->font == 0) {
         placing.first.x -= record.height * DX_FACE_SHIFT;
         placing.second.x -= record.height * DX_FACE_SHIFT;
@@ -263,7 +264,7 @@ void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]) {
 }
 
 /// Draws a text whose pen and charset are known.
-static int drawIn(DX_TEXT_TYPE* text, const Mat44 m, DX_TEXT_KIND kind, bool keepsEmpty, int pen,
+static int drawIn(const DX_TEXT_TYPE* text, const Mat44 m, DX_TEXT_KIND kind, bool keepsEmpty, int pen,
                   const DxCharset& charset) {
     Placing placing{};
     placing.stretch = 1.0;
@@ -271,14 +272,14 @@ static int drawIn(DX_TEXT_TYPE* text, const Mat44 m, DX_TEXT_KIND kind, bool kee
     placing.charset = &charset;
     convert(placing);
     if (!keepsEmpty && isBlank(placing.converted)) return 0;
-    toWorld(placing, *text, m);
+    toWorld(placing, m);
     if (!DxIsFinite(placing.first) || !DxIsFinite(placing.second)) return 0;
     if (DxCheckPass) return checkExtents(placing);
     measure(placing);
     return make(placing, pen, kind);
 }
 
-int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
+int DxDrawText(const DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&text->base, &pen, &lineType)) return 0;
     return drawIn(text, m, static_cast<DX_TEXT_KIND>(type), keepEmpty != 0, pen,
@@ -286,8 +287,7 @@ int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty) {
 }
 
 int DxDrawTextEntity(const DX_TEXT_TYPE* text, const Mat44 m) {
-    DX_TEXT_TYPE copy = *text;
-    return DxDrawText(&copy, m, DX_TEXT_OF_ENTITY, 0);
+    return DxDrawText(text, m, DX_TEXT_OF_ENTITY, 0);
 }
 
 /// Draws the pieces of an MTEXT, which are alike in layer and line type. Blank ones hold the place of a line
@@ -312,9 +312,10 @@ static int drawPieces(DxMtextBlock& block, const Mat44 m) {
 
 int DxDrawMtext(const DX_TEXT_TYPE* text, const Mat44 m) {
     Mat44 storage;
-    DxMtextBlock block(*text, DxMirrors(DxObjectMatrix(text->extrusion, m, storage)));
     DX_TEXT_TYPE copy = *text;
+    DxMtextBlock block(copy, DxMirrors(DxObjectMatrix(text->extrusion, m, storage)));
     DxMtextLayOut(&copy, &block);
+    copy.text.clear(); // the pieces have it
     if (DxJoinTexts) DxTextListInit(static_cast<int>(block.count()));
     if (const int error = drawPieces(block, m)) return error;
     return DxJoinTexts && !DxCheckPass ? DxTextListJoin() : 0;

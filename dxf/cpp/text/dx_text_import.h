@@ -27,7 +27,7 @@ enum DX_TEXT_KIND : int { DX_TEXT_OF_ENTITY = 2, DX_TEXT_OF_DIMENSION = 3 };
 /// Makes the host's text for a record under the matrix of the insert level, or widens the extents in a check
 /// pass. `keepEmpty` keeps a text without visible characters. 0, also for a text that isn't to be drawn, or
 /// the host's error.
-int DxDrawText(DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty);
+int DxDrawText(const DX_TEXT_TYPE* text, const Mat44 m, int type, int keepEmpty);
 int DxDrawTextEntity(const DX_TEXT_TYPE* text, const Mat44 m);
 /// Takes an MTEXT apart and draws its pieces.
 int DxDrawMtext(const DX_TEXT_TYPE* text, const Mat44 m);
@@ -40,9 +40,9 @@ void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]);
 /// How far a face is moved to the left, relative to its height: the host leaves a little room in front of it.
 inline constexpr double DX_FACE_SHIFT = 0.025;
 
-/// What an MTEXT's character spacing means for the host: `dx` receives it, and the points of the record move.
-/// Spacings outside 0.75 to 4 change nothing.
-void DxCharSpacingToCAD(DX_TEXT_TYPE* text, double* dx);
+/// What an MTEXT's character spacing means for the host: `dx` receives it, and the two points, which are
+/// those of the record, move. Spacings outside 0.75 to 4 change nothing.
+void DxCharSpacingToCAD(const DX_TEXT_TYPE& text, double* dx, RPT3* first, RPT3* second);
 /// The spacing alone: `dx` receives it for a character spacing from 0.75 to 4 and stays otherwise.
 void DxCharSpacingFactor(double charSpacing, double* dx);
 /// The way back: the character spacing of an MTEXT for a spacing of the host, -1 for none: characters side by

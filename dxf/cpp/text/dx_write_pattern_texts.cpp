@@ -64,6 +64,7 @@ bool readText(int pat, int row, DX_WRITE_TEXT& out) {
     out.parm = read.parm;
     out.ext = read.ext;
     out.lineLength = read.lineLength;
+    for (const UtCString& line : read.shownLines) out.shownLines.push_back(line.str());
     if (out.parm.font == 0 && out.parm.face.IsEmpty()) { // a text without a font
         out.parm.font = 1;
         out.parm.width = out.parm.height * 0.6;

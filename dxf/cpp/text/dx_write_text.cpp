@@ -14,7 +14,6 @@
 #include "ci_text.h"
 #include "ds.h"
 #include "dx_mtext.h"
-#include "dx_text_break.h"
 #include "dx_text_codes.h"
 #include "dx_text_fonts.h"
 #include "dx_text_host.h"
@@ -87,12 +86,7 @@ private:
     }
 
     void breakLines() {
-        // The host leaves rounding a little room, and the space behind the last character needs none.
-        constexpr double slack = 1 + 1e-9;
-        std::vector<std::string> shown =
-            DxTextBreakLines(lines_, text_.lineLength * slack + 2 * padX_,
-                             [&](std::string_view c) { return hostLength(std::string(c)); });
-        const bool isBroken = shown.size() > lines_.size();
+        const bool isBroken = text_.shownLines.size() > lines_.size();
         const bool needsBox = isBroken || parm_.justification != 0; // a TEXT has none
         constexpr double usual = 5.0 / 3, least = 0.25, most = 4.0; // what the format's factor may be
         const double factor = isBroken ? parm_.lineDistance / usual : 1.0;
@@ -103,7 +97,7 @@ private:
             return;
         }
         if (!needsBox && lines_.size() == 1) return;
-        lines_ = std::move(shown);
+        lines_ = text_.shownLines;
         room_ = text_.lineLength;
         if (parm_.justification == 0) parm_.justification = column();
     }

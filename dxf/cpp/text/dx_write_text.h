@@ -25,7 +25,8 @@ struct DX_WRITE_TEXT {
     double x = 0, y = 0;            ///< reference point, drawing's unit
     OV_TEXT_PARM parm;
     OV_TEXT_EXT ext;
-    double lineLength = 0; ///< lines are broken to it, drawing's unit; 0: they aren't
+    double lineLength = 0;               ///< lines are broken to it, drawing's unit; 0: they aren't
+    std::vector<std::string> shownLines; ///< what they are broken into
 };
 
 int DxWritePatText(int pat); ///< All texts of the pattern, and the attributes that no text stands for.

@@ -1,6 +1,7 @@
 // Colours of pens. The pens of the 255 DXF colours have those colours; the others spread over the colour
 // space, so that any colour has a pen near it.
 #include "drawing/drawing.h"
+#include "ds.h"
 
 #include <array>
 #include <cmath>
@@ -97,3 +98,8 @@ Rgb paletteColor(int pen) {
 }
 
 } // namespace host
+
+int DsPaletteRgb(int color) {
+    const host::Rgb rgb = host::dxfColor(color);
+    return rgb.r << 16 | rgb.g << 8 | rgb.b;
+}

@@ -114,23 +114,21 @@ void Painter::drawElements(const Pattern& pattern) {
     strokePending();
 }
 
+void Painter::addLines(int pen, const std::vector<RPT3>& points, bool isClosed) {
+    if (points.empty()) return;
+    usePen(pen, 1);
+    const RPT3& start = isClosed ? points.back() : points.front();
+    path_.moveTo(frame_.map(start.x, start.y));
+    for (const RPT3& p : points) path_.lineTo(frame_.map(p.x, p.y));
+}
+
 void Painter::drawFaces(const Pattern& pattern) {
-    for (const Face& face : pattern.faces) {
-        if (face.points.empty()) continue;
-        usePen(face.pen, 1);
-        path_.moveTo(frame_.map(face.points.back().x, face.points.back().y));
-        for (const RPT3& p : face.points) path_.lineTo(frame_.map(p.x, p.y));
-    }
+    for (const Face& face : pattern.faces) addLines(face.pen, face.points, true);
     strokePending();
 }
 
 void Painter::drawCurves(const Pattern& pattern) {
-    for (const Curve& curve : pattern.curves) {
-        if (curve.points.empty()) continue;
-        usePen(curve.pen, 1);
-        path_.moveTo(frame_.map(curve.points.front().x, curve.points.front().y));
-        for (const RPT3& p : curve.points) path_.lineTo(frame_.map(p.x, p.y));
-    }
+    for (const Curve& curve : pattern.curves) addLines(curve.pen, curve.points, false);
     strokePending();
 }
 

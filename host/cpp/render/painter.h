@@ -27,6 +27,8 @@ private:
     void drawElement(const Pattern& pattern, const Element& element);
     Bezier mapBezier(const Bezier& b) const;
     void drawArc(const Element& element);
+    /// Adds lines through points in space, seen from above.
+    void addLines(int pen, const std::vector<RPT3>& points, bool isClosed);
     void addContour(FillPath& path, const Contour& contour) const;
     void drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family);
 

@@ -56,6 +56,13 @@ static int toInt(std::int64_t value) {
     return static_cast<int>(value);
 }
 
+/// Whether files of a version have the table of a record; a missing one is empty.
+template <class Record>
+static bool hasTable(std::int64_t version) {
+    if constexpr (requires { Row<Record>::since; }) return version >= Row<Record>::since;
+    return true;
+}
+
 /// Reads a table in the order of its keys; `place` gives the record that a row's keys stand for.
 template <class Record, class Place>
 static void readRows(Database& db, Place place) {
@@ -131,7 +138,7 @@ static DrawingHead readHead(Database& db, Drawing& drawing) {
     return head;
 }
 
-static void readPatterns(Database& db, const DrawingHead& head, Drawing& drawing) {
+static void readPatterns(Database& db, std::int64_t version, const DrawingHead& head, Drawing& drawing) {
     readRows<Pattern>(db, [&](const Keys<Pattern>& key) -> Pattern& {
         if (key[0] <= drawing.lastNumber || key[0] > head.lastNumber)
             throw StoreError("a pattern number is out of range");
@@ -146,7 +153,7 @@ static void readPatterns(Database& db, const DrawingHead& head, Drawing& drawing
     readPatternLists(db, drawing, &Pattern::dimensions);
     readPatternLists(db, drawing, &Pattern::bitmaps);
     readPatternLists(db, drawing, &Pattern::faces);
-    readPatternLists(db, drawing, &Pattern::curves);
+    if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
     readPatternLists(db, drawing, &Pattern::pointClouds);
     readPatternLists(db, drawing, &Pattern::solids);
     readPartLists(db, drawing, &Pattern::hatches, &Hatch::contours);
@@ -189,7 +196,8 @@ static void checkElements(const Drawing& drawing) {
 }
 
 template <class Record>
-static void checkTable(Database& db) {
+static void checkTable(Database& db, std::int64_t version) {
+    if (!hasTable<Record>(version)) return;
     Statement query(db, std::string("SELECT sql FROM sqlite_schema WHERE type = 'table' AND name = '") +
                             Row<Record>::table + "'");
     if (!query.next() || query.text(0) != createSql<Record>())
@@ -202,12 +210,13 @@ struct Checked {
 };
 
 template <class... R>
-static void checkTables(Database& db, const std::tuple<Checked<R>...>&) {
-    (checkTable<R>(db), ...);
+static void checkTables(Database& db, std::int64_t version, const std::tuple<Checked<R>...>&) {
+    (checkTable<R>(db, version), ...);
 }
 
-/// Refuses what isn't a drawing file of this version, ahead of reading its content.
-static void checkFile(Database& db) {
+/// Refuses what isn't a drawing file that this program knows, ahead of reading its content. Gives its
+/// version.
+static std::int64_t checkFile(Database& db) {
     if (db.number("PRAGMA application_id") != kDrawingFileId) throw StoreError("it isn't a drawing file");
     const std::int64_t version = db.number("PRAGMA user_version");
     if (version > kDrawingFileVersion)
@@ -215,7 +224,8 @@ static void checkFile(Database& db) {
                          ", known up to " + std::to_string(kDrawingFileVersion) + ")");
     if (version < 1) throw StoreError("the file is damaged");
     if (db.text("PRAGMA quick_check(1)") != "ok") throw StoreError("the file is damaged");
-    checkTables(db, ForEachRow<Checked>{});
+    checkTables(db, version, ForEachRow<Checked>{});
+    return version;
 }
 
 static void readDatabase(Drawing& drawing, const std::string& path) {
@@ -223,8 +233,8 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     if (stat(path.c_str(), &about) != 0) throw StoreError(std::strerror(errno));
     if (!S_ISREG(about.st_mode)) throw StoreError("it isn't a file");
     Database db(path, Database::Mode::Read);
-    checkFile(db);
-    readPatterns(db, readHead(db, drawing), drawing);
+    const std::int64_t version = checkFile(db);
+    readPatterns(db, version, readHead(db, drawing), drawing);
     readTables(db, drawing);
     checkElements(drawing);
     drawing.recount();

@@ -12,7 +12,7 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion = 1;     ///< PRAGMA user_version
+inline constexpr int kDrawingFileVersion = 2;     ///< PRAGMA user_version; 2 has curves
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -178,6 +178,7 @@ struct Row<Face> {
 
 template <>
 struct Row<Curve> {
+    static constexpr int since = 2; ///< version of the file that has this table first, 1 where it isn't said
     static constexpr const char* table = "curves";
     static constexpr std::array keys{"pattern", "position"};
     template <class V, class R>

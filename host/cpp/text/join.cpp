@@ -149,7 +149,7 @@ std::optional<Text> joinTexts(const std::vector<Text>& texts, const Drawing& dra
     joined.origin = 7 + edge;
     joined.justification = edge;
     joined.lines.clear();
-    joined.lines.reserve(joined.lines.size() + lines.size());
+    joined.lines.reserve(lines.size());
     for (const Line& line : lines) joined.lines.push_back(line.text);
     const Line& first = *firstWithText(lines);
     const double along = first.left + (first.right - first.left) * edge / 2;

@@ -73,6 +73,13 @@ static int readText(const Text& text, OV_TEXT* out) {
     out->parm = parmOf(text);
     out->ext = extOf(text);
     out->lineLength = text.lineLength;
+    out->shownLines.clear();
+    if (text.lineLength > 0) {
+        for (const LayoutLine& line : layoutText(text, sheetMillimetres(openDrawing())).lines)
+            out->shownLines.emplace_back(line.text);
+    } else {
+        out->shownLines = out->lines;
+    }
     setParm(drawingState().textParameters, out->parm);
     setExt(drawingState().textParameters, out->ext);
     return 0;
