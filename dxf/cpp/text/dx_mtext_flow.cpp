@@ -40,7 +40,7 @@ void DxMtextFlow::run() {
     if (withText == 1 && room < HUGE_VAL) {
         const auto only =
             std::find_if(runs.begin(), runs.end(), [](const DxMtextRun& run) { return run.hasText(); });
-        flowOne(std::move(*only), room);
+        flowOne(*only, room);
     } else {
         flowAll(std::move(runs), room);
     }
@@ -210,7 +210,7 @@ static double hostRoom(double room) {
 }
 
 /// As many lines of the host as a piece may hold stand in one; the next ones below it.
-void DxMtextFlow::flowOne(DxMtextRun run, double room) {
+void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
     std::vector<Word> words;
     for (std::string_view rest = run.text; !rest.empty(); rest.remove_prefix(words.back().all.size()))
         words.push_back(nextWord(rest));

@@ -49,7 +49,7 @@ private:
     static double widthOf(const DxMtextRun& run, std::string_view text);
     double advanceOf(const DxMtextRun& run, std::string_view text) const;
 
-    void flowOne(DxMtextRun run, double room);
+    void flowOne(const DxMtextRun& run, double room);
     static std::string_view textOf(std::span<const Word> words, bool endsRun);
     static HostPiece hostPiece(const DxMtextRun& run, std::span<const Word> words, bool endsRun, double room);
     static HostPiece nextPiece(const DxMtextRun& run, std::span<const Word> words, double room);

@@ -89,7 +89,7 @@ UtCString UtFileTarget(const UtCString& path) {
     if (!S_ISREG(status.st_mode) || ::access(name.c_str(), W_OK) != 0) return {};
     char* real = ::realpath(name.c_str(), nullptr);
     if (!real) return path;
-    const UtCString target(real);
+    UtCString target(real);
     std::free(real);
     return target;
 }
