@@ -179,6 +179,7 @@ TEST_F(TextImport, CodePagesReadRight) {
     };
     EXPECT_EQ(in("ANSI_1252", "\xC4\x80\xDF"), "'Ä€ß'");
     EXPECT_EQ(in("ANSI_1251", "\xCF\xF0"), "'Пр'");
+    EXPECT_EQ(in("ANSI_1251", "%%239%%p"), "'п±'") << "the character of a number is of the page, too";
     EXPECT_EQ(in("ANSI_1253", "\xD9"), "'Ω'");
     EXPECT_EQ(in("ANSI_1250", "\xB3"), "'ł'");
     EXPECT_EQ(in("ANSI_932", "\x83\x5C\x95\x5C%%c1"), "'ソ表Ø1'") << "a trail byte like a backslash";
@@ -199,6 +200,38 @@ TEST_F(TextImport, CodePagesReadRight) {
     EXPECT_EQ(in("ANSI_1252", "\xC4 raw", "AC1021"), "'Ä raw'") << "bytes that aren't UTF-8";
 }
 
+TEST_F(TextImport, FacesKeepTheirNames) {
+    const std::string gothic = "ＭＳ ゴシック",
+                      gothic932 = "\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E";
+    const auto faces = [](const char* version, const char* page, const std::string& face) {
+        std::string all;
+        for (const host::Text& text :
+             importTexts(dxf()
+                             .header(version, {{9, "$DWGCODEPAGE"}, {3, page}})
+                             .record("STYLE", style("S", "x.ttf", face))
+                             .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}})
+                             .entity("MTEXT", textAt(0, 0, "{\\f" + face + "|b0|i0;abc}"))))
+            all += text.face + ";";
+        return all;
+    };
+    EXPECT_EQ(faces("AC1015", "ANSI_932", gothic932), gothic + ";" + gothic + ";");
+    EXPECT_EQ(faces("AC1027", "ANSI_932", gothic), gothic + ";" + gothic + ";");
+    EXPECT_EQ(faces("AC1027", "ANSI_1252", gothic), gothic + ";" + gothic + ";");
+    EXPECT_EQ(faces("AC1027", "ANSI_1252",
+                    "Gr\xF6\xDF"
+                    "e"),
+              "Größe;Größe;")
+        << "bytes that aren't UTF-8";
+}
+
+TEST_F(TextImport, SequencesOfTheConfigurationAreOfTheCodePageToo) {
+    ImportOptions options = textOptions();
+    for (const char* row : {"\xE4!|65", "ä!|65"}) {
+        options.config = std::string("#CHAR-DXF-TO-CAD\n1\n") + row + "\n#EOF\n";
+        EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, "\xE4!\xE4")), options)), "'Aä'") << row;
+    }
+}
+
 TEST_F(TextImport, CharactersMayBeDividedBetweenThePiecesOfAText) {
     const auto divided = [](const std::string& page, const std::string& version, const std::string& text,
                             std::size_t at) {
@@ -215,6 +248,15 @@ TEST_F(TextImport, LongEmptyAndBrokenTexts) {
     const std::string longText(2047, 'x');
     EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, longText)))), "'" + longText + "'");
     EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, longText + "yz")))), "'" + longText + "'");
+    std::string wide;
+    for (int i = 0; i < 2047; ++i) wide += "日";
+    const auto unicode = [](const char* kind, const DxfGroups& groups) {
+        return saidBy(importTexts(dxf().header("AC1027").entity(kind, groups)));
+    };
+    EXPECT_EQ(unicode("TEXT", textAt(0, 0, wide + "本x")), "'" + wide + "'");
+    EXPECT_EQ(unicode("ATTRIB", textAt(0, 0, wide) + DxfGroups{{2, "A"}}), "'" + wide + "'");
+    EXPECT_EQ(unicode("ATTDEF", textAt(0, 0, "x") + DxfGroups{{2, wide}}), "'" + wide.substr(0, 66) + "'")
+        << "a name has room for 160 bytes, and no half of an escape stays";
     EXPECT_TRUE(importTexts(oneText(textAt(0, 0, "   "))).empty());
     EXPECT_TRUE(importTexts(oneText(textAt(0, 0, ""))).empty());
     const auto noWidth = importTexts(oneText(textAt(0, 0, "abc") + DxfGroups{{41, "0"}}));

@@ -125,7 +125,7 @@ double measureChar(const DxTextMeasure& what, char32_t c) {
     parm.font = 0;
     parm.height = parm.width = size;
     parm.spacing = 1.0;
-    parm.face = UtCString(what.font, DxFileHostCodePage());
+    parm.face = DxHostText(what.font);
     for (int i = 0; i < DX_BIT_COUNT; ++i) parm.bits[i] = what.bits ? what.bits[i] : 0;
     double width = 0, height = 0;
     std::string text;
