@@ -1,6 +1,7 @@
 // TEXT: characters, fonts, size and place.
 #include "text_support.h"
 
+#include "../../dxf/cpp/text/dx_text_fonts.h"
 #include "services/session.h"
 
 #include <gtest/gtest.h>
@@ -105,6 +106,41 @@ TEST_F(TextImport, LengthFollowsTheFontsTable) {
     EXPECT_EQ(texts[0].font, 3);
     const RPT end = inkAt(texts[0], 1, 0);
     EXPECT_NEAR(end.x, (h + space + i) * 0.01 * 5 * 0.5, 1e-6);
+}
+
+TEST(TextTables, AreTheInstallations) {
+    TempDir folder;
+    folder.write("1700/cad/glob/font/std.7", "P\n*A;65\nW120\n*?;300\nW9\n x\n*a;66;\nW 80\n");
+    folder.write("1700/int/dxf/font/own.chr", "40\n256,50,20\n65,60,30,9\n66,70,10\n999,1,1\n");
+    setenv("HD_U", folder.path().c_str(), 1);
+    DxResetTextState();
+    const std::string switches = "\x0e"
+                                 "AB\x0e";
+    double length = 0;
+    int proportional = 0;
+    EXPECT_EQ(DxTextGetCadFontLen(switches, 3, &length, &proportional), 1);
+    EXPECT_EQ(length, 200) << "no table: each character counts, a switch doesn't";
+    EXPECT_EQ(DxTextGetCadFontLen(switches + "C", 7, &length, &proportional), 0);
+    EXPECT_EQ(length, 120 + 80 + 100) << "the average of what is there";
+    EXPECT_EQ(proportional, 1);
+    EXPECT_EQ(DxTextGetCadFontLen("A", 3, &length, &proportional), 0);
+    EXPECT_EQ(length, 120) << "the table loaded last";
+    DxTextMeasure what;
+    what.font = "own";
+    what.height = 10;
+    DxTextLength measured;
+    const auto lengthOf = [&](std::string_view text) {
+        what.text = text;
+        EXPECT_EQ(DxTextGetDxfFontLen(what, &measured), 0);
+        return measured.length;
+    };
+    EXPECT_DOUBLE_EQ(lengthOf("%%d"), 5) << "256 stands for the degree sign";
+    EXPECT_DOUBLE_EQ(lengthOf("BB"), 15);
+    EXPECT_DOUBLE_EQ(lengthOf("AB"), 14.5) << "A has no line of three numbers";
+    EXPECT_DOUBLE_EQ(lengthOf(""), 0);
+    EXPECT_DOUBLE_EQ(measured.lineDistance, 1.3);
+    unsetenv("HD_U");
+    DxResetTextState();
 }
 
 TEST_F(TextImport, FacesKeepTheirProportionsAndStandAFortiethToTheLeft) {

@@ -170,6 +170,11 @@ double faceLength(const DxTextMeasure& what, double factor) {
     return widths * what.height * factor;
 }
 
+/// True for what switches a line along a text of the host on or off: it takes no room.
+bool isSwitch(char32_t c) {
+    return c < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(c));
+}
+
 /// Width and space of a text in a font without a table.
 constexpr Cell usualCell{67, 33};
 
@@ -178,7 +183,7 @@ constexpr Cell usualCell{67, 33};
 int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* proportional) {
     const int index = DxTextGetCadFontIndex(font);
     if (index < 0) {
-        *length = static_cast<double>(DxCharCount(text)) * 100.0;
+        *length = DxTextHostCount(text) * 100.0;
         *proportional = 0;
         return 1;
     }
@@ -186,6 +191,7 @@ int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* pr
     double sum = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t c = DxNextChar(text, pos);
+        if (isSwitch(c)) continue;
         const int code = DxHostCode(c);
         const std::uint16_t width =
             code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
@@ -208,7 +214,7 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
     *width = *space = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t character = DxNextChar(text, pos);
-        if (character < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(character))) continue;
+        if (isSwitch(character)) continue;
         const int code = DxTextTableCode(character, font);
         const Cell cell = table ? cellOf(*table, code) : usualCell;
         *width += cell.width * 0.01;
