@@ -81,11 +81,6 @@ double DxMtextFlow::widthOf(const DxMtextRun& run, std::string_view text) {
     return length.length;
 }
 
-/// Width with the space to what follows.
-double DxMtextFlow::advanceOf(const DxMtextRun& run, std::string_view text) const {
-    return text.empty() ? 0 : widthOf(run, text) + run.space * run.height;
-}
-
 /// Blanks at the end of a line are shown by its end; they would only shift a line that is held at its right.
 void DxMtextFlow::trimLine() {
     DxMtextRun& last = block_.runs_.back();
@@ -119,8 +114,9 @@ public:
         DxCharSpacingFactor(run.charSpacing, &spacing);
         const double faceWidth = run.height * (run.widthFactor == 0 ? 1.0 : run.widthFactor);
         const double room = charset_.font == 0 ? faceWidth : length.length;
-        const DxTextCadParams parms =
-            DxTextCalcCadParams(run.height, room, charset_.font, converted(text), length.space, spacing);
+        const DxTextCadParams parms = DxTextCalcCadParams(
+            run.height, room, charset_.font, charset_.font == 0 ? text : std::string_view(converted(text)),
+            length.space, spacing);
         width_ = parms.width / (DxScale * DxDrawUnit);
         gap_ = (parms.spacing - 1) * width_;
         face_.height = 1.0;
@@ -130,19 +126,18 @@ public:
     double gap() const { return gap_; }
     /// With the gaps behind all its characters.
     double operator()(std::string_view word) {
-        const std::string& text = converted(word);
-        double cells = 0;
         if (charset_.font == 0) {
             DxTextLength length;
             face_.text = word;
             DxTextGetDxfFontLen(face_, &length);
-            cells = length.length;
-        } else {
-            int isProportional = 0;
-            DxTextGetCadFontLen(text, charset_.font, &cells, &isProportional);
-            cells *= 0.01;
+            const double gaps = gap_ == 0 ? 0 : DxTextHostCount(converted(word)) * gap_;
+            return length.length * width_ + gaps;
         }
-        return cells * width_ + DxTextHostCount(text) * gap_;
+        const std::string& text = converted(word);
+        double hundredths = 0;
+        int isProportional = 0;
+        DxTextGetCadFontLen(text, charset_.font, &hundredths, &isProportional);
+        return hundredths * 0.01 * width_ + DxTextHostCount(text) * gap_;
     }
 
 private:
@@ -256,11 +251,13 @@ void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
     while (!rest.empty()) {
         const Word word = nextWord(rest);
         const double width = widthOf(run, word.text);
+        const double widthOfAll = word.all.size() > word.text.size() ? widthOf(run, word.all) : width;
         const bool isFull = open_ == &run && visible_ + word.visible > DX_PIECE_LIMIT;
         if (isFull || (x_ > 0 && x_ + width > room)) nextLine();
         append(run, word, width, lines.codes());
+        block_.runs_.back().length = x_ + widthOfAll - block_.runs_.back().x;
         lines.follow(word.all);
-        x_ += advanceOf(run, word.all);
+        x_ += widthOfAll + run.space * run.height;
         rest.remove_prefix(word.all.size());
     }
 }
@@ -283,7 +280,6 @@ void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, 
     piece.measured = piece.text.size();
     visible_ += word.visible;
     block_.close();
-    if (word.all.size() > word.text.size()) piece.length = x_ + widthOf(run, word.all) - piece.x;
 }
 
 /// Numerator and denominator stay together.
