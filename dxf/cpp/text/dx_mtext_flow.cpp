@@ -65,7 +65,8 @@ DxMtextFlow::Word DxMtextFlow::nextWord(std::string_view text) {
     std::size_t pos = 0;
     int visible = 0;
     while (pos < text.size() && text[pos] != ' ' && visible < DX_PIECE_LIMIT) {
-        const DxTextUnit unit = DxNextTextUnit(text, pos);
+        const bool isPlain = DxIsPlain(text[pos]); // most are
+        const DxTextUnit unit = isPlain ? DxTextUnit{U'x', 0, 1} : DxNextTextUnit(text, pos);
         if (unit.character) ++visible;
         pos += unit.length;
     }

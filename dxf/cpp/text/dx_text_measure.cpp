@@ -184,7 +184,7 @@ int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* pr
     double sum = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t c = DxNextChar(text, pos);
-        const int code = DxHostCode(c);
+        const int code = c < 128 ? static_cast<int>(c) : DxHostCode(c);
         const std::uint16_t width =
             code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
         if (width != DxCadFontTable::undefined) {
