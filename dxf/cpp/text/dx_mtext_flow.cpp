@@ -207,7 +207,9 @@ static double hostRoom(double room) {
 
 /// As many lines of the host as a piece may hold stand in one; the next ones below it.
 void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
+    constexpr std::size_t usualWord = 5;
     std::vector<Word> words;
+    words.reserve(run.text.size() / usualWord + 1);
     for (std::string_view rest = run.text; !rest.empty(); rest.remove_prefix(words.back().all.size()))
         words.push_back(nextWord(rest));
     const double distance = DxMtextLineDist(run.height, block_.record_);
