@@ -6,6 +6,7 @@
 #include "services/session.h"
 #include "uo.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace {
@@ -90,6 +91,40 @@ TEST_F(HostText, WidthsComeFromTablesForNumbersAndFromFilesForFaces) {
     parm_.spacing = 1.5;
     EXPECT_NEAR(widthOf("HH"), 2 * 1479 + 2 * 0.5 * 1409, 1e-6);
     EXPECT_GT(widthOf("\u65E5"), 1000) << "another font serves what this one lacks";
+}
+
+/// What is drawn of a glyph beyond the left and the right end of its cell.
+std::array<double, 2> overhang(const host::Glyph& glyph, char32_t c) {
+    const host::FileGlyph own = host::FontFile::open(glyph.file->path(), glyph.file->faceIndex())->glyph(c);
+    const double left = glyph.offset + own.left * glyph.scale;
+    return {-left, left + own.ink * glyph.scale - glyph.cell};
+}
+
+TEST_F(HostText, GlyphsStandInTheMiddleOfTheirCellAndOffTheirNeighbours) {
+    for (const int number : {1, 2, 3, 4, 9, 25}) {
+        host::TextFont& font = host::textFonts().resolve({number, "", false, false});
+        for (const char32_t c : U"AjMWm1%@&#\u00c6\u00d8\u20ac\u2030\u0416\u0449\u56f3\u2260") {
+            if (c == 0) continue;
+            const auto beyond = overhang(font.glyph(c), c);
+            EXPECT_NEAR(beyond[0], beyond[1], 1e-9) << number << " " << static_cast<unsigned>(c);
+            EXPECT_LT(beyond[0], 0.11) << number << " " << static_cast<unsigned>(c);
+        }
+    }
+}
+
+TEST_F(HostText, FilesThatLackACharacterOrAStyle) {
+    host::TextFonts& fonts = host::textFonts();
+    const auto face = [&](const char* name, bool bold) -> host::TextFont& {
+        return fonts.resolve({0, name, bold, false});
+    };
+    host::TextFont& iso = face("osifont", false);
+    EXPECT_EQ(iso.glyph(U'\u0451').index, iso.glyph(U'\u00eb').index) << "a block of its own in that file";
+    host::TextFont& sans = face("Liberation Sans", false);
+    for (const char32_t c : U"\u9762\u8868\u793a") // the first two are in osifont too
+        if (c) EXPECT_EQ(sans.glyph(c).file, sans.glyph(U'\u8bf4').file) << static_cast<unsigned>(c);
+    EXPECT_TRUE(face("osifont", true).thickened()) << "it comes in one weight";
+    EXPECT_FALSE(face("osifont", false).thickened());
+    EXPECT_FALSE(face("Liberation Sans", true).thickened());
 }
 
 TEST_F(HostText, AMissingFaceIsToldOnce) {
