@@ -133,10 +133,14 @@ TEST_F(HostText, AMissingFaceIsToldOnce) {
     parm_.face = "Arial Narrow";
     const double narrow = widthOf("abc");
     widthOf("def");
+    parm_.face = "Arial";
+    const double arial = widthOf("RAY");
     parm_.face = "Liberation Sans";
-    EXPECT_NEAR(narrow, 0.82 * widthOf("abc"), 1e-9);
+    EXPECT_NEAR(narrow, 0.788 * widthOf("abc"), 1e-9);
+    EXPECT_NEAR(arial, parm_.width * (0.722 + 2 * 0.667) / 0.716, 0.01 * arial)
+        << "as wide as the face, whose capital letters are higher than the stand-in's";
     const auto& area = host::session().messageArea;
-    ASSERT_EQ(area.size(), 1u);
+    ASSERT_EQ(area.size(), 2u);
     EXPECT_NE(area[0].find("Arial Narrow"), std::string::npos);
     EXPECT_NE(area[0].find("Liberation Sans"), std::string::npos);
 }
