@@ -246,6 +246,12 @@ TEST_F(Mtext, TheBackgroundIsThatOfTheEntity) {
     EXPECT_TRUE(sheet.at(0).backOn);
     EXPECT_EQ(sheet[0].fillPen, 0);
     EXPECT_FALSE(texts("a").at(0).backOn);
+    for (const char* attachment : {"1", "5", "9"}) {
+        const auto lines = texts("a\\Pb", {{90, "1"}, {63, "5"}, {44, "1.4"}, {71, attachment}});
+        EXPECT_NEAR(lines.at(0).y + shown(lines[0]).bottom,
+                    lines.at(1).y + shown(lines[1]).bottom + shown(lines[1]).height, 1e-6)
+            << "no gap between the grounds of lines";
+    }
     EXPECT_EQ(said("abc"), saidBy(texts("abc", {{101, "Embedded Object"}, {1, "other"}, {40, "9"}})));
 }
 
