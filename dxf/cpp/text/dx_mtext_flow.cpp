@@ -99,6 +99,15 @@ void DxMtextFlow::nextLine() {
     block_.runs_.pop_back(); // the runs to come begin by themselves
     x_ = 0;
     open_ = nullptr;
+    beginsLine_ = true;
+}
+
+/// Where a run of the unbroken line stands in its line, which begins with the first run's top as a paragraph
+/// does. Runs keep their common baseline.
+double DxMtextFlow::levelIn(double y) {
+    if (beginsLine_) level_ = y;
+    beginsLine_ = false;
+    return y - level_;
 }
 
 namespace {
@@ -268,8 +277,7 @@ void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
 /// Appends a word to the run that has its format, or begins one.
 void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, const std::string& lines) {
     if (open_ != &run) {
-        const double y = block_.isFirstLine_ ? run.y : std::max(run.y, 0.0);
-        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, y);
+        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, levelIn(run.y));
         piece.text = lines;
         piece.boxWidth = 0;
         open_ = &run;
@@ -293,10 +301,12 @@ void DxMtextFlow::flowStack(const DxMtextRun* parts, std::size_t count, double r
         right = std::max(right, parts[i].right());
     }
     if (x_ > 0 && x_ + right - left > room) nextLine();
+    const double drop = levelIn(parts[count - 1].y) - parts[count - 1].y; // the lower one stands on the line
     for (std::size_t i = 0; i < count; ++i) {
         DxMtextRun& piece = block_.runs_.emplace_back(parts[i]);
         piece.boxWidth = 0;
         piece.x += x_ - left;
+        piece.y += drop;
         block_.close();
     }
     x_ += right - left + parts[0].space * parts[0].height;
