@@ -49,9 +49,9 @@ int DxCiTextAdd(int pat, int* row, const RPT3& point, const UtCString& text, int
     DsCsr cursor;
     if (const int error = DsCursorFromPatNo(pat, &cursor)) return error;
     const bool hasEscapes = text.str().find('\\') != std::string::npos;
-    const int error = hasEscapes ? texts.Add(cursor, point, DxTextConv2Unicode(text.str()))
+    const int added = hasEscapes ? texts.Add(cursor, point, DxTextConv2Unicode(text.str()))
                                  : texts.Add(cursor, point, text);
-    if (error) return error;
+    if (added) return added;
     *row = cursor.Get().elRow;
     if (lineLength > 0) {
         if (const int error = texts.ChgLineLen(cursor, lineLength)) return error;
