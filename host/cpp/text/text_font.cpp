@@ -153,8 +153,9 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
     }
     const Substitute& substitute = substituteFor(face);
     if (!face.empty() && told_.insert(face).second) tellSubstitute(face, substitute);
-    FontFile* file = library_.find(std::string(substitute.family), key.bold, key.italic);
-    return std::make_unique<FaceFont>(file, substitute.width, key.bold, key.italic);
+    const bool bold = key.bold || substitute.bold, italic = key.italic || substitute.italic;
+    FontFile* file = library_.find(std::string(substitute.family), bold, italic);
+    return std::make_unique<FaceFont>(file, substitute.width, bold, italic);
 }
 
 } // namespace host
