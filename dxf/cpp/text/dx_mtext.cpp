@@ -383,7 +383,7 @@ static RPT3 objectPoint(const DX_TEXT_TYPE& text) {
 void DxMtextLayOut(DX_TEXT_TYPE* text, DxMtextBlock* block) {
     const DxCharset& charset = *block->firstFont()->charset;
     const std::string startFont(charset.fontFile.view());
-    if (charset.font != 0) DxTextGetFontIndex(startFont);
+    if (charset.font != 0 && !charset.fontTable) DxTextGetFontIndex(startFont);
     DxMtextFlatten(text->text,
                    {text->base.color, -1, startFont, false, text->height, text->oblique, 1.0, 1.0});
     const std::size_t lastOther = text->text.find_last_not_of('\\');

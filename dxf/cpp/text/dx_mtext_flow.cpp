@@ -65,7 +65,8 @@ DxMtextFlow::Word DxMtextFlow::nextWord(std::string_view text) {
     std::size_t pos = 0;
     int visible = 0;
     while (pos < text.size() && text[pos] != ' ' && visible < DX_PIECE_LIMIT) {
-        const DxTextUnit unit = DxNextTextUnit(text, pos);
+        const bool isPlain = DxIsPlain(text[pos]); // most are
+        const DxTextUnit unit = isPlain ? DxTextUnit{U'x', 0, 1} : DxNextTextUnit(text, pos);
         if (unit.character) ++visible;
         pos += unit.length;
     }
@@ -79,11 +80,6 @@ double DxMtextFlow::widthOf(const DxMtextRun& run, std::string_view text) {
     DxTextLength length;
     DxTextGetDxfFontLen(run.measure(text), &length);
     return length.length;
-}
-
-/// Width with the space to what follows.
-double DxMtextFlow::advanceOf(const DxMtextRun& run, std::string_view text) const {
-    return text.empty() ? 0 : widthOf(run, text) + run.space * run.height;
 }
 
 /// Blanks at the end of a line are shown by its end; they would only shift a line that is held at its right.
@@ -128,8 +124,9 @@ public:
         DxCharSpacingFactor(run.charSpacing, &spacing);
         const double faceWidth = run.height * (run.widthFactor == 0 ? 1.0 : run.widthFactor);
         const double room = charset_.font == 0 ? faceWidth : length.length;
-        const DxTextCadParams parms =
-            DxTextCalcCadParams(run.height, room, charset_.font, converted(text), length.space, spacing);
+        const DxTextCadParams parms = DxTextCalcCadParams(
+            run.height, room, charset_.font, charset_.font == 0 ? text : std::string_view(converted(text)),
+            length.space, spacing);
         width_ = parms.width / (DxScale * DxDrawUnit);
         gap_ = (parms.spacing - 1) * width_;
         face_.height = 1.0;
@@ -139,19 +136,18 @@ public:
     double gap() const { return gap_; }
     /// With the gaps behind all its characters.
     double operator()(std::string_view word) {
-        const std::string& text = converted(word);
-        double cells = 0;
         if (charset_.font == 0) {
             DxTextLength length;
             face_.text = word;
             DxTextGetDxfFontLen(face_, &length);
-            cells = length.length;
-        } else {
-            int isProportional = 0;
-            DxTextGetCadFontLen(text, charset_.font, &cells, &isProportional);
-            cells *= 0.01;
+            const double gaps = gap_ == 0 ? 0 : DxTextHostCount(converted(word)) * gap_;
+            return length.length * width_ + gaps;
         }
-        return cells * width_ + DxTextHostCount(text) * gap_;
+        const std::string& text = converted(word);
+        double hundredths = 0;
+        int isProportional = 0;
+        DxTextGetCadFontLen(text, charset_.font, &hundredths, &isProportional);
+        return hundredths * 0.01 * width_ + DxTextHostCount(text) * gap_;
     }
 
 private:
@@ -220,7 +216,9 @@ static double hostRoom(double room) {
 
 /// As many lines of the host as a piece may hold stand in one; the next ones below it.
 void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
+    constexpr std::size_t usualWord = 5;
     std::vector<Word> words;
+    words.reserve(run.text.size() / usualWord + 1);
     for (std::string_view rest = run.text; !rest.empty(); rest.remove_prefix(words.back().all.size()))
         words.push_back(nextWord(rest));
     const double distance = DxMtextLineDist(run.height, block_.record_);
@@ -265,11 +263,13 @@ void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
     while (!rest.empty()) {
         const Word word = nextWord(rest);
         const double width = widthOf(run, word.text);
+        const double widthOfAll = word.all.size() > word.text.size() ? widthOf(run, word.all) : width;
         const bool isFull = open_ == &run && visible_ + word.visible > DX_PIECE_LIMIT;
         if (isFull || (x_ > 0 && x_ + width > room)) nextLine();
         append(run, word, width, lines.codes());
+        block_.runs_.back().length = x_ + widthOfAll - block_.runs_.back().x;
         lines.follow(word.all);
-        x_ += advanceOf(run, word.all);
+        x_ += widthOfAll + run.space * run.height;
         rest.remove_prefix(word.all.size());
     }
 }
@@ -291,7 +291,6 @@ void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, 
     piece.measured = piece.text.size();
     visible_ += word.visible;
     block_.close();
-    if (word.all.size() > word.text.size()) piece.length = x_ + widthOf(run, word.all) - piece.x;
 }
 
 /// Numerator and denominator stay together.

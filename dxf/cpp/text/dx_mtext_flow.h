@@ -47,7 +47,6 @@ private:
 
     bool needsBreak(double room, std::size_t& withText) const;
     static double widthOf(const DxMtextRun& run, std::string_view text);
-    double advanceOf(const DxMtextRun& run, std::string_view text) const;
 
     void flowOne(const DxMtextRun& run, double room);
     static std::string_view textOf(std::span<const Word> words, bool endsRun);

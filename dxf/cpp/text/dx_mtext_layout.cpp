@@ -21,14 +21,16 @@ static int attachmentOf(const DX_TEXT_TYPE& record, bool isMirrored) {
 }
 
 DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored)
-    : record_(record), isMirrored_(isMirrored), attachment_(attachmentOf(record, isMirrored)) {
+    : record_(record), isMirrored_(isMirrored),
+      attachment_(attachmentOf(record, isMirrored)), firstFont_{record.style,
+                                                                &DxTextGetCharset(record.style.view(), {})} {
     constexpr std::size_t usualRuns = 5;
     constexpr double toRadians = 0.017453292519943295;
     const double angle = std::fmod(record.rotation, 360.0) * toRadians;
     cos_ = std::cos(angle);
     sin_ = std::sin(angle);
     DxMtextLook look;
-    look.font = font(record.style);
+    look.font = &firstFont_;
     look.height = record.height;
     look.oblique = record.oblique;
     look.widthFactor = look.font->charset->widthFactor;
@@ -41,10 +43,11 @@ DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored)
 }
 
 const DxMtextFont* DxMtextBlock::font(const DX_NAME& style) {
-    const auto known = std::find_if(fonts_.begin(), fonts_.end(),
-                                    [&](const DxMtextFont& f) { return f.style.view() == style.view(); });
-    if (known != fonts_.end()) return &*known;
-    return &fonts_.emplace_back(DxMtextFont{style, &DxTextGetCharset(style.view(), {})});
+    const auto hasStyle = [&](const DxMtextFont& f) { return f.style.view() == style.view(); };
+    if (hasStyle(firstFont_)) return &firstFont_;
+    const auto known = std::find_if(otherFonts_.begin(), otherFonts_.end(), hasStyle);
+    if (known != otherFonts_.end()) return &*known;
+    return &otherFonts_.emplace_back(DxMtextFont{style, &DxTextGetCharset(style.view(), {})});
 }
 
 double DxMtextBlock::lineDistance() const {

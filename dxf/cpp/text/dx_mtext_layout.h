@@ -57,7 +57,7 @@ public:
     DxMtextRun& previous() { return runs_[runs_.size() - 2]; }
     /// The font of a style.
     const DxMtextFont* font(const DX_NAME& style);
-    const DxMtextFont* firstFont() const { return &fonts_.front(); }
+    const DxMtextFont* firstFont() const { return &firstFont_; }
     /// Measures the current run and widens the line by it.
     void close();
     /// Begins a run behind the current one, of the same format, unless that is still empty.
@@ -101,8 +101,9 @@ private:
 
     const DX_TEXT_TYPE& record_;
     bool isMirrored_;
-    int attachment_; ///< 1 … 9, as it is read: left and right changed in a plane that is turned over
-    std::list<DxMtextFont> fonts_; ///< that of the record first
+    int attachment_;        ///< 1 … 9, as it is read: left and right changed in a plane that is turned over
+    DxMtextFont firstFont_; ///< that of the record
+    std::list<DxMtextFont> otherFonts_; ///< of its codes
     std::vector<DxMtextRun> runs_;
     std::size_t lineFirst_ = 0; ///< first run of the line
     double lineWidth_ = 0;      ///< right end of the line so far

@@ -132,6 +132,13 @@ void DxConvTextToCAD(std::string& text, const DxCharset& charset) {
     DxCutChars(text, convertedLimit);
 }
 
+bool DxShowsAtStart(std::string_view text, const DxCharset& charset) {
+    if (text.empty() || text.front() <= ' ' || text.front() == 127) return false;
+    const DxCharMap& map = charMap(setForCad(charset.font), true);
+    const auto first = static_cast<unsigned char>(text.front());
+    return !map.startsCode[first] && !map.pairs.contains(first);
+}
+
 const DX_STYLE_TYPE* DxConvTextToDXF(std::string& text, int font, const UtCString& face,
                                      const int bits[DX_BIT_COUNT]) {
     const DX_STYLE_TYPE* style = DxTextGetDXFStyle(font, face, bits);
