@@ -95,6 +95,15 @@ TEST_F(Mtext, ARunOfItsOwnFormatStandsBehindTheOneBefore) {
     EXPECT_EQ(runs[4].slant, 0);
 }
 
+TEST_F(Mtext, ATabTakesTheRoomThatItIsDrawnIn) {
+    for (const char* font : {"txt", "isocp", "monotxt"}) {
+        const auto runs = texts(std::string("\\F") + font + ";a^Ib{\\C1;c}");
+        ASSERT_EQ(runs.size(), 2u) << font;
+        EXPECT_LT(right(runs[0]), inkAt(runs[1], 0, 0).x) << font;
+        EXPECT_NEAR(right(runs[0]), inkAt(runs[1], 0, 0).x, 0.4) << font;
+    }
+}
+
 TEST_F(Mtext, TrueColoursAreDrawnInTheNearestOfThePaletteWithinTheirGroup) {
     const auto runs =
         texts("{\\c255;a}b{\\C1;\\c16711680;c{\\C5;\\c65280;d}{\\C2;e}f}{\\c8355840;g}\\C3;h", {{62, "6"}});
