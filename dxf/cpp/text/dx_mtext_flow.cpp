@@ -1,6 +1,5 @@
 #include "dx_mtext_flow.h"
 
-#include "../import/import_state.h"
 #include "../session/session_state.h"
 #include "dx_text_codes.h"
 #include "dx_text_import.h"
@@ -28,8 +27,7 @@ std::string DxLineSwitches::codes() const {
 }
 
 void DxMtextFlow::run() {
-    const DX_TEXT_TYPE& record = block_.record_;
-    const double room = record.boxWidth > record.height ? record.boxWidth : HUGE_VAL;
+    const double room = block_.lineRoom();
     std::size_t withText = 0;
     if (!needsBreak(room, withText)) return;
     const auto first = block_.runs_.begin() + static_cast<std::ptrdiff_t>(block_.lineFirst_);
@@ -37,7 +35,7 @@ void DxMtextFlow::run() {
     block_.runs_.erase(first, block_.runs_.end());
     block_.lineWidth_ = block_.lineDepth_ = block_.lineExtra_ = block_.lineHeight_ = 0;
     const DxMtextLook last = runs.back(); // what follows goes on in this format
-    if (withText == 1 && room < HUGE_VAL) {
+    if (withText == 1 && room < HUGE_VAL && block_.hostBox_ > 0) {
         const auto only =
             std::find_if(runs.begin(), runs.end(), [](const DxMtextRun& run) { return run.hasText(); });
         flowOne(*only, room);
@@ -92,8 +90,19 @@ void DxMtextFlow::trimLine() {
     last.measured = text.size();
 }
 
+/// Low runs by themselves stand at the top of their line, not on the baseline of higher ones.
+void DxMtextFlow::liftLine() {
+    constexpr double none = -HUGE_VAL;
+    const double top = block_.isFirstLine_ ? none : block_.lineTop(none);
+    if (top >= 0 || top == none) return;
+    for (std::size_t i = block_.lineFirst_; i < block_.runs_.size(); ++i) block_.runs_[i].y -= top;
+    block_.lineDepth_ -= top;
+    block_.lineHeight_ += top;
+}
+
 void DxMtextFlow::nextLine() {
     trimLine();
+    liftLine();
     block_.settleLine();
     block_.startLine(0);
     block_.runs_.pop_back(); // the runs to come begin by themselves
@@ -199,12 +208,6 @@ DxMtextFlow::HostPiece DxMtextFlow::nextPiece(const DxMtextRun& run, std::span<c
     return hostPiece(run, words.first(piece.lastLine), false, room);
 }
 
-/// The host scales a text with the x scale of an INSERT and the length of its lines with the y scale.
-static double hostRoom(double room) {
-    const double share = std::fabs(DxBlockScaleY / DxBlockScaleX);
-    return std::isfinite(share) ? room * share : room;
-}
-
 /// As many lines of the host as a piece may hold stand in one; the next ones below it.
 void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
     constexpr std::size_t usualWord = 5;
@@ -218,7 +221,7 @@ void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
     for (std::span<const Word> rest = words; !rest.empty();) {
         const bool isFirst = rest.size() == words.size();
         if (!isFirst) nextLine();
-        const HostPiece host = nextPiece(run, rest, hostRoom(room));
+        const HostPiece host = nextPiece(run, rest, room);
         const std::string_view text = textOf(rest.first(host.words), host.words == rest.size());
         rest = rest.subspan(host.words);
         DxMtextRun& piece = block_.runs_.emplace_back(run, 0, isFirst ? run.y : 0);
@@ -246,6 +249,7 @@ void DxMtextFlow::flowAll(std::vector<DxMtextRun> runs, double room) {
         i += count - 1;
     }
     if (block_.runs_.size() == block_.lineFirst_) append(runs.back(), {}, 0, {});
+    liftLine();
 }
 
 void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
@@ -268,8 +272,7 @@ void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
 /// Appends a word to the run that has its format, or begins one.
 void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, const std::string& lines) {
     if (open_ != &run) {
-        const double y = block_.isFirstLine_ ? run.y : std::max(run.y, 0.0);
-        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, y);
+        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, run.y);
         piece.text = lines;
         piece.boxWidth = 0;
         open_ = &run;

@@ -57,6 +57,7 @@ private:
     void flowStack(const DxMtextRun* parts, std::size_t count, double room);
     void append(const DxMtextRun& run, const Word& word, double width, const std::string& lines);
     void trimLine();
+    void liftLine();
     void nextLine();
 
     DxMtextBlock& block_;
