@@ -107,8 +107,8 @@ TEST_F(Mtext, AGroupEndsWithTheWidthOfItsStyle) {
 }
 
 TEST_F(Mtext, ATabTakesTheRoomThatItIsDrawnIn) {
-    for (const char* font : {"txt", "isocp", "monotxt", "DejaVu Sans"}) {
-        const auto runs = texts(std::string("\\f") + font + ";a^Ib{\\C1;c}");
+    for (const char* font : {"\\Ftxt;", "\\Fisocp;", "\\Fmonotxt;", "\\fDejaVu Sans;"}) {
+        const auto runs = texts(std::string(font) + "a^Ib{\\C1;c}");
         ASSERT_EQ(runs.size(), 2u) << font;
         EXPECT_LT(right(runs[0]), inkAt(runs[1], 0, 0).x) << font;
         EXPECT_NEAR(right(runs[0]), inkAt(runs[1], 0, 0).x, 0.4) << font;
