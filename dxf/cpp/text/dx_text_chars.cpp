@@ -125,6 +125,17 @@ const DX_CHAR_TEXT* recordOf(int code, int set) {
     return found == records.end() || code < 0 ? nullptr : found;
 }
 
+/// True when a percent sign of the text would stand beside another one in the file, so that it could be taken
+/// for a code. Where the tables write no codes, those of the text are the file's own.
+bool needsPercentCode(std::string_view text, std::size_t pos, int set, const DxCharMap& map) {
+    if (text[pos] != '%' || !map.startsText['%']) return false;
+    if (pos > 0 && text[pos - 1] == '%') return true;
+    if (++pos == text.size()) return false;
+    if (text[pos] == '%') return true;
+    const DX_CHAR_TEXT* next = recordOf(DxHostCode(DxNextChar(text, pos)), set);
+    return next && next->text.view().starts_with("%%");
+}
+
 } // namespace
 
 void DxConvTextToCAD(std::string& text, const DxCharset& charset) {
@@ -149,9 +160,12 @@ const DX_STYLE_TYPE* DxConvTextToDXF(std::string& text, int font, const UtCStrin
     const DxCharMap& map = charMap(set, false);
     std::string out;
     for (std::size_t pos = 0; pos < text.size();) {
+        const std::size_t at = pos;
         const char32_t c = DxNextChar(text, pos);
         if (const DX_CHAR_TEXT* record = recordOf(DxHostCode(c), set))
             out += record->text.view();
+        else if (needsPercentCode(text, at, set, map))
+            out += "%%%";
         else
             DxAppendChar(out, c);
     }
