@@ -277,6 +277,23 @@ TEST_F(TextImport, TheConfigurationIsInUtf8OrInTheCodePage) {
     }
 }
 
+TEST_F(TextImport, FontFilesHaveNamesOfAnyCharacters) {
+    ImportOptions options = textOptions();
+    options.config = "#FONT-DXF-TO-CAD\n2\ntxt|2\nソゴ|5\n#EOF\n";
+    const auto fontOf = [&](const char* version, const std::string& file) {
+        return importTexts(dxf()
+                               .header(version, {{9, "$DWGCODEPAGE"}, {3, "ANSI_932"}})
+                               .record("STYLE", style("S", file))
+                               .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}}),
+                           options)
+            .at(0)
+            .font;
+    };
+    EXPECT_EQ(fontOf("AC1015", "C:\\F\\\x83\x5C\x83\x53.SHX"), 5) << "trail bytes like a backslash and an S";
+    EXPECT_EQ(fontOf("AC1027", "C:\\F\\ソゴ.shx"), 5);
+    EXPECT_EQ(fontOf("AC1015", "C:\\F\\TXT.SHX"), 2);
+}
+
 TEST_F(TextImport, CharactersMayBeDividedBetweenThePiecesOfAText) {
     const auto divided = [](const std::string& page, const std::string& version, const std::string& text,
                             std::size_t at) {

@@ -99,11 +99,11 @@ int DxTableGetStyleIndex(const DX_STYLE_TYPE& rec, int& index) {
 }
 
 void DxConvStyleFilename(std::string_view source, DX_NAME* target) {
-    std::string name(source);
+    std::string name = DxHostText(source).str(); // no half of a character is taken for a sign of a path
     std::transform(name.begin(), name.end(), name.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     if (const std::size_t shx = name.find(".shx"); shx != std::string::npos) name.resize(shx);
     const std::size_t separator = name.find_last_of("/\\:");
     const bool hasPath = separator != std::string::npos && separator > 0;
-    target->assign(hasPath ? std::string_view(name).substr(separator + 1) : std::string_view(name));
+    target->assign(DxUtf8ToFile(hasPath ? std::string_view(name).substr(separator + 1) : name));
 }

@@ -17,13 +17,12 @@ namespace {
 constexpr int cantOpen = 1008;
 
 UtCString fontPath(std::string_view font) {
-    const UtCString name(font, DxFileHostCodePage());
-    return OsGetEnvDflt("HD_U", "/u") + "/1700/int/dxf/font/" + name + ".chr";
+    return OsGetEnvDflt("HD_U", "/u") + "/1700/int/dxf/font/" + DxHostText(font) + ".chr";
 }
 
 /// True for a name that leads out of the folder of the tables.
 bool leadsAway(std::string_view font) {
-    return font.empty() || font.find_first_of("/\\") != std::string_view::npos;
+    return font.empty() || DxHostText(font).str().find_first_of("/\\") != std::string::npos;
 }
 
 /// Three codes beyond the byte stand for signs that stroke fonts keep in places of their own.
