@@ -204,19 +204,6 @@ TEST_F(Mtext, ParagraphsAreJustifiedHoweverTheBlockIsAttached) {
     }
 }
 
-TEST_F(Mtext, LinesThatAreBrokenKeepTheirBaseline) {
-    const auto runs = texts("a\\Pb {\\H0.5x;small small small} tall {\\H0.5x;all by themselves, in lines "
-                            "that are closer together}",
-                            {{41, "16"}});
-    ASSERT_EQ(
-        saidBy(runs),
-        "'a' 'b ' 'small small small' ' tall ' 'all by' 'themselves, in lines that are closer' 'together'");
-    const auto at = places(runs);
-    EXPECT_NEAR(at[2].y, at[1].y, 1e-9);
-    EXPECT_NEAR(at[4].y, at[3].y, 1e-9);
-    EXPECT_NEAR(at[5].y - at[6].y, 7.0 / 3 / 2, 1e-6) << "small lines follow each other closely";
-}
-
 TEST_F(Mtext, ABoxThatIsNarrowerThanTheTextIsHighBreaksNothing) {
     const auto high = texts("\\H4;two words\\Pnext", {{41, "3"}});
     const auto low = texts("\\H0.2;two words\\Pnext", {{41, "0.8"}});
@@ -278,6 +265,14 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto runs = texts("the quick {\\C1;brown fox jumps} over the lazy dog", {{41, "14"}});
     for (const host::Text& run : runs) EXPECT_LE(right(run), 14.001) << run.lines[0];
     EXPECT_GT(runs.size(), 3u);
+
+    const auto heights =
+        texts("the quick brown {\\H0.5x;fox} jumps {\\H2x;over} the {\\H0.4x;lazy} dog", {{41, "14"}});
+    for (std::size_t i = 1; i < heights.size(); ++i) {
+        const double step = inkAt(heights[i - 1], 0, 0).y - inkAt(heights[i], 0, 0).y;
+        EXPECT_TRUE(std::fabs(step) < 1e-6 || step > 1)
+            << heights[i].lines[0] << " stands on the line, " << step;
+    }
 }
 
 TEST_F(Mtext, TheHostBreaksALineWhereItsRoomWasReserved) {
@@ -338,6 +333,12 @@ TEST_F(Mtext, TheBackgroundIsThatOfTheEntity) {
     EXPECT_TRUE(sheet.at(0).backOn);
     EXPECT_EQ(sheet[0].fillPen, 0);
     EXPECT_FALSE(texts("a").at(0).backOn);
+    for (const char* attachment : {"1", "5", "9"}) {
+        const auto lines = texts("a\\Pb", {{90, "1"}, {63, "5"}, {44, "1.4"}, {71, attachment}});
+        EXPECT_NEAR(lines.at(0).y + shown(lines[0]).bottom,
+                    lines.at(1).y + shown(lines[1]).bottom + shown(lines[1]).height, 1e-6)
+            << "no gap between the grounds of lines";
+    }
     EXPECT_EQ(said("abc"), saidBy(texts("abc", {{101, "Embedded Object"}, {1, "other"}, {40, "9"}})));
 }
 

@@ -90,24 +90,22 @@ void DxMtextFlow::trimLine() {
     last.measured = text.size();
 }
 
-/// Low runs by themselves stand at the top of their line, not on the baseline of higher ones.
-void DxMtextFlow::liftLine() {
-    constexpr double none = -HUGE_VAL;
-    const double top = block_.isFirstLine_ ? none : block_.lineTop(none);
-    if (top >= 0 || top == none) return;
-    for (std::size_t i = block_.lineFirst_; i < block_.runs_.size(); ++i) block_.runs_[i].y -= top;
-    block_.lineDepth_ -= top;
-    block_.lineHeight_ += top;
-}
-
 void DxMtextFlow::nextLine() {
     trimLine();
-    liftLine();
     block_.settleLine();
     block_.startLine(0);
     block_.runs_.pop_back(); // the runs to come begin by themselves
     x_ = 0;
     open_ = nullptr;
+    beginsLine_ = true;
+}
+
+/// Where a run of the unbroken line stands in its line, which begins with the first run's top as a paragraph
+/// does. Runs keep their common baseline.
+double DxMtextFlow::levelIn(double y) {
+    if (beginsLine_) level_ = y;
+    beginsLine_ = false;
+    return y - level_;
 }
 
 namespace {
@@ -249,7 +247,6 @@ void DxMtextFlow::flowAll(std::vector<DxMtextRun> runs, double room) {
         i += count - 1;
     }
     if (block_.runs_.size() == block_.lineFirst_) append(runs.back(), {}, 0, {});
-    liftLine();
 }
 
 void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
@@ -272,7 +269,7 @@ void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
 /// Appends a word to the run that has its format, or begins one.
 void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, const std::string& lines) {
     if (open_ != &run) {
-        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, run.y);
+        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, levelIn(run.y));
         piece.text = lines;
         piece.boxWidth = 0;
         open_ = &run;
@@ -296,10 +293,12 @@ void DxMtextFlow::flowStack(const DxMtextRun* parts, std::size_t count, double r
         right = std::max(right, parts[i].right());
     }
     if (x_ > 0 && x_ + right - left > room) nextLine();
+    const double drop = levelIn(parts[count - 1].y) - parts[count - 1].y; // the lower one stands on the line
     for (std::size_t i = 0; i < count; ++i) {
         DxMtextRun& piece = block_.runs_.emplace_back(parts[i]);
         piece.boxWidth = 0;
         piece.x += x_ - left;
+        piece.y += drop;
         block_.close();
     }
     x_ += right - left + parts[0].space * parts[0].height;

@@ -57,12 +57,14 @@ private:
     void flowStack(const DxMtextRun* parts, std::size_t count, double room);
     void append(const DxMtextRun& run, const Word& word, double width, const std::string& lines);
     void trimLine();
-    void liftLine();
     void nextLine();
+    double levelIn(double y);
 
     DxMtextBlock& block_;
     double x_ = 0;                     ///< where the next word stands
     double visibleEnd_ = 0;            ///< where the last word ended
     const DxMtextRun* open_ = nullptr; ///< source of the run that words are being appended to
     int visible_ = 0;                  ///< characters of that run
+    bool beginsLine_ = false;          ///< behind a break
+    double level_ = 0;                 ///< y of the first run of the line
 };

@@ -268,7 +268,9 @@ void DxMtextBlock::take(std::size_t index, DX_TEXT_TYPE* piece) {
     piece->horAlign = isMirrored_ ? 2 - column : column; // is changed once more when it is drawn
     piece->justification = std::max(run.justification, 0);
     piece->boxWidth = run.boxWidth;
-    piece->lineDistance = run.lineDistance;
+    const bool isFilled = record_.backFlag != 0; // grounds of lines meet, cells being as high as lines apart
+    piece->lineDistance =
+        run.lineDistance == 0 && isFilled ? DxMtextLineDist(run.height, record_) : run.lineDistance;
     piece->point = atBlock(atBlock(origin_, run.x, run.y), 0, -run.height - below);
     piece->second = atBlock(piece->point, column * 0.5 * run.length, up * run.height * 0.5 - half);
 }

@@ -9,18 +9,19 @@ namespace host {
 namespace {
 
 // The first row whose beginning fits rules, so longer beginnings stand ahead of shorter ones. Widths compare
-// the average lower-case letter and digit, each relative to its capital letters.
+// the average lower-case letter and digit, each relative to its capital letters: stand-ins of equal advances
+// have capital letters of another height.
 constexpr Substitute substitutes[] = {
-    {"arial narrow", "Liberation Sans", 0.82},
-    {"arial black", "Liberation Sans", 1.18},
+    {"arial narrow", "Liberation Sans", 0.788},
+    {"arial black", "Liberation Sans", 1.15},
     {"arial unicode", "DejaVu Sans", 0.88},
-    {"arial", "Liberation Sans", 1.0},
-    {"helvetica", "Liberation Sans", 1.0},
-    {"swis721 cn", "Liberation Sans", 0.82},
-    {"swis721", "Liberation Sans", 1.0},
-    {"times", "Liberation Serif", 1.0},
-    {"dutch801", "Liberation Serif", 1.0},
-    {"courier", "Liberation Mono", 1.0},
+    {"arial", "Liberation Sans", 0.961},
+    {"helvetica", "Liberation Sans", 0.958},
+    {"swis721 cn", "Liberation Sans", 0.788},
+    {"swis721", "Liberation Sans", 0.961},
+    {"times", "Liberation Serif", 0.989},
+    {"dutch801", "Liberation Serif", 0.989},
+    {"courier", "Liberation Mono", 1.153},
     {"monospac821", "Liberation Mono", 1.0},
     {"consolas", "Liberation Mono", 0.97},
     {"lucida console", "DejaVu Sans Mono", 0.98},
