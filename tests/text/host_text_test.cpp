@@ -125,6 +125,12 @@ TEST_F(HostText, FilesThatLackACharacterOrAStyle) {
     EXPECT_TRUE(face("osifont", true).thickened()) << "it comes in one weight";
     EXPECT_FALSE(face("osifont", false).thickened());
     EXPECT_FALSE(face("Liberation Sans", true).thickened());
+    const auto file = [&](const char* name, bool bold) { return face(name, bold).glyph(U'A').file; };
+    for (const char* name : {"arialbd", "timesbd", "courbd"})
+        EXPECT_TRUE(file(name, false)->bold()) << name << " is the file of a bold face";
+    EXPECT_TRUE(file("ariali", false)->italic());
+    EXPECT_EQ(file("courier new", false), file("Liberation Mono", false));
+    EXPECT_EQ(file("cour", true), file("Liberation Mono", true));
 }
 
 TEST_F(HostText, AMissingFaceIsToldOnce) {

@@ -112,8 +112,9 @@ const FileGlyph& FontFile::glyph(char32_t c) {
     const auto [entry, isNew] = glyphs_.try_emplace(c);
     if (!isNew) return entry->second;
     FileGlyph& glyph = entry->second;
-    glyph.index = FT_Get_Char_Index(handles_->face, twinOf(c));
-    if (!glyph.index) glyph.index = FT_Get_Char_Index(handles_->face, c);
+    glyph.index = FT_Get_Char_Index(handles_->face, c);
+    const FT_UInt twin = glyph.index ? FT_Get_Char_Index(handles_->face, twinOf(c)) : 0;
+    if (twin) glyph.index = twin;
     if (FT_Load_Glyph(handles_->face, glyph.index, FT_LOAD_NO_SCALE) == 0) {
         const FT_Glyph_Metrics& metrics = handles_->face->glyph->metrics;
         glyph.advance = static_cast<double>(metrics.horiAdvance) / unitsPerCap_;

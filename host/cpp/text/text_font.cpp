@@ -78,8 +78,9 @@ private:
 
     Glyph measure(char32_t c) override {
         if (isSwitch(c)) return {};
-        if (c == '\t') return {nullptr, 0, tabBlanks * cellOf(' '), 0, scale_};
         const double cell = cellOf(c);
+        if (c == '\t')
+            return {nullptr, 0, widths_.byCode['\t'] < 0 ? tabBlanks * cellOf(' ') : cell, 0, scale_};
         c = shown(c);
         FontFile* file = fileFor(file_, c);
         if (!file) return {nullptr, 0, cell, 0, 1};
@@ -153,8 +154,9 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
     }
     const Substitute& substitute = substituteFor(face);
     if (!face.empty() && told_.insert(face).second) tellSubstitute(face, substitute);
-    FontFile* file = library_.find(std::string(substitute.family), key.bold, key.italic);
-    return std::make_unique<FaceFont>(file, substitute.width, key.bold, key.italic);
+    const bool bold = key.bold || substitute.bold, italic = key.italic || substitute.italic;
+    FontFile* file = library_.find(std::string(substitute.family), bold, italic);
+    return std::make_unique<FaceFont>(file, substitute.width, bold, italic);
 }
 
 } // namespace host
