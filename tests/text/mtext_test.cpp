@@ -65,6 +65,7 @@ TEST_F(Mtext, CodesThatStandForCharacters) {
         {"\\H;a\\C;b\\f;c\\W0,8;d", "'abc' 'd'"},
         {"ab\\pqc", "'ab'"},
         {"ab\\pqc cd", "'ab cd'"},
+        {"a\\pqc b; c\\C1 no end; d\\H2\\C1;e", "'a b; c1 no end; d2' 'e'"},
         {"x\\U+22", "'x\\U+22'"},
         {"x\\M+1", "'x\\M+1'"},
         {"\\L^^I\\l", "'^\t'"},
@@ -202,19 +203,6 @@ TEST_F(Mtext, ParagraphsAreJustifiedHoweverTheBlockIsAttached) {
         ASSERT_GT(runs.size(), 3u);
         EXPECT_NEAR(right(runs.back()), left + 40, 1e-6) << "a run that is alone in its line";
     }
-}
-
-TEST_F(Mtext, LinesThatAreBrokenKeepTheirBaseline) {
-    const auto runs = texts("a\\Pb {\\H0.5x;small small small} tall {\\H0.5x;all by themselves, in lines "
-                            "that are closer together}",
-                            {{41, "16"}});
-    ASSERT_EQ(
-        saidBy(runs),
-        "'a' 'b ' 'small small small' ' tall ' 'all by' 'themselves, in lines that are closer' 'together'");
-    const auto at = places(runs);
-    EXPECT_NEAR(at[2].y, at[1].y, 1e-9);
-    EXPECT_NEAR(at[4].y, at[3].y, 1e-9);
-    EXPECT_NEAR(at[5].y - at[6].y, 7.0 / 3 / 2, 1e-6) << "small lines follow each other closely";
 }
 
 TEST_F(Mtext, ABoxThatIsNarrowerThanTheTextIsHighBreaksNothing) {
