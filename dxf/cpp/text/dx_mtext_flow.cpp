@@ -1,6 +1,5 @@
 #include "dx_mtext_flow.h"
 
-#include "../import/import_state.h"
 #include "../session/session_state.h"
 #include "dx_text_codes.h"
 #include "dx_text_import.h"
@@ -28,8 +27,7 @@ std::string DxLineSwitches::codes() const {
 }
 
 void DxMtextFlow::run() {
-    const DX_TEXT_TYPE& record = block_.record_;
-    const double room = record.boxWidth > record.height ? record.boxWidth : HUGE_VAL;
+    const double room = block_.lineRoom();
     std::size_t withText = 0;
     if (!needsBreak(room, withText)) return;
     const auto first = block_.runs_.begin() + static_cast<std::ptrdiff_t>(block_.lineFirst_);
@@ -37,7 +35,7 @@ void DxMtextFlow::run() {
     block_.runs_.erase(first, block_.runs_.end());
     block_.lineWidth_ = block_.lineDepth_ = block_.lineExtra_ = block_.lineHeight_ = 0;
     const DxMtextLook last = runs.back(); // what follows goes on in this format
-    if (withText == 1 && room < HUGE_VAL) {
+    if (withText == 1 && room < HUGE_VAL && block_.hostBox_ > 0) {
         const auto only =
             std::find_if(runs.begin(), runs.end(), [](const DxMtextRun& run) { return run.hasText(); });
         flowOne(*only, room);
@@ -208,12 +206,6 @@ DxMtextFlow::HostPiece DxMtextFlow::nextPiece(const DxMtextRun& run, std::span<c
     return hostPiece(run, words.first(piece.lastLine), false, room);
 }
 
-/// The host scales a text with the x scale of an INSERT and the length of its lines with the y scale.
-static double hostRoom(double room) {
-    const double share = std::fabs(DxBlockScaleY / DxBlockScaleX);
-    return std::isfinite(share) ? room * share : room;
-}
-
 /// As many lines of the host as a piece may hold stand in one; the next ones below it.
 void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
     constexpr std::size_t usualWord = 5;
@@ -227,7 +219,7 @@ void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
     for (std::span<const Word> rest = words; !rest.empty();) {
         const bool isFirst = rest.size() == words.size();
         if (!isFirst) nextLine();
-        const HostPiece host = nextPiece(run, rest, hostRoom(room));
+        const HostPiece host = nextPiece(run, rest, room);
         const std::string_view text = textOf(rest.first(host.words), host.words == rest.size());
         rest = rest.subspan(host.words);
         DxMtextRun& piece = block_.runs_.emplace_back(run, 0, isFirst ? run.y : 0);

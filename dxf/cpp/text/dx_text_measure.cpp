@@ -28,7 +28,12 @@ void tellOnce(std::unordered_set<int>& told, int code, int message, int font) {
 struct Cell {
     double width, space;
 };
+constexpr int tab = '\t';
 Cell cellOf(DxFontTable& table, int code) {
+    if (code == tab) {
+        const Cell blank = cellOf(table, ' ');
+        return {DX_TAB_BLANKS * blank.width, blank.space};
+    }
     if (code > 0 && code < 256) {
         const DxFontTable::Cell cell = table.cells[static_cast<std::size_t>(code)];
         if (cell.width >= 0) return {double(cell.width), double(cell.space)};
@@ -184,11 +189,11 @@ int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* pr
     double sum = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t c = DxNextChar(text, pos);
-        const int code = c < 128 ? static_cast<int>(c) : DxHostCode(c);
+        const int code = c == tab ? ' ' : c < 128 ? static_cast<int>(c) : DxHostCode(c);
         const std::uint16_t width =
             code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
         if (width != DxCadFontTable::undefined) {
-            sum += width;
+            sum += c == tab ? DX_TAB_BLANKS * width : width;
             continue;
         }
         tellOnce(table.toldCodes, static_cast<int>(c), 5740, table.number);
