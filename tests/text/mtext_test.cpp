@@ -275,6 +275,23 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     }
 }
 
+TEST_F(Mtext, AWordDoesntPartWhereItsFormatChanges) {
+    const auto lines = [&](const std::string& text) {
+        std::string all;
+        double y = 0;
+        for (const host::Text& run : texts(text, {{41, "7.5"}})) {
+            const double baseline = inkAt(run, 0, 0).y;
+            if (!all.empty() && y - baseline > 0.5) all += '/';
+            y = baseline;
+            all += run.lines[0];
+        }
+        return all;
+    };
+    EXPECT_EQ(lines("abcd ef{\\C1;gh{\\C2;ij}} k"), "abcd/efghij k");
+    EXPECT_EQ(lines("abcd ef{\\C1; gh}"), "abcd ef/gh") << "a blank begins the run";
+    EXPECT_EQ(lines("a bcdef{\\C1;ghijk{\\C2;lmnop} q}"), "a bcdef/ghijk/lmnop q") << "wider than the line";
+}
+
 TEST_F(Mtext, TheHostBreaksALineWhereItsRoomWasReserved) {
     const std::string words = "the quick brown fox jumps over the lazy dog, iiiii MMMMM iiiii MMMMM %%c10 ";
     for (const char* font : {"", "\\fDejaVu Sans;", "\\T2;"}) {
