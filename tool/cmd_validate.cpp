@@ -12,9 +12,7 @@ int runValidateCommand(const Options& options) {
     wish.files = options.inputs;
     wish.json = options.json;
     wish.strict = options.strict;
-    const int status = validate::runValidate(wish, std::cout, std::cerr);
-    std::cout.flush();
-    return status;
+    return validate::runValidate(wish, std::cout, std::cerr);
 }
 
 } // namespace tool

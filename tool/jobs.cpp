@@ -1,6 +1,7 @@
 #include "jobs.h"
 
 #include "options.h"
+#include "streams.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -41,21 +42,15 @@ static void startJob(Job& job, const std::string& input, const std::function<int
     _exit(status);
 }
 
-static void copyTo(FILE* from, FILE* to) {
-    std::rewind(from);
-    std::vector<char> buffer(1 << 16);
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), from))
-        std::fwrite(buffer.data(), 1, count, to);
-    std::fflush(to);
-}
-
 static void finishJob(Job& job, const std::string& input) {
     if (job.process < 0) {
         std::cerr << "torva-dxf: " << input << ": can't start a process\n";
         return;
     }
-    copyTo(job.output.get(), stdout);
-    copyTo(job.errors.get(), stderr);
+    for (const auto& [from, to] : {std::pair(job.output.get(), stdout), {job.errors.get(), stderr}}) {
+        std::rewind(from);
+        copyStream(from, to);
+    }
     if (WIFEXITED(job.status)) {
         job.status = WEXITSTATUS(job.status);
         return;

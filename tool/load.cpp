@@ -9,6 +9,7 @@
 #include "protocol.h"
 #include "services/session.h"
 #include "store/store.h"
+#include "streams.h"
 #include "units.h"
 #include "ut.h"
 
@@ -87,14 +88,10 @@ static SourceScan scanFile(const std::string& path, const TemporaryFolder& folde
 static std::string spool(FILE* from, const TemporaryFolder& folder) {
     if (!from) return {};
     const std::string path = folder.file("stdin.dxf");
-    std::ofstream out(path, std::ios::binary);
-    std::vector<char> buffer(1 << 16);
-    for (;;) {
-        const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), from);
-        if (count == 0) break;
-        out.write(buffer.data(), static_cast<std::streamsize>(count));
-    }
-    return out.flush() ? path : std::string();
+    FILE* out = std::fopen(path.c_str(), "wb");
+    const bool isCopied = out && copyStream(from, out);
+    if (out) std::fclose(out);
+    return isCopied ? path : std::string();
 }
 
 void Loading::note(const std::string& text) {
@@ -176,20 +173,14 @@ void Loading::importDxf(const std::string& path) {
     const bool keeps = options_.read.config.empty() && !options_.read.plain;
     if (keeps) prepareKeeping(path);
     setVariables();
-    const char* workFolder = std::getenv("HD_WORK_DIR");
-    const bool ownFolder = !workFolder || !*workFolder;
-    if (ownFolder) setenv("HD_WORK_DIR", folder_.path().c_str(), 1);
-    const std::string protocol = std::string(std::getenv("HD_WORK_DIR")) + "/dxf.proto";
-    const std::uintmax_t before = fileSize(protocol);
-
+    const RunFiles files(folder_);
     DxfSelect(0, options_.read.threeD ? DX_IMPORT_3D : DX_IMPORT_2D, path);
     hideProgress();
     loaded_.imported = true;
     loaded_.stat = static_cast<int>(host::session().numbers["&DxfStat"]);
     loaded_.report = DxGetImportReport();
-    for (std::string& line : readProtocol(protocol, before)) loaded_.messages.push_back(std::move(line));
+    for (std::string& line : files.messages()) loaded_.messages.push_back(std::move(line));
     for (const std::string& line : host::session().messageArea) loaded_.important.push_back(line);
-    if (ownFolder) unsetenv("HD_WORK_DIR");
     if (host::session().elementLimitHit)
         note("Stopped: more elements than allowed (--max-elements)");
     else if (loaded_.stat == 9009 && !isInterrupted())

@@ -2,6 +2,7 @@
 #include "environment.h"
 #include "options.h"
 #include "progress.h"
+#include "streams.h"
 #include "units.h"
 
 #include <CLI/CLI.hpp>
@@ -194,7 +195,8 @@ static int runCommandLine(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        return tool::runCommandLine(argc, argv);
+        tool::guardStreams();
+        return tool::finishOutput(tool::runCommandLine(argc, argv));
     } catch (const std::exception& error) {
         std::cerr << "torva-dxf: " << error.what() << '\n';
         return tool::STATUS_FAILED;

@@ -7,11 +7,11 @@
 #include "progress.h"
 #include "protocol.h"
 #include "services/session.h"
+#include "streams.h"
 #include "ut.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -154,16 +154,10 @@ bool isUsableTarget(const std::string& input, const std::string& target) {
     return false;
 }
 
-static bool copyToOutput(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::cout << in.rdbuf();
-    return in && std::cout.flush();
-}
-
 int saveDxf(const std::string& name, const Loaded& source, const Options& options) {
     const TemporaryFolder folder;
-    const bool toOutput = name == "-";
-    const std::string target = toOutput ? folder.file("output.dxf") : name;
+    const bool toStream = isStream(name);
+    const std::string target = toStream ? folder.file("output.dxf") : name;
     host::Session& session = host::session();
     session.messageArea.clear();
     session.dialogs.clear();
@@ -174,22 +168,18 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
         return STATUS_FAILED;
     }
     if (!keeps && !options.read.config.empty()) session.texts["$DxfConfig"] = options.read.config;
-    const char* workFolder = std::getenv("HD_WORK_DIR");
-    const bool ownFolder = !workFolder || !*workFolder;
-    if (ownFolder) setenv("HD_WORK_DIR", folder.path().c_str(), 1);
-    const std::string protocol = std::string(std::getenv("HD_WORK_DIR")) + "/dxf.proto";
-    const std::uintmax_t before = fileSize(protocol);
+    const RunFiles files(folder);
     DxfSelect(0, options.read.threeD ? DX_EXPORT_3D : DX_EXPORT_2D, target);
     hideProgress();
-    if (options.verbose) session.messageArea = readProtocol(protocol, before);
-    if (ownFolder) unsetenv("HD_WORK_DIR");
+    if (options.verbose) session.messageArea = files.messages();
 
     if (!options.quiet) {
         for (const std::string& line : session.messageArea) std::cerr << name << ": " << line << '\n';
         for (const std::string& line : session.dialogs) std::cerr << name << ": " << line << '\n';
     }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);
-    if (stat == 0 && (!toOutput || copyToOutput(target))) return STATUS_DONE;
+    if (stat == 0 && (!toStream || copyToStream(target, name))) return STATUS_DONE;
+    if (stat == 0 && name == "-") return STATUS_FAILED;
     std::cerr << "torva-dxf: " << name << ": the export ended with an error\n";
     return STATUS_FAILED;
 }

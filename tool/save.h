@@ -13,8 +13,8 @@ namespace tool {
 bool isUsableTarget(const std::string& input, const std::string& target);
 
 /// Exports the open drawing to `target`. `source`: what the drawing was imported from; layers and line types
-/// of that file keep their colours, flags and dash patterns. Tells the messages on standard error. Result:
-/// the exit status.
+/// of that file keep their colours, flags and dash patterns. Tells the messages on standard error. What can
+/// only be written to its end, as standard output, gets the file when it is whole. Result: the exit status.
 int saveDxf(const std::string& target, const Loaded& source, const Options& options);
 
 } // namespace tool

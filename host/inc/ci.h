@@ -7,6 +7,14 @@
 #include "rpt.h"
 #include "ut_string.h"
 
+/// What a pattern state says of texts; -1 where it leaves a setting alone.
+struct CI_TEXT_STATE {
+    int pen = -1;
+    int backOn = -1;           ///< background wanted
+    int bits = -1;             ///< style, bit n for the OV_TEXT_BIT n
+    bool swapsColours = false; ///< text and background change their colours
+};
+
 class CiContext {
 public:
     static int Add(int* id);
@@ -20,10 +28,11 @@ public:
     static int GetAttrColPens(int id, const _ObObject* object, int* pen, int* fillPen);
     /// Declares a string attribute with a label and a maximal length in characters.
     static int DefParamAttrLong(int id, const UtCString& name, const UtCString& label, int length);
-    /// The settings that the pattern state `obstat` stands for; 4711 when there is no such state.
+    /// The settings that the pattern state `obstat` stands for, -1 where it leaves one alone; 4711 when there
+    /// is no such state.
     static int GetStatePenLtConf(int id, const UtCString& obstat, int* pen, int* lineType);
     static int GetStateHatchConf(int id, const UtCString& obstat, int* pen);
-    static int GetStateTextConf(int id, const UtCString& obstat, int* pen);
+    static int GetStateTextConf(int id, const UtCString& obstat, CI_TEXT_STATE* text);
     static int GetState3DConf(int id, const UtCString& obstat, int* pen);
 };
 

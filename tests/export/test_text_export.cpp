@@ -1,6 +1,8 @@
 // Texts and attributes on their way out.
 #include "exported.h"
 
+#include "ov_text.h"
+
 namespace {
 
 host::Text& addText(host::Pattern& pattern, const std::vector<std::string>& lines, int origin = 1) {
@@ -79,6 +81,54 @@ TEST_F(Export, NonLatinTextIsWrittenAsTheVersionWants) {
     EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD24")).first(0, "TEXT"), 1), "\xC3\x84 \xE4\xB8\xAD");
     EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD18")).first(0, "TEXT"), 1), "\xC4 \\U+4E2D");
     EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD12")).first(0, "TEXT"), 1), "\xC4 ?");
+}
+
+TEST_F(Export, PairsOfCharactersComeBehindSequences) {
+    addText(addPattern({}), {"\xC3\x98"
+                             "c"});
+    const std::string rows = "#CHAR-CAD-TO-DXF\n2\n216|%%c\n99|120\n";
+    EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD15", {}, rows)).first(0, "TEXT"), 1), "%%xx")
+        << "an import takes the pairs first";
+}
+
+TEST_F(Export, ALongMtextIsInPiecesThatAReaderTakes) {
+    std::string value;
+    for (int i = 0; i < 100; ++i) value += "\xE4\xB8\xAD";
+    host::Text& text = addText(addPattern({}), {value});
+    text.font = 0;
+    text.face = "Arial";
+    for (const auto& [version, pieces] : {std::pair("ACAD24", 1U), std::pair("ACAD18", 2U)}) {
+        const Exported file = exportDrawing(exportConfig(version));
+        std::size_t count = 0;
+        std::string all;
+        for (const DxfGroup& g : file.first(0, "MTEXT")) {
+            if (g.code != 3 && g.code != 1) continue;
+            count += g.code == 3 ? 1 : 0;
+            all += g.value;
+            EXPECT_LE(g.value.size(), 250U) << version;
+        }
+        EXPECT_EQ(count, pieces) << version;
+        EXPECT_EQ(all.size(), std::string(version) == "ACAD24" ? 306U : 706U);
+    }
+}
+
+TEST_F(Export, TheStateOfAPatternSaysHowItsTextsLook) {
+    host::Pattern& pattern = addPattern({moveTo(0, 0), drawTo(9, 9, 3, 2)});
+    pattern.ids.obstat = "planned";
+    host::Text& text = addText(pattern, {"later"});
+    text.font = 0, text.face = "Arial";
+    text.pen = 3, text.fillPen = 4;
+    const auto shownWith = [](const host::StateSettings& settings) {
+        host::openDrawing().states["planned"] = settings;
+        const Exported file = exportDrawing(exportConfig("ACAD24", "WRITE_TXT_ORG=0\n"));
+        const DxfGroups mtext = file.first(0, "MTEXT"), line = file.first(0, "LINE");
+        return valueOf(line, 62) + " " + valueOf(mtext, 62) + " " + valueOf(mtext, 63) + " " +
+               valueOf(mtext, 7);
+    };
+    EXPECT_EQ(shownWith({}), "2 2 none Arial") << "a state that leaves all alone";
+    EXPECT_EQ(shownWith({2, -1, -1, 5}), "1 4 none Arial");
+    EXPECT_EQ(shownWith({-1, -1, -1, -1, -1, 1}), "2 2 3 Arial");
+    EXPECT_EQ(shownWith({-1, -1, -1, -1, -1, 1, 1 << OV_TEXT_BOLD, true}), "2 3 2 Arial B");
 }
 
 TEST_F(Export, AttributesBecomeAttdefAndAttrib) {

@@ -436,6 +436,44 @@ TEST(BlockPatterns, AFullOneIsNotGoneBackTo) {
     EXPECT_EQ(count(dump, "pattern "), 7) << "6000 elements, 1000 a pattern, and the moves between them";
 }
 
+TEST(BlockPatterns, OfBothSpacesAreApart) {
+    DxfGroups lines;
+    for (int i = 0; i < 300; ++i) lines = lines + line(i, 0, i, 1);
+    DxfText text = drawing().layer("A", 1).block("IN", lines).block("OUT", nested("IN") + nested("IN"));
+    for (const char* space : {"0", "1"})
+        for (const char* tag : {"FIRST", "SECOND"})
+            text.entity("INSERT", insertOf("OUT", 0, 0, {{66, "1"}, {8, "A"}, {67, space}}) +
+                                      attrib(tag + std::string(space), "v"))
+                .raw({{0, "SEQEND"}})
+                .raw(line(5, 5, 6, 6, {{8, "A"}, {67, space}}));
+    for (const char* config :
+         {"", "READ_LAYER=GROUP\n", "READ_BLOCK=NAME\n", "READ_BLOCK=NAME\nREAD_LAYER=GROUP\n"}) {
+        ImportOptions options = unshifted();
+        options.numbers["&DxfParseExt"] = 0;
+        options.config = flags(config);
+        std::string apart;
+        for (const double space : {0.0, 1.0, 2.0}) {
+            options.numbers["&DxfPaper"] = space;
+            const auto result = importText(text.text(), options);
+            EXPECT_EQ(result.stat, 0);
+            std::string patterns;
+            std::istringstream dump(result.dump);
+            for (std::string one; std::getline(dump, one);) {
+                if (one.rfind("pattern ", 0) == 0)
+                    one = "pattern" + one.substr(std::min(one.find(' ', 8), one.size()));
+                if (one.rfind("pattern", 0) == 0 || one.rfind("  ", 0) == 0) patterns += one + "\n";
+            }
+            if (const std::string empty = "pattern\n"; patterns.ends_with(empty)) // that of the drawing's end
+                patterns.resize(patterns.size() - empty.size());
+            if (space < 2)
+                apart += patterns;
+            else
+                EXPECT_TRUE(patterns == apart) << config << result.protocol;
+        }
+        EXPECT_EQ(count(apart, "draw "), 2404) << config;
+    }
+}
+
 TEST(Explosion, OfMoreThanAnyoneCanDrawStopsEarly) {
     const auto result = importText(chain(20, 10).text(), unshifted());
     EXPECT_EQ(result.stat, 9009);

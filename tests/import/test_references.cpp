@@ -1,4 +1,5 @@
 #include "blocks.h"
+#include "convert/binary_dxf.h"
 #include "services/session.h"
 
 #include <gtest/gtest.h>
@@ -147,6 +148,61 @@ TEST(ExternalReference, WithoutHeaderOrTablesIsADrawingToo) {
         EXPECT_EQ(result.stat, 0) << result.protocol;
         EXPECT_EQ(elementsOf(result.dump), "move 10 0\ndraw 11 0\n" + REST);
     }
+}
+
+TEST(ExternalReference, OfABinaryFileIsConverted) {
+    char* bytes = nullptr;
+    std::size_t size = 0;
+    FILE* out = open_memstream(&bytes, &size);
+    ASSERT_TRUE(host::textDxfToBinary(lineOn("0").text(), out));
+    std::fclose(out);
+    const std::string binary(bytes, size);
+    std::free(bytes);
+    for (const std::string& content : {binary, binary.substr(0, 20)}) {
+        const auto result = importText(referring("other.dxf").text(), beside({{"other.dxf", content}}));
+        EXPECT_EQ(result.stat, 0);
+        const bool isWhole = content == binary;
+        EXPECT_EQ(elementsOf(result.dump), (isWhole ? "move 10 0\ndraw 11 0\n" : "") + REST);
+        EXPECT_NE(result.hasMessage("other.dxf konnte nicht"), isWhole) << result.protocol;
+    }
+}
+
+TEST(ExternalReference, AStopWithinItEndsAPassAndNoMore) {
+    DxfText other = drawing();
+    for (int i = 0; i < 400; ++i) other.raw(line(0, 0, i, 1));
+    const TempDir folder;
+    folder.write("drawing.dxf", referring("other.dxf").text());
+    folder.write("other.dxf", other.text());
+    ImportOptions options = unshifted();
+    options.keepsSession = true;
+    const auto importStoppedAt = [&](int first, int last) {
+        host::resetSession();
+        int asked = 0;
+        host::session().wantsAbort = [&] { return ++asked >= first && asked <= last; };
+        const auto result = importFile(folder, "drawing.dxf", options);
+        return std::make_pair(result, asked);
+    };
+    constexpr int never = 1 << 20;
+    const auto [whole, asked] = importStoppedAt(never, never);
+    ASSERT_EQ(count(whole.dump, "draw "), 401);
+    int measured = 0;
+    int drawnInPart = 0;
+    for (int stop = 1; stop <= asked; ++stop) {
+        const auto shortened = importStoppedAt(stop, stop).first;
+        if (shortened.stat == 0) {
+            EXPECT_EQ(elementsOf(shortened.dump), elementsOf(whole.dump))
+                << "the measuring stopped at " << stop;
+            ++measured;
+        }
+        const auto stopped = importStoppedAt(stop, never).first;
+        EXPECT_EQ(stopped.stat, 9009) << stop;
+        const int lines = count(stopped.dump, "draw ");
+        EXPECT_LT(lines, 401);
+        drawnInPart += lines > 0 ? 1 : 0;
+    }
+    host::resetSession();
+    EXPECT_GT(measured, 2);
+    EXPECT_GT(drawnInPart, 2);
 }
 
 TEST(ExternalReference, OfADwgIsConvertedAndARecoveredTwinServes) {

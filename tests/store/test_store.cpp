@@ -70,7 +70,7 @@ Drawing fullDrawing() {
     d.activeNumber = 3;
     p.facesJoined = true;
     d.recount();
-    d.states["o"] = {1, 2, 3, 4, 5};
+    d.states["o"] = {1, 2, 3, 4, 5, 0, 6, true};
     d.layers = {{"0", true, false}, {"A|B", false, true}};
     d.views.push_back({"Blatt 2", 3, 5, 0.5});
     d.workPlanes[3] = {{1, 2, 3}, {4, 5, 6}, {7, 8, std::numeric_limits<double>::infinity()}};
@@ -195,14 +195,17 @@ TEST_F(DrawingFile, EverythingComesBackToTheBit) {
     EXPECT_EQ(std::tie(d.lineTypes.at(2).name, d.lineTypes.at(2).dashes),
               std::tie(saved.lineTypes.at(2).name, saved.lineTypes.at(2).dashes));
     EXPECT_EQ(d.pens.at(17).b, 255);
-    EXPECT_EQ(std::make_pair(d.states.at("o").pen, d.states.at("o").pen3d), std::make_pair(1, 5));
+    const StateSettings& state = d.states.at("o");
+    EXPECT_EQ(
+        std::make_tuple(state.pen, state.pen3d, state.textBackOn, state.textBits, state.swapsTextColours),
+        std::make_tuple(1, 5, 0, 6, true));
     EXPECT_EQ(d.addPattern(false).number, 4) << "numbers aren't used twice";
 }
 
 TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
     const Drawing saved = fullDrawing();
     ASSERT_EQ(saveDrawing(saved, path), "");
-    sql("DROP TABLE curves; PRAGMA user_version = 1");
+    sql("DROP TABLE curves; DROP TABLE text_states; PRAGMA user_version = 1");
     Drawing d;
     ASSERT_EQ(loadDrawing(d, path), "");
     for (const int number : {1, 3}) {
@@ -234,7 +237,7 @@ TEST_F(DrawingFile, WhatIsNoDrawingOfOursIsRefusedAndLeavesTheOpenDrawing) {
 
 TEST_F(DrawingFile, DamageIsFound) {
     const char* const damages[] = {
-        "PRAGMA user_version = 3",
+        "PRAGMA user_version = 4",
         "PRAGMA user_version = 0",
         "DROP TABLE layers",
         "ALTER TABLE layers ADD COLUMN more",

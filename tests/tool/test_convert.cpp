@@ -172,6 +172,42 @@ TEST_F(Convert, VariablesHoldForTheExportOfADrawingFile) {
     EXPECT_THAT(outcome.err, HasSubstr("Layer WALL-CUT is not defined in the template"));
 }
 
+TEST_F(Convert, StreamsHoldTheDrawingAndNothingElse) {
+    const auto shell = [&](const std::string& script) {
+        return WEXITSTATUS(std::system(
+            ("cd " + dir.path() + " && export LC_ALL=C HD_WORK_DIR= TMPDIR=tmp T=" TORVA_TOOL "; " + script)
+                .c_str()));
+    };
+    DxfText large = dxf();
+    for (int i = 0; i < 5000; ++i) large.entity("LINE", {{8, "0"}, {10, std::to_string(i)}, {11, "0"}});
+    dir.write("a.dxf", large.text());
+    fs::create_directory(dir.file("tmp"));
+    ASSERT_EQ(shell("$T convert a.dxf b.dxf -q && $T import a.dxf -o a.tdw -q && $T export a.tdw c.dxf -q"),
+              0);
+    for (const char* same :
+         {"$T convert a.dxf - -v --set '&DxfVerbose=1' 2>e | cmp - b.dxf",
+          "$T convert - - <a.dxf 2>e | cmp - b.dxf", "cat a.dxf | $T convert - o.dxf -q; cmp o.dxf b.dxf",
+          "$T export - - <a.tdw 2>e | cmp - c.dxf", "$T convert a.dxf /dev/stdout 2>e | cmp - b.dxf",
+          "$T convert a.dxf o.dxf 2>&-; cmp o.dxf b.dxf",
+          "$T convert a.dxf o.dxf -v <&- >&- 2>&-; cmp o.dxf b.dxf",
+          "printf 'AutoCAD Binary DXF\\r\\n\\032\\0\\0\\0EOF\\0' | $T convert - o.dxf 2>e; test $? = 1"})
+        EXPECT_EQ(shell(same), 0) << same;
+    for (const char* failing :
+         {"convert a.dxf - >/dev/full", "convert a.dxf /dev/full", "export a.tdw - >&-",
+          "convert a.dxf - >&-", "convert - o.dxf <&-", "convert - o.dxf </", "info a.dxf a.tdw >/dev/full",
+          "dump a.dxf >/dev/full", "validate a.dxf >/dev/full", "--help >/dev/full"}) {
+        EXPECT_EQ(shell(std::string("$T ") + failing + " 2>e"), 1) << failing;
+        EXPECT_THAT(dir.read("e"), testing::AnyOf(HasSubstr("standard output"), HasSubstr("standard input"),
+                                                  HasSubstr("/dev/full: the export ended")))
+            << failing;
+    }
+    EXPECT_EQ(shell("($T convert a.dxf - 2>e; echo $? >s) | head -c 9 >o"), 0);
+    EXPECT_EQ(dir.read("s"), "1\n") << "the reader has gone";
+    EXPECT_THAT(dir.read("e"), Not(HasSubstr("standard output")));
+    EXPECT_EQ(shell("$T dump a.dxf 2>e | head -c 9 >o"), 0);
+    EXPECT_TRUE(fs::is_empty(dir.file("tmp"))) << "no temporary files are left";
+}
+
 TEST_F(Convert, FoldersAndWrongUsage) {
     fs::copy(bracket, dir.file("x.dxf"));
     fs::copy(bracket, dir.file("y.dxf"));

@@ -7,9 +7,9 @@
 #include "ov.h"
 
 static int findFillInHand(int fill) {
-    int statePen = fill;
-    int stateLineType = 0;
-    if (DxCiGetStatePenLt(DxPatNames[5], &statePen, &stateLineType) == 0) return statePen;
+    int statePen = -1;
+    int stateLineType = -1;
+    if (DxCiGetStatePenLt(DxPatNames[5], &statePen, &stateLineType) == 0 && statePen != -1) return statePen;
     return DxAttrFill != -1 ? DxAttrFill : fill;
 }
 

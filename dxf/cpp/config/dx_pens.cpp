@@ -48,12 +48,18 @@ void settlePattern(DX_LAYER_TYPE* layer, int layerColour, std::string_view layer
     enterLayerPattern(*layer);
 }
 
-/// The host's setting of the pattern's state for one kind of content. 0 when there is one.
+/// The host's setting of the pattern's state for one kind of content, -1 for what it leaves alone. 0 when
+/// there is one.
 int askStateSetting(int kind, int* pen, int* lineType) {
     const UtCString& state = DxPatNames[5];
     switch (kind) {
     case 0: return DxCiGetStatePenLt(state, pen, lineType);
-    case 1: return DxCiGetStateText(state, pen);
+    case 1: {
+        CI_TEXT_STATE text;
+        const int error = DxCiGetStateText(state, &text);
+        *pen = text.pen;
+        return error;
+    }
     case 2: return DxCiGetStateHatch(state, pen);
     case 6: return DxCiGetState3D(state, pen);
     default: return 1;
@@ -127,13 +133,11 @@ void DxPenLtToDXF(int pen, int lineType, int* colour, DX_NAME* lineTypeName, int
     int result = toDxfColor(pen);
     if (isPen(pen)) {
         int statePen = -1;
-        int stateLineType = lineType;
-        if (askStateSetting(kind, &statePen, &stateLineType) == 0) {
-            if (result != -1) result = toDxfColor(statePen);
-            if (kind == 0) lineType = stateLineType;
-        } else if (result != -1 && DxAttrPen != -1) {
-            result = toDxfColor(DxAttrPen);
-        }
+        int stateLineType = -1;
+        if (askStateSetting(kind, &statePen, &stateLineType) != 0) statePen = stateLineType = -1;
+        const int otherPen = statePen != -1 ? statePen : DxAttrPen;
+        if (result != -1 && otherPen != -1) result = toDxfColor(otherPen);
+        if (kind == 0 && stateLineType != -1) lineType = stateLineType;
     }
     if (DxByLayerColor && result >= 0) result = DX_COLOR_BY_LAYER;
     *colour = result;

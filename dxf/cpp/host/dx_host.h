@@ -1,6 +1,7 @@
 // Chief header of the thin layer over the host: shift, element counting, element queue, pattern table.
 #pragma once
 
+#include "ci.h"
 #include "dx_types.h"
 #include "host_state.h"
 
@@ -53,10 +54,11 @@ int DxCiInit(); ///< Fresh context in the session's unit, empty queue.
 int DxCiViewUpdate();
 int DxCiZoom2Box();
 int DxCiExportView(int id); ///< 1 enters, 0 leaves the view made for an export.
-/// The settings that a pattern state stands for; 4711 for an empty or unknown state.
+/// The settings that a pattern state stands for, -1 where it leaves one alone; 4711 for an empty or unknown
+/// state.
 int DxCiGetStatePenLt(const UtCString& obstat, int* pen, int* lineType);
 int DxCiGetStateHatch(const UtCString& obstat, int* pen);
-int DxCiGetStateText(const UtCString& obstat, int* pen);
+int DxCiGetStateText(const UtCString& obstat, CI_TEXT_STATE* text);
 int DxCiGetState3D(const UtCString& obstat, int* pen);
 /// Transparency of an entity in percent; 3011, with 0 percent, when it has none.
 int DxCiTransparencyToCAD(const DX_ENTITY_BASE_TYPE& base, int* percent);

@@ -44,8 +44,8 @@ int DxCiGetStateHatch(const UtCString& obstat, int* pen) {
     return obstat.IsEmpty() ? 4711 : CiContext::GetStateHatchConf(DxCiContextId, obstat, pen);
 }
 
-int DxCiGetStateText(const UtCString& obstat, int* pen) {
-    return obstat.IsEmpty() ? 4711 : CiContext::GetStateTextConf(DxCiContextId, obstat, pen);
+int DxCiGetStateText(const UtCString& obstat, CI_TEXT_STATE* text) {
+    return obstat.IsEmpty() ? 4711 : CiContext::GetStateTextConf(DxCiContextId, obstat, text);
 }
 
 int DxCiGetState3D(const UtCString& obstat, int* pen) {

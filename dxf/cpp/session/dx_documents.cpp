@@ -1,8 +1,11 @@
 #include "dx_documents.h"
 
+#include "dx_messages.h"
 #include "dx_protocol.h"
 #include "session_state.h"
 
+#include <array>
+#include <cstring>
 #include <limits>
 #include <stdexcept>
 
@@ -119,7 +122,9 @@ static FoundFile findFile(const UtCString& name, std::size_t documentCount) {
     found.source = found.path;
     UtCString converted = std::to_string(documentCount);
     int wasConverted = 0;
-    if (DxReadCheckConvert(found.path, converted, wasConverted) == 0 && wasConverted) {
+    if (DxReadCheckConvert(found.path, converted, wasConverted)) {
+        DxProtoMsg(DxMsg(5809, found.path.c_str()), 1); // it may be a text all the same
+    } else if (wasConverted) {
         found.path = found.converted = converted;
         if (!UtIsFile(found.path)) {
             findRecoveredTwin(found.path);
@@ -242,8 +247,21 @@ int DxReadFindPath(UtCString& path) {
     return 9005;
 }
 
+static bool isBinaryDxf(const UtCString& name) {
+    FILE* const stream = UtFileOpen(name, "rb");
+    if (!stream) return false;
+    std::array<char, 255> first{};
+    const bool isRead = std::fgets(first.data(), static_cast<int>(first.size()), stream) != nullptr;
+    UtFileClose(stream);
+    return isRead && std::strncmp(first.data(), "AutoCAD Binary DXF", 18) == 0;
+}
+
+bool DxReadNeedsConvert(const UtCString& name) {
+    return UtPathExt(name) == "dwg" || isBinaryDxf(name);
+}
+
 int DxReadCheckConvert(const UtCString& name, UtCString& converted, int& wasConverted) {
-    wasConverted = name.str().ends_with(".dwg") ? 1 : 0;
+    wasConverted = DxReadNeedsConvert(name) ? 1 : 0;
     return wasConverted ? DxReadConvertDwg2Dxf(name, converted) : 0;
 }
 

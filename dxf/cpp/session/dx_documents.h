@@ -196,7 +196,9 @@ extern DxfDocManager DxDocuments;
 /// Finds a file: as it stands, else beside the main file, the current file, its conversion's text and the
 /// main file's source. 0, with `path` a file that exists, or 9005.
 int DxReadFindPath(UtCString& path);
-/// Converts a file whose name ends with ".dwg" and sets `wasConverted` to 1, else to 0. `converted`: as
+/// Whether a file reaches the reader by a conversion only: a DWG by its extension, or a binary DXF.
+bool DxReadNeedsConvert(const UtCString& name);
+/// Converts a DWG or binary DXF and sets `wasConverted` to 1, else to 0. `converted`: as
 /// `target` below. 0 or the conversion's error.
 int DxReadCheckConvert(const UtCString& name, UtCString& converted, int& wasConverted);
 /// Converts DWG or binary DXF to a temporary text DXF. `target` holds a suffix for its name and becomes its

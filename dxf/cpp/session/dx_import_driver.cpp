@@ -22,9 +22,7 @@
 #include "uo.h"
 #include "ut.h"
 
-#include <array>
 #include <cmath>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -32,15 +30,6 @@ namespace {
 
 constexpr int EXCEPTION = 2360;
 constexpr int ABORTED = 9009;
-
-bool isBinaryDxf(const UtCString& name) {
-    FILE* const stream = UtFileOpen(name, "rb");
-    if (!stream) return false;
-    std::array<char, 255> first{};
-    const bool isRead = std::fgets(first.data(), static_cast<int>(first.size()), stream) != nullptr;
-    UtFileClose(stream);
-    return isRead && std::strncmp(first.data(), "AutoCAD Binary DXF", 18) == 0;
-}
 
 /// Three numbers divided by two commas, in a text that may go on behind them.
 bool scanTriple(std::string_view text, RPT3& triple) {
@@ -152,7 +141,7 @@ int Import::settleFile() {
     if (DxFileName.IsEmpty()) UoGetMacVarS("$DxfName", &DxFileName);
     if (DxFileName.IsEmpty())
         return CiInput(frame_.contextId()).SelectFileName(DxMsg(5708, "DXF"), 1, "*.dxf", "dxf", &DxFileName);
-    if (UtPathExt(DxFileName) != "dwg" && !isBinaryDxf(DxFileName)) return 0;
+    if (!DxReadNeedsConvert(DxFileName)) return 0;
     DxSourceFileName = DxFileName;
     DxFileName = UtCString();
     return DxReadConvertDwg2Dxf(DxSourceFileName, DxFileName);

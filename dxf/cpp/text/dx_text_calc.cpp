@@ -96,9 +96,7 @@ DxTextCadParams DxTextCalcCadParams(double height, double length, int font, std:
     const int count = DxTextHostCount(converted);
     const double relative = relativeLength(converted, count, font, parms.spacing, &proportional);
     if (!proportional) {
-        const auto tabs = std::count(converted.begin(), converted.end(), '\t');
-        const double cells =
-            (count - 1) * (parms.spacing - 1) + count + static_cast<double>(tabs) * (DX_TAB_BLANKS - 1);
+        const double cells = (count - 1) * (parms.spacing - 1) + count;
         if (count > 1) parms.width = cells > 0 ? parms.width / cells : parms.height;
     } else {
         parms.width = relative > 0 ? parms.width / relative : parms.height;

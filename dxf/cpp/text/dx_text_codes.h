@@ -30,9 +30,6 @@ std::size_t DxCharCount(std::string_view text);
 /// Cuts behind `count` characters.
 void DxCutChars(std::string& text, std::size_t count);
 
-/// Width of a tab, as the host shows it.
-inline constexpr int DX_TAB_BLANKS = 4;
-
 /// Number of visible characters.
 int DxTextStrlen(std::string_view text);
 /// Characters of a host-side text that take room: what switches a line along the text doesn't.

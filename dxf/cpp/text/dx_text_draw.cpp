@@ -209,7 +209,7 @@ RPT3 setOrigin(const Placing& placing, OV_TEXT_PARM& parm) {
 
 void setFont(const Placing& placing, OV_TEXT_PARM& parm) {
     parm.font = placing.charset->font;
-    if (parm.font == 0) parm.face = UtCString(placing.charset->face.view(), DxFileHostCodePage());
+    if (parm.font == 0) parm.face = DxHostText(placing.charset->face.view());
     std::copy_n(placing.bits, DX_BIT_COUNT, parm.bits);
 }
 

@@ -28,12 +28,7 @@ void tellOnce(std::unordered_set<int>& told, int code, int message, int font) {
 struct Cell {
     double width, space;
 };
-constexpr int tab = '\t';
 Cell cellOf(DxFontTable& table, int code) {
-    if (code == tab) {
-        const Cell blank = cellOf(table, ' ');
-        return {DX_TAB_BLANKS * blank.width, blank.space};
-    }
     if (code > 0 && code < 256) {
         const DxFontTable::Cell cell = table.cells[static_cast<std::size_t>(code)];
         if (cell.width >= 0) return {double(cell.width), double(cell.space)};
@@ -129,7 +124,7 @@ double measureChar(const DxTextMeasure& what, char32_t c) {
     parm.font = 0;
     parm.height = parm.width = size;
     parm.spacing = 1.0;
-    parm.face = UtCString(what.font, DxFileHostCodePage());
+    parm.face = DxHostText(what.font);
     for (int i = 0; i < DX_BIT_COUNT; ++i) parm.bits[i] = what.bits ? what.bits[i] : 0;
     double width = 0, height = 0;
     std::string text;
@@ -173,6 +168,11 @@ double faceLength(const DxTextMeasure& what, double factor) {
     return static_cast<double>(widths) * DxFaceTable::unit * what.height * factor;
 }
 
+/// True for what switches a line along a text of the host on or off: it takes no room.
+bool isSwitch(char32_t c) {
+    return c < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(c));
+}
+
 /// Width and space of a text in a font without a table.
 constexpr Cell usualCell{67, 33};
 
@@ -181,7 +181,7 @@ constexpr Cell usualCell{67, 33};
 int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* proportional) {
     const int index = DxTextGetCadFontIndex(font);
     if (index < 0) {
-        *length = static_cast<double>(DxCharCount(text)) * 100.0;
+        *length = DxTextHostCount(text) * 100.0;
         *proportional = 0;
         return 1;
     }
@@ -189,11 +189,12 @@ int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* pr
     double sum = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t c = DxNextChar(text, pos);
-        const int code = c == tab ? ' ' : c < 128 ? static_cast<int>(c) : DxHostCode(c);
+        if (isSwitch(c)) continue;
+        const int code = c < 128 ? static_cast<int>(c) : DxHostCode(c);
         const std::uint16_t width =
             code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
         if (width != DxCadFontTable::undefined) {
-            sum += c == tab ? DX_TAB_BLANKS * width : width;
+            sum += width;
             continue;
         }
         tellOnce(table.toldCodes, static_cast<int>(c), 5740, table.number);
@@ -211,7 +212,7 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
     *width = *space = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t character = DxNextChar(text, pos);
-        if (character < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(character))) continue;
+        if (isSwitch(character)) continue;
         const int code = DxTextTableCode(character, font);
         const Cell cell = table ? cellOf(*table, code) : usualCell;
         *width += cell.width * 0.01;

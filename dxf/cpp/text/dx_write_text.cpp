@@ -37,7 +37,8 @@ void noteDescent(std::string_view font) {
 /// A text in the frame and the unit of the drawing.
 class TextWriter {
 public:
-    explicit TextWriter(const DX_WRITE_TEXT& text) : text_(text), parm_(text.parm) {}
+    explicit TextWriter(const DX_WRITE_TEXT& text)
+        : text_(text), parm_(text.parm), backOn_(text.ext.backOn != 0) {}
 
     int write() {
         if (!settleColours()) return 0;
@@ -60,7 +61,18 @@ private:
         DX_NAME none;
         DxPenLtToDXF(parm_.pen, 1, &colour_, &none, 1);
         if (text_.ext.fillPen != 0) DxFillToDXF(text_.ext.fillPen, &fillColour_); // 0: that of the sheet
+        takeState();
         return DxShouldWriteColor(colour_, parm_.pen);
+    }
+
+    /// The state of the pattern may say how its texts look.
+    void takeState() {
+        CI_TEXT_STATE state;
+        if (DxCiGetStateText(DxPatNames[DX_PAT_OBSTAT], &state) != 0) return;
+        if (state.backOn != -1) backOn_ = state.backOn != 0;
+        for (int bit = 0; bit < DX_BIT_COUNT && state.bits != -1; ++bit)
+            parm_.bits[bit] = state.bits >> bit & 1;
+        if (state.swapsColours && fillColour_ != -1) std::swap(colour_, fillColour_);
     }
 
     void settleSizes() {
@@ -258,7 +270,7 @@ private:
         out.horAlign = anchor.hor;
         out.verAlign = anchor.ver;
         out.boxWidth = box_ > 0 ? box_ : dxfLength;
-        if (text_.ext.backOn && text_.ext.backType != 2 && text_.ext.backType != 3) {
+        if (backOn_ && text_.ext.backType != 2 && text_.ext.backType != 3) {
             out.backFlag = fillColour_ == -1 ? 3 : 1;
             out.backColor = fillColour_;
         }
@@ -312,6 +324,7 @@ private:
     Mat32 matrix_{};
     int colour_ = 7, fillColour_ = -1;
     int origin_ = 1;
+    bool backOn_;
     bool isFace_ = false, isMtext_ = false;
     bool isBlock_ = false;                      ///< lines are placed in a block, from its top
     std::vector<std::string> lines_;            ///< as they are written, an entity each

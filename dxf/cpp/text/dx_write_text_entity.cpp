@@ -2,6 +2,7 @@
 #include "../export/dx_write_entities.h"
 #include "../export/export_state.h"
 #include "../session/dx_writer.h"
+#include "dx_text_codes.h"
 #include "dx_text_import.h"
 #include "dx_write_text.h"
 #include "mt.h"
@@ -51,14 +52,26 @@ std::string formatCodes(const DX_TEXT_TYPE& text) {
     return text.charSpacing < 0 ? codes : codes + formatCode('T', text.charSpacing, -1.0);
 }
 
-/// Group 1; a reader takes no more than 250 bytes a group, the pieces in front stand in groups 3.
-int writeMtextValue(const std::string& value) {
+/// Where a piece of a text ends that takes up to 250 bytes in the file. A target of code pages may need an
+/// escape for a character: 7 bytes, or 14 for one that has four bytes here.
+std::size_t pieceEnd(std::string_view text) {
     constexpr std::size_t most = 250;
-    std::string_view rest = value;
+    const bool isUtf8 = DxMiscCheckVersion(4);
+    std::size_t bytes = 0;
+    for (std::size_t pos = 0; pos < text.size();) {
+        const std::size_t start = pos;
+        DxNextChar(text, pos);
+        const std::size_t length = pos - start;
+        bytes += isUtf8 || length == 1 ? length : length == 4 ? 14 : 7;
+        if (bytes > most) return start;
+    }
+    return text.size();
+}
+
+/// Group 1; the pieces in front stand in groups 3.
+int writeMtextValue(std::string_view rest) {
     int error = 0;
-    while (rest.size() > most) {
-        std::size_t end = most;
-        while (end > 1 && (static_cast<unsigned char>(rest[end]) & 0xC0) == 0x80) --end;
+    for (std::size_t end = pieceEnd(rest); end < rest.size(); end = pieceEnd(rest)) {
         error |= DxWriteString(3, UtCString(rest.substr(0, end)));
         rest.remove_prefix(end);
     }

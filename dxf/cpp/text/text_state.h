@@ -54,10 +54,17 @@ struct DxFaceTable {
     DxFaceTable() { plain.fill(unknown); }
 };
 
+/// A text of a set of character tables, UTF-8, and the character it becomes on import; 0: none.
+struct DxCharSequence {
+    std::string text;
+    char32_t character = 0;
+};
+
 /// What the codes of one set of character tables do, ready for use.
 struct DxCharMap {
     bool isBuilt = false;
     std::unordered_map<char32_t, char32_t> pairs; ///< file's character → host's
+    std::vector<DxCharSequence> sequences;        ///< the first that fits counts
     std::array<bool, 256> startsText{};           ///< bytes that begin one of the set's texts
     std::array<bool, 256> startsCode{};           ///< and the one that begins an escape
 };

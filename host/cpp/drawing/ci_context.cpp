@@ -119,10 +119,10 @@ int CiContext::GetStateHatchConf(int id, const UtCString& obstat, int* pen) {
     return 0;
 }
 
-int CiContext::GetStateTextConf(int id, const UtCString& obstat, int* pen) {
+int CiContext::GetStateTextConf(int id, const UtCString& obstat, CI_TEXT_STATE* text) {
     const StateSettings* state = findState(id, obstat);
     if (!state) return errorNoState;
-    *pen = state->textPen;
+    *text = {state->textPen, state->textBackOn, state->textBits, state->swapsTextColours};
     return 0;
 }
 

@@ -142,6 +142,8 @@ struct Pattern {
 struct StateSettings {
     int pen = -1, lineType = -1;
     int hatchPen = -1, textPen = -1, pen3d = -1;
+    int textBackOn = -1, textBits = -1;
+    bool swapsTextColours = false; ///< of a text and its background
 };
 
 /// A layer as the host's layer manager knows it.

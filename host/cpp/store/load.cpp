@@ -161,7 +161,24 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     readPartLists(db, drawing, &Pattern::texts, &Text::lines);
 }
 
-static void readTables(Database& db, Drawing& drawing) {
+static void readStates(Database& db, std::int64_t version, Drawing& drawing) {
+    std::vector<NamedState> states;
+    readRows<NamedState>(db,
+                         [&](const Keys<NamedState>& key) -> NamedState& { return append(states, key[0]); });
+    for (const NamedState& state : states) drawing.states[state.name] = state.settings;
+    if (!hasTable<NamedTextState>(version)) return;
+    std::vector<NamedTextState> textStates;
+    readRows<NamedTextState>(
+        db, [&](const Keys<NamedTextState>& key) -> NamedTextState& { return append(textStates, key[0]); });
+    for (const NamedTextState& state : textStates) {
+        StateSettings& settings = drawing.states[state.name];
+        settings.textBackOn = state.settings.textBackOn;
+        settings.textBits = state.settings.textBits;
+        settings.swapsTextColours = state.settings.swapsTextColours;
+    }
+}
+
+static void readTables(Database& db, std::int64_t version, Drawing& drawing) {
     readRows<Layer>(db, [&](const Keys<Layer>& key) -> Layer& { return append(drawing.layers, key[0]); });
     drawing.views.clear();
     readRows<View>(db, [&](const Keys<View>& key) -> View& { return append(drawing.views, key[0]); });
@@ -170,10 +187,7 @@ static void readTables(Database& db, Drawing& drawing) {
                         [&](const Keys<WorkPlane>& key) -> WorkPlane& { return drawing.workPlanes[key[0]]; });
     readRows<LineType>(db, [&](const Keys<LineType>& key) -> LineType& { return drawing.lineTypes[key[0]]; });
     readRows<Rgb>(db, [&](const Keys<Rgb>& key) -> Rgb& { return drawing.pens[key[0]]; });
-    std::vector<NamedState> states;
-    readRows<NamedState>(db,
-                         [&](const Keys<NamedState>& key) -> NamedState& { return append(states, key[0]); });
-    for (const NamedState& state : states) drawing.states[state.name] = state.settings;
+    readStates(db, version, drawing);
     std::vector<ImportedPattern> imported;
     readRows<ImportedPattern>(
         db, [&](const Keys<ImportedPattern>& key) -> ImportedPattern& { return append(imported, key[0]); });
@@ -235,7 +249,7 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     Database db(path, Database::Mode::Read);
     const std::int64_t version = checkFile(db);
     readPatterns(db, version, readHead(db, drawing), drawing);
-    readTables(db, drawing);
+    readTables(db, version, drawing);
     checkElements(drawing);
     drawing.recount();
     db.close();

@@ -12,7 +12,7 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion = 2;     ///< PRAGMA user_version; 2 has curves
+inline constexpr int kDrawingFileVersion = 3;     ///< PRAGMA user_version; 2 has curves, 3 text_states
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -27,6 +27,9 @@ struct NamedState {
     std::string name;
     StateSettings settings;
 };
+
+/// What a pattern state says of the look of texts, beyond their pen.
+struct NamedTextState : NamedState {};
 
 /// A pattern of the last import, as a row.
 struct ImportedPattern {
@@ -260,6 +263,18 @@ struct Row<NamedState> {
 };
 
 template <>
+struct Row<NamedTextState> {
+    static constexpr int since = 3;
+    static constexpr const char* table = "text_states";
+    static constexpr std::array keys{"position"};
+    template <class V, class R>
+    static void columns(V& v, R& r) {
+        v("name", r.name), v("back_on", r.settings.textBackOn), v("bits", r.settings.textBits);
+        v("swaps_colours", r.settings.swapsTextColours);
+    }
+};
+
+template <>
 struct Row<ImportedPattern> {
     static constexpr const char* table = "imported_patterns";
     static constexpr std::array keys{"position"};
@@ -276,7 +291,7 @@ using ForEachRow =
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
                Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
                Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>,
-               Holder<ImportedPattern>>;
+               Holder<NamedTextState>, Holder<ImportedPattern>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

@@ -170,8 +170,11 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     for (const int number : drawing.lastInterfaceIds)
         tables.of<ImportedPattern>().put({position++}, ImportedPattern{number});
     position = 0;
-    for (const auto& [name, settings] : drawing.states)
-        tables.of<NamedState>().put({position++}, NamedState{name, settings});
+    for (const auto& [name, settings] : drawing.states) {
+        const NamedTextState state{{name, settings}};
+        tables.of<NamedState>().put({position}, state);
+        tables.of<NamedTextState>().put({position++}, state);
+    }
     for (const auto& [id, plane] : drawing.workPlanes) tables.of<WorkPlane>().put({id}, plane);
     for (const auto& [number, lineType] : drawing.lineTypes) tables.of<LineType>().put({number}, lineType);
     for (const auto& [number, color] : drawing.pens) tables.of<Rgb>().put({number}, color);

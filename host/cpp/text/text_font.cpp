@@ -78,8 +78,9 @@ private:
 
     Glyph measure(char32_t c) override {
         if (isSwitch(c)) return {};
-        if (c == '\t') return {nullptr, 0, tabBlanks * cellOf(' '), 0, scale_};
         const double cell = cellOf(c);
+        if (c == '\t')
+            return {nullptr, 0, widths_.byCode['\t'] < 0 ? tabBlanks * cellOf(' ') : cell, 0, scale_};
         c = shown(c);
         FontFile* file = fileFor(file_, c);
         if (!file) return {nullptr, 0, cell, 0, 1};
