@@ -204,6 +204,19 @@ TEST_F(Mtext, ParagraphsAreJustifiedHoweverTheBlockIsAttached) {
     }
 }
 
+TEST_F(Mtext, LinesThatAreBrokenKeepTheirBaseline) {
+    const auto runs = texts("a\\Pb {\\H0.5x;small small small} tall {\\H0.5x;all by themselves, in lines "
+                            "that are closer together}",
+                            {{41, "16"}});
+    ASSERT_EQ(
+        saidBy(runs),
+        "'a' 'b ' 'small small small' ' tall ' 'all by' 'themselves, in lines that are closer' 'together'");
+    const auto at = places(runs);
+    EXPECT_NEAR(at[2].y, at[1].y, 1e-9);
+    EXPECT_NEAR(at[4].y, at[3].y, 1e-9);
+    EXPECT_NEAR(at[5].y - at[6].y, 7.0 / 3 / 2, 1e-6) << "small lines follow each other closely";
+}
+
 TEST_F(Mtext, ABoxThatIsNarrowerThanTheTextIsHighBreaksNothing) {
     const auto high = texts("\\H4;two words\\Pnext", {{41, "3"}});
     const auto low = texts("\\H0.2;two words\\Pnext", {{41, "0.8"}});
