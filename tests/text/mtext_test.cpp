@@ -205,6 +205,19 @@ TEST_F(Mtext, ParagraphsAreJustifiedHoweverTheBlockIsAttached) {
     }
 }
 
+TEST_F(Mtext, LinesThatAreBrokenKeepTheirBaseline) {
+    const auto runs = texts("a\\Pb {\\H0.5x;small small small} tall {\\H0.5x;all by themselves, in lines "
+                            "that are closer together}",
+                            {{41, "16"}});
+    ASSERT_EQ(
+        saidBy(runs),
+        "'a' 'b ' 'small small small' ' tall ' 'all by' 'themselves, in lines that are closer' 'together'");
+    const auto at = places(runs);
+    EXPECT_NEAR(at[2].y, at[1].y, 1e-9);
+    EXPECT_NEAR(at[4].y, at[3].y, 1e-9);
+    EXPECT_NEAR(at[5].y - at[6].y, 7.0 / 3 / 2, 1e-6) << "small lines follow each other closely";
+}
+
 TEST_F(Mtext, ABoxThatIsNarrowerThanTheTextIsHighBreaksNothing) {
     const auto high = texts("\\H4;two words\\Pnext", {{41, "3"}});
     const auto low = texts("\\H0.2;two words\\Pnext", {{41, "0.8"}});
@@ -274,6 +287,23 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
         EXPECT_TRUE(std::fabs(step) < 1e-6 || step > 1)
             << heights[i].lines[0] << " stands on the line, " << step;
     }
+}
+
+TEST_F(Mtext, AWordDoesntPartWhereItsFormatChanges) {
+    const auto lines = [&](const std::string& text) {
+        std::string all;
+        double y = 0;
+        for (const host::Text& run : texts(text, {{41, "7.5"}})) {
+            const double baseline = inkAt(run, 0, 0).y;
+            if (!all.empty() && y - baseline > 0.5) all += '/';
+            y = baseline;
+            all += run.lines[0];
+        }
+        return all;
+    };
+    EXPECT_EQ(lines("abcd ef{\\C1;gh{\\C2;ij}} k"), "abcd/efghij k");
+    EXPECT_EQ(lines("abcd ef{\\C1; gh}"), "abcd ef/gh") << "a blank begins the run";
+    EXPECT_EQ(lines("a bcdef{\\C1;ghijk{\\C2;lmnop} q}"), "a bcdef/ghijk/lmnop q") << "wider than the line";
 }
 
 TEST_F(Mtext, TheHostBreaksALineWhereItsRoomWasReserved) {
