@@ -1,14 +1,19 @@
-"""A small writer of DXF 2000 files for the examples: what a careful program wants of such a file, and no more."""
+"""A small writer of DXF files for the examples: what a careful program wants of such a file, and no more.
+
+The files are of DXF 2000 unless told otherwise; from 2007 on their strings are UTF-8.
+"""
 import math
 import pathlib
 
 MODEL, PAPER = "1F", "1B"  # block records
 
 _groups = []
-_handles = iter(range(0x40, 0x10000))
+_FIXED = {0x17A, 0x22A, 0x22B, *range(0x200, 0x220), *range(0x300, 0x340), *range(0x400, 0x480),
+          *range(0x1000, 0x1040)}  # line types, layers, styles, blocks
+_handles = (handle for handle in range(0x40, 0x10000) if handle not in _FIXED)
 _layers = [("0", 7, "Continuous")]
 _linetypes = []
-_styles = [("Standard", "txt")]
+_styles = [("Standard", "txt", 1.0, 0.0, None)]
 _blocks = []  # (name, record handle, base, function that draws it)
 _owner = [MODEL]
 
@@ -115,17 +120,36 @@ def spline(layer, points, closed=False, **look):
     entity("SPLINE", layer, "AcDbSpline", *pairs, **look)
 
 
-def text(layer, x, y, height, value, rotation=0.0, style="Standard", align=0, **look):
-    """`align`: 0 left, 1 centred, 2 right, along the base line."""
+def text(layer, x, y, height, value, rotation=0.0, style="Standard", align=0, vertical=0, second=None, width=1.0,
+         oblique=0.0, generation=0, **look):
+    """`align`: 0 left, 1 centred, 2 right, 3 aligned, 4 middle, 5 fit; `vertical`: 0 base line, 1 bottom, 2 middle,
+    3 top. `second` is the other end of a text that is aligned or fit."""
     pairs = [*point_groups(0, x, y), (40, number(height)), (1, value), (50, number(rotation)), (7, style)]
-    if align:
-        pairs += [(72, align), *point_groups(1, x, y)]
-    entity("TEXT", layer, "AcDbText", *pairs, (100, "AcDbText"), **look)
+    if width != 1.0:
+        pairs.append((41, number(width)))
+    if oblique:
+        pairs.append((51, number(oblique)))
+    if generation:
+        pairs.append((71, generation))
+    if align or vertical:
+        pairs += [(72, align), *point_groups(1, *(second or (x, y)))]
+    pairs.append((100, "AcDbText"))
+    if vertical:
+        pairs.append((73, vertical))
+    entity("TEXT", layer, "AcDbText", *pairs, **look)
 
 
-def mtext(layer, x, y, height, value, attachment=5, width=0.0, style="Standard", **look):
-    entity("MTEXT", layer, "AcDbMText", *point_groups(0, x, y), (40, number(height)), (41, number(width)),
-           (71, attachment), (72, 1), (1, value), (7, style), **look)
+def mtext(layer, x, y, height, value, attachment=5, width=0.0, style="Standard", rotation=0.0, spacing=1.0,
+          is_exact=False, background=(), **look):
+    """`background`: groups of the ground behind the text."""
+    parts = [value[i:i + 250] for i in range(0, len(value), 250)] or [""]
+    pairs = [*point_groups(0, x, y), (40, number(height)), (41, number(width)), (71, attachment), (72, 1),
+             *((3, part) for part in parts[:-1]), (1, parts[-1]), (7, style)]
+    if rotation:
+        pairs.append((50, number(rotation)))
+    if spacing != 1.0 or is_exact:
+        pairs += [(73, 2 if is_exact else 1), (44, number(spacing))]
+    entity("MTEXT", layer, "AcDbMText", *pairs, *background, **look)
 
 
 def attributes(layer, owner, values):
@@ -161,8 +185,17 @@ def linetype(name, description, *dashes):
     _linetypes.append((name, description, dashes))
 
 
-def style(name, font):
-    _styles.append((name, font))
+def style(name, font, width=1.0, oblique=0.0, face=None, is_bold=False, is_italic=False):
+    """`face` names a TrueType family, whose file is `font`."""
+    _styles.append((name, font, width, oblique, face and (face, is_italic << 24 | is_bold << 25 | 34)))
+
+
+def style_record(handle, name, font, width, oblique, face):
+    pairs = [(100, "AcDbTextStyleTableRecord"), (2, name), (70, 0), (40, "0.0"), (41, number(width)),
+             (50, number(oblique)), (71, 0), (42, "2.5"), (3, font), (4, "")]
+    if face:
+        pairs += [(1001, "ACAD"), (1000, face[0]), (1071, face[1])]
+    return handle, pairs
 
 
 def linetype_record(handle, name, text, *dashes):
@@ -175,15 +208,18 @@ def layer_record(handle, name, color, linetype):
     return handle, [(100, "AcDbLayerTableRecord"), (2, name), (70, 0), (62, color), (6, linetype), (390, "0F")]
 
 
-def _header(low, high):
-    put((0, "SECTION"), (2, "HEADER"), (9, "$ACADVER"), (1, "AC1015"), (9, "$DWGCODEPAGE"), (3, "ANSI_1252"),
+def _header(version, low, high):
+    put((0, "SECTION"), (2, "HEADER"), (9, "$ACADVER"), (1, version), (9, "$DWGCODEPAGE"), (3, "ANSI_1252"),
         (9, "$INSBASE"), (10, "0.0"), (20, "0.0"), (30, "0.0"), (9, "$EXTMIN"), (10, number(low[0])), (20, number(low[1])),
         (30, "0.0"), (9, "$EXTMAX"), (10, number(high[0])), (20, number(high[1])), (30, "0.0"), (9, "$LTSCALE"), (40, "1.0"),
         (9, "$FILLMODE"), (70, 1), (9, "$PDMODE"), (70, 0), (9, "$INSUNITS"), (70, 4), (9, "$MEASUREMENT"), (70, 1),
         (9, "$HANDSEED"), (5, "FFFF"), (0, "ENDSEC"), (0, "SECTION"), (2, "CLASSES"))
     for name, cpp in (("ACDBDICTIONARYWDFLT", "AcDbDictionaryWithDefault"), ("ACDBPLACEHOLDER", "AcDbPlaceHolder"),
                       ("LAYOUT", "AcDbLayout")):
-        put((0, "CLASS"), (1, name), (2, cpp), (3, "ObjectDBX Classes"), (90, 0), (280, 0), (281, 0))
+        put((0, "CLASS"), (1, name), (2, cpp), (3, "ObjectDBX Classes"), (90, 0))
+        if version >= "AC1018":
+            put((91, 2 if name == "LAYOUT" else 1))  # how many objects are of the class
+        put((280, 0), (281, 0))
     put((0, "ENDSEC"))
 
 
@@ -201,10 +237,8 @@ def _tables():
                            for i, (name, description, dashes) in enumerate(_linetypes)]])
     table("LAYER", "2", [layer_record("10" if i == 0 else f"{0x300 + i:X}", *record)
                          for i, record in enumerate(_layers)])
-    table("STYLE", "3", [("11" if i == 0 else f"{0x400 + i:X}",
-                          [(100, "AcDbTextStyleTableRecord"), (2, name), (70, 0), (40, "0.0"), (41, "1.0"),
-                           (50, "0.0"), (71, 0), (42, "2.5"), (3, font), (4, "")])
-                         for i, (name, font) in enumerate(_styles)])
+    table("STYLE", "3", [style_record("11" if i == 0 else f"{0x400 + i:X}", *record)
+                         for i, record in enumerate(_styles)])
     table("VIEW", "6", [])
     table("UCS", "7", [])
     table("APPID", "9", [("12", [(100, "AcDbRegAppTableRecord"), (2, "ACAD"), (70, 0)])])
@@ -265,9 +299,9 @@ def _objects(low, high):
     put((0, "ENDSEC"), (0, "EOF"))
 
 
-def write(path, low, high, draw):
+def write(path, low, high, draw, version="AC1015"):
     """Writes the file: `draw` puts the entities of model space, whose extents run from `low` to `high`."""
-    _header(low, high)
+    _header(version, low, high)
     _tables()
     _all_blocks()
     put((0, "SECTION"), (2, "ENTITIES"))
@@ -275,4 +309,5 @@ def write(path, low, high, draw):
     put((0, "ENDSEC"))
     _objects(low, high)
     content = "".join(_groups).replace("\n390\n0F\n", "\n390\nF\n")
-    pathlib.Path(path).write_text(content, newline="\r\n")
+    encoding = "utf-8" if version >= "AC1021" else "cp1252"
+    pathlib.Path(path).write_text(content, encoding=encoding, newline="\r\n")

@@ -10,6 +10,14 @@
 #include <type_traits>
 #include <utility>
 
+/// Bytes of a text of the file's code page that have room in `most`: no escape "\U+XXXX" is divided.
+inline std::size_t DxFittingLength(std::string_view text, std::size_t most) {
+    constexpr std::size_t escapeLength = 7;
+    if (text.size() <= most || most == 0) return text.size() < most ? text.size() : most;
+    const std::size_t at = text.substr(0, most + 2).rfind("\\U+", most - 1);
+    return at != std::string_view::npos && at + escapeLength > most ? at : most;
+}
+
 /// A char array of N bytes that holds at most N - 1 bytes and a 0. Bytes are in the code page of the file.
 /// Longer texts are cut. Trivial on purpose: records are grown and copied as plain memory.
 template <std::size_t N>
@@ -17,7 +25,7 @@ struct DxFixed {
     char s[N];
 
     void assign(std::string_view text) {
-        const std::size_t n = text.size() < N ? text.size() : N - 1;
+        const std::size_t n = text.size() < N ? text.size() : DxFittingLength(text, N - 1);
         if (n) std::memcpy(s, text.data(), n); // a view of nothing has no address
         s[n] = 0;
     }

@@ -83,6 +83,14 @@ TEST_F(Export, NonLatinTextIsWrittenAsTheVersionWants) {
     EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD12")).first(0, "TEXT"), 1), "\xC4 ?");
 }
 
+TEST_F(Export, PairsOfCharactersComeBehindSequences) {
+    addText(addPattern({}), {"\xC3\x98"
+                             "c"});
+    const std::string rows = "#CHAR-CAD-TO-DXF\n2\n216|%%c\n99|120\n";
+    EXPECT_EQ(valueOf(exportDrawing(exportConfig("ACAD15", {}, rows)).first(0, "TEXT"), 1), "%%xx")
+        << "an import takes the pairs first";
+}
+
 TEST_F(Export, ALongMtextIsInPiecesThatAReaderTakes) {
     std::string value;
     for (int i = 0; i < 100; ++i) value += "\xE4\xB8\xAD";

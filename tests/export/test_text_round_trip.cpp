@@ -127,13 +127,18 @@ TEST_F(Export, BackgroundsAndMarksWithinALineComeBack) {
              "b\x0E c{}\\^ \x0F"
              "d"},
             arial, 1);
+    const std::vector<std::string> percents = {"100%", "%%c5 %%", "5%\u00b0 %\u00d8% %%%d"};
+    for (const std::string& text : percents)
+        for (const Look& look : {arial, Look{}}) addText(pattern, {text}, look, 1);
     host::openDrawing().recount();
     TempDir folder;
     const Exported file = exportTo(folder, keepConfig("ACAD18"));
     EXPECT_NE(file.text.find("a \\Lb\\l c\\{\\}\\\\^  \\Od"), std::string::npos) << "codes of an MTEXT";
     ASSERT_EQ(importFile(folder, "out.dxf", keepOptions("ACAD18")).stat, 0);
     const std::vector<host::Text> texts = textsOfDrawing();
-    ASSERT_EQ(texts.size(), 3u);
+    ASSERT_EQ(texts.size(), 9u);
+    EXPECT_NE(file.text.find("\n100%\n"), std::string::npos) << "a single one is no code";
+    for (std::size_t i = 3; i < texts.size(); ++i) EXPECT_EQ(texts[i].lines[0], percents[(i - 3) / 2]);
     EXPECT_TRUE(texts[0].backOn && texts[1].backOn);
     EXPECT_EQ(texts[0].fillPen, 0);
     EXPECT_EQ(texts[1].fillPen, 1);

@@ -4,6 +4,8 @@
 #include "render/render.h"
 #include "render/style.h"
 
+#include "ov_text.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -197,6 +199,16 @@ TEST_F(Pictures, TextStandsOnItsPointAndWidensThePicture) {
     render(d);
     EXPECT_TRUE(inked(20, 41, 49, 49));
     EXPECT_FALSE(inked(51, 51, 90, 60));
+    text.lines = {"lll"}, text.height = 40, text.font = 0, text.face = "osifont";
+    const auto dots = [&] {
+        int count = 0;
+        render(d);
+        for (double x = 0; x < 50; x += 0.2) count += at(x, 30) == kRed;
+        return count;
+    };
+    const int plain = dots();
+    text.styleBits = 1 << OV_TEXT_BOLD;
+    EXPECT_GT(dots(), 1.3 * plain) << "a font that isn't bold is drawn with thicker strokes";
     d.patterns[0].elements.clear();
     render(d);
     EXPECT_EQ(renderDrawing(d, (folder / "t.svg").string(), {}), "");

@@ -6,6 +6,7 @@
 #include "services/session.h"
 #include "uo.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 namespace {
@@ -92,16 +93,60 @@ TEST_F(HostText, WidthsComeFromTablesForNumbersAndFromFilesForFaces) {
     EXPECT_GT(widthOf("\u65E5"), 1000) << "another font serves what this one lacks";
 }
 
+/// What is drawn of a glyph beyond the left and the right end of its cell.
+std::array<double, 2> overhang(const host::Glyph& glyph, char32_t c) {
+    const host::FileGlyph own = host::FontFile::open(glyph.file->path(), glyph.file->faceIndex())->glyph(c);
+    const double left = glyph.offset + own.left * glyph.scale;
+    return {-left, left + own.ink * glyph.scale - glyph.cell};
+}
+
+TEST_F(HostText, GlyphsStandInTheMiddleOfTheirCellAndOffTheirNeighbours) {
+    for (const int number : {1, 2, 3, 4, 9, 25}) {
+        host::TextFont& font = host::textFonts().resolve({number, "", false, false});
+        for (const char32_t c : U"AjMWm1%@&#\u00c6\u00d8\u20ac\u2030\u0416\u0449\u56f3\u2260") {
+            if (c == 0) continue;
+            const auto beyond = overhang(font.glyph(c), c);
+            EXPECT_NEAR(beyond[0], beyond[1], 1e-9) << number << " " << static_cast<unsigned>(c);
+            EXPECT_LT(beyond[0], 0.11) << number << " " << static_cast<unsigned>(c);
+        }
+    }
+}
+
+TEST_F(HostText, FilesThatLackACharacterOrAStyle) {
+    host::TextFonts& fonts = host::textFonts();
+    const auto face = [&](const char* name, bool bold) -> host::TextFont& {
+        return fonts.resolve({0, name, bold, false});
+    };
+    host::TextFont& iso = face("osifont", false);
+    EXPECT_EQ(iso.glyph(U'\u0451').index, iso.glyph(U'\u00eb').index) << "a block of its own in that file";
+    host::TextFont& sans = face("Liberation Sans", false);
+    for (const char32_t c : U"\u9762\u8868\u793a") // the first two are in osifont too
+        if (c) EXPECT_EQ(sans.glyph(c).file, sans.glyph(U'\u8bf4').file) << static_cast<unsigned>(c);
+    EXPECT_TRUE(face("osifont", true).thickened()) << "it comes in one weight";
+    EXPECT_FALSE(face("osifont", false).thickened());
+    EXPECT_FALSE(face("Liberation Sans", true).thickened());
+    const auto file = [&](const char* name, bool bold) { return face(name, bold).glyph(U'A').file; };
+    for (const char* name : {"arialbd", "timesbd", "courbd"})
+        EXPECT_TRUE(file(name, false)->bold()) << name << " is the file of a bold face";
+    EXPECT_TRUE(file("ariali", false)->italic());
+    EXPECT_EQ(file("courier new", false), file("Liberation Mono", false));
+    EXPECT_EQ(file("cour", true), file("Liberation Mono", true));
+}
+
 TEST_F(HostText, AMissingFaceIsToldOnce) {
     parm_.font = 0;
     parm_.spacing = 1;
     parm_.face = "Arial Narrow";
     const double narrow = widthOf("abc");
     widthOf("def");
+    parm_.face = "Arial";
+    const double arial = widthOf("RAY");
     parm_.face = "Liberation Sans";
-    EXPECT_NEAR(narrow, 0.82 * widthOf("abc"), 1e-9);
+    EXPECT_NEAR(narrow, 0.788 * widthOf("abc"), 1e-9);
+    EXPECT_NEAR(arial, parm_.width * (0.722 + 2 * 0.667) / 0.716, 0.01 * arial)
+        << "as wide as the face, whose capital letters are higher than the stand-in's";
     const auto& area = host::session().messageArea;
-    ASSERT_EQ(area.size(), 1u);
+    ASSERT_EQ(area.size(), 2u);
     EXPECT_NE(area[0].find("Arial Narrow"), std::string::npos);
     EXPECT_NE(area[0].find("Liberation Sans"), std::string::npos);
 }

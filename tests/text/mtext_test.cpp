@@ -76,7 +76,7 @@ TEST_F(Mtext, CodesThatStandForCharacters) {
 }
 
 TEST_F(Mtext, ARunOfItsOwnFormatStandsBehindTheOneBefore) {
-    const auto runs = texts("ab{\\H2x;CD}{\\C3;\\Q20;\\W0.5;ef}{\\fLiberation Serif|b1|i0;gh}ij");
+    const auto runs = texts("ab{\\H2x;CD}{\\C3;\\Q20;\\W0.5;ef}{\\fLiberation Serif|c238|b1|i0;gh}ij");
     ASSERT_EQ(saidBy(runs), "'ab' 'CD' 'ef' 'gh' 'ij'");
     const auto at = places(runs);
     for (std::size_t i = 1; i < runs.size(); ++i) {
@@ -93,6 +93,26 @@ TEST_F(Mtext, ARunOfItsOwnFormatStandsBehindTheOneBefore) {
     EXPECT_EQ(runs[4].font, runs[0].font);
     EXPECT_EQ(runs[4].pen, runs[0].pen);
     EXPECT_EQ(runs[4].slant, 0);
+}
+
+TEST_F(Mtext, AGroupEndsWithTheWidthOfItsStyle) {
+    DxfGroups narrow = style("NARROW", "txt");
+    narrow[3].value = "0.5";
+    const DxfGroups text{{8, "0"},  {7, "NARROW"}, {10, "0"},
+                         {20, "0"}, {40, "1"},     {1, "x{\\W2;x}x{\\W1;x}x"}};
+    const auto runs = importTexts(dxf().header("AC1015").record("STYLE", narrow).entity("MTEXT", text));
+    ASSERT_EQ(runs.size(), 5u);
+    for (const std::size_t i : {2U, 4U}) EXPECT_NEAR(runs[i].width, runs[0].width, 1e-9) << i;
+    EXPECT_NEAR(runs[3].width, 2 * runs[0].width, 1e-9);
+}
+
+TEST_F(Mtext, ATabTakesTheRoomThatItIsDrawnIn) {
+    for (const char* font : {"\\Ftxt;", "\\Fisocp;", "\\Fmonotxt;", "\\fDejaVu Sans;"}) {
+        const auto runs = texts(std::string(font) + "a^Ib{\\C1;c}");
+        ASSERT_EQ(runs.size(), 2u) << font;
+        EXPECT_GT(inkAt(runs[1], 0, 0).x, right(runs[0]) - 1e-6) << font;
+        EXPECT_NEAR(right(runs[0]), inkAt(runs[1], 0, 0).x, 0.4) << font;
+    }
 }
 
 TEST_F(Mtext, TrueColoursAreDrawnInTheNearestOfThePaletteWithinTheirGroup) {
@@ -165,6 +185,86 @@ TEST_F(Mtext, ParagraphsAreJustifiedInTheirBox) {
     EXPECT_NEAR(right(runs[1]), 40, 1e-6) << "runs of one line are moved together";
 }
 
+TEST_F(Mtext, ParagraphsAreJustifiedHoweverTheBlockIsAttached) {
+    for (const int column : {0, 1, 2}) {
+        const double left = -20.0 * column; // of the box
+        SCOPED_TRACE(column);
+        const DxfGroups box{{41, "40"}, {71, num(1 + column)}};
+        const auto lines =
+            texts("\\pql;the left side of the box is where all of this stands\\Pnext\\P\\pq*;reset", box);
+        ASSERT_EQ(lines.size(), 3u);
+        for (std::size_t line = 0; line < shown(lines[0]).lines.size(); ++line)
+            EXPECT_NEAR(inkAt(lines[0], 0, 0, line).x, left, 1e-6) << line;
+        EXPECT_NEAR(inkAt(lines[1], 0, 0).x, left, 1e-6);
+        EXPECT_NEAR(inkAt(lines[2], column / 2.0, 0).x, 0, 1e-6);
+        const auto runs =
+            texts("\\pqr;some {\\C1;words} of several formats are broken, the last one: x", box);
+        ASSERT_GT(runs.size(), 3u);
+        EXPECT_NEAR(right(runs.back()), left + 40, 1e-6) << "a run that is alone in its line";
+    }
+}
+
+TEST_F(Mtext, LinesThatAreBrokenKeepTheirBaseline) {
+    const auto runs = texts("a\\Pb {\\H0.5x;small small small} tall {\\H0.5x;all by themselves, in lines "
+                            "that are closer together}",
+                            {{41, "16"}});
+    ASSERT_EQ(
+        saidBy(runs),
+        "'a' 'b ' 'small small small' ' tall ' 'all by' 'themselves, in lines that are closer' 'together'");
+    const auto at = places(runs);
+    EXPECT_NEAR(at[2].y, at[1].y, 1e-9);
+    EXPECT_NEAR(at[4].y, at[3].y, 1e-9);
+    EXPECT_NEAR(at[5].y - at[6].y, 7.0 / 3 / 2, 1e-6) << "small lines follow each other closely";
+}
+
+TEST_F(Mtext, ABoxThatIsNarrowerThanTheTextIsHighBreaksNothing) {
+    const auto high = texts("\\H4;two words\\Pnext", {{41, "3"}});
+    const auto low = texts("\\H0.2;two words\\Pnext", {{41, "0.8"}});
+    ASSERT_EQ(high.size() + low.size(), 4u);
+    EXPECT_EQ(high[0].lineLength, 0);
+    ASSERT_EQ(shown(low[0]).lines.size(), 2u);
+    EXPECT_NEAR(inkAt(high[0], 0, 0).y - inkAt(high[1], 0, 0).y, 4 * 17.0 / 12, 1e-6);
+    EXPECT_NEAR(inkAt(low[0], 0, 0, 1).y - inkAt(low[1], 0, 0).y, 0.2 * 13.0 / 3, 1e-6);
+}
+
+/// Breaks follow the block, whatever its scales make of the height.
+TEST_F(Mtext, UnderUnevenScalesLinesBreakAsInTheBlock) {
+    const std::pair<const char*, const char*> scales[] = {{"1", "1"}, {"2", "1"}, {"1", "2"}, {"-2", "0.5"}};
+    for (const char* format : {"", "{\\C1;}", "\\pqr;", "the quick {\\C1;brown} "}) {
+        std::vector<std::string> first;
+        for (const auto& [x, y] : scales) {
+            const DxfGroups text{{8, "0"},
+                                 {10, "0"},
+                                 {20, "0"},
+                                 {40, "1"},
+                                 {41, "20"},
+                                 {71, "1"},
+                                 {1, std::string(format) + "fox jumps over the lazy dog and so on\\Pnext"}};
+            const auto pieces = importTexts(dxf()
+                                                .header("AC1015")
+                                                .block("B", DxfGroups{{0, "MTEXT"}} + text)
+                                                .entity("INSERT", {{8, "0"}, {2, "B"}, {41, x}, {42, y}}));
+            std::vector<std::string> lines;
+            double baseline = HUGE_VAL;
+            for (const host::Text& piece : pieces) {
+                const auto layout = shown(piece);
+                for (std::size_t i = 0; i < layout.lines.size(); ++i) {
+                    const RPT at = inkAt(piece, 0, 0, i);
+                    if (std::fabs(at.y - baseline) > 1e-6) lines.emplace_back();
+                    baseline = at.y;
+                    lines.back() += layout.lines[i].text;
+                    const double width = 20 * std::fabs(std::stod(x));
+                    EXPECT_NEAR(at.x, std::copysign(width / 2, std::stod(x)), width / 2 + 0.7);
+                }
+            }
+            for (std::string& line : lines) line.erase(line.find_last_not_of(' ') + 1);
+            if (first.empty()) first = lines;
+            EXPECT_EQ(lines, first) << format << " " << x << ":" << y;
+        }
+        EXPECT_GT(first.size(), 2u);
+    }
+}
+
 TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto lines = texts("the quick brown fox jumps over the lazy dog\\Pnext", {{41, "14"}});
     ASSERT_EQ(lines.size(), 2u);
@@ -178,6 +278,14 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
     const auto runs = texts("the quick {\\C1;brown fox jumps} over the lazy dog", {{41, "14"}});
     for (const host::Text& run : runs) EXPECT_LE(right(run), 14.001) << run.lines[0];
     EXPECT_GT(runs.size(), 3u);
+
+    const auto heights =
+        texts("the quick brown {\\H0.5x;fox} jumps {\\H2x;over} the {\\H0.4x;lazy} dog", {{41, "14"}});
+    for (std::size_t i = 1; i < heights.size(); ++i) {
+        const double step = inkAt(heights[i - 1], 0, 0).y - inkAt(heights[i], 0, 0).y;
+        EXPECT_TRUE(std::fabs(step) < 1e-6 || step > 1)
+            << heights[i].lines[0] << " stands on the line, " << step;
+    }
 }
 
 TEST_F(Mtext, TheHostBreaksALineWhereItsRoomWasReserved) {
@@ -238,6 +346,12 @@ TEST_F(Mtext, TheBackgroundIsThatOfTheEntity) {
     EXPECT_TRUE(sheet.at(0).backOn);
     EXPECT_EQ(sheet[0].fillPen, 0);
     EXPECT_FALSE(texts("a").at(0).backOn);
+    for (const char* attachment : {"1", "5", "9"}) {
+        const auto lines = texts("a\\Pb", {{90, "1"}, {63, "5"}, {44, "1.4"}, {71, attachment}});
+        EXPECT_NEAR(lines.at(0).y + shown(lines[0]).bottom,
+                    lines.at(1).y + shown(lines[1]).bottom + shown(lines[1]).height, 1e-6)
+            << "no gap between the grounds of lines";
+    }
     EXPECT_EQ(said("abc"), saidBy(texts("abc", {{101, "Embedded Object"}, {1, "other"}, {40, "9"}})));
 }
 

@@ -1,6 +1,7 @@
 // TEXT: characters, fonts, size and place.
 #include "text_support.h"
 
+#include "../../dxf/cpp/text/dx_text_fonts.h"
 #include "services/session.h"
 
 #include <gtest/gtest.h>
@@ -107,6 +108,41 @@ TEST_F(TextImport, LengthFollowsTheFontsTable) {
     EXPECT_NEAR(end.x, (h + space + i) * 0.01 * 5 * 0.5, 1e-6);
 }
 
+TEST(TextTables, AreTheInstallations) {
+    TempDir folder;
+    folder.write("1700/cad/glob/font/std.7", "P\n*A;65\nW120\n*?;300\nW9\n x\n*a;66;\nW 80\n");
+    folder.write("1700/int/dxf/font/own.chr", "40\n256,50,20\n65,60,30,9\n66,70,10\n999,1,1\n");
+    setenv("HD_U", folder.path().c_str(), 1);
+    DxResetTextState();
+    const std::string switches = "\x0e"
+                                 "AB\x0e";
+    double length = 0;
+    int proportional = 0;
+    EXPECT_EQ(DxTextGetCadFontLen(switches, 3, &length, &proportional), 1);
+    EXPECT_EQ(length, 200) << "no table: each character counts, a switch doesn't";
+    EXPECT_EQ(DxTextGetCadFontLen(switches + "C", 7, &length, &proportional), 0);
+    EXPECT_EQ(length, 120 + 80 + 100) << "the average of what is there";
+    EXPECT_EQ(proportional, 1);
+    EXPECT_EQ(DxTextGetCadFontLen("A", 3, &length, &proportional), 0);
+    EXPECT_EQ(length, 120) << "the table loaded last";
+    DxTextMeasure what;
+    what.font = "own";
+    what.height = 10;
+    DxTextLength measured;
+    const auto lengthOf = [&](std::string_view text) {
+        what.text = text;
+        EXPECT_EQ(DxTextGetDxfFontLen(what, &measured), 0);
+        return measured.length;
+    };
+    EXPECT_DOUBLE_EQ(lengthOf("%%d"), 5) << "256 stands for the degree sign";
+    EXPECT_DOUBLE_EQ(lengthOf("BB"), 15);
+    EXPECT_DOUBLE_EQ(lengthOf("AB"), 14.5) << "A has no line of three numbers";
+    EXPECT_DOUBLE_EQ(lengthOf(""), 0);
+    EXPECT_DOUBLE_EQ(measured.lineDistance, 1.3);
+    unsetenv("HD_U");
+    DxResetTextState();
+}
+
 TEST_F(TextImport, FacesKeepTheirProportionsAndStandAFortiethToTheLeft) {
     const auto texts = importTexts(
         dxf()
@@ -179,6 +215,7 @@ TEST_F(TextImport, CodePagesReadRight) {
     };
     EXPECT_EQ(in("ANSI_1252", "\xC4\x80\xDF"), "'Ä€ß'");
     EXPECT_EQ(in("ANSI_1251", "\xCF\xF0"), "'Пр'");
+    EXPECT_EQ(in("ANSI_1251", "%%239%%p"), "'п±'") << "the character of a number is of the page, too";
     EXPECT_EQ(in("ANSI_1253", "\xD9"), "'Ω'");
     EXPECT_EQ(in("ANSI_1250", "\xB3"), "'ł'");
     EXPECT_EQ(in("ANSI_932", "\x83\x5C\x95\x5C%%c1"), "'ソ表Ø1'") << "a trail byte like a backslash";
@@ -199,6 +236,47 @@ TEST_F(TextImport, CodePagesReadRight) {
     EXPECT_EQ(in("ANSI_1252", "\xC4 raw", "AC1021"), "'Ä raw'") << "bytes that aren't UTF-8";
 }
 
+TEST_F(TextImport, FacesKeepTheirNames) {
+    const std::string gothic = "ＭＳ ゴシック",
+                      gothic932 = "\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E";
+    const auto faces = [](const char* version, const char* page, const std::string& face) {
+        std::string all;
+        for (const host::Text& text :
+             importTexts(dxf()
+                             .header(version, {{9, "$DWGCODEPAGE"}, {3, page}})
+                             .record("STYLE", style("S", "x.ttf", face))
+                             .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}})
+                             .entity("MTEXT", textAt(0, 0, "{\\f" + face + "|b0|i0;abc}"))))
+            all += text.face + ";";
+        return all;
+    };
+    EXPECT_EQ(faces("AC1015", "ANSI_932", gothic932), gothic + ";" + gothic + ";");
+    EXPECT_EQ(faces("AC1027", "ANSI_932", gothic), gothic + ";" + gothic + ";");
+    EXPECT_EQ(faces("AC1027", "ANSI_1252", gothic), gothic + ";" + gothic + ";");
+    EXPECT_EQ(faces("AC1027", "ANSI_1252",
+                    "Gr\xF6\xDF"
+                    "e"),
+              "Größe;Größe;")
+        << "bytes that aren't UTF-8";
+}
+
+TEST_F(TextImport, TheConfigurationIsInUtf8OrInTheCodePage) {
+    ImportOptions options = textOptions();
+    for (const char* row : {"\x83\x53\x83\x56|\x83\x5C", "ゴシ|ソ"}) {
+        options.config = std::string("#FONT-DXF-TO-CAD\n1\n") + row + "\n#EOF\n";
+        const auto texts = importTexts(dxf()
+                                           .header("AC1015", {{9, "$DWGCODEPAGE"}, {3, "ANSI_932"}})
+                                           .record("STYLE", style("S", "x.ttf", "\x83\x53\x83\x56"))
+                                           .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}}),
+                                       options);
+        EXPECT_EQ(texts.at(0).face, "ソ") << row;
+    }
+    for (const char* row : {"\xE4!|65", "ä!|65"}) {
+        options.config = std::string("#CHAR-DXF-TO-CAD\n1\n") + row + "\n#EOF\n";
+        EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, "\xE4!\xE4")), options)), "'Aä'") << row;
+    }
+}
+
 TEST_F(TextImport, CharactersMayBeDividedBetweenThePiecesOfAText) {
     const auto divided = [](const std::string& page, const std::string& version, const std::string& text,
                             std::size_t at) {
@@ -215,6 +293,15 @@ TEST_F(TextImport, LongEmptyAndBrokenTexts) {
     const std::string longText(2047, 'x');
     EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, longText)))), "'" + longText + "'");
     EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, longText + "yz")))), "'" + longText + "'");
+    std::string wide;
+    for (int i = 0; i < 2047; ++i) wide += "日";
+    const auto unicode = [](const char* kind, const DxfGroups& groups) {
+        return saidBy(importTexts(dxf().header("AC1027").entity(kind, groups)));
+    };
+    EXPECT_EQ(unicode("TEXT", textAt(0, 0, wide + "本x")), "'" + wide + "'");
+    EXPECT_EQ(unicode("ATTRIB", textAt(0, 0, wide) + DxfGroups{{2, "A"}}), "'" + wide + "'");
+    EXPECT_EQ(unicode("ATTDEF", textAt(0, 0, "x") + DxfGroups{{2, wide}}), "'" + wide.substr(0, 66) + "'")
+        << "a name has room for 160 bytes, and no half of an escape stays";
     EXPECT_TRUE(importTexts(oneText(textAt(0, 0, "   "))).empty());
     EXPECT_TRUE(importTexts(oneText(textAt(0, 0, ""))).empty());
     const auto noWidth = importTexts(oneText(textAt(0, 0, "abc") + DxfGroups{{41, "0"}}));

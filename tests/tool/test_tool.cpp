@@ -68,6 +68,23 @@ TEST_F(Tool, ExampleIsValidAndBecomesPictures) {
     EXPECT_EQ(run("render " + bracket + " b.jpg").status, 1);
 }
 
+TEST_F(Tool, ExamplesAreThoseThatTheirScriptsWriteAndValid) {
+    fs::copy(TORVA_SOURCE_DIR "/examples", dir.file("copy"), fs::copy_options::recursive);
+    const std::string write =
+        "cd " + dir.file("copy") + " && for m in make_*.py; do python3 $m || exit 1; done";
+    ASSERT_EQ(std::system(write.c_str()), 0);
+    for (const auto& entry : fs::directory_iterator(TORVA_SOURCE_DIR "/examples")) {
+        if (entry.path().extension() != ".dxf") continue;
+        const std::string file = entry.path().string();
+        const std::string copy = dir.file("copy/" + entry.path().filename().string());
+        EXPECT_EQ(std::system(("cmp " + file + " " + copy).c_str()), 0);
+        EXPECT_EQ(run("validate --strict " + file).status, 0) << file;
+        const json entities = info(file)["entities"];
+        for (const auto& [kind, counts] : entities.items())
+            EXPECT_EQ(counts["skipped"], 0) << kind << " of " << file;
+    }
+}
+
 TEST_F(Tool, DrawingFileGivesTheSameAsTheImport) {
     const Outcome import = run("import " + bracket + " -o b.tdw");
     ASSERT_EQ(import.status, 0) << import.err;

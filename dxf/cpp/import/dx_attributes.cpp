@@ -18,7 +18,8 @@ namespace {
 
 constexpr int INVISIBLE = 1, CONSTANT = 2;
 constexpr double smallestHeight = 0.0001;
-constexpr int longestValue = 2048;
+/// Bytes of a value: each of its characters may be an escape of seven.
+constexpr std::size_t longestValue = 7 * DX_TEXT_LIMIT;
 
 using A = DX_ATTRIB_TYPE;
 constexpr auto fields = dxFields<A>({
@@ -59,7 +60,7 @@ void takeJustification(const DxPair& pair, int most, int& field) {
 void takeGroup(DX_ATTRIB_TYPE& rec, const DxPair& pair) {
     switch (pair.code) {
     case 1:
-        if (rec.value.size() < DX_TEXT_LIMIT) rec.value += pair.text;
+        if (rec.value.size() < longestValue) rec.value += pair.text;
         break;
     case 72: takeJustification(pair, 5, rec.horizontalJustify); break;
     case 74: takeJustification(pair, 3, rec.verticalJustify); break;
@@ -124,7 +125,7 @@ int DxReadAttrib(DX_ATTRIB_TYPE* rec) {
     const bool showPercent = DxShowsPercent();
     DxPair pair;
     for (bool takes = true;;) {
-        if (const int error = DxReadPair(pair, longestValue, showPercent)) return error;
+        if (const int error = DxReadPair(pair, static_cast<int>(longestValue) + 1, showPercent)) return error;
         if (pair.code == 0) break;
         if (pair.code == 101) takes = false; // an embedded object has groups of its own
         if (takes && !fields.store(*rec, pair.code, pair.text)) takeGroup(*rec, pair);
@@ -141,7 +142,7 @@ void DxAttribCopyToText(const DX_ATTRIB_TYPE* rec, DX_TEXT_TYPE* text) {
     std::copy(rec->extrusion, rec->extrusion + 3, text->extrusion);
     text->horAlign = rec->horizontalJustify;
     text->verAlign = rec->verticalJustify;
-    text->text = DxTextFromFile(rec->value);
+    text->text = DxHostText(rec->value).str();
     text->style = rec->style;
     text->point = rec->insertion;
     text->height = rec->height;
@@ -166,7 +167,7 @@ int DxDrawAttdef(const DX_ATTRIB_TYPE* rec, const Mat44 m) {
     if (DxBlockLevel == 0 && !(rec->flags & INVISIBLE)) {
         DX_TEXT_TYPE text;
         DxAttribCopyToText(rec, &text);
-        text.text = DxTextFromFile(rec->tag.view());
+        text.text = DxHostText(rec->tag.view()).str();
         return DxDrawText(&text, m, DX_TEXT_OF_ENTITY, 0);
     }
     return rec->flags & CONSTANT ? DxDrawAttrib(rec, m) : 0;

@@ -2,6 +2,7 @@
 
 #include "dx_documents.h"
 #include "dx_encoding.h"
+#include "dx_fixed.h"
 #include "dx_line_scan.h"
 #include "dx_messages.h"
 #include "dx_protocol.h"
@@ -104,7 +105,7 @@ void decodeLine(const DxfDocument& document, std::string_view bytes, bool isCut,
     line.isUtf8 = true;
     line.utf8 = bytes;
     line.buffer = DxUtf8ToFile(bytes);
-    line.text = std::string_view(line.buffer).substr(0, limit);
+    line.text = std::string_view(line.buffer).substr(0, DxFittingLength(line.buffer, limit));
     line.isPadded = false;
 }
 
@@ -130,7 +131,7 @@ inline bool readLine(int maxLength) {
     document->position = static_cast<std::size_t>(at - data);
     const auto limit = static_cast<std::size_t>(maxLength - 1);
     const bool isCut = bytes.size() > limit;
-    if (isCut) bytes = bytes.substr(0, limit);
+    if (isCut) bytes = bytes.substr(0, DxFittingLength(bytes, limit));
     line.code = code;
     line.text = bytes;
     line.isPadded = end - bytes.data() >= 16;

@@ -52,6 +52,12 @@ void takeFontLine(DxFontTable& table, std::string_view line) {
                                                     hundredths(line.substr(second + 1), -10000)};
 }
 
+/// Codes of texts begin with two of the characters, and those beyond 127 have several bytes.
+void setPlain(DxFontTable& table) {
+    std::copy_n(table.cells.begin(), 128, table.plain.begin());
+    table.plain['%'] = table.plain['\\'] = {};
+}
+
 void setAverages(DxFontTable& table) {
     double widths = 0, spaces = 0;
     int count = 0;
@@ -73,6 +79,7 @@ bool readFontTable(DxFontTable& table) {
     if (UtReadLine(file, line) == 0) table.heightValue = DxAtof(line);
     while (UtReadLine(file, line) == 0) takeFontLine(table, line);
     UtFileClose(file);
+    setPlain(table);
     setAverages(table);
     return true;
 }

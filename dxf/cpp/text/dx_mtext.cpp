@@ -234,6 +234,17 @@ private:
         return std::min(rest().find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789.,+-*"), rest().size());
     }
 
+    static constexpr int unchanged = -2;
+    /// As DxMtextLook has it.
+    static int justificationOf(char letter) {
+        switch (letter) {
+        case 'c': return 1;
+        case 'r': return 2;
+        case '*': return -1; // what an MTEXT begins with
+        default: return 0;
+        }
+    }
+
     /// Takes the properties of a paragraph. `justification` receives its alignment, if there is one.
     void properties(int& justification) {
         const std::size_t end = propertiesLength();
@@ -242,7 +253,7 @@ private:
             const char letter = list.front();
             list.remove_prefix(1);
             if (letter == 'q' && !list.empty()) {
-                justification = list.front() == 'c' ? 1 : list.front() == 'r' ? 2 : 0;
+                justification = justificationOf(list.front());
                 list.remove_prefix(1);
             } else if (letter == 'b') {
                 const double value = DxfReadConvDouble(list);
@@ -256,10 +267,10 @@ private:
 
     void paragraph(char letter) {
         if (letter == 'P') return endParagraph();
-        int justification = -1;
+        int justification = unchanged;
         block_.close();
         properties(justification);
-        if (justification >= 0) block_.justify(justification);
+        if (justification != unchanged) block_.justify(justification);
     }
     void lineBreak(char letter) {
         if (letter == upper(letter))
@@ -270,14 +281,14 @@ private:
 
     void endParagraph() {
         block_.endLine();
-        int justification = -1;
+        int justification = unchanged;
         if (rest().starts_with("\\p")) {
             pos_ += 2;
             properties(justification);
         }
         const bool hasSpace = hasProperties_ && paraSpace_ > 0;
         block_.startLine(hasSpace ? paraSpace_ * block_.lineDistance() : 0);
-        if (justification >= 0) block_.justify(justification);
+        if (justification != unchanged) block_.justify(justification);
         lineEnd_ = pos_;
     }
 
@@ -383,9 +394,9 @@ static RPT3 objectPoint(const DX_TEXT_TYPE& text) {
 void DxMtextLayOut(DX_TEXT_TYPE* text, DxMtextBlock* block) {
     const DxCharset& charset = *block->firstFont()->charset;
     const std::string startFont(charset.fontFile.view());
-    if (charset.font != 0) DxTextGetFontIndex(startFont);
-    DxMtextFlatten(text->text,
-                   {text->base.color, -1, startFont, false, text->height, text->oblique, 1.0, 1.0});
+    if (charset.font != 0 && !charset.fontTable) DxTextGetFontIndex(startFont);
+    DxMtextFlatten(text->text, {text->base.color, -1, startFont, false, text->height, text->oblique, 1.0,
+                                charset.widthFactor});
     const std::size_t lastOther = text->text.find_last_not_of('\\');
     const std::size_t backslashes = text->text.size() - (lastOther == std::string::npos ? 0 : lastOther + 1);
     text->text += backslashes % 2 ? "\\\\P" : "\\P"; // one at the very end stands for itself

@@ -35,7 +35,10 @@ bool isDroppedFont(std::string_view name) {
 class Flattener {
 public:
     Flattener(std::string_view text, const DxMtextFormat& start) : in_(text), now_(start) {
+        constexpr std::size_t usualDepth = 4, usualCodes = 50;
+        groups_.reserve(usualDepth);
         groups_.push_back({start, {}, {}});
+        out_.reserve(std::min(text.size() + usualCodes, byteLimit));
     }
 
     std::string run() {
@@ -79,8 +82,8 @@ private:
 
     void restore(const Group& group) {
         const DxMtextFormat& f = group.start;
-        if (group.changed[Color]) out_ += UtFormat("\\C%d;", f.color).str();
-        if (group.changed[Color] && f.trueColor >= 0) out_ += UtFormat("\\c%d;", f.trueColor).str();
+        if (group.changed[Color]) out_ += "\\C" + std::to_string(f.color) + ";";
+        if (group.changed[Color] && f.trueColor >= 0) out_ += "\\c" + std::to_string(f.trueColor) + ";";
         if (group.changed[Font]) out_ += (f.isFace ? "\\f" : "\\F") + f.font + ";";
         if (group.changed[Height]) restoreNumber('H', f.height);
         if (group.changed[Oblique]) restoreNumber('Q', f.oblique);

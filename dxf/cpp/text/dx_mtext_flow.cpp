@@ -1,6 +1,5 @@
 #include "dx_mtext_flow.h"
 
-#include "../import/import_state.h"
 #include "../session/session_state.h"
 #include "dx_text_codes.h"
 #include "dx_text_import.h"
@@ -28,8 +27,7 @@ std::string DxLineSwitches::codes() const {
 }
 
 void DxMtextFlow::run() {
-    const DX_TEXT_TYPE& record = block_.record_;
-    const double room = record.boxWidth > record.height ? record.boxWidth : HUGE_VAL;
+    const double room = block_.lineRoom();
     std::size_t withText = 0;
     if (!needsBreak(room, withText)) return;
     const auto first = block_.runs_.begin() + static_cast<std::ptrdiff_t>(block_.lineFirst_);
@@ -37,7 +35,7 @@ void DxMtextFlow::run() {
     block_.runs_.erase(first, block_.runs_.end());
     block_.lineWidth_ = block_.lineDepth_ = block_.lineExtra_ = block_.lineHeight_ = 0;
     const DxMtextLook last = runs.back(); // what follows goes on in this format
-    if (withText == 1 && room < HUGE_VAL) {
+    if (withText == 1 && room < HUGE_VAL && block_.hostBox_ > 0) {
         const auto only =
             std::find_if(runs.begin(), runs.end(), [](const DxMtextRun& run) { return run.hasText(); });
         flowOne(*only, room);
@@ -65,7 +63,8 @@ DxMtextFlow::Word DxMtextFlow::nextWord(std::string_view text) {
     std::size_t pos = 0;
     int visible = 0;
     while (pos < text.size() && text[pos] != ' ' && visible < DX_PIECE_LIMIT) {
-        const DxTextUnit unit = DxNextTextUnit(text, pos);
+        const bool isPlain = DxIsPlain(text[pos]); // most are
+        const DxTextUnit unit = isPlain ? DxTextUnit{U'x', 0, 1} : DxNextTextUnit(text, pos);
         if (unit.character) ++visible;
         pos += unit.length;
     }
@@ -79,11 +78,6 @@ double DxMtextFlow::widthOf(const DxMtextRun& run, std::string_view text) {
     DxTextLength length;
     DxTextGetDxfFontLen(run.measure(text), &length);
     return length.length;
-}
-
-/// Width with the space to what follows.
-double DxMtextFlow::advanceOf(const DxMtextRun& run, std::string_view text) const {
-    return text.empty() ? 0 : widthOf(run, text) + run.space * run.height;
 }
 
 /// Blanks at the end of a line are shown by its end; they would only shift a line that is held at its right.
@@ -103,6 +97,15 @@ void DxMtextFlow::nextLine() {
     block_.runs_.pop_back(); // the runs to come begin by themselves
     x_ = 0;
     open_ = nullptr;
+    beginsLine_ = true;
+}
+
+/// Where a run of the unbroken line stands in its line, which begins with the first run's top as a paragraph
+/// does. Runs keep their common baseline.
+double DxMtextFlow::levelIn(double y) {
+    if (beginsLine_) level_ = y;
+    beginsLine_ = false;
+    return y - level_;
 }
 
 namespace {
@@ -119,8 +122,9 @@ public:
         DxCharSpacingFactor(run.charSpacing, &spacing);
         const double faceWidth = run.height * (run.widthFactor == 0 ? 1.0 : run.widthFactor);
         const double room = charset_.font == 0 ? faceWidth : length.length;
-        const DxTextCadParams parms =
-            DxTextCalcCadParams(run.height, room, charset_.font, converted(text), length.space, spacing);
+        const DxTextCadParams parms = DxTextCalcCadParams(
+            run.height, room, charset_.font, charset_.font == 0 ? text : std::string_view(converted(text)),
+            length.space, spacing);
         width_ = parms.width / (DxScale * DxDrawUnit);
         gap_ = (parms.spacing - 1) * width_;
         face_.height = 1.0;
@@ -130,19 +134,18 @@ public:
     double gap() const { return gap_; }
     /// With the gaps behind all its characters.
     double operator()(std::string_view word) {
-        const std::string& text = converted(word);
-        double cells = 0;
         if (charset_.font == 0) {
             DxTextLength length;
             face_.text = word;
             DxTextGetDxfFontLen(face_, &length);
-            cells = length.length;
-        } else {
-            int isProportional = 0;
-            DxTextGetCadFontLen(text, charset_.font, &cells, &isProportional);
-            cells *= 0.01;
+            const double gaps = gap_ == 0 ? 0 : DxTextHostCount(converted(word)) * gap_;
+            return length.length * width_ + gaps;
         }
-        return cells * width_ + DxTextHostCount(text) * gap_;
+        const std::string& text = converted(word);
+        double hundredths = 0;
+        int isProportional = 0;
+        DxTextGetCadFontLen(text, charset_.font, &hundredths, &isProportional);
+        return hundredths * 0.01 * width_ + DxTextHostCount(text) * gap_;
     }
 
 private:
@@ -203,15 +206,11 @@ DxMtextFlow::HostPiece DxMtextFlow::nextPiece(const DxMtextRun& run, std::span<c
     return hostPiece(run, words.first(piece.lastLine), false, room);
 }
 
-/// The host scales a text with the x scale of an INSERT and the length of its lines with the y scale.
-static double hostRoom(double room) {
-    const double share = std::fabs(DxBlockScaleY / DxBlockScaleX);
-    return std::isfinite(share) ? room * share : room;
-}
-
 /// As many lines of the host as a piece may hold stand in one; the next ones below it.
 void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
+    constexpr std::size_t usualWord = 5;
     std::vector<Word> words;
+    words.reserve(run.text.size() / usualWord + 1);
     for (std::string_view rest = run.text; !rest.empty(); rest.remove_prefix(words.back().all.size()))
         words.push_back(nextWord(rest));
     const double distance = DxMtextLineDist(run.height, block_.record_);
@@ -220,7 +219,7 @@ void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
     for (std::span<const Word> rest = words; !rest.empty();) {
         const bool isFirst = rest.size() == words.size();
         if (!isFirst) nextLine();
-        const HostPiece host = nextPiece(run, rest, hostRoom(room));
+        const HostPiece host = nextPiece(run, rest, room);
         const std::string_view text = textOf(rest.first(host.words), host.words == rest.size());
         rest = rest.subspan(host.words);
         DxMtextRun& piece = block_.runs_.emplace_back(run, 0, isFirst ? run.y : 0);
@@ -256,11 +255,13 @@ void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
     while (!rest.empty()) {
         const Word word = nextWord(rest);
         const double width = widthOf(run, word.text);
+        const double widthOfAll = word.all.size() > word.text.size() ? widthOf(run, word.all) : width;
         const bool isFull = open_ == &run && visible_ + word.visible > DX_PIECE_LIMIT;
         if (isFull || (x_ > 0 && x_ + width > room)) nextLine();
         append(run, word, width, lines.codes());
+        block_.runs_.back().length = x_ + widthOfAll - block_.runs_.back().x;
         lines.follow(word.all);
-        x_ += advanceOf(run, word.all);
+        x_ += widthOfAll + run.space * run.height;
         rest.remove_prefix(word.all.size());
     }
 }
@@ -268,8 +269,7 @@ void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
 /// Appends a word to the run that has its format, or begins one.
 void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, const std::string& lines) {
     if (open_ != &run) {
-        const double y = block_.isFirstLine_ ? run.y : std::max(run.y, 0.0);
-        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, y);
+        DxMtextRun& piece = block_.runs_.emplace_back(run, x_, levelIn(run.y));
         piece.text = lines;
         piece.boxWidth = 0;
         open_ = &run;
@@ -283,7 +283,6 @@ void DxMtextFlow::append(const DxMtextRun& run, const Word& word, double width, 
     piece.measured = piece.text.size();
     visible_ += word.visible;
     block_.close();
-    if (word.all.size() > word.text.size()) piece.length = x_ + widthOf(run, word.all) - piece.x;
 }
 
 /// Numerator and denominator stay together.
@@ -294,10 +293,12 @@ void DxMtextFlow::flowStack(const DxMtextRun* parts, std::size_t count, double r
         right = std::max(right, parts[i].right());
     }
     if (x_ > 0 && x_ + right - left > room) nextLine();
+    const double drop = levelIn(parts[count - 1].y) - parts[count - 1].y; // the lower one stands on the line
     for (std::size_t i = 0; i < count; ++i) {
         DxMtextRun& piece = block_.runs_.emplace_back(parts[i]);
         piece.boxWidth = 0;
         piece.x += x_ - left;
+        piece.y += drop;
         block_.close();
     }
     x_ += right - left + parts[0].space * parts[0].height;

@@ -47,7 +47,6 @@ private:
 
     bool needsBreak(double room, std::size_t& withText) const;
     static double widthOf(const DxMtextRun& run, std::string_view text);
-    double advanceOf(const DxMtextRun& run, std::string_view text) const;
 
     void flowOne(const DxMtextRun& run, double room);
     static std::string_view textOf(std::span<const Word> words, bool endsRun);
@@ -59,10 +58,13 @@ private:
     void append(const DxMtextRun& run, const Word& word, double width, const std::string& lines);
     void trimLine();
     void nextLine();
+    double levelIn(double y);
 
     DxMtextBlock& block_;
     double x_ = 0;                     ///< where the next word stands
     double visibleEnd_ = 0;            ///< where the last word ended
     const DxMtextRun* open_ = nullptr; ///< source of the run that words are being appended to
     int visible_ = 0;                  ///< characters of that run
+    bool beginsLine_ = false;          ///< behind a break
+    double level_ = 0;                 ///< y of the first run of the line
 };

@@ -1,6 +1,7 @@
 #include "dx_mtext_layout.h"
 
 #include "../config/config_state.h"
+#include "../import/import_state.h"
 #include "dx_mtext_flow.h"
 #include "dx_text_codes.h"
 #include "dx_text_import.h"
@@ -20,31 +21,43 @@ static int attachmentOf(const DX_TEXT_TYPE& record, bool isMirrored) {
     return isMirrored ? a + 2 * (1 - (a - 1) % 3) : a;
 }
 
+/// The host scales a text with the x scale of an INSERT and the length of its lines with the y scale: where
+/// these differ, it would break lines elsewhere than in the block.
+static bool hostBreaksAlike() {
+    constexpr double tolerance = 1e-6;
+    const double x = std::fabs(DxBlockScaleX), y = std::fabs(DxBlockScaleY);
+    return std::fabs(x - y) <= tolerance * x;
+}
+
 DxMtextBlock::DxMtextBlock(const DX_TEXT_TYPE& record, bool isMirrored)
-    : record_(record), isMirrored_(isMirrored), attachment_(attachmentOf(record, isMirrored)) {
+    : record_(record), isMirrored_(isMirrored),
+      attachment_(attachmentOf(record, isMirrored)), firstFont_{record.style,
+                                                                &DxTextGetCharset(record.style.view(), {})},
+      hostBox_(hostBreaksAlike() ? record.boxWidth : 0) {
     constexpr std::size_t usualRuns = 5;
     constexpr double toRadians = 0.017453292519943295;
     const double angle = std::fmod(record.rotation, 360.0) * toRadians;
     cos_ = std::cos(angle);
     sin_ = std::sin(angle);
     DxMtextLook look;
-    look.font = font(record.style);
+    look.font = &firstFont_;
     look.height = record.height;
     look.oblique = record.oblique;
     look.widthFactor = look.font->charset->widthFactor;
     look.charSpacing = record.charSpacing;
     look.color = record.base.color;
     look.trueColor = record.base.trueColor;
-    look.boxWidth = record.boxWidth;
+    look.boxWidth = hostBox_;
     runs_.reserve(usualRuns);
     runs_.emplace_back(look, 0, 0);
 }
 
 const DxMtextFont* DxMtextBlock::font(const DX_NAME& style) {
-    const auto known = std::find_if(fonts_.begin(), fonts_.end(),
-                                    [&](const DxMtextFont& f) { return f.style.view() == style.view(); });
-    if (known != fonts_.end()) return &*known;
-    return &fonts_.emplace_back(DxMtextFont{style, &DxTextGetCharset(style.view(), {})});
+    const auto hasStyle = [&](const DxMtextFont& f) { return f.style.view() == style.view(); };
+    if (hasStyle(firstFont_)) return &firstFont_;
+    const auto known = std::find_if(otherFonts_.begin(), otherFonts_.end(), hasStyle);
+    if (known != otherFonts_.end()) return &*known;
+    return &otherFonts_.emplace_back(DxMtextFont{style, &DxTextGetCharset(style.view(), {})});
 }
 
 double DxMtextBlock::lineDistance() const {
@@ -139,17 +152,33 @@ void DxMtextBlock::endLine() {
     settleLine();
 }
 
-/// A line of several runs can't be justified by the host, run by run: they are moved together.
-void DxMtextBlock::justifyRuns() {
-    const auto first = runs_.begin() + static_cast<std::ptrdiff_t>(lineFirst_);
-    const auto count = std::count_if(first, runs_.end(), [](const DxMtextRun& run) { return run.hasText(); });
-    if (count < 2 || record_.boxWidth <= record_.height) return;
-    const int justification = runs_.back().justification;
-    const double shift =
-        justification ? (justification - column()) * 0.5 * (record_.boxWidth - lineWidth_) : 0.0;
+/// The width that breaks the line. To the host a box is none when it is narrower than the text is high.
+double DxMtextBlock::lineRoom() const {
+    double lowest = HUGE_VAL;
     for (std::size_t i = lineFirst_; i < runs_.size(); ++i) {
-        runs_[i].boxWidth = 0;
-        runs_[i].x += shift;
+        if (runs_[i].hasText()) lowest = std::min(lowest, runs_[i].height);
+    }
+    return record_.boxWidth > lowest ? record_.boxWidth : HUGE_VAL;
+}
+
+/// The host centres a single run in its box or moves it to the right. All else is done here, with the runs of
+/// a line together.
+void DxMtextBlock::justifyRuns() {
+    const double room = lineRoom();
+    if (room == HUGE_VAL) return;
+    const auto first = runs_.begin() + static_cast<std::ptrdiff_t>(lineFirst_);
+    const auto hasText = [](const DxMtextRun& run) { return run.hasText(); };
+    const bool isSingle = std::count_if(first, runs_.end(), hasText) == 1;
+    const bool hasBox = isSingle && std::find_if(first, runs_.end(), hasText)->boxWidth > 0;
+    const int justification = runs_.back().justification;
+    if (hasBox && justification != 0) return;
+    const double shift = justification < 0 ? 0 : (justification - column()) * 0.5 * (room - lineWidth_);
+    for (auto run = first; run != runs_.end(); ++run) {
+        run->x += shift;
+        if (hasBox)
+            run->column = 0;
+        else
+            run->boxWidth = 0;
     }
 }
 
@@ -182,7 +211,7 @@ void DxMtextBlock::settleFirstLine() {
 void DxMtextBlock::startLine(double before) {
     DxMtextRun& run = add(0);
     run.y = 0;
-    run.boxWidth = record_.boxWidth;
+    run.boxWidth = hostBox_;
     run.lineDistance = 0;
     yOffset_ += lineHeight_ + lineRaise_ + before;
     lineWidth_ = lineDepth_ = lineExtra_ = lineHeight_ = lineRaise_ = 0;
@@ -214,8 +243,7 @@ void DxMtextBlock::place(const RPT3& insertion) {
 
 DX_TEXT_TYPE DxMtextBlock::firstPiece() const {
     DX_TEXT_TYPE piece = record_;
-    const int up = (9 - attachment_) / 3;                   // 2 top, 1 middle, 0 bottom
-    piece.horAlign = isMirrored_ ? 2 - column() : column(); // is changed once more when it is drawn
+    const int up = (9 - attachment_) / 3; // 2 top, 1 middle, 0 bottom
     piece.verAlign = up == 0 ? 0 : up + 1;
     piece.attachment = attachment_;
     piece.isMtext = 0;
@@ -226,6 +254,7 @@ void DxMtextBlock::take(std::size_t index, DX_TEXT_TYPE* piece) {
     DxMtextRun& run = runs_[index];
     measure(run);
     const int up = (9 - attachment_) / 3;
+    const int column = run.column >= 0 ? run.column : this->column();
     const double below = up == 0 ? run.extraDepth : 0; // its lowest line counts
     const double half = up == 1 ? run.extraDepth / 2 : 0;
     piece->text = std::move(run.text);
@@ -236,9 +265,12 @@ void DxMtextBlock::take(std::size_t index, DX_TEXT_TYPE* piece) {
     piece->oblique = run.oblique;
     piece->widthFactor = run.widthFactor;
     piece->charSpacing = run.charSpacing;
-    piece->justification = run.justification;
+    piece->horAlign = isMirrored_ ? 2 - column : column; // is changed once more when it is drawn
+    piece->justification = std::max(run.justification, 0);
     piece->boxWidth = run.boxWidth;
-    piece->lineDistance = run.lineDistance;
+    const bool isFilled = record_.backFlag != 0; // grounds of lines meet, cells being as high as lines apart
+    piece->lineDistance =
+        run.lineDistance == 0 && isFilled ? DxMtextLineDist(run.height, record_) : run.lineDistance;
     piece->point = atBlock(atBlock(origin_, run.x, run.y), 0, -run.height - below);
-    piece->second = atBlock(piece->point, column() * 0.5 * run.length, up * run.height * 0.5 - half);
+    piece->second = atBlock(piece->point, column * 0.5 * run.length, up * run.height * 0.5 - half);
 }

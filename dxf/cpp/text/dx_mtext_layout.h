@@ -23,7 +23,7 @@ struct DxMtextLook {
     double widthFactor = 1.0;
     double charSpacing = -1.0; ///< -1: the font's own
     int color = 0, trueColor = -1;
-    int justification = 0;   ///< 0 left 1 centre 2 right
+    int justification = -1;  ///< 0 left 1 centre 2 right, -1: as the block is attached
     double boxWidth = 0;     ///< to which the host breaks it, 0: not at all
     double lineDistance = 0; ///< between the lines that the host makes of it, 0: by the font
 };
@@ -40,6 +40,7 @@ struct DxMtextRun : DxMtextLook {
     double space = 0;         ///< behind a character, relative to the height
     double extraDepth = 0;    ///< of the lines behind the first, when its box breaks it
     std::size_t measured = 0; ///< length of the text that `length` belongs to
+    int column = -1;          ///< of its own place: 0 left 1 centre 2 right, -1: that of the block
     Part part = Plain;
 
     bool hasText() const { return !text.empty(); }
@@ -57,7 +58,7 @@ public:
     DxMtextRun& previous() { return runs_[runs_.size() - 2]; }
     /// The font of a style.
     const DxMtextFont* font(const DX_NAME& style);
-    const DxMtextFont* firstFont() const { return &fonts_.front(); }
+    const DxMtextFont* firstFont() const { return &firstFont_; }
     /// Measures the current run and widens the line by it.
     void close();
     /// Begins a run behind the current one, of the same format, unless that is still empty.
@@ -94,6 +95,7 @@ private:
     double lineTop(double least) const;
     void justifyRuns();
     double descent() const;
+    double lineRoom() const;
     int column() const { return (attachment_ + 2) % 3; }
     int row() const { return (attachment_ - 1) / 3; }
 
@@ -101,10 +103,12 @@ private:
 
     const DX_TEXT_TYPE& record_;
     bool isMirrored_;
-    int attachment_; ///< 1 … 9, as it is read: left and right changed in a plane that is turned over
-    std::list<DxMtextFont> fonts_; ///< that of the record first
+    int attachment_;        ///< 1 … 9, as it is read: left and right changed in a plane that is turned over
+    DxMtextFont firstFont_; ///< that of the record
+    std::list<DxMtextFont> otherFonts_; ///< of its codes
     std::vector<DxMtextRun> runs_;
     std::size_t lineFirst_ = 0; ///< first run of the line
+    double hostBox_ = 0;        ///< box in which the host breaks a text, 0: all lines are broken here
     double lineWidth_ = 0;      ///< right end of the line so far
     double lineDepth_ = 0;      ///< lowest bottom of the line's runs
     double lineExtra_ = 0;      ///< depth of the lines that a box makes of it, behind the first

@@ -8,12 +8,15 @@
 
 namespace {
 
-/// Marks behind the first "|": letter and digit, in steps of three characters.
+/// Marks behind the first "|", divided by others: a letter and a number each.
 void takeOptions(std::string_view options, DX_STYLE_TYPE& style) {
-    for (; options.size() >= 2; options.remove_prefix(std::min<std::size_t>(3, options.size()))) {
-        const int isOn = options[1] == '1' ? 1 : 0;
-        if (options[0] == 'b') style.bold = isOn;
-        if (options[0] == 'i') style.italic = isOn;
+    for (;;) {
+        const std::string_view option = options.substr(0, options.find('|'));
+        const int isOn = option.substr(option.empty() ? 0 : 1) == "1" ? 1 : 0;
+        if (option.starts_with('b')) style.bold = isOn;
+        if (option.starts_with('i')) style.italic = isOn;
+        if (option.size() == options.size()) return;
+        options.remove_prefix(option.size() + 1);
     }
 }
 

@@ -17,11 +17,11 @@ double distance(const RPT3& a, const RPT3& b) {
     return std::hypot(b.x - a.x, b.y - a.y);
 }
 
-/// Length of a host text relative to its character width.
-double relativeLength(std::string_view converted, int font, double spacing, int* proportional) {
+/// Length of a host text relative to its character width. `count`: its characters.
+double relativeLength(std::string_view converted, int count, int font, double spacing, int* proportional) {
     double hundredths = 0;
     DxTextGetCadFontLen(converted, font, &hundredths, proportional);
-    return (DxTextHostCount(converted) - 1) * (spacing - 1) + hundredths * 0.01;
+    return (count - 1) * (spacing - 1) + hundredths * 0.01;
 }
 
 constexpr double smallestSpacing = 0.75, largestSpacing = 4.0;
@@ -93,8 +93,8 @@ DxTextCadParams DxTextCalcCadParams(double height, double length, int font, std:
     DxTextCadParams parms{height * toSheet, length * toSheet, dx != 0 ? dx : space + 1.0};
     if (DxCiTextIsTtf(static_cast<unsigned short>(font))) return parms;
     int proportional = 0;
-    const double relative = relativeLength(converted, font, parms.spacing, &proportional);
     const int count = DxTextHostCount(converted);
+    const double relative = relativeLength(converted, count, font, parms.spacing, &proportional);
     if (!proportional) {
         const double cells = (count - 1) * (parms.spacing - 1) + count;
         if (count > 1) parms.width = cells > 0 ? parms.width / cells : parms.height;
@@ -107,7 +107,8 @@ DxTextCadParams DxTextCalcCadParams(double height, double length, int font, std:
 double DxTextCalcDxfParams(std::string_view converted, int font, std::string_view dxfFont, double height,
                            double width, double spacing) {
     int proportional = 0;
-    const double length = relativeLength(converted, font, spacing, &proportional) * width;
+    const double length =
+        relativeLength(converted, DxTextHostCount(converted), font, spacing, &proportional) * width;
     if (DxCiTextIsTtf(static_cast<unsigned short>(font))) return height > 0 ? width / height : 1.0;
     double widths = 0, spaces = 0;
     DxTextGetDxfFontSpace(converted, dxfFont, &widths, &spaces);
@@ -117,7 +118,7 @@ double DxTextCalcDxfParams(std::string_view converted, int font, std::string_vie
 
 double DxTextCalcTextRahmenLen(std::string_view converted, int font, double width, double spacing) {
     int proportional = 0;
-    return relativeLength(converted, font, spacing, &proportional) * width;
+    return relativeLength(converted, DxTextHostCount(converted), font, spacing, &proportional) * width;
 }
 
 double DxTextCalcTextLen(std::string_view converted, int font, double width, double spacing) {

@@ -3,6 +3,8 @@
 // The tables speak of codes: of the file's code page on the DXF side, of Windows 1252 on the host's. Codes
 // above 255 are Unicode on either side.
 #include "../config/config_state.h"
+#include "../session/dx_encoding.h"
+#include "../session/dx_numbers.h"
 #include "dx_text_codes.h"
 #include "dx_text_fonts.h"
 
@@ -28,6 +30,17 @@ int setForDxf(std::string_view font) {
     return !DxSpecialDxfFont.IsEmpty() && font == DxSpecialDxfFont.str() ? 1 : 0;
 }
 
+/// A "%%" code that gives the character of its own number means that of the file's code page.
+bool isOwnNumber(std::string_view text, int code) {
+    return text.size() == 5 && text.starts_with("%%") && DxAtoi(text.substr(2)) == code;
+}
+
+DxCharSequence sequenceOf(const DX_CHAR_TEXT& record) {
+    const std::string_view bytes = record.text.view();
+    return {DxIsUtf8(bytes) ? std::string(bytes) : UtCString(bytes, DxFileHostCodePage()).str(),
+            isOwnNumber(bytes, record.code) ? DxFileChar(record.code) : DxHostChar(record.code)};
+}
+
 /// The pairs of a set in the session's direction. A later pair for the same character wins.
 DxCharMap& charMap(int set, bool toCad) {
     DxCharMap& map = DxCharMaps[static_cast<std::size_t>(set)];
@@ -38,7 +51,9 @@ DxCharMap& charMap(int set, bool toCad) {
         if (dxf && host) map.pairs.insert_or_assign(toCad ? dxf : host, toCad ? host : dxf);
     }
     for (const DX_CHAR_TEXT& record : DxCharTexts[set]) {
-        if (!record.text.empty()) map.startsText[static_cast<unsigned char>(record.text.s[0])] = true;
+        if (record.code > 255 || record.text.empty()) continue;
+        const DxCharSequence& sequence = map.sequences.emplace_back(sequenceOf(record));
+        map.startsText[static_cast<unsigned char>(sequence.text.front())] = true;
     }
     map.startsCode = map.startsText;
     map.startsCode['\\'] = true;
@@ -57,14 +72,13 @@ void convertPairs(std::string& text, const DxCharMap& map) {
     text.swap(out);
 }
 
-/// The record of a set whose text stands at the start of `rest`; null when there is none.
-const DX_CHAR_TEXT* recordAt(std::string_view rest, int set, const DxCharMap& map) {
+/// The sequence of a set that stands at the start of `rest`; null when there is none.
+const DxCharSequence* sequenceAt(std::string_view rest, const DxCharMap& map) {
     if (!map.startsText[static_cast<unsigned char>(rest.front())]) return nullptr;
-    const auto& records = DxCharTexts[set];
-    const auto* found = std::find_if(records.begin(), records.end(), [&](const DX_CHAR_TEXT& record) {
-        return record.code < 256 && !record.text.empty() && rest.starts_with(record.text.view());
-    });
-    return found == records.end() ? nullptr : found;
+    const auto found =
+        std::find_if(map.sequences.begin(), map.sequences.end(),
+                     [&](const DxCharSequence& sequence) { return rest.starts_with(sequence.text); });
+    return found == map.sequences.end() ? nullptr : &*found;
 }
 
 /// Length of an escape for a character up to U+00FF at the start of `rest`, 0 for anything else.
@@ -75,7 +89,7 @@ std::size_t shortEscape(std::string_view rest, char32_t& character) {
     return unit.length == 7 ? 7 : 0;
 }
 
-void convertTexts(std::string& text, int set, const DxCharMap& map) {
+void convertTexts(std::string& text, const DxCharMap& map) {
     std::string out;
     out.reserve(text.size());
     for (std::size_t pos = 0; pos < text.size();) {
@@ -85,9 +99,9 @@ void convertTexts(std::string& text, int set, const DxCharMap& map) {
         if (pos == text.size()) break;
         const std::string_view rest = std::string_view(text).substr(pos);
         char32_t c = 0;
-        if (const DX_CHAR_TEXT* record = recordAt(rest, set, map)) {
-            c = DxHostChar(record->code);
-            pos += record->text.view().size();
+        if (const DxCharSequence* sequence = sequenceAt(rest, map)) {
+            c = sequence->character;
+            pos += sequence->text.size();
         } else if (const std::size_t length = shortEscape(rest, c)) {
             pos += length;
         } else {
@@ -111,14 +125,32 @@ const DX_CHAR_TEXT* recordOf(int code, int set) {
     return found == records.end() || code < 0 ? nullptr : found;
 }
 
+/// True when a percent sign of the text would stand beside another one in the file, so that it could be taken
+/// for a code. Where the tables write no codes, those of the text are the file's own.
+bool needsPercentCode(std::string_view text, std::size_t pos, int set, const DxCharMap& map) {
+    if (text[pos] != '%' || !map.startsText['%']) return false;
+    if (pos > 0 && text[pos - 1] == '%') return true;
+    if (++pos == text.size()) return false;
+    if (text[pos] == '%') return true;
+    const DX_CHAR_TEXT* next = recordOf(DxHostCode(DxNextChar(text, pos)), set);
+    return next && next->text.view().starts_with("%%");
+}
+
 } // namespace
 
 void DxConvTextToCAD(std::string& text, const DxCharset& charset) {
     const int set = setForCad(charset.font);
     const DxCharMap& map = charMap(set, true);
     convertPairs(text, map);
-    if (!isPlain(text, map)) convertTexts(text, set, map);
+    if (!isPlain(text, map)) convertTexts(text, map);
     DxCutChars(text, convertedLimit);
+}
+
+bool DxShowsAtStart(std::string_view text, const DxCharset& charset) {
+    if (text.empty() || text.front() <= ' ' || text.front() == 127) return false;
+    const DxCharMap& map = charMap(setForCad(charset.font), true);
+    const auto first = static_cast<unsigned char>(text.front());
+    return !map.startsCode[first] && !map.pairs.contains(first);
 }
 
 const DX_STYLE_TYPE* DxConvTextToDXF(std::string& text, int font, const UtCString& face,
@@ -128,15 +160,17 @@ const DX_STYLE_TYPE* DxConvTextToDXF(std::string& text, int font, const UtCStrin
     const DxCharMap& map = charMap(set, false);
     std::string out;
     for (std::size_t pos = 0; pos < text.size();) {
+        const std::size_t at = pos;
         const char32_t c = DxNextChar(text, pos);
-        if (const DX_CHAR_TEXT* record = recordOf(DxHostCode(c), set)) {
+        if (const DX_CHAR_TEXT* record = recordOf(DxHostCode(c), set))
             out += record->text.view();
-            continue;
-        }
-        const auto pair = map.pairs.find(c);
-        DxAppendChar(out, pair == map.pairs.end() ? c : pair->second);
+        else if (needsPercentCode(text, at, set, map))
+            out += "%%%";
+        else
+            DxAppendChar(out, c);
     }
     DxCutChars(out, DX_TEXT_LIMIT);
+    convertPairs(out, map);
     text.swap(out);
     return style;
 }

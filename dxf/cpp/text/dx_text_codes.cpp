@@ -177,6 +177,11 @@ void DxCutChars(std::string& text, std::size_t count) {
 int DxTextStrlen(std::string_view text) {
     int count = 0;
     for (std::size_t pos = 0; pos < text.size();) {
+        if (DxIsPlain(text[pos])) {
+            ++count;
+            ++pos;
+            continue;
+        }
         const DxTextUnit unit = DxNextTextUnit(text, pos);
         if (unit.character) ++count;
         pos += unit.length;
@@ -185,9 +190,10 @@ int DxTextStrlen(std::string_view text) {
 }
 
 int DxTextHostCount(std::string_view converted) {
-    const auto switches = std::count_if(converted.begin(), converted.end(),
-                                        [](char c) { return c >= 0 && c < 32 && c != '\t'; });
-    return static_cast<int>(DxCharCount(converted)) - static_cast<int>(switches);
+    return static_cast<int>(std::count_if(converted.begin(), converted.end(), [](char c) {
+        const bool isSwitch = c >= 0 && c < 32 && c != '\t';
+        return beginsChar(c) && !isSwitch;
+    }));
 }
 
 UtCString DxTextConv2Unicode(std::string_view in) {

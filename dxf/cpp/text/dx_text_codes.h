@@ -16,6 +16,10 @@ struct DxTextUnit {
     int code = 0;           ///< its place in a ".chr" table; above 255: in none
     std::size_t length = 1; ///< bytes of the text, at least 1
 };
+/// True for a byte that is a unit by itself and stands for the character of its number.
+constexpr bool DxIsPlain(char c) {
+    return c > 0 && c != '%' && c != '\\';
+}
 /// The unit at `pos`, which lies within the text.
 DxTextUnit DxNextTextUnit(std::string_view text, std::size_t pos);
 

@@ -50,6 +50,7 @@ bool isBlank(std::string_view text) {
 
 /// A line that runs along the whole text is a mark of the text; its codes then go.
 void dropSwitches(std::string& text, const int bits[DX_BIT_COUNT]) {
+    if (!bits[DX_BIT_UNDERLINE] && !bits[DX_BIT_OVERLINE]) return;
     std::erase_if(text, [&](char c) {
         return (c == OV_SWITCH_UNDERLINE && bits[DX_BIT_UNDERLINE]) ||
                (c == OV_SWITCH_OVERLINE && bits[DX_BIT_OVERLINE]);
@@ -128,6 +129,8 @@ void measure(Placing& placing) {
     const DX_TEXT_TYPE& record = *placing.record;
     DxTextMeasure what = DxTextMeasureOf(record, *placing.charset);
     what.isFixed = DxGetTextOptions().isFixFont;
+    // A face is sized by height and factor; its length only matters between two points.
+    if (!what.isFontFile && !what.isFixed && !isFit(record)) return;
     what.height = placing.height;
     if (record.isMtext) what.factor = placing.charset->widthFactor;
     DxTextGetDxfFontLen(what, &placing.measure);
@@ -206,7 +209,7 @@ RPT3 setOrigin(const Placing& placing, OV_TEXT_PARM& parm) {
 
 void setFont(const Placing& placing, OV_TEXT_PARM& parm) {
     parm.font = placing.charset->font;
-    if (parm.font == 0) parm.face = UtCString(placing.charset->face.view(), DxFileHostCodePage());
+    if (parm.font == 0) parm.face = DxHostText(placing.charset->face.view());
     std::copy_n(placing.bits, DX_BIT_COUNT, parm.bits);
 }
 
@@ -253,6 +256,7 @@ int make(Placing& placing, int pen, DX_TEXT_KIND kind) {
 
 void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]) {
     std::fill_n(bits, DX_BIT_COUNT, 0);
+    if (!text.starts_with("%%")) return;
     const auto isWhole = [&](char letter) {
         const std::string_view codes[] = {letter == 'u' ? "%%u" : "%%o", letter == 'u' ? "%%U" : "%%O"};
         if (text.size() <= 3 || (!text.starts_with(codes[0]) && !text.starts_with(codes[1]))) return false;
@@ -270,8 +274,11 @@ static int drawIn(const DX_TEXT_TYPE* text, const Mat44 m, DX_TEXT_KIND kind, bo
     placing.stretch = 1.0;
     placing.record = text;
     placing.charset = &charset;
-    convert(placing);
-    if (!keepsEmpty && isBlank(placing.converted)) return 0;
+    const bool isMeasured = DxCheckPass && (keepsEmpty || DxShowsAtStart(text->text, charset));
+    if (!isMeasured) { // then the characters matter
+        convert(placing);
+        if (!keepsEmpty && isBlank(placing.converted)) return 0;
+    }
     toWorld(placing, m);
     if (!DxIsFinite(placing.first) || !DxIsFinite(placing.second)) return 0;
     if (DxCheckPass) return checkExtents(placing);

@@ -34,15 +34,19 @@ void takeStyle(const DX_STYLE_TYPE& style, DxCharset& charset) {
     if (file.size() >= 4 && file[file.size() - 4] == '.') charset.fontFile.s[file.size() - 4] = 0;
 }
 
+/// A name of the font map, which is UTF-8 or in the file's code page.
+UtCString mappedName(const DX_NAME& name) {
+    return DxIsUtf8(name.view()) ? UtCString(name.view()) : DxHostText(name.view());
+}
+
 /// The last entry of the font map that names the font or the face wins.
 void takeFontMap(DxCharset& charset) {
-    const DX_NAME file = charset.fontFile, face = charset.face;
+    const UtCString file = DxHostText(charset.fontFile.view()), face = DxHostText(charset.face.view());
     for (const DX_FONT_TYPE& entry : DxFonts) {
-        const bool isMeant =
-            entry.font.view() == file.view() || (!face.empty() && entry.font.view() == face.view());
-        if (!isMeant) continue;
+        const UtCString name = mappedName(entry.font);
+        if (name != file && (face.IsEmpty() || name != face)) continue;
         charset.font = entry.number;
-        charset.face = entry.hostFont;
+        charset.face.assign(DxUtf8ToFile(mappedName(entry.hostFont).str()));
         charset.factor = entry.factor;
     }
 }

@@ -29,6 +29,8 @@ const DX_STYLE_TYPE* DxTextGetDXFStyle(int font, const UtCString& face, const in
 
 /// Import: characters and codes of the DXF side become those of the host. Escapes beyond U+00FF stay.
 void DxConvTextToCAD(std::string& text, const DxCharset& charset);
+/// True when the text begins with a character that stays what it is and shows: it can't become blank.
+bool DxShowsAtStart(std::string_view text, const DxCharset& charset);
 /// Export: the other way round. The style for the font, or null.
 const DX_STYLE_TYPE* DxConvTextToDXF(std::string& text, int font, const UtCString& face,
                                      const int bits[DX_BIT_COUNT]);

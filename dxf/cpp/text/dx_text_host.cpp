@@ -49,8 +49,9 @@ int DxCiTextAdd(int pat, int* row, const RPT3& point, const UtCString& text, int
     DsCsr cursor;
     if (const int error = DsCursorFromPatNo(pat, &cursor)) return error;
     const bool hasEscapes = text.str().find('\\') != std::string::npos;
-    if (const int error = texts.Add(cursor, point, hasEscapes ? DxTextConv2Unicode(text.str()) : text))
-        return error;
+    const int added = hasEscapes ? texts.Add(cursor, point, DxTextConv2Unicode(text.str()))
+                                 : texts.Add(cursor, point, text);
+    if (added) return added;
     *row = cursor.Get().elRow;
     if (lineLength > 0) {
         if (const int error = texts.ChgLineLen(cursor, lineLength)) return error;

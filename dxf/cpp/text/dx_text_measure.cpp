@@ -11,6 +11,7 @@
 #include "ov_text.h"
 #include "uo.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -54,19 +55,17 @@ struct Sums {
 /// Adds the plain characters from `pos` on that the font has. Where it stops.
 std::size_t addPlain(std::string_view text, std::size_t pos, const DxFontTable& table, Sums& sums) {
     const std::size_t start = pos;
-    int widths = 0, spaces = 0, last = 0; // at most some thousand characters of at most 10000 each
+    int widths = 0, spaces = 0; // at most some thousand characters of at most 10000 each
     for (; pos < text.size(); ++pos) {
-        const auto c = static_cast<unsigned char>(text[pos]);
-        const DxFontTable::Cell cell = table.cells[c];
-        if (c >= 128 || cell.width < 0 || c == '%' || c == '\\') break;
+        const DxFontTable::Cell cell = table.plain[static_cast<unsigned char>(text[pos])];
+        if (cell.width < 0) break;
         widths += cell.width;
         spaces += cell.space;
-        last = cell.space;
     }
     if (pos == start) return pos;
     sums.widths += widths;
     sums.spaces += spaces;
-    sums.last = last;
+    sums.last = table.plain[static_cast<unsigned char>(text[pos - 1])].space;
     sums.count += static_cast<int>(pos - start);
     return pos;
 }
@@ -125,7 +124,7 @@ double measureChar(const DxTextMeasure& what, char32_t c) {
     parm.font = 0;
     parm.height = parm.width = size;
     parm.spacing = 1.0;
-    parm.face = UtCString(what.font, DxFileHostCodePage());
+    parm.face = DxHostText(what.font);
     for (int i = 0; i < DX_BIT_COUNT; ++i) parm.bits[i] = what.bits ? what.bits[i] : 0;
     double width = 0, height = 0;
     std::string text;
@@ -136,30 +135,29 @@ double measureChar(const DxTextMeasure& what, char32_t c) {
 
 DxFaceTable& faceTableOf(const DxTextMeasure& what) {
     if (what.charset && what.charset->faceTable) return *what.charset->faceTable;
-    const auto [entry, isNew] = DxFaceTables.try_emplace(faceKey(what));
-    if (isNew) entry->second.ascii.fill(DxFaceTable::unknown);
+    const auto entry = DxFaceTables.try_emplace(faceKey(what)).first;
     if (what.charset) what.charset->faceTable = &entry->second;
     return entry->second;
 }
 
-double charWidth(DxFaceTable& table, const DxTextMeasure& what, char32_t c) {
-    if (c >= 128) {
-        const auto [entry, isNew] = table.others.try_emplace(c, 0);
-        if (isNew) entry->second = measureChar(what, c);
-        return entry->second;
-    }
-    double& width = table.ascii[c];
-    if (width == DxFaceTable::unknown) width = measureChar(what, c);
+/// A character's width in the table's unit.
+std::int64_t charWidth(DxFaceTable& table, const DxTextMeasure& what, char32_t c) {
+    constexpr double widest = 1000; // times the height, far beyond any character
+    const bool standsForItself = c < 128 && c != '%' && c != '\\';
+    std::int64_t& width =
+        standsForItself ? table.plain[c] : table.others.try_emplace(c, DxFaceTable::unknown).first->second;
+    if (width == DxFaceTable::unknown)
+        width = std::llround(std::clamp(measureChar(what, c), 0.0, widest) / DxFaceTable::unit);
     return width;
 }
 
 double faceLength(const DxTextMeasure& what, double factor) {
     DxFaceTable& table = faceTableOf(what);
-    double widths = 0;
+    std::int64_t widths = 0;
     for (std::size_t pos = 0; pos < what.text.size();) {
-        const char c = what.text[pos];
-        if (c > 0 && c != '%' && c != '\\') { // most are plain
-            widths += charWidth(table, what, static_cast<char32_t>(c));
+        const std::int64_t width = table.plain[static_cast<unsigned char>(what.text[pos])];
+        if (width >= 0) { // most are plain and known
+            widths += width;
             ++pos;
             continue;
         }
@@ -167,7 +165,12 @@ double faceLength(const DxTextMeasure& what, double factor) {
         pos += unit.length;
         if (unit.character) widths += charWidth(table, what, unit.character);
     }
-    return widths * what.height * factor;
+    return static_cast<double>(widths) * DxFaceTable::unit * what.height * factor;
+}
+
+/// True for what switches a line along a text of the host on or off: it takes no room.
+bool isSwitch(char32_t c) {
+    return c < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(c));
 }
 
 /// Width and space of a text in a font without a table.
@@ -178,7 +181,7 @@ constexpr Cell usualCell{67, 33};
 int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* proportional) {
     const int index = DxTextGetCadFontIndex(font);
     if (index < 0) {
-        *length = static_cast<double>(DxCharCount(text)) * 100.0;
+        *length = DxTextHostCount(text) * 100.0;
         *proportional = 0;
         return 1;
     }
@@ -186,7 +189,8 @@ int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* pr
     double sum = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t c = DxNextChar(text, pos);
-        const int code = DxHostCode(c);
+        if (isSwitch(c)) continue;
+        const int code = c < 128 ? static_cast<int>(c) : DxHostCode(c);
         const std::uint16_t width =
             code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
         if (width != DxCadFontTable::undefined) {
@@ -208,7 +212,7 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
     *width = *space = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t character = DxNextChar(text, pos);
-        if (character < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(character))) continue;
+        if (isSwitch(character)) continue;
         const int code = DxTextTableCode(character, font);
         const Cell cell = table ? cellOf(*table, code) : usualCell;
         *width += cell.width * 0.01;

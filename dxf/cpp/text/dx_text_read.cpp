@@ -30,8 +30,8 @@ constexpr auto fields = dxFields<R>({
     {441, &R::backTransparency},
 });
 
-/// Room for a value of a text.
-constexpr int valueLimit = static_cast<int>(DX_TEXT_LIMIT) + 1;
+/// Room for a value of a text in bytes, of which a character has up to four.
+constexpr int valueLimit = 4 * static_cast<int>(DX_TEXT_LIMIT) + 1;
 
 /// Takes what the table of fields can't: the text in pieces and groups that mean different things.
 class TextReader {

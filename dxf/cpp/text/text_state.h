@@ -30,6 +30,7 @@ struct DxFontTable {
         std::int16_t space = 0;
     };
     std::array<Cell, 256> cells;
+    std::array<Cell, 256> plain;       ///< of bytes that stand for themselves, undefined for all others
     std::unordered_set<int> toldCodes; ///< undefined ones that the user was told of
 };
 
@@ -46,15 +47,24 @@ struct DxCadFontTable {
 /// Widths of a face as the host measures it, relative to the character width. Characters stand side by side
 /// there, so a text is as long as all of them.
 struct DxFaceTable {
-    static constexpr double unknown = -1;
-    std::array<double, 128> ascii{}; ///< `unknown` until measured
-    std::unordered_map<char32_t, double> others;
+    static constexpr double unit = 1.0 / (1LL << 32); ///< of widths: sums of whole numbers need no rounding
+    static constexpr std::int64_t unknown = -1;
+    std::array<std::int64_t, 256> plain; ///< of bytes that stand for themselves, `unknown` until measured
+    std::unordered_map<char32_t, std::int64_t> others;
+    DxFaceTable() { plain.fill(unknown); }
+};
+
+/// A text of a set of character tables, UTF-8, and the character it becomes on import; 0: none.
+struct DxCharSequence {
+    std::string text;
+    char32_t character = 0;
 };
 
 /// What the codes of one set of character tables do, ready for use.
 struct DxCharMap {
     bool isBuilt = false;
     std::unordered_map<char32_t, char32_t> pairs; ///< file's character → host's
+    std::vector<DxCharSequence> sequences;        ///< the first that fits counts
     std::array<bool, 256> startsText{};           ///< bytes that begin one of the set's texts
     std::array<bool, 256> startsCode{};           ///< and the one that begins an escape
 };

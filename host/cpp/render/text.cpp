@@ -27,6 +27,7 @@ constexpr std::array<StyleLine, 3> styleLines{{{OV_TEXT_UNDERLINE, OV_SWITCH_UND
                                                {OV_TEXT_STRIKE, OV_SWITCH_STRIKE, 0.42}}};
 constexpr double lineThickness = 0.06;
 constexpr double syntheticSlant = 0.2126; // tangent of 12 degrees
+constexpr double syntheticBold = 0.07;    // relative to the height of capital letters
 
 void setColor(cairo_t* canvas, Rgb color) {
     cairo_set_source_rgb(canvas, color.r / 255.0, color.g / 255.0, color.b / 255.0);
@@ -130,6 +131,11 @@ void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
             }
             const cairo_glyph_t at{glyph.index, x + glyph.offset * text.width, line.baseline};
             cairo_show_glyphs(canvas_, &at, 1);
+            if (font.thickened() && !glyph.file->bold()) {
+                cairo_glyph_path(canvas_, &at, 1);
+                cairo_set_line_width(canvas_, syntheticBold * text.height);
+                cairo_stroke(canvas_);
+            }
         }
         end = x + glyph.cell * text.width;
         x += (glyph.cell + text.spacing - 1) * text.width;

@@ -41,6 +41,19 @@ bool filePath(FcPattern* pattern, std::string& path, int& index) {
     return true;
 }
 
+/// Some fonts have a mere block for the Cyrillic letter, but its Latin twin, which looks the same.
+char32_t twinOf(char32_t c) {
+    constexpr char32_t cyrillicIo = 0x0451, cyrillicCapitalIo = 0x0401;
+    return c == cyrillicIo ? U'ë' : c == cyrillicCapitalIo ? U'Ë' : c;
+}
+
+/// A language that only a font made for the character's script claims to cover; null for other scripts. Some
+/// fonts have a few ideographs, and a text should have all of them from one.
+const char* languageOf(char32_t c) {
+    constexpr char32_t firstRadical = 0x2E80, lastIdeograph = 0x9FFF;
+    return c >= firstRadical && c <= lastIdeograph ? "ja" : nullptr;
+}
+
 /// FreeType shares one library object among all faces; FontFile objects keep it alive.
 std::shared_ptr<FT_LibraryRec_> freetype() {
     FT_Library library = nullptr;
@@ -76,6 +89,7 @@ std::unique_ptr<FontFile> FontFile::open(const std::string& path, int faceIndex)
 FontFile::FontFile(std::unique_ptr<Handles> handles, std::string path, int faceIndex)
     : handles_(std::move(handles)), path_(std::move(path)), faceIndex_(faceIndex) {
     italic_ = (handles_->face->style_flags & FT_STYLE_FLAG_ITALIC) != 0;
+    bold_ = (handles_->face->style_flags & FT_STYLE_FLAG_BOLD) != 0;
     unitsPerCap_ = capHeight();
     emPerCap_ = handles_->face->units_per_EM / unitsPerCap_;
 }
@@ -99,9 +113,12 @@ const FileGlyph& FontFile::glyph(char32_t c) {
     if (!isNew) return entry->second;
     FileGlyph& glyph = entry->second;
     glyph.index = FT_Get_Char_Index(handles_->face, c);
+    const FT_UInt twin = glyph.index ? FT_Get_Char_Index(handles_->face, twinOf(c)) : 0;
+    if (twin) glyph.index = twin;
     if (FT_Load_Glyph(handles_->face, glyph.index, FT_LOAD_NO_SCALE) == 0) {
         const FT_Glyph_Metrics& metrics = handles_->face->glyph->metrics;
         glyph.advance = static_cast<double>(metrics.horiAdvance) / unitsPerCap_;
+        glyph.left = static_cast<double>(metrics.horiBearingX) / unitsPerCap_;
         glyph.ink = static_cast<double>(metrics.width) / unitsPerCap_;
     }
     return glyph;
@@ -156,6 +173,8 @@ FontFile* FontLibrary::findFor(char32_t c) {
     FcCharSet* chars = FcCharSetCreate();
     FcCharSetAddChar(chars, c);
     FcPatternAddCharSet(pattern.get(), FC_CHARSET, chars);
+    if (const char* language = languageOf(c))
+        FcPatternAddString(pattern.get(), FC_LANG, reinterpret_cast<const FcChar8*>(language));
     FcCharSetDestroy(chars);
     const Pattern match = bestMatch(pattern.get());
     std::string path;

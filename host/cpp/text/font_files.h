@@ -14,7 +14,8 @@ namespace host {
 struct FileGlyph {
     unsigned index = 0; ///< 0: the file lacks the character
     double advance = 0;
-    double ink = 0; ///< width of the drawn part
+    double left = 0; ///< from the origin to the drawn part
+    double ink = 0;  ///< width of the drawn part
 };
 
 /// One opened face. Glyphs are measured once and kept.
@@ -31,6 +32,7 @@ public:
     const std::string& path() const { return path_; }
     int faceIndex() const { return faceIndex_; }
     bool italic() const { return italic_; }
+    bool bold() const { return bold_; }
 
 private:
     struct Handles;
@@ -40,7 +42,7 @@ private:
     std::unique_ptr<Handles> handles_;
     std::string path_;
     int faceIndex_;
-    bool italic_ = false;
+    bool italic_ = false, bold_ = false;
     double unitsPerCap_ = 1; ///< font units in the height of the capital letters
     double emPerCap_ = 1;
     std::unordered_map<char32_t, FileGlyph> glyphs_;

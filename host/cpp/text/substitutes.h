@@ -9,6 +9,7 @@ struct Substitute {
     std::string_view face;   ///< beginning of the missing face's name, lower case
     std::string_view family; ///< family that stands in for it
     double width;            ///< its characters are drawn so much wider, to fill the missing face's width
+    bool bold = false, italic = false; ///< the name says so, as those of font files do
 };
 
 /// The stand-in for a face; one for any face that has none of its own.

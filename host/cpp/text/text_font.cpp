@@ -26,8 +26,9 @@ FontFile* fileFor(FontFile* own, char32_t c) {
 /// A TrueType face or its stand-in.
 class FaceFont : public TextFont {
 public:
-    FaceFont(FontFile* file, double width, bool italic) : file_(file), width_(width) {
+    FaceFont(FontFile* file, double width, bool bold, bool italic) : file_(file), width_(width) {
         slanted_ = italic && file && !file->italic();
+        thickened_ = bold && file && !file->bold();
     }
 
 private:
@@ -43,12 +44,14 @@ private:
     double width_; ///< a stand-in is stretched to the width of the missing face
 };
 
-/// A host font: cells from its table, glyphs centred in them.
+/// A host font: cells from its table, what is drawn of a glyph centred in them.
 class NumberFont : public TextFont {
 public:
-    NumberFont(const HostFontLook& look, int number, FontFile* file, bool italic)
+    NumberFont(const HostFontLook& look, int number, FontFile* file, bool bold, bool italic)
         : widths_(loadHostFont(number)), file_(file), isGreek_(look.greek) {
         slanted_ = italic && file && !file->italic();
+        thickened_ = bold && file && !file->bold();
+        overhang_ = (italic ? 0.4 : 0.2) * widths_.average * 0.01;
         setScale();
     }
 
@@ -75,22 +78,23 @@ private:
 
     Glyph measure(char32_t c) override {
         if (isSwitch(c)) return {};
-        if (c == '\t') return {nullptr, 0, tabBlanks * cellOf(' '), 0, scale_};
         const double cell = cellOf(c);
+        if (c == '\t')
+            return {nullptr, 0, widths_.byCode['\t'] < 0 ? tabBlanks * cellOf(' ') : cell, 0, scale_};
         c = shown(c);
         FontFile* file = fileFor(file_, c);
         if (!file) return {nullptr, 0, cell, 0, 1};
         const FileGlyph& glyph = file->glyph(c);
-        // A glyph of another file that is much wider than the cell would run into its neighbours.
-        const double room = cell * 1.4;
-        const double scale = file != file_ && glyph.advance * scale_ > room ? room / glyph.advance : scale_;
-        return {file, glyph.index, cell, (cell - glyph.advance * scale) / 2, scale};
+        const double room = cell + overhang_;
+        const double scale = glyph.ink * scale_ > room ? room / glyph.ink : scale_;
+        return {file, glyph.index, cell, cell / 2 - (glyph.left + glyph.ink / 2) * scale, scale};
     }
 
     HostFontWidths widths_;
     FontFile* file_;
     bool isGreek_;
     double scale_ = 1;
+    double overhang_; ///< what is drawn may be this much wider than its cell, lest it run into its neighbours
 };
 
 void tellSubstitute(std::string_view face, const Substitute& substitute) {
@@ -141,16 +145,18 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
         const HostFontLook& look = hostFontLook(key.number);
         const bool italic = key.italic || look.italic;
         FontFile* file = library_.find(look.family, key.bold || look.bold, italic);
-        return std::make_unique<NumberFont>(look, key.number, file, italic);
+        return std::make_unique<NumberFont>(look, key.number, file, key.bold || look.bold, italic);
     }
     const std::string face(key.face);
     if (library_.hasFamily(face)) {
-        return std::make_unique<FaceFont>(library_.find(face, key.bold, key.italic), 1.0, key.italic);
+        return std::make_unique<FaceFont>(library_.find(face, key.bold, key.italic), 1.0, key.bold,
+                                          key.italic);
     }
     const Substitute& substitute = substituteFor(face);
     if (!face.empty() && told_.insert(face).second) tellSubstitute(face, substitute);
-    FontFile* file = library_.find(std::string(substitute.family), key.bold, key.italic);
-    return std::make_unique<FaceFont>(file, substitute.width, key.italic);
+    const bool bold = key.bold || substitute.bold, italic = key.italic || substitute.italic;
+    FontFile* file = library_.find(std::string(substitute.family), bold, italic);
+    return std::make_unique<FaceFont>(file, substitute.width, bold, italic);
 }
 
 } // namespace host

@@ -29,11 +29,12 @@ public:
         if (c < 128 && low_[c]) return *low_[c];
         return lookUp(c);
     }
-    bool slanted() const { return slanted_; } ///< the file has no italics: they are made by slanting
+    bool slanted() const { return slanted_; }     ///< the file has no italics: they are made by slanting
+    bool thickened() const { return thickened_; } ///< the file isn't bold: its strokes are drawn thicker
 
 protected:
     virtual Glyph measure(char32_t c) = 0;
-    bool slanted_ = false;
+    bool slanted_ = false, thickened_ = false;
 
 private:
     const Glyph& lookUp(char32_t c);

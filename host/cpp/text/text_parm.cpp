@@ -66,7 +66,7 @@ Text& addText(Pattern& pattern, std::string_view text) {
 
 std::vector<std::string> splitLines(std::string_view text) {
     std::vector<std::string> lines(1);
-    if (text.find_first_of("\n\r") == std::string_view::npos) {
+    if (text.find('\n') == std::string_view::npos && text.find('\r') == std::string_view::npos) {
         lines[0] = text;
         return lines;
     }

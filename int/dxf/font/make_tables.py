@@ -69,6 +69,7 @@ CHR = {
 # Codes of a .chr table beyond 255 and what they stand for: degree, plus-minus, diameter.
 SYMBOLS = {256: 0x00B0, 257: 0x00B1, 258: 0x2300}
 BLANK = 0.75  # stroke fonts have a wide blank
+TAB, TAB_BLANKS = 9, 4  # a tab is as wide as so many blanks, but one in fonts of fixed pitch
 SWITCHES = (14, 15, 16)  # underline, overline, strike-through on and off: no width
 
 
@@ -146,7 +147,7 @@ def unicode_of(code):
 
 
 def advances(font, is_greek):
-    """Advance of each code from 32 to 258 relative to the average of letters and digits."""
+    """Advance of the tab and of each code from 32 to 258 relative to the average of letters and digits."""
     usual = [font.advance(ord(c)) for c in LATIN + "0123456789"]
     average = sum(usual) / len(usual)
     swap = dict(zip(map(ord, LATIN), map(ord, IN_GREEK))) if is_greek else {}
@@ -158,7 +159,7 @@ def advances(font, is_greek):
             advance = font.advance(0xD8)  # a slashed O for the diameter sign
         if advance:
             result[code] = max(advance / average, BLANK) if code in (32, 160) else advance / average
-    return result
+    return {TAB: TAB_BLANKS * result[32], **result}
 
 
 def chr_table(name):
