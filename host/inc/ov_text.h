@@ -70,7 +70,7 @@ struct OV_TEXT {
     OV_TEXT_EXT ext;
     double lineLength = 0; ///< in the drawing's unit, 0: lines aren't broken
     /// The lines as the host shows them: those that are longer than the line length in pieces, without the
-    /// blanks at the breaks.
+    /// blanks at the breaks. A piece begins with the switches that are on there.
     std::vector<UtCString> shownLines;
 };
 

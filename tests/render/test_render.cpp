@@ -5,6 +5,7 @@
 #include "render/style.h"
 
 #include "ov_text.h"
+#include "text/layout.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -199,6 +200,11 @@ TEST_F(Pictures, TextStandsOnItsPointAndWidensThePicture) {
     render(d);
     EXPECT_TRUE(inked(20, 41, 49, 49));
     EXPECT_FALSE(inked(51, 51, 90, 60));
+    text.lines = {"\x0Ell ll ll\x0E"}, text.origin = 7, text.lineLength = 1;
+    render(d);
+    for (const LayoutLine& line : layoutText(text, 1).lines)
+        EXPECT_EQ(at(50 + line.x + line.width / 2, 50 + line.baseline - 2.2), kRed) << "underlined";
+    text.lineLength = 0, text.origin = 9;
     text.lines = {"lll"}, text.height = 40, text.font = 0, text.face = "osifont";
     const auto dots = [&] {
         int count = 0;

@@ -65,6 +65,7 @@ TEST_F(Mtext, CodesThatStandForCharacters) {
         {"\\H;a\\C;b\\f;c\\W0,8;d", "'abc' 'd'"},
         {"ab\\pqc", "'ab'"},
         {"ab\\pqc cd", "'ab cd'"},
+        {"a\\pqc b; c\\C1 no end; d\\H2\\C1;e", "'a b; c1 no end; d2' 'e'"},
         {"x\\U+22", "'x\\U+22'"},
         {"x\\M+1", "'x\\M+1'"},
         {"\\L^^I\\l", "'^\t'"},
@@ -286,6 +287,23 @@ TEST_F(Mtext, ABoxBreaksLinesAndReservesTheirRoom) {
         EXPECT_TRUE(std::fabs(step) < 1e-6 || step > 1)
             << heights[i].lines[0] << " stands on the line, " << step;
     }
+}
+
+TEST_F(Mtext, AWordDoesntPartWhereItsFormatChanges) {
+    const auto lines = [&](const std::string& text) {
+        std::string all;
+        double y = 0;
+        for (const host::Text& run : texts(text, {{41, "7.5"}})) {
+            const double baseline = inkAt(run, 0, 0).y;
+            if (!all.empty() && y - baseline > 0.5) all += '/';
+            y = baseline;
+            all += run.lines[0];
+        }
+        return all;
+    };
+    EXPECT_EQ(lines("abcd ef{\\C1;gh{\\C2;ij}} k"), "abcd/efghij k");
+    EXPECT_EQ(lines("abcd ef{\\C1; gh}"), "abcd ef/gh") << "a blank begins the run";
+    EXPECT_EQ(lines("a bcdef{\\C1;ghijk{\\C2;lmnop} q}"), "a bcdef/ghijk/lmnop q") << "wider than the line";
 }
 
 TEST_F(Mtext, TheHostBreaksALineWhereItsRoomWasReserved) {

@@ -239,7 +239,7 @@ void DxMtextFlow::flowOne(const DxMtextRun& run, double room) {
 void DxMtextFlow::flowAll(std::vector<DxMtextRun> runs, double room) {
     for (std::size_t i = 0; i < runs.size(); ++i) {
         if (runs[i].part == DxMtextRun::Plain) {
-            if (runs[i].hasText()) flowWords(runs[i], room);
+            if (runs[i].hasText()) flowWords(std::span(runs).subspan(i), room);
             continue;
         }
         const std::size_t count = i + 1 < runs.size() && runs[i + 1].part != DxMtextRun::Plain ? 2 : 1;
@@ -249,15 +249,41 @@ void DxMtextFlow::flowAll(std::vector<DxMtextRun> runs, double room) {
     if (block_.runs_.size() == block_.lineFirst_) append(runs.back(), {}, 0, {});
 }
 
-void DxMtextFlow::flowWords(const DxMtextRun& run, double room) {
+/// Width of what belongs to the last word of the first run in those that follow it, with the space ahead of
+/// it. A word that is wider than the line needn't be measured to its end.
+double DxMtextFlow::restOfWord(std::span<const DxMtextRun> runs, double room) {
+    double width = 0, space = runs.front().space * runs.front().height;
+    for (const DxMtextRun& run : runs.subspan(1)) {
+        if (run.part != DxMtextRun::Plain || width > room) break;
+        const Word word = nextWord(run.text);
+        if (word.text.empty() && run.hasText()) break;
+        if (run.hasText()) width += space + widthOf(run, word.text);
+        if (word.text.size() < run.text.size()) break;
+        space = run.space * run.height;
+    }
+    return width;
+}
+
+/// A word doesn't part where its format changes, unless it is wider than the line.
+void DxMtextFlow::flowWords(std::span<const DxMtextRun> runs, double room) {
+    const DxMtextRun& run = runs.front();
     std::string_view rest = run.text;
     DxLineSwitches lines;
     while (!rest.empty()) {
         const Word word = nextWord(rest);
         const double width = widthOf(run, word.text);
         const double widthOfAll = word.all.size() > word.text.size() ? widthOf(run, word.all) : width;
+        double needed = width;
+        if (beginsWord_) {
+            const bool goesOn = word.text.size() == rest.size();
+            const double whole = goesOn ? width + restOfWord(runs, room) : width;
+            isWhole_ = whole <= room;
+            if (isWhole_) needed = whole;
+        }
+        const bool mayBreak = beginsWord_ || !isWhole_;
         const bool isFull = open_ == &run && visible_ + word.visible > DX_PIECE_LIMIT;
-        if (isFull || (x_ > 0 && x_ + width > room)) nextLine();
+        if (isFull || (mayBreak && x_ > 0 && x_ + needed > room)) nextLine();
+        beginsWord_ = word.all.size() > word.text.size();
         append(run, word, width, lines.codes());
         block_.runs_.back().length = x_ + widthOfAll - block_.runs_.back().x;
         lines.follow(word.all);
@@ -303,4 +329,5 @@ void DxMtextFlow::flowStack(const DxMtextRun* parts, std::size_t count, double r
     }
     x_ += right - left + parts[0].space * parts[0].height;
     open_ = nullptr;
+    beginsWord_ = true;
 }

@@ -53,7 +53,8 @@ private:
     static HostPiece hostPiece(const DxMtextRun& run, std::span<const Word> words, bool endsRun, double room);
     static HostPiece nextPiece(const DxMtextRun& run, std::span<const Word> words, double room);
     void flowAll(std::vector<DxMtextRun> runs, double room);
-    void flowWords(const DxMtextRun& run, double room);
+    void flowWords(std::span<const DxMtextRun> runs, double room);
+    static double restOfWord(std::span<const DxMtextRun> runs, double room);
     void flowStack(const DxMtextRun* parts, std::size_t count, double room);
     void append(const DxMtextRun& run, const Word& word, double width, const std::string& lines);
     void trimLine();
@@ -65,6 +66,8 @@ private:
     double visibleEnd_ = 0;            ///< where the last word ended
     const DxMtextRun* open_ = nullptr; ///< source of the run that words are being appended to
     int visible_ = 0;                  ///< characters of that run
+    bool beginsWord_ = true;           ///< what follows is no part of the word before it
+    bool isWhole_ = true;              ///< the present word fits in a line
     bool beginsLine_ = false;          ///< behind a break
     double level_ = 0;                 ///< y of the first run of the line
 };

@@ -36,9 +36,12 @@ void setColor(cairo_t* canvas, Rgb color) {
 /// Collects the stretches of a style line while the pen moves along the text.
 class StyleLineTracer {
 public:
-    StyleLineTracer(cairo_t* canvas, const Text& text, double y) : canvas_(canvas), text_(text), y_(y) {
+    /// `switches`: those that are on ahead of the line, see switchesBehind().
+    StyleLineTracer(cairo_t* canvas, const Text& text, double y, unsigned switches)
+        : canvas_(canvas), text_(text), y_(y) {
         for (std::size_t i = 0; i < styleLines.size(); ++i) {
-            if (text.styleBits >> styleLines[i].bit & 1) isOn_[i] = true;
+            const unsigned isSwitchedOn = switches >> (styleLines[i].toggle - OV_SWITCH_UNDERLINE) & 1;
+            isOn_[i] = (text.styleBits >> styleLines[i].bit & 1) || isSwitchedOn;
         }
     }
     void start(double x) { start_.fill(x); }
@@ -89,7 +92,12 @@ void TextPainter::draw(const Text& text, Rgb ink, Rgb back) {
     cairo_scale(canvas_, 1 / perUnit_, 1 / perUnit_);
     drawBackground(text, layout.left, layout.bottom, layout.width, layout.height, ink, back);
     setColor(canvas_, ink);
-    for (const LayoutLine& line : layout.lines) drawLine(text, line);
+    unsigned switches = 0;
+    for (const LayoutLine& line : layout.lines) {
+        if (!line.isContinued) switches = 0;
+        drawLine(text, line, switches);
+        switches = switchesBehind(line.text, switches);
+    }
     cairo_restore(canvas_);
 }
 
@@ -110,9 +118,9 @@ void TextPainter::drawBackground(const Text& text, double left, double bottom, d
     cairo_new_path(canvas_);
 }
 
-void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
+void TextPainter::drawLine(const Text& text, const LayoutLine& line, unsigned switches) {
     TextFont& font = fontOf(text);
-    StyleLineTracer lines(canvas_, text, line.baseline);
+    StyleLineTracer lines(canvas_, text, line.baseline, switches);
     lines.start(line.x);
     const FontFile* file = nullptr;
     double scale = 0, x = line.x, end = line.x;

@@ -20,7 +20,7 @@ public:
     void run(std::string_view line, std::vector<LayoutLine>& out) {
         std::size_t start = 0, breakAt = 0, behindBreak = 0;
         double width = 0, widthAtBreak = 0, widthBehindBreak = 0;
-        bool inBlanks = false;
+        bool inBlanks = false, isContinued = false;
         for (std::size_t pos = 0; pos < line.size();) {
             const std::size_t at = pos;
             const char32_t c = nextChar(line, pos);
@@ -34,13 +34,14 @@ public:
             }
             width += advance(c);
             if (c == ' ' || width - gap() <= room_ * roundingSlack || breakAt <= start) continue;
-            out.push_back({line.substr(start, breakAt - start), 0, 0, widthAtBreak});
+            out.push_back({line.substr(start, breakAt - start), 0, 0, widthAtBreak, isContinued});
+            isContinued = true;
             start = behindBreak;
             breakAt = start;
             width -= widthBehindBreak;
             widthBehindBreak = 0;
         }
-        out.push_back({line.substr(start), 0, 0, width});
+        out.push_back({line.substr(start), 0, 0, width, isContinued});
     }
 
 private:
@@ -92,6 +93,12 @@ double lineWidth(const Text& text, TextFont& font, std::string_view line) {
         ++count;
     }
     return (cells + static_cast<double>(count) * (text.spacing - 1)) * text.width;
+}
+
+unsigned switchesBehind(std::string_view line, unsigned on) {
+    for (const char c : line)
+        if (c >= OV_SWITCH_UNDERLINE && c <= OV_SWITCH_STRIKE) on ^= 1U << (c - OV_SWITCH_UNDERLINE);
+    return on;
 }
 
 TextLayout layoutText(const Text& text, double millimetresPerUnit) {

@@ -67,6 +67,19 @@ static const Text* textAt(int patNo, int row) {
     return inside ? &pattern->texts[row] : nullptr;
 }
 
+/// The lines that a text is broken into, each with what switches its lines along the text on at its start.
+static void shownLines(const Text& text, std::vector<UtCString>& lines) {
+    unsigned on = 0;
+    for (const LayoutLine& line : layoutText(text, sheetMillimetres(openDrawing())).lines) {
+        std::string shown;
+        if (!line.isContinued) on = 0;
+        for (char c = OV_SWITCH_UNDERLINE; c <= OV_SWITCH_STRIKE; ++c)
+            if (on >> (c - OV_SWITCH_UNDERLINE) & 1) shown += c;
+        lines.emplace_back(shown.append(line.text));
+        on = switchesBehind(line.text, on);
+    }
+}
+
 static int readText(const Text& text, OV_TEXT* out) {
     out->point = {text.x, text.y, text.z};
     out->lines.assign(text.lines.begin(), text.lines.end());
@@ -75,8 +88,7 @@ static int readText(const Text& text, OV_TEXT* out) {
     out->lineLength = text.lineLength;
     out->shownLines.clear();
     if (text.lineLength > 0) {
-        for (const LayoutLine& line : layoutText(text, sheetMillimetres(openDrawing())).lines)
-            out->shownLines.emplace_back(line.text);
+        shownLines(text, out->shownLines);
     } else {
         out->shownLines = out->lines;
     }
