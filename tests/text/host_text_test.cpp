@@ -146,6 +146,16 @@ TEST_F(HostText, FilesThatLackACharacterOrAStyle) {
     for (const char* name : {"arialbd", "timesbd", "courbd"})
         EXPECT_TRUE(file(name, false)->bold()) << name << " is the file of a bold face";
     EXPECT_TRUE(file("ariali", false)->italic());
+    const auto shows = [&](char32_t c, char32_t sign) {
+        return face("Symbol", false).glyph(c).index == face("DejaVu Sans", false).glyph(sign).index;
+    };
+    for (const auto& [c, sign] : {std::pair{U'a', U'\u03b1'},
+                                  {U'W', U'\u03a9'},
+                                  {U'\u00a3', U'\u2264'},
+                                  {U'\u00b0', U'\u00b0'},
+                                  {U'\u00e5', U'\u2211'},
+                                  {U'1', U'1'}})
+        EXPECT_TRUE(shows(c, sign)) << static_cast<unsigned>(c);
     EXPECT_EQ(file("courier new", false), file("Liberation Mono", false));
     EXPECT_EQ(file("cour", true), file("Liberation Mono", true));
 }
