@@ -76,22 +76,13 @@ TEST_F(HostText, LinesAreJustifiedAndBrokenToTheirLength) {
     EXPECT_EQ(broken.lines[1].text, "brown fox");
     text.lineLength = 0.1;
     EXPECT_EQ(host::layoutText(text, 1).lines.size(), 4u) << "a word is never divided";
-    add("a \x0E"
-        "b \x0F"
-        "c\x0E d\x0F e\nf")
-        .lineLength = 0.1;
+    const std::string under = "\x0E", over = "\x0F";
+    add("a " + under + "b " + over + "c" + under + " d" + over + " e\nf").lineLength = 0.1;
     OV_TEXT read;
     int row = static_cast<int>(host::openDrawing().find(pat_)->texts.size()) - 1;
     ASSERT_EQ(ovtext(20, 0x8014, pat_, &row, &read), 0);
-    const std::vector<UtCString> pieces{"a",
-                                        "\x0E"
-                                        "b",
-                                        "\x0E\x0F"
-                                        "c\x0E",
-                                        "\x0F"
-                                        "d\x0F",
-                                        "e",
-                                        "f"};
+    const std::vector<UtCString> pieces{"a", under + "b", under + over + "c" + under, over + "d" + over,
+                                        "e", "f"};
     EXPECT_EQ(read.shownLines, pieces) << "lines along the text go on behind a break";
 }
 
