@@ -74,6 +74,14 @@ TEST_F(Export, AFaceMakesAnMtextWhereTheTargetHasIt) {
     EXPECT_NEAR(number(mtext, 50), 28.6479, 1e-9) << "four digits";
     EXPECT_NE(valueOf(file.first(1000, "Arial"), 1000), "none") << "the style names the face";
     EXPECT_EQ(exportDrawing(exportConfig("ACAD12")).count(0, "TEXT"), 1u);
+    text.face = "Gr\xC3\xB6\xC3\x9F"
+                "e";
+    EXPECT_EQ(exportDrawing(exportConfig("ACAD18"))
+                  .count(1000, "Gr\xF6\xDF"
+                               "e"),
+              1u);
+    EXPECT_EQ(exportDrawing(exportConfig("ACAD21")).count(1000, "Gr\\U+00F6\\U+00DFe"), 1u)
+        << "bytes of a code page aren't UTF-8";
 }
 
 TEST_F(Export, NonLatinTextIsWrittenAsTheVersionWants) {

@@ -482,6 +482,31 @@ TEST(Explosion, OfMoreThanAnyoneCanDrawStopsEarly) {
     EXPECT_GE(count(result.dump, "draw "), 100000);
 }
 
+TEST(Explosion, OfBlocksThatHoldNothingCostsNothing) {
+    DxfText text = drawing().layer("A", 1).layer("B", 2);
+    for (int i = 0; i < 40; ++i) {
+        DxfGroups inside;
+        for (int k = 0; k < 10; ++k) inside = inside + nested("E" + std::to_string(i + 1), 1, 0);
+        text.block("E" + std::to_string(i), inside);
+    }
+    text.block("E40", {})
+        .block("FULL", nested("E0", 0, 0, {{8, "B"}}) + line(0, 0, 1, 0, {{8, "0"}}) + nested("NONE") +
+                           nested("FULL"))
+        .entity("INSERT", insertOf("E0", 0, 0, {{8, "A"}, {66, "1"}}) + attrib("TAG", "v"))
+        .raw({{0, "SEQEND"}})
+        .entity("INSERT", insertOf("FULL", 0, 0, {{8, "A"}}));
+    ImportOptions options = unshifted();
+    options.config = flags("READ_LAYER=GROUP\n");
+    const auto result = importText(text.text(), options);
+    EXPECT_EQ(result.stat, 0) << result.protocol;
+    EXPECT_EQ(count(result.dump, "draw 1 0"), 1);
+    EXPECT_GT(result.dump.find("draw 1 0"), result.dump.find("group \"B\""))
+        << "the layer of the last INSERT";
+    EXPECT_EQ(count(result.dump, "dxf::TAG"), 1);
+    EXPECT_TRUE(result.hasLine("Block NONE nicht definiert!"));
+    EXPECT_TRUE(result.hasLine("Direkt rekursive INSERTs von Block FULL."));
+}
+
 TEST(Explosion, DepthEndsAndIsReportedOnce) {
     const auto result = importText(chain(10000, 1).text(), unshifted());
     EXPECT_EQ(result.stat, 0);

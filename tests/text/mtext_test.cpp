@@ -65,6 +65,7 @@ TEST_F(Mtext, CodesThatStandForCharacters) {
         {"\\H;a\\C;b\\f;c\\W0,8;d", "'abc' 'd'"},
         {"ab\\pqc", "'ab'"},
         {"ab\\pqc cd", "'ab cd'"},
+        {"a\\pqc b; c\\C1 no end; d\\H2\\C1;e", "'a b; c1 no end; d2' 'e'"},
         {"x\\U+22", "'x\\U+22'"},
         {"x\\M+1", "'x\\M+1'"},
         {"\\L^^I\\l", "'^\t'"},

@@ -6,8 +6,11 @@
 #include "dx_entity_walk.h"
 
 /// Number of entities of a block when all INSERTs in it are expanded; infinite where no number holds it. A
-/// ring counts once, and external references count nothing. O(size of what it inserts) the first time.
+/// ring counts once, and external references and blocks that hold nothing count nothing. O(size of what it
+/// inserts) the first time.
 double DxExpandedEntities(DX_BLOCK_TYPE& block);
+/// Whether a walk through the block would find nothing to draw and nothing to tell.
+bool DxHoldsNothing(DX_BLOCK_TYPE& block);
 
 /// Draws the entities of a block up to `end`, with the reader in front of the first. 0 or an error.
 int DxDrawBlockEntities(DX_BLOCK_TYPE& block, const char* end, const Mat44 m);

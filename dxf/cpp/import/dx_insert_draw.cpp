@@ -150,7 +150,7 @@ int drawLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const InsertLa
     int error = enterLevel(insert, block, layer);
     const int attributePattern = DxBlockPatIndex; // INSERTs within the block have patterns of their own
     DxInsertLayer = layer.name;
-    if (!error) error = drawEntities(block, matrix, viewportsOnly);
+    if (!error && !DxHoldsNothing(block)) error = drawEntities(block, matrix, viewportsOnly);
     if (!error) error = outer.restorePattern();
     if (!error) {
         outer.restoreScales();

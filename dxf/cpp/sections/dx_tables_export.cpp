@@ -226,7 +226,7 @@ static int writeFontFamily(const DX_STYLE_TYPE& style) {
     if (!DxMiscCheckVersion(6) || style.fontFamily.empty()) return 0;
     const int flags = (style.bold > 0 ? 0x2000000 : 0) | (style.italic > 0 ? 0x1000000 : 0);
     int error = DxWriteString(1001, "ACAD");
-    if (!error) error = DxWriteString(1000, style.fontFamily);
+    if (!error) error = DxWriteExtendedString(1000, style.fontFamily);
     return error ? error : DxWriteInt(1071, flags);
 }
 

@@ -73,8 +73,9 @@ struct DX_BLOCK_TYPE {
 
     double entities = 0; ///< in the block itself
     std::vector<DX_NESTED_INSERTS> inserts;
-    double expanded = -1; ///< entities of the block and of all that it inserts; below 0 until counted
-    int walks = 0;        ///< how many times its entities have been drawn
+    double expanded = -1;      ///< entities of the block and of all that it inserts; below 0 until counted
+    bool holdsNothing = false; ///< but INSERTs of blocks that hold nothing; known with `expanded`
+    int walks = 0;             ///< how many times its entities have been drawn
     bool canBeStored = true;
     std::shared_ptr<const DxStoredEntities> stored; ///< null until its entities were drawn a few times
 };

@@ -120,8 +120,9 @@ void addEscape(std::string& out, unsigned unit) {
     for (int shift = 12; shift >= 0; shift -= 4) out += HEX[unit >> shift & 15U];
 }
 
-/// The bytes of the code page; what it lacks, and the control characters 28 to 31, as escapes or as "?".
-std::string ansiText(std::string_view text, bool escapes) {
+/// The bytes of the code page, or of its half that all have in common; what that lacks, and the control
+/// characters 28 to 31, as escapes or as "?".
+std::string ansiText(std::string_view text, bool escapes, bool isAscii = false) {
     std::string out;
     for (std::size_t i = 0; i < text.size();) {
         const unsigned c = nextCodePoint(text, i);
@@ -129,7 +130,7 @@ std::string ansiText(std::string_view text, bool escapes) {
         const bool isControl = escapes && c >= 28 && c <= 31;
         if (c < 128 && !isControl) {
             out += static_cast<char>(c);
-        } else if (!isControl && UtCUtf_Unicode2Ansi(c, DxCodePage, byte)) {
+        } else if (!isControl && !isAscii && UtCUtf_Unicode2Ansi(c, DxCodePage, byte)) {
             out += static_cast<char>(byte);
         } else if (!escapes) {
             out += '?';
@@ -237,6 +238,11 @@ int DxWriteFileString(FILE* stream, int code, DxOutText value) {
 
 int DxWriteString(int code, DxOutText value) {
     return DxWriteFileString(currentStream(), code, value);
+}
+
+int DxWriteExtendedString(int code, DxOutText value) {
+    const bool isUtf8File = DxMiscCheckVersion(4);
+    return isUtf8File ? DxWriteString(code, ansiText(value.view, true, true)) : DxWriteString(code, value);
 }
 
 static bool isWrittenColor(int colour) {

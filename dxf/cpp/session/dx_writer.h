@@ -36,6 +36,9 @@ int DxWriteDoubleVer(int level, int code, double value);
 /// A string. Codes 1 to 9 of a target from ACAD21 on are UTF-8. Else the bytes of code page DxCodePage; from
 /// ACAD14 on, what it can't hold travels as "\U+XXXX", before as "?".
 int DxWriteString(int code, DxOutText value);
+/// A string of the extended data. Where the file is UTF-8, what isn't ASCII is written as escapes, since
+/// bytes of the code page would break its encoding.
+int DxWriteExtendedString(int code, DxOutText value);
 int DxWriteFileString(FILE* stream, int code, DxOutText value);
 
 /// Group 62. -9999 writes 0 (by block); -9998 and -1 write nothing.

@@ -227,10 +227,8 @@ private:
 
     // ---- paragraphs ----------------------------------------------------------------------------------
 
-    /// Length of the properties of a paragraph: up to ";", without one as far as they can be properties.
+    /// Length of the properties of a paragraph: as far as they can be properties.
     std::size_t propertiesLength() const {
-        const std::size_t end = rest().find(';');
-        if (end != std::string_view::npos) return end;
         return std::min(rest().find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789.,+-*"), rest().size());
     }
 

@@ -203,6 +203,8 @@ std::size_t DxMtextReadNumber(std::string_view text, double* value) {
 DxMtextNumber DxMtextReadValue(std::string_view text) {
     DxMtextNumber number;
     number.length = DxMtextReadNumber(text, &number.value);
+    const bool isNumber = text.substr(0, number.length).find_first_not_of("0123456789.+-eExX ") == text.npos;
+    if (!isNumber) return {}; // the end of another code, or a sign of the text
     if (number.length) number.isRelative = (text[number.length - 1] | 0x20) == 'x';
     return number;
 }
