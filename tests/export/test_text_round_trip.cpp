@@ -130,6 +130,8 @@ TEST_F(Export, BackgroundsAndMarksWithinALineComeBack) {
     const std::vector<std::string> percents = {"100%", "%%c5 %%", "5%\u00b0 %\u00d8% %%%d"};
     for (const std::string& text : percents)
         for (const Look& look : {arial, Look{}}) addText(pattern, {text}, look, 1);
+    std::vector<double> lengths;
+    for (const host::Text& text : pattern.texts) lengths.push_back(layoutText(text, 1).width);
     host::openDrawing().recount();
     TempDir folder;
     const Exported file = exportTo(folder, keepConfig("ACAD18"));
@@ -138,7 +140,10 @@ TEST_F(Export, BackgroundsAndMarksWithinALineComeBack) {
     const std::vector<host::Text> texts = textsOfDrawing();
     ASSERT_EQ(texts.size(), 9u);
     EXPECT_NE(file.text.find("\n100%\n"), std::string::npos) << "a single one is no code";
-    for (std::size_t i = 3; i < texts.size(); ++i) EXPECT_EQ(texts[i].lines[0], percents[(i - 3) / 2]);
+    for (std::size_t i = 3; i < texts.size(); ++i) {
+        EXPECT_EQ(texts[i].lines[0], percents[(i - 3) / 2]);
+        EXPECT_NEAR(layoutText(texts[i], 1).width, lengths[i], 0.04 * lengths[i]) << texts[i].lines[0];
+    }
     EXPECT_TRUE(texts[0].backOn && texts[1].backOn);
     EXPECT_EQ(texts[0].fillPen, 0);
     EXPECT_EQ(texts[1].fillPen, 1);

@@ -76,22 +76,13 @@ TEST_F(HostText, LinesAreJustifiedAndBrokenToTheirLength) {
     EXPECT_EQ(broken.lines[1].text, "brown fox");
     text.lineLength = 0.1;
     EXPECT_EQ(host::layoutText(text, 1).lines.size(), 4u) << "a word is never divided";
-    add("a \x0E"
-        "b \x0F"
-        "c\x0E d\x0F e\nf")
-        .lineLength = 0.1;
+    const std::string under = "\x0E", over = "\x0F";
+    add("a " + under + "b " + over + "c" + under + " d" + over + " e\nf").lineLength = 0.1;
     OV_TEXT read;
     int row = static_cast<int>(host::openDrawing().find(pat_)->texts.size()) - 1;
     ASSERT_EQ(ovtext(20, 0x8014, pat_, &row, &read), 0);
-    const std::vector<UtCString> pieces{"a",
-                                        "\x0E"
-                                        "b",
-                                        "\x0E\x0F"
-                                        "c\x0E",
-                                        "\x0F"
-                                        "d\x0F",
-                                        "e",
-                                        "f"};
+    const std::vector<UtCString> pieces{"a", under + "b", under + over + "c" + under, over + "d" + over,
+                                        "e", "f"};
     EXPECT_EQ(read.shownLines, pieces) << "lines along the text go on behind a break";
 }
 
@@ -146,6 +137,16 @@ TEST_F(HostText, FilesThatLackACharacterOrAStyle) {
     for (const char* name : {"arialbd", "timesbd", "courbd"})
         EXPECT_TRUE(file(name, false)->bold()) << name << " is the file of a bold face";
     EXPECT_TRUE(file("ariali", false)->italic());
+    const auto shows = [&](char32_t c, char32_t sign) {
+        return face("Symbol", false).glyph(c).index == face("DejaVu Sans", false).glyph(sign).index;
+    };
+    for (const auto& [c, sign] : {std::pair{U'a', U'\u03b1'},
+                                  {U'W', U'\u03a9'},
+                                  {U'\u00a3', U'\u2264'},
+                                  {U'\u00b0', U'\u00b0'},
+                                  {U'\u00e5', U'\u2211'},
+                                  {U'1', U'1'}})
+        EXPECT_TRUE(shows(c, sign)) << static_cast<unsigned>(c);
     EXPECT_EQ(file("courier new", false), file("Liberation Mono", false));
     EXPECT_EQ(file("cour", true), file("Liberation Mono", true));
 }

@@ -175,6 +175,12 @@ const DX_STYLE_TYPE* DxConvTextToDXF(std::string& text, int font, const UtCStrin
     return style;
 }
 
+bool DxTextIsPercentCode(std::string_view text, std::size_t pos, std::string_view font) {
+    if (text[pos] != '%') return false;
+    const int set = setForDxf(font);
+    return !recordOf('%', set) && needsPercentCode(text, pos, set, charMap(set, false));
+}
+
 int DxTextTableCode(char32_t character, std::string_view font) {
     const int set = setForDxf(font);
     const int host = DxHostCode(character);

@@ -37,6 +37,8 @@ const DX_STYLE_TYPE* DxConvTextToDXF(std::string& text, int font, const UtCStrin
 
 /// The ".chr" code of a character of the host side in a DXF font.
 int DxTextTableCode(char32_t character, std::string_view font);
+/// True when a percent sign of a host-side text leaves as "%%%" in that font.
+bool DxTextIsPercentCode(std::string_view text, std::size_t pos, std::string_view font);
 
 // ---- character tables --------------------------------------------------------------------------------
 

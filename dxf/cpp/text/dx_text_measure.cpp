@@ -211,9 +211,10 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
     double last = 0;
     *width = *space = 0;
     for (std::size_t pos = 0; pos < text.size();) {
+        const bool isPercentCode = DxTextIsPercentCode(text, pos, font);
         const char32_t character = DxNextChar(text, pos);
         if (isSwitch(character)) continue;
-        const int code = DxTextTableCode(character, font);
+        const int code = isPercentCode ? DxNextTextUnit("%%%", 0).code : DxTextTableCode(character, font);
         const Cell cell = table ? cellOf(*table, code) : usualCell;
         *width += cell.width * 0.01;
         *space += cell.space * 0.01;

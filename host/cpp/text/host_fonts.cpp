@@ -13,6 +13,8 @@ namespace host {
 
 namespace {
 
+using std::string_view_literals::operator""sv;
+
 // The same numbers and fonts as in int/dxf/font/make_tables.py.
 // clang-format off
 constexpr HostFontLook looks[] = {
@@ -55,6 +57,13 @@ constexpr HostFontLook looks[] = {
 constexpr std::u32string_view greekLower = U"αβχδεφγηι∂κλμνοπϑρστυ∈ωξψζ";
 constexpr std::u32string_view greekUpper = U"ΑΒΧΔΕΦΓΗΙϑΚΛΜΝΟΠΘΡΣΤΥ∇ΩΞΨΖ";
 static_assert(greekLower.size() == 26 && greekUpper.size() == 26);
+
+// The face Symbol from A to Z, a to z and 0xA0 on; 0: a sign of no use in texts.
+constexpr std::u32string_view symbolUpper = U"ΑΒΧΔΕΦΓΗΙϑΚΛΜΝΟΠΘΡΣΤΥςΩΞΨΖ";
+constexpr std::u32string_view symbolLower = U"αβχδεφγηιϕκλμνοπθρστυϖωξψζ";
+constexpr std::u32string_view symbolHigh =
+    U"€ϒ′≤⁄∞ƒ♣♦♥♠↔←↑→↓°±″≥×∝∂•÷≠≡≈…\0\0↵ℵℑℜ℘⊗⊕∅∩∪⊃⊇⊄⊂⊆∈∉∠∇®©™∏√⋅¬∧∨⇔⇐⇑⇒⇓◊〈®©™∑"sv;
+static_assert(symbolUpper.size() == 26 && symbolLower.size() == 26);
 
 // Windows 1252 from 0x80 to 0x9F; 0: undefined.
 constexpr char16_t windows1252[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
@@ -109,6 +118,14 @@ const HostFontLook& hostFontLook(int number) {
 char32_t greekFor(char32_t c) {
     if (c >= 'a' && c <= 'z') return greekLower[c - 'a'];
     return c >= 'A' && c <= 'Z' ? greekUpper[c - 'A'] : c;
+}
+
+char32_t symbolFor(char32_t c) {
+    if (c >= 'A' && c <= 'Z') return symbolUpper[c - 'A'];
+    if (c >= 'a' && c <= 'z') return symbolLower[c - 'a'];
+    constexpr char32_t firstHigh = 0xA0;
+    const bool isHigh = c >= firstHigh && c - firstHigh < symbolHigh.size() && symbolHigh[c - firstHigh];
+    return isHigh ? symbolHigh[c - firstHigh] : c;
 }
 
 int hostFontCode(char32_t c) {

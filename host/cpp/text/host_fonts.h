@@ -29,6 +29,9 @@ const HostFontLook& hostFontLook(int number);
 /// The Greek letter in the place of a Latin one; other characters stay.
 char32_t greekFor(char32_t c);
 
+/// The sign in the place of a character of the face Symbol; other characters stay.
+char32_t symbolFor(char32_t c);
+
 /// The code of a character in the tables, -1 when they can't have it.
 int hostFontCode(char32_t c);
 

@@ -84,7 +84,7 @@ constexpr Substitute substitutes[] = {
     {"gulim", "Droid Sans Fallback", 1.0},
     {"dotum", "Droid Sans Fallback", 1.0},
     {"batang", "Droid Sans Fallback", 1.0},
-    {"symbol", "DejaVu Sans", 1.0},
+    {"symbol", "DejaVu Sans", 1.0, false, false, true},
     {"wingdings", "DejaVu Sans", 1.0},
     {"", "Liberation Sans", 1.0},
 };

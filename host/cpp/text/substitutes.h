@@ -10,6 +10,7 @@ struct Substitute {
     std::string_view family; ///< family that stands in for it
     double width;            ///< its characters are drawn so much wider, to fill the missing face's width
     bool bold = false, italic = false; ///< the name says so, as those of font files do
+    bool isSymbol = false;             ///< the missing face has signs in the places of letters
 };
 
 /// The stand-in for a face; one for any face that has none of its own.

@@ -26,7 +26,8 @@ FontFile* fileFor(FontFile* own, char32_t c) {
 /// A TrueType face or its stand-in.
 class FaceFont : public TextFont {
 public:
-    FaceFont(FontFile* file, double width, bool bold, bool italic) : file_(file), width_(width) {
+    FaceFont(FontFile* file, double width, bool bold, bool italic, bool isSymbol = false)
+        : file_(file), width_(width), isSymbol_(isSymbol) {
         slanted_ = italic && file && !file->italic();
         thickened_ = bold && file && !file->bold();
     }
@@ -35,6 +36,7 @@ private:
     Glyph measure(char32_t c) override {
         if (isSwitch(c) || !file_) return {};
         if (c == '\t') return {nullptr, 0, tabBlanks * file_->glyph(' ').advance * width_, 0, width_};
+        if (isSymbol_) c = symbolFor(c);
         FontFile* file = fileFor(file_, c);
         const FileGlyph& glyph = file->glyph(c);
         return {file, glyph.index, glyph.advance * width_, 0, width_};
@@ -42,6 +44,7 @@ private:
 
     FontFile* file_;
     double width_; ///< a stand-in is stretched to the width of the missing face
+    bool isSymbol_;
 };
 
 /// A host font: cells from its table, what is drawn of a glyph centred in them.
@@ -156,7 +159,7 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
     if (!face.empty() && told_.insert(face).second) tellSubstitute(face, substitute);
     const bool bold = key.bold || substitute.bold, italic = key.italic || substitute.italic;
     FontFile* file = library_.find(std::string(substitute.family), bold, italic);
-    return std::make_unique<FaceFont>(file, substitute.width, bold, italic);
+    return std::make_unique<FaceFont>(file, substitute.width, bold, italic, substitute.isSymbol);
 }
 
 } // namespace host
