@@ -31,17 +31,19 @@ constexpr int aligned = 3, fit = 5;
 
 /// A text on its way to the host.
 struct Placing {
+    Placing(const DX_TEXT_TYPE& text, const DxCharset& style) : record(&text), charset(&style) {}
+
     const DX_TEXT_TYPE* record;
     const DxCharset* charset;
-    std::string converted; ///< the host's characters
-    int bits[DX_BIT_COUNT];
-    double dx;          ///< spacing that overrides the font's, 0: none
-    RPT3 first, second; ///< world coordinates
-    double rotation;    ///< degrees, in the drawing
-    bool isMirrored;    ///< its characters would be mirrored
-    double height;      ///< world coordinates
+    std::string converted;   ///< the host's characters
+    int bits[DX_BIT_COUNT];  ///< known with `converted`
+    double dx = 0;           ///< spacing that overrides the font's, 0: none
+    RPT3 first, second;      ///< world coordinates
+    double rotation = 0;     ///< degrees, in the drawing
+    bool isMirrored = false; ///< its characters would be mirrored
+    double height = 0;       ///< world coordinates
     DxTextLength measure;
-    double stretch; ///< of a text that fits between its points, 1 for others
+    double stretch = 1.0; ///< of a text that fits between its points, 1 for others
 };
 
 bool isBlank(std::string_view text) {
@@ -270,10 +272,7 @@ void DxParseFormatFlags(std::string_view text, int bits[DX_BIT_COUNT]) {
 /// Draws a text whose pen and charset are known.
 static int drawIn(const DX_TEXT_TYPE* text, const Mat44 m, DX_TEXT_KIND kind, bool keepsEmpty, int pen,
                   const DxCharset& charset) {
-    Placing placing{};
-    placing.stretch = 1.0;
-    placing.record = text;
-    placing.charset = &charset;
+    Placing placing(*text, charset);
     const bool isMeasured = DxCheckPass && (keepsEmpty || DxShowsAtStart(text->text, charset));
     if (!isMeasured) { // then the characters matter
         convert(placing);

@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -132,7 +134,8 @@ private:
 } // namespace
 
 void DxInitText(DX_TEXT_TYPE* text, int isMtext) {
-    *text = DX_TEXT_TYPE{};
+    std::destroy_at(text);
+    ::new (text) DX_TEXT_TYPE; // without zeros for the room of its names
     DxInitEntityBase(&text->base);
     text->style.assign("STANDARD");
     text->isMtext = isMtext;
