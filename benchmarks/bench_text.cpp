@@ -145,7 +145,7 @@ std::string generateLong(std::size_t bytes, std::size_t characters) {
 bool measure(const std::string& what, const std::string& dxf) {
     const bench::TempFile file("torva-bench-text", dxf);
     const double floorSeconds = bench::secondsOf(3, [&] { bench::runFloor(dxf); });
-    const double seconds = bench::secondsOf(2, [&] {
+    const double seconds = bench::secondsOf(3, [&] {
         host::resetSession();
         DxfSelect(0, DX_IMPORT_2D, file.path().c_str());
     });
