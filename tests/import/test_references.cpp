@@ -120,7 +120,8 @@ TEST(ExternalReference, ItsStringsHaveTheirOwnCodePage) {
     const auto texts = [](const std::string& version, const std::string& page, const std::string& value) {
         return dxf()
             .header(version, {{9, "$DWGCODEPAGE"}, {3, page}})
-            .entity("TEXT", DxfGroups{{1, value}, {40, "2"}, {8, value}} + at(10, {0, 0}))
+            .record("STYLE", {{2, "S"}, {70, "0"}, {3, "x.ttf"}, {1001, "ACAD"}, {1000, value}})
+            .entity("TEXT", DxfGroups{{1, value}, {40, "2"}, {8, value}, {7, "S"}} + at(10, {0, 0}))
             .text();
     };
     const std::string utf8 = "\xC3\x84\xD0\x96", western = "\xC4", cyrillic = "\xC6";
@@ -130,7 +131,9 @@ TEST(ExternalReference, ItsStringsHaveTheirOwnCodePage) {
             .entity("INSERT", insertOf("X"));
         const std::string dump = importText(text.text(), beside({{"other.dxf", other}})).dump;
         const auto at = dump.rfind(" \"") + 2;
-        return dump.substr(at, dump.rfind('"') - at);
+        const std::string value = dump.substr(at, dump.rfind('"') - at);
+        EXPECT_NE(dump.find("face \"" + value + '"'), std::string::npos) << dump;
+        return value;
     };
     EXPECT_EQ(shown("AC1015", "ANSI_1252", texts("AC1015", "ANSI_1251", cyrillic)), "\xD0\x96");
     EXPECT_EQ(shown("AC1015", "ANSI_1251", texts("AC1015", "ANSI_1252", western)), "\xC3\x84");

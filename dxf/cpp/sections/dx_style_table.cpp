@@ -2,7 +2,7 @@
 #include "../session/dx_documents.h"
 #include "../session/dx_encoding.h"
 #include "../session/dx_fields.h"
-#include "../session/session_state.h"
+#include "../session/dx_reader.h"
 #include "dx_tables_import.h"
 #include "dx_tables_read.h"
 
@@ -19,14 +19,6 @@ constexpr auto fields = dxFields<R>({
     {50, &R::obliqueAngle},
 });
 
-/// A string of the extended data, which come as they stand: UTF-8 from AC1021 on, but for files that keep to
-/// their code page.
-std::string extendedString(std::string_view bytes) {
-    const DxfDocument* const document = DxDocuments.current_;
-    const int version = document && document->version ? document->version : DxFileVersion;
-    return version >= 1021 && DxIsUtf8(bytes) ? DxUtf8ToFile(bytes) : std::string(bytes);
-}
-
 /// Font file and, in the extended data of "ACAD", the TrueType face with its marks.
 struct Fonts {
     DX_STYLE_TYPE& style;
@@ -38,7 +30,7 @@ struct Fonts {
         case 3: DxConvStyleFilename(pair.text, &style.fontFile); break;
         case 1001: inAcad = pair.text == "ACAD"; break;
         case 1000:
-            if (inAcad) style.fontFamily.assign(extendedString(pair.text));
+            if (inAcad) style.fontFamily.assign(DxReadDecoded(pair.text));
             break;
         case 1071:
             if (!inAcad) break;

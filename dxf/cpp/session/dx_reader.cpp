@@ -91,16 +91,20 @@ bool decodesStrings(const DxfDocument& document) {
            (document.codePage != 0 && document.codePage != DxCodePage);
 }
 
-/// Makes the decoded string the text of the pair. A character that the cut has halved goes. Bytes that aren't
-/// UTF-8 after all stay as they are: they are most likely of the file's code page.
-void decodeLine(const DxfDocument& document, std::string_view bytes, bool isCut, std::size_t limit) {
+/// A string of a document as UTF-8; `converted` holds it where the document isn't. A character that the cut
+/// has halved goes.
+std::string_view utf8Of(const DxfDocument& document, std::string_view bytes, bool isCut,
+                        std::string& converted) {
     const int version = document.version ? document.version : DxFileVersion;
-    if (version < 1021) {
-        line.converted = UtCString(bytes, OsUserCodePageIdToTorvaCodePage(document.codePage)).str();
-        bytes = line.converted;
-    } else if (isCut) {
-        bytes = DxWithoutCutUtf8(bytes);
-    }
+    if (version >= 1021) return isCut ? DxWithoutCutUtf8(bytes) : bytes;
+    converted = UtCString(bytes, OsUserCodePageIdToTorvaCodePage(document.codePage)).str();
+    return converted;
+}
+
+/// Makes the decoded string the text of the pair. Bytes that aren't UTF-8 after all stay as they are: they
+/// are most likely of the file's code page.
+void decodeLine(const DxfDocument& document, std::string_view bytes, bool isCut, std::size_t limit) {
+    bytes = utf8Of(document, bytes, isCut, line.converted);
     if (!DxIsUtf8(bytes)) return;
     line.isUtf8 = true;
     line.utf8 = bytes;
@@ -207,6 +211,14 @@ int DxGetLineVar(int* code, char* text, int maxLength, bool showPercent, UtCStri
     text[n] = 0;
     *code = pair.code;
     return 0;
+}
+
+std::string DxReadDecoded(std::string_view bytes) {
+    const DxfDocument* const document = DxDocuments.current_;
+    if (!document || !decodesStrings(*document)) return std::string(bytes);
+    std::string converted;
+    const std::string_view utf8 = utf8Of(*document, bytes, false, converted);
+    return DxIsUtf8(utf8) ? DxUtf8ToFile(utf8) : std::string(bytes);
 }
 
 void DxUnGetLine() {

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 /// One pair. `text` is valid until the next pair is read.
@@ -37,6 +38,9 @@ int DxReadClose();                     ///< Closes all documents. 0.
 int DxReadPair(DxPair& pair, int maxLength = 161, bool showPercent = false, UtCString* wide = nullptr);
 /// The next pair into a buffer of `maxLength` bytes. 0 or 9003.
 int DxGetLineVar(int* code, char* text, int maxLength, bool showPercent, UtCString* wide);
+/// The bytes of a string that the reader gives as they stand, such as one of the extended data, decoded as it
+/// decodes those of groups 1 to 9: in the main file's code page, with escapes for what that lacks.
+std::string DxReadDecoded(std::string_view bytes);
 void DxUnGetLine();       ///< The next read delivers the current pair again.
 void DxReadDropPending(); ///< A pair handed back is not delivered again.
 

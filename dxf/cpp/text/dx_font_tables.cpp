@@ -3,6 +3,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_numbers.h"
 #include "../session/dx_protocol.h"
+#include "dx_text_codes.h"
 #include "dx_text_fonts.h"
 #include "os.h"
 #include "uo.h"
@@ -51,10 +52,9 @@ void takeFontLine(DxFontTable& table, std::string_view line) {
                                                     hundredths(line.substr(second + 1), -10000)};
 }
 
-/// Codes of texts begin with two of the characters, and those beyond 127 have several bytes.
 void setPlain(DxFontTable& table) {
-    std::copy_n(table.cells.begin(), 128, table.plain.begin());
-    table.plain['%'] = table.plain['\\'] = {};
+    for (std::size_t c = 0; c < table.cells.size(); ++c)
+        if (DxIsPlain(static_cast<char>(c))) table.plain[c] = table.cells[c];
 }
 
 void setAverages(DxFontTable& table) {

@@ -143,7 +143,7 @@ DxFaceTable& faceTableOf(const DxTextMeasure& what) {
 /// A character's width in the table's unit.
 std::int64_t charWidth(DxFaceTable& table, const DxTextMeasure& what, char32_t c) {
     constexpr double widest = 1000; // times the height, far beyond any character
-    const bool standsForItself = c < 128 && c != '%' && c != '\\';
+    const bool standsForItself = c < 128 && DxIsPlain(static_cast<char>(c));
     std::int64_t& width =
         standsForItself ? table.plain[c] : table.others.try_emplace(c, DxFaceTable::unknown).first->second;
     if (width == DxFaceTable::unknown)

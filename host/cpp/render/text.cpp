@@ -36,11 +36,10 @@ void setColor(cairo_t* canvas, Rgb color) {
 /// Collects the stretches of a style line while the pen moves along the text.
 class StyleLineTracer {
 public:
-    /// `switches`: those that are on ahead of the line, see switchesBehind().
-    StyleLineTracer(cairo_t* canvas, const Text& text, double y, unsigned switches)
-        : canvas_(canvas), text_(text), y_(y) {
+    StyleLineTracer(cairo_t* canvas, const Text& text, const LayoutLine& line)
+        : canvas_(canvas), text_(text), y_(line.baseline) {
         for (std::size_t i = 0; i < styleLines.size(); ++i) {
-            const unsigned isSwitchedOn = switches >> (styleLines[i].toggle - OV_SWITCH_UNDERLINE) & 1;
+            const unsigned isSwitchedOn = line.switches >> (styleLines[i].toggle - OV_SWITCH_UNDERLINE) & 1;
             isOn_[i] = (text.styleBits >> styleLines[i].bit & 1) || isSwitchedOn;
         }
     }
@@ -92,12 +91,7 @@ void TextPainter::draw(const Text& text, Rgb ink, Rgb back) {
     cairo_scale(canvas_, 1 / perUnit_, 1 / perUnit_);
     drawBackground(text, layout.left, layout.bottom, layout.width, layout.height, ink, back);
     setColor(canvas_, ink);
-    unsigned switches = 0;
-    for (const LayoutLine& line : layout.lines) {
-        if (!line.isContinued) switches = 0;
-        drawLine(text, line, switches);
-        switches = switchesBehind(line.text, switches);
-    }
+    for (const LayoutLine& line : layout.lines) drawLine(text, line);
     cairo_restore(canvas_);
 }
 
@@ -118,9 +112,9 @@ void TextPainter::drawBackground(const Text& text, double left, double bottom, d
     cairo_new_path(canvas_);
 }
 
-void TextPainter::drawLine(const Text& text, const LayoutLine& line, unsigned switches) {
+void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
     TextFont& font = fontOf(text);
-    StyleLineTracer lines(canvas_, text, line.baseline, switches);
+    StyleLineTracer lines(canvas_, text, line);
     lines.start(line.x);
     const FontFile* file = nullptr;
     double scale = 0, x = line.x, end = line.x;

@@ -30,7 +30,7 @@ public:
 private:
     void drawBackground(const Text& text, double left, double bottom, double width, double height, Rgb ink,
                         Rgb back);
-    void drawLine(const Text& text, const LayoutLine& line, unsigned switches);
+    void drawLine(const Text& text, const LayoutLine& line);
     void selectFont(const Text& text, const FontFile& file, double scale, bool slanted);
     _cairo_font_face* faceOf(const FontFile& file);
 

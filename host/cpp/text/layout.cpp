@@ -11,6 +11,13 @@ namespace host {
 
 namespace {
 
+/// Which lines along a text are switched on behind a stretch of it, when those of `on` were on ahead of it.
+unsigned switchesBehind(std::string_view stretch, unsigned on) {
+    for (const char c : stretch)
+        if (c >= OV_SWITCH_UNDERLINE && c <= OV_SWITCH_STRIKE) on ^= 1U << (c - OV_SWITCH_UNDERLINE);
+    return on;
+}
+
 /// Breaks one line at blanks so that each piece is no wider than `room`; a word that is wider stands alone.
 /// The blanks at a break belong to neither piece.
 class LineBreaker {
@@ -20,7 +27,8 @@ public:
     void run(std::string_view line, std::vector<LayoutLine>& out) {
         std::size_t start = 0, breakAt = 0, behindBreak = 0;
         double width = 0, widthAtBreak = 0, widthBehindBreak = 0;
-        bool inBlanks = false, isContinued = false;
+        unsigned switches = 0;
+        bool inBlanks = false;
         for (std::size_t pos = 0; pos < line.size();) {
             const std::size_t at = pos;
             const char32_t c = nextChar(line, pos);
@@ -34,14 +42,14 @@ public:
             }
             width += advance(c);
             if (c == ' ' || width - gap() <= room_ * roundingSlack || breakAt <= start) continue;
-            out.push_back({line.substr(start, breakAt - start), 0, 0, widthAtBreak, isContinued});
-            isContinued = true;
+            out.push_back({line.substr(start, breakAt - start), 0, 0, widthAtBreak, switches});
+            switches = switchesBehind(out.back().text, switches);
             start = behindBreak;
             breakAt = start;
             width -= widthBehindBreak;
             widthBehindBreak = 0;
         }
-        out.push_back({line.substr(start), 0, 0, width, isContinued});
+        out.push_back({line.substr(start), 0, 0, width, switches});
     }
 
 private:
@@ -93,12 +101,6 @@ double lineWidth(const Text& text, TextFont& font, std::string_view line) {
         ++count;
     }
     return (cells + static_cast<double>(count) * (text.spacing - 1)) * text.width;
-}
-
-unsigned switchesBehind(std::string_view line, unsigned on) {
-    for (const char c : line)
-        if (c >= OV_SWITCH_UNDERLINE && c <= OV_SWITCH_STRIKE) on ^= 1U << (c - OV_SWITCH_UNDERLINE);
-    return on;
 }
 
 TextLayout layoutText(const Text& text, double millimetresPerUnit) {

@@ -14,11 +14,13 @@ namespace host {
 
 /// A line as it is shown: lines that are longer than the line length stand here in pieces.
 struct LayoutLine {
-    std::string_view text;    ///< into the lines of the text
-    double x = 0;             ///< left edge of the first cell, spacing left aside
-    double baseline = 0;      ///< y
-    double width = 0;         ///< of its cells, with spacing
-    bool isContinued = false; ///< goes on from the line above, which was too long
+    std::string_view text; ///< into the lines of the text
+    double x = 0;          ///< left edge of the first cell, spacing left aside
+    double baseline = 0;   ///< y
+    double width = 0;      ///< of its cells, with spacing
+    /// Lines along the text that the pieces ahead of this one have switched on; bit n is that of character
+    /// OV_SWITCH_UNDERLINE + n.
+    unsigned switches = 0;
 };
 
 struct TextLayout {
@@ -33,9 +35,6 @@ TextFont& fontOf(const Text& text);
 double sheetMillimetres(const Drawing& drawing);
 /// Width of a line of the text, spacing at its end included.
 double lineWidth(const Text& text, TextFont& font, std::string_view line);
-/// Which lines along the text its characters have switched on behind a line of it, when those of `on` were on
-/// ahead of it. Bit n is that of character OV_SWITCH_UNDERLINE + n.
-unsigned switchesBehind(std::string_view line, unsigned on);
 /// `millimetresPerUnit` turns the text's line length to millimetres on the sheet.
 TextLayout layoutText(const Text& text, double millimetresPerUnit);
 

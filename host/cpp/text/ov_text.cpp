@@ -69,14 +69,11 @@ static const Text* textAt(int patNo, int row) {
 
 /// The lines that a text is broken into, each with what switches its lines along the text on at its start.
 static void shownLines(const Text& text, std::vector<UtCString>& lines) {
-    unsigned on = 0;
     for (const LayoutLine& line : layoutText(text, sheetMillimetres(openDrawing())).lines) {
         std::string shown;
-        if (!line.isContinued) on = 0;
         for (char c = OV_SWITCH_UNDERLINE; c <= OV_SWITCH_STRIKE; ++c)
-            if (on >> (c - OV_SWITCH_UNDERLINE) & 1) shown += c;
+            if (line.switches >> (c - OV_SWITCH_UNDERLINE) & 1) shown += c;
         lines.emplace_back(shown.append(line.text));
-        on = switchesBehind(line.text, on);
     }
 }
 
