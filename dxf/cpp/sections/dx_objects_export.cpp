@@ -33,21 +33,20 @@ int writePair(int code, const std::string& value) {
 } // namespace
 
 int DxInsertFile(FILE* file) {
-    if (!file || !DxDocuments.currentStream()) return 0;
+    if (!file) return DxWriteFail(); // what can't be read back is missing in the file
     char buffer[1 << 16];
     while (const std::size_t n = std::fread(buffer, 1, sizeof buffer, file))
-        if (const int error = DxWriteBytes(buffer, n)) return error;
-    return std::ferror(file) ? 9000 : 0; // what can't be read back is missing in the file
+        if (DxWriteBytes(buffer, n)) break;
+    return std::ferror(file) ? DxWriteFail() : DxWriteError();
 }
 
 int DxWriteObjects() {
-    if (!DxMiscCheckVersion(6)) return 0;
+    if (!DxMiscCheckVersion(6)) return DxWriteError();
     reopenForReading(DxImageStream1, DxImagePath1);
     reopenForReading(DxImageStream2, DxImagePath2);
     DxTemplate source(templateName());
     int code = 0;
     std::string value;
-    int error = 0;
-    while (!error && source.next(code, value)) error = writePair(code, value);
-    return error;
+    while (!DxWriteError() && source.next(code, value)) writePair(code, value);
+    return DxWriteError();
 }
