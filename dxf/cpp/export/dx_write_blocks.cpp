@@ -1,8 +1,8 @@
 #include "dx_write_blocks.h"
 
 #include "../config/config_state.h"
+#include "../sections/dx_placeholders.h"
 #include "../sections/dx_tables_import.h"
-#include "../sections/template_handles.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_protocol.h"
 #include "../session/dx_writer.h"
@@ -47,14 +47,11 @@ int writeSpaceBlock(const char* name, std::uint32_t record, bool paper) {
 /// The space blocks and their records. Older targets have none.
 int writeSpaces() {
     if (!DxMiscCheckVersion(6)) return 0;
-    DxModelSpaceHandle = DxGetNextReference();
-    DxModelSpaceDict = DxGetNextReference();
     int error =
-        DxTableAddBlockRecord("*Model_Space", DxModelSpaceHandle, DX_HANDLE_LAYOUT_MODEL, DxModelSpaceDict);
-    if (!error)
-        error = DxTableAddBlockRecord("*Paper_Space", DX_HANDLE_PAPER_RECORD, DX_HANDLE_LAYOUT_PAPER, 0);
+        DxTableAddBlockRecord("*Model_Space", DxModelSpaceHandle, DxHandles.layoutModel, DxModelSpaceDict);
+    if (!error) error = DxTableAddBlockRecord("*Paper_Space", DxHandles.paperSpace, DxHandles.layoutPaper, 0);
     if (!error && DxMiscCheckVersion(5))
-        error = DxTableAddBlockRecord("*Paper_Space0", DX_HANDLE_PAPER0_RECORD, DX_HANDLE_LAYOUT_PAPER0, 0);
+        error = DxTableAddBlockRecord("*Paper_Space0", DxHandles.paperSpace0, DxHandles.layoutPaper0, 0);
     if (error) return error;
     DxWriteModelSpace();
     DxWritePaperSpace();
@@ -78,15 +75,16 @@ int DxWriteModelSpace() {
     return DxMiscCheckVersion(6) ? writeSpaceBlock("*Model_Space", DxModelSpaceHandle, false) : 0;
 }
 int DxWritePaperSpace() {
-    return DxMiscCheckVersion(6) ? writeSpaceBlock("*Paper_Space", DX_HANDLE_PAPER_RECORD, true) : 0;
+    return DxMiscCheckVersion(6) ? writeSpaceBlock("*Paper_Space", DxHandles.paperSpace, true) : 0;
 }
 int DxWritePaperSpace0() {
-    return DxMiscCheckVersion(5) ? writeSpaceBlock("*Paper_Space0", DX_HANDLE_PAPER0_RECORD, true) : 0;
+    return DxMiscCheckVersion(5) ? writeSpaceBlock("*Paper_Space0", DxHandles.paperSpace0, true) : 0;
 }
 
 int DxWriteBlockSection() {
     DxDocuments.select(DxBodyStream);
     DxPatCounter = 1;
+    DxTakeHandles();
     DxWriteString(0, "SECTION");
     DxWriteString(2, "BLOCKS");
     int error = writeSpaces();

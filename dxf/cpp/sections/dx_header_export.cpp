@@ -10,13 +10,12 @@
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
 #include "dx_header_keep.h"
+#include "dx_placeholders.h"
 #include "dx_template.h"
 #include "ge.h"
 #include "sections_state.h"
 
 #include <algorithm>
-#include <iterator>
-#include <string_view>
 
 namespace {
 
@@ -26,49 +25,19 @@ const char* templateName() {
     return DxWriteVersion >= 1 && DxWriteVersion <= 7 ? NAMES[DxWriteVersion] : NAMES[0];
 }
 
-/// Line-type scale of the file: the option's value holds for lengths of the sheet in centimetres.
-double lineTypeScale() {
-    return DxLtScale * 10.0 / DxDrawUnit / DxScale;
-}
-
-int writeInsUnits(int code) {
-    DxFileInsUnits = DxUnitToDXF(DxUnit);
-    return DxWriteInt(code, DxFileInsUnits);
-}
-
 /// What a drawing without content has for extents.
 constexpr double UNSET = 1e20;
 
-RPT3 extMin() {
+} // namespace
+
+RPT3 DxWrittenExtMin() {
     return DxIsExtentsUnInizialized() ? RPT3{UNSET, UNSET, UNSET} : DxExtMin;
 }
-RPT3 extMax() {
+RPT3 DxWrittenExtMax() {
     return DxIsExtentsUnInizialized() ? RPT3{-UNSET, -UNSET, -UNSET} : DxExtMax;
 }
 
-struct Placeholder {
-    std::string_view text;
-    int (*write)(int code);
-};
-
-constexpr Placeholder PLACEHOLDERS[] = {
-    {"#EXTMIN_X#", [](int code) { return DxWriteDouble(code, extMin().x); }},
-    {"#EXTMIN_Y#", [](int code) { return DxWriteDouble(code, extMin().y); }},
-    {"#EXTMIN_Z#", [](int code) { return DxWriteDouble(code, extMin().z); }},
-    {"#EXTMAX_X#", [](int code) { return DxWriteDouble(code, extMax().x); }},
-    {"#EXTMAX_Y#", [](int code) { return DxWriteDouble(code, extMax().y); }},
-    {"#EXTMAX_Z#", [](int code) { return DxWriteDouble(code, extMax().z); }},
-    {"#LUPREC#", [](int code) { return DxWriteInt(code, DxLuPrec); }},
-    {"#REFERENCE#", [](int code) { return DxWriteVariableReference(code); }},
-    {"#LTSCALE#", [](int code) { return DxWriteDouble(code, lineTypeScale()); }},
-    {"#INSUNITS#", writeInsUnits},
-};
-
-int writeTemplatePair(int code, const std::string& value) {
-    const auto* row = std::find_if(std::begin(PLACEHOLDERS), std::end(PLACEHOLDERS),
-                                   [&](const Placeholder& p) { return p.text == value; });
-    return row != std::end(PLACEHOLDERS) ? row->write(code) : DxWriteString(code, value);
-}
+namespace {
 
 // ---- the header that stands in for a missing template ----------------------------------------------
 
@@ -131,10 +100,10 @@ int writeBuiltInHeader() {
     DxWriteString(2, "HEADER");
     DxWriteString(9, "$INSBASE");
     for (const int code : {10, 20, 30}) DxWriteDouble(code, 0.0);
-    writePointFix("$EXTMAX", extMax());
-    writePointFix("$EXTMIN", extMin());
-    writePointFix("$LIMMAX", extMax());
-    writePointFix("$LIMMIN", extMin());
+    writePointFix("$EXTMAX", DxWrittenExtMax());
+    writePointFix("$EXTMIN", DxWrittenExtMin());
+    writePointFix("$LIMMAX", DxWrittenExtMax());
+    writePointFix("$LIMMIN", DxWrittenExtMin());
     writeRows(AHEAD_OF_STYLE);
     writeNamed("$TEXTSTYLE", 7, "STANDARD");
     writeNamed("$CLAYER", 8, "0");
@@ -195,7 +164,7 @@ int DxWriteHeaderSection() {
     while (!DxWriteError() && source.next(code, value)) {
         int found = 0;
         if (code == 9 && !lines.empty()) DxHeaderChgText(source, code, value, lines, &found);
-        if (!found) writeTemplatePair(code, value);
+        if (!found) DxWriteTemplatePair(code, value);
     }
     if (!DxWriteError()) tellMissingUnit();
     return DxWriteError();

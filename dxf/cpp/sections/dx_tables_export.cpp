@@ -3,9 +3,9 @@
 #include "../export/export_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_writer.h"
+#include "dx_placeholders.h"
 #include "dx_template.h"
 #include "dx_write_dimstyle.h"
-#include "template_handles.h"
 
 #include <algorithm>
 #include <cctype>
@@ -94,7 +94,7 @@ static int writeBuiltInVport() {
                                           {75, 0}, {76, 0},   {77, 0}, {78, 0}};
     std::uint32_t table = 0;
     openTable("VPORT", 1, table);
-    openRecord("VPORT", "AcDbViewportTableRecord", table);
+    openRecord("VPORT", "AcDbViewportTableRecord", table, DxHandles.viewport);
     DxWriteString(2, "*ACTIVE");
     DxWriteInt(70, 0);
     for (const Row& row : REALS) DxWriteDouble(row.code, row.value);
@@ -108,8 +108,7 @@ int DxTableWriteVports() {
     if (!source.isOpen()) return writeBuiltInVport();
     int code = 0;
     std::string value;
-    while (!DxWriteError() && source.next(code, value))
-        value == "#REFERENCE#" ? DxWriteVariableReference(code) : DxWriteString(code, value);
+    while (!DxWriteError() && source.next(code, value)) DxWriteTemplatePair(code, value);
     return DxWriteError();
 }
 
@@ -134,7 +133,7 @@ static std::vector<bool> markLTypes() {
 }
 
 int DxTableWriteConstLType(const char* name, std::uint32_t tableHandle, std::uint32_t* handleOut) {
-    *handleOut = DxGetNextReference();
+    if (*handleOut == 0) *handleOut = DxGetNextReference();
     openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle, *handleOut);
     DxWriteString(2, name);
     DxWriteInt(70, 0);
@@ -189,7 +188,7 @@ static int writeLayerPlotGroups(const DX_LAYER_TYPE& layer) {
     const bool defpoints = equalsIgnoringCase(layer.name.view(), "DEFPOINTS");
     if (defpoints || layer.plot != 1) DxWriteInt(290, defpoints ? 0 : layer.plot);
     DxWriteInt(370, validLineWeight(layer.lineWeight));
-    return DxWriteVariableReference2(390, DX_HANDLE_PLACEHOLDER);
+    return DxWriteVariableReference2(390, DxHandles.plotStyle);
 }
 
 int DxWriteNewLayer(const DX_LAYER_TYPE* layer, std::uint32_t tableHandle) {
