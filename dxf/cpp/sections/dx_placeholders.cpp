@@ -30,7 +30,7 @@ struct SharedHandle {
     std::uint32_t fixed = 0; ///< the handle that all templates agree on, 0: the next one
 };
 
-const SharedHandle SHARED[] = {
+constexpr SharedHandle SHARED[] = {
     {"#MODELSPACE_REFERENCE#", &DxModelSpaceHandle, MODULE},
     {"#MODELSPACE_OBJECTREFERENCE#", &DxModelSpaceDict, TEMPLATE},
     {"#PAPERSPACE_REFERENCE#", &DxHandles.paperSpace, MODULE},
