@@ -1,6 +1,7 @@
 // The objects that stand beside the elements of a pattern, by class.
 #pragma once
 
+#include "ci_dim.h"
 #include "ds.h"
 #include "rpt.h"
 
@@ -20,7 +21,6 @@
     }
 
 TORVA_OBJECT_CLASS(CiHatch);
-TORVA_OBJECT_CLASS(CiDim);
 TORVA_OBJECT_CLASS(CiArrow);
 TORVA_OBJECT_CLASS(CiBitmap);
 

@@ -42,7 +42,15 @@ void addObjects(Pattern& p) {
     text.font = 0, text.face = "DejaVu Sans", text.styleBits = 5, text.pen = 9, text.origin = 5;
     text.justification = 2, text.lineDistance = 1.2, text.spacing = 1.1, text.lineLength = 80;
     text.fillPen = 4, text.backOn = true, text.backType = 2, text.dimType = 3;
-    p.dimensions = {{std::string("\0\xFF", 2)}};
+    p.arrows.resize(1);
+    p.arrows[0].lines = {{0, 0, 0, 0, 1, 1, ElementType::Move, 0, 0}, {5, 0, 0, 0, 3, 1, ElementType::Draw, 0, 0}};
+    p.arrows[0].endHead = 1, p.arrows[0].headLength = 2.5;
+    host::Dimension& dimension = p.dimensions.emplace_back();
+    dimension.kind = 21, dimension.place = 6, dimension.textRow = 0, dimension.textPos = {3, 4};
+    dimension.points = {{0, 0, 1}, {0, 5, 1}, {1, 5, 3}};
+    dimension.refs[1] = {7, 8};
+    dimension.arrow.kind[2] = 3, dimension.txt.words[7] = 1, dimension.txt.face = "A", dimension.tol.kind = 2;
+    dimension.lines = p.arrows[0].lines;
     p.bitmaps = {{"picture"}};
     p.solids = {{"body"}, {""}};
     p.faces = {{{{0, 0, 0}, {1, 0, 0}, {0, 1, 5}}, 3}};
@@ -112,6 +120,14 @@ static auto fields(const Spline& s) {
     return std::make_tuple(s.degree, s.startFixed, s.endFixed, s.startAngle, s.endAngle,
                            fieldsOfAll(s.points));
 }
+static auto fields(const host::Arrow& a) {
+    return std::make_tuple(a.startHead, a.endHead, a.headLength, a.headWidth, a.use, fieldsOfAll(a.lines));
+}
+static auto fields(const host::Dimension& d) {
+    return std::make_tuple(d.kind, d.place, d.mode, fieldsOfAll(d.points), fields(d.textPos), fields(d.refs[1]),
+                           d.textRow, d.tolRow, d.arrow.kind[2], d.txt.words[7], d.txt.face, d.tol.kind,
+                           fieldsOfAll(d.lines));
+}
 static auto fields(const HatchFamily& f) {
     return std::make_tuple(f.angle, f.distance, f.originX, f.originY, f.offset, f.pen, f.lineType, f.dashes);
 }
@@ -139,11 +155,11 @@ static void expectSame(const Pattern& a, const Pattern& b) {
     for (std::size_t i = 0; i < a.pointClouds.size(); ++i)
         EXPECT_EQ(fieldsOfAll(a.pointClouds[i].points), fieldsOfAll(b.pointClouds[i].points));
     ASSERT_EQ(a.solids.size(), b.solids.size());
-    ASSERT_EQ(std::make_pair(a.dimensions.size(), a.bitmaps.size()),
-              std::make_pair(b.dimensions.size(), b.bitmaps.size()));
+    EXPECT_EQ(fieldsOfAll(a.arrows), fieldsOfAll(b.arrows));
+    EXPECT_EQ(fieldsOfAll(a.dimensions), fieldsOfAll(b.dimensions));
+    ASSERT_EQ(a.bitmaps.size(), b.bitmaps.size());
     if (!a.solids.empty()) {
-        EXPECT_EQ(std::tie(a.dimensions[0].data, a.bitmaps[0].data, a.solids[0].data),
-                  std::tie(b.dimensions[0].data, b.bitmaps[0].data, b.solids[0].data));
+        EXPECT_EQ(std::tie(a.bitmaps[0].data, a.solids[0].data), std::tie(b.bitmaps[0].data, b.solids[0].data));
     }
 }
 

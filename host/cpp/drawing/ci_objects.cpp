@@ -33,14 +33,11 @@ int countObjects(const DsCsr& cursor, long* count, CountOf countOf) {
 std::size_t hatches(const Pattern& p) {
     return p.hatches.size();
 }
-std::size_t dimensions(const Pattern& p) {
-    return p.dimensions.size();
-}
 std::size_t bitmaps(const Pattern& p) {
     return p.bitmaps.size();
 }
-std::size_t arrows(const Pattern& /*p*/) {
-    return 0;
+std::size_t arrows(const Pattern& p) {
+    return p.arrows.size();
 }
 std::size_t bodies(const Pattern& p) {
     return p.faces.size() + p.solids.size() + p.curves.size();
@@ -60,7 +57,6 @@ std::size_t bodies(const Pattern& p) {
     }
 
 TORVA_OBJECT_WALK(CiHatch, hatches)
-TORVA_OBJECT_WALK(CiDim, dimensions)
 TORVA_OBJECT_WALK(CiArrow, arrows)
 TORVA_OBJECT_WALK(CiBitmap, bitmaps)
 TORVA_OBJECT_WALK(Ci3d, bodies)

@@ -4,6 +4,8 @@
 // bit; a change of the unit converts them all. Nothing here knows of files or of the module.
 #pragma once
 
+#include "drawing/dimension.h"
+#include "drawing/element.h"
 #include "rpt.h"
 
 #include <cstdint>
@@ -15,22 +17,6 @@
 #include <vector>
 
 namespace host {
-
-/// Element types as CiElem reports them; Spline is an interpolating spline, reported as its chain of Draws.
-enum class ElementType : std::uint8_t { Move = 1, Draw = 2, Arc = 3, Circle = 4, Point = 5, Spline = 6 };
-
-/// One step of a pattern's plot, 40 bytes.
-struct Element {
-    double x = 0, y = 0;   ///< target point (Circle: a point on it)
-    double cx = 0, cy = 0; ///< centre of Arc and Circle; Spline: cx is the index in Pattern::splines
-    std::int32_t pen = 1;
-    std::int16_t lineType = 1;
-    ElementType type = ElementType::Move;
-    /// The info byte (values up to 127): 4 member of a figure, 1 closed, 8 revision cloud, 2 jump.
-    std::uint8_t info : 7 = 0;
-    std::uint8_t ccw : 1 = 0; ///< arcs: 1 counter-clockwise
-};
-static_assert(sizeof(Element) == 40);
 
 /// Interpolating spline through its points; the element before it in the plot ends at points.front().
 struct Spline {
@@ -85,9 +71,6 @@ struct Text {
 };
 
 /// Rows for kinds whose importers come later: they are kept, counted and stored, each by its owner's record.
-struct Dimension {
-    std::string data;
-};
 struct Bitmap {
     std::string data;
 };
@@ -124,6 +107,7 @@ struct Pattern {
     std::vector<Spline> splines;
     std::vector<Hatch> hatches;
     std::vector<Text> texts;
+    std::vector<Arrow> arrows; ///< those that stand by themselves
     std::vector<Dimension> dimensions;
     std::vector<Bitmap> bitmaps;
     std::vector<Face> faces;

@@ -1,6 +1,9 @@
 #include "drawing/dump.h"
 
+#include "dimension/dim_text.h"
+
 #include "ge.h"
+#include "ov_arrow.h"
 
 #include <charconv>
 #include <cmath>
@@ -31,6 +34,9 @@ private:
     void spline(const Spline& spline);
     void hatch(const Hatch& hatch);
     void text(const Text& text);
+    void arrow(const Arrow& arrow);
+    void dimension(const Pattern& pattern, const Dimension& dimension);
+    void arrowParameters(const OV_DIM_ARROW_PARM& parm);
     void points(std::string_view kind, const std::vector<RPT3>& points, int pen);
 
     Dumper& number(double value);
@@ -121,7 +127,8 @@ void Dumper::dumpPattern(const Pattern& pattern) {
     elements(pattern.elements, &pattern.splines, "  ");
     for (const Hatch& h : pattern.hatches) hatch(h);
     for (const Text& t : pattern.texts) text(t);
-    for (const Dimension& d : pattern.dimensions) put("  dimension ").quoted(d.data).put("\n");
+    for (const Arrow& a : pattern.arrows) arrow(a);
+    for (const Dimension& d : pattern.dimensions) dimension(pattern, d);
     for (const Bitmap& b : pattern.bitmaps) put("  bitmap ").quoted(b.data).put("\n");
     for (const Face& face : pattern.faces) points("face", face.points, face.pen);
     if (pattern.facesJoined) put("  faces joined\n");
@@ -212,6 +219,36 @@ void Dumper::text(const Text& text) {
     if (text.backOn) put(" back").number(text.backType);
     for (const std::string& line : text.lines) put(" ").quoted(line);
     put("\n");
+}
+
+void Dumper::arrow(const Arrow& arrow) {
+    put("  arrow");
+    option("use", arrow.use, OV_ARROW_BY_ITSELF);
+    if (arrow.startHead || arrow.endHead) {
+        put(" heads").number(arrow.startHead).number(arrow.endHead);
+        point(arrow.headLength, arrow.headWidth);
+    }
+    put("\n");
+    elements(arrow.lines, nullptr, "    ");
+}
+
+void Dumper::arrowParameters(const OV_DIM_ARROW_PARM& parm) {
+    put(" arrow").number(parm.kind[0]).number(parm.length[0]).number(parm.width[0]);
+    put(" pens").number(parm.pen).number(parm.extPen);
+}
+
+void Dumper::dimension(const Pattern& pattern, const Dimension& dimension) {
+    put("  dimension kind").number(dimension.kind);
+    option("place", dimension.place, 0);
+    option("mode", dimension.mode, 0);
+    if (dimension.lines.empty()) arrowParameters(dimension.arrow);
+    named("text", dimensionText(pattern, dimension));
+    if (dimension.textRow >= 0) put(" at").point(dimension.textPos.x, dimension.textPos.y);
+    put("\n    refs");
+    for (const RPT& p : dimension.refs) point(p.x, p.y);
+    put("\n");
+    for (const RPT3& p : dimension.points) put("    point").number(static_cast<int>(p.z)).point(p.x, p.y).put("\n");
+    elements(dimension.lines, nullptr, "    ");
 }
 
 void Dumper::points(std::string_view kind, const std::vector<RPT3>& points, int pen) {

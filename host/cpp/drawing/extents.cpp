@@ -1,5 +1,6 @@
 #include "drawing/extents.h"
 
+#include "dimension/dim_drawing.h"
 #include "drawing/spline_curve.h"
 #include "text/layout.h"
 
@@ -118,6 +119,10 @@ Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
     Extents box = chainExtents(pattern.elements, &pattern.splines);
     for (const Hatch& hatch : pattern.hatches)
         for (const Contour& contour : hatch.contours) box.add(chainExtents(contour, nullptr));
+    for (const Arrow& arrow : pattern.arrows)
+        box.add(chainExtents(drawArrow(arrow, millimetresPerUnit).lines, nullptr));
+    for (const Dimension& dimension : pattern.dimensions)
+        box.add(chainExtents(drawDimension(dimension, millimetresPerUnit).lines, nullptr));
     for (const Text& text : pattern.texts)
         for (const RPT& corner : textCorners(text, millimetresPerUnit).p) box.add(corner.x, corner.y);
     for (const Face& face : pattern.faces)

@@ -1,6 +1,7 @@
 // What the drawing calls of the host remember between two calls.
 #pragma once
 
+#include "dimension/dimension_state.h"
 #include "drawing/drawing.h"
 #include "li.h"
 
@@ -46,6 +47,7 @@ struct DrawingState {
     int chainPattern = 0, chainRow = -1;
     std::vector<UO_ELEM> splineArcs; ///< the curve of spline arcsRow of pattern arcsPattern as lines and arcs
     int arcsPattern = 0, arcsRow = -1;
+    DimensionState dimension;
 };
 
 DrawingState& drawingState();

@@ -28,6 +28,13 @@ public:
         }
     }
 
+    void dimension(Dimension& dimension) const {
+        for (RPT3& p : dimension.points) point(p);
+        for (RPT& p : dimension.refs) point(p);
+        point(dimension.textPos);
+        chain(dimension.lines);
+    }
+
 private:
     double dx_, dy_;
 };
@@ -43,6 +50,8 @@ void moveDrawing(Drawing& drawing, double dx, double dy) {
             for (RPT& p : spline.points) move.point(p);
         for (Hatch& hatch : pattern.hatches) move.hatch(hatch);
         for (Text& text : pattern.texts) move.point(text);
+        for (Arrow& arrow : pattern.arrows) move.chain(arrow.lines);
+        for (Dimension& dimension : pattern.dimensions) move.dimension(dimension);
         for (Face& face : pattern.faces)
             for (RPT3& p : face.points) move.point(p);
         for (Curve& curve : pattern.curves)

@@ -43,6 +43,15 @@ public:
         for (Contour& contour : hatch.contours) (*this)(contour);
         for (HatchFamily& family : hatch.families) (*this)(family);
     }
+    void operator()(Dimension& dimension) const {
+        for (RPT3& p : dimension.points) { // z says what the point is
+            (*this)(p.x);
+            (*this)(p.y);
+        }
+        for (RPT& p : dimension.refs) (*this)(p);
+        (*this)(dimension.textPos);
+        (*this)(dimension.lines);
+    }
     void operator()(Pattern& pattern) const;
 
 private:
@@ -60,6 +69,8 @@ void Rescale::operator()(Pattern& pattern) const {
         (*this)(text.z);
         (*this)(text.lineLength);
     }
+    for (Arrow& arrow : pattern.arrows) (*this)(arrow.lines);
+    for (Dimension& dimension : pattern.dimensions) (*this)(dimension);
     for (Face& face : pattern.faces)
         for (RPT3& p : face.points) (*this)(p);
     for (Curve& curve : pattern.curves)

@@ -114,6 +114,28 @@ void Painter::drawElements(const Pattern& pattern) {
     strokePending();
 }
 
+void Painter::drawLines(const DimDrawing& drawing) {
+    Pattern lines;
+    lines.elements = drawing.lines;
+    drawElements(lines);
+    for (const DimFill& fill : drawing.fills) {
+        FillPath path;
+        const auto& [a, b, c] = fill.corners;
+        path.moveTo(frame_.map(a.x, a.y));
+        for (const RPT& p : {b, c, a}) path.lineTo(frame_.map(p.x, p.y));
+        setSource(cairo_, visiblePen(drawing_, fill.pen, dark_));
+        path.emit(cairo_);
+        cairo_fill(cairo_);
+    }
+    pen_ = -1;
+}
+
+void Painter::drawDimensions(const Pattern& pattern) {
+    const double perUnit = sheetMillimetres(drawing_);
+    for (const Arrow& arrow : pattern.arrows) drawLines(drawArrow(arrow, perUnit));
+    for (const Dimension& dimension : pattern.dimensions) drawLines(drawDimension(dimension, perUnit));
+}
+
 void Painter::addLines(int pen, const std::vector<RPT3>& points, bool isClosed) {
     if (points.empty()) return;
     usePen(pen, 1);

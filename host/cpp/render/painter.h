@@ -1,6 +1,7 @@
 // Draws the objects of a drawing into a picture.
 #pragma once
 
+#include "dimension/dim_drawing.h"
 #include "render/device_path.h"
 #include "render/style.h"
 #include "render/text.h"
@@ -18,12 +19,14 @@ public:
     void drawFaces(const Pattern& pattern);
     void drawCurves(const Pattern& pattern);
     void drawPoints(const Pattern& pattern); ///< point clouds
+    void drawDimensions(const Pattern& pattern); ///< and arrows
     void drawTexts(const Pattern& pattern);
 
 private:
     void usePen(int pen, int lineType);
     void strokePending();
     void dot(const RPT& at);
+    void drawLines(const DimDrawing& drawing);
     void drawElement(const Pattern& pattern, const Element& element);
     Bezier mapBezier(const Bezier& b) const;
     void drawArc(const Element& element);

@@ -84,7 +84,7 @@ static void paint(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bo
     Painter painter(cairo, drawing, frame, dark);
     using Stage = void (Painter::*)(const Pattern&);
     for (const Stage stage : {&Painter::drawHatches, &Painter::drawFaces, &Painter::drawCurves,
-                              &Painter::drawElements, &Painter::drawPoints, &Painter::drawTexts}) {
+                              &Painter::drawElements, &Painter::drawDimensions, &Painter::drawPoints, &Painter::drawTexts}) {
         for (const Pattern& pattern : drawing.patterns)
             if (isShown(drawing, pattern)) (painter.*stage)(pattern);
     }

@@ -45,7 +45,8 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     readPatternLists(db, drawing, &Pattern::splines);
     readPatternLists(db, drawing, &Pattern::hatches);
     readPatternLists(db, drawing, &Pattern::texts);
-    readPatternLists(db, drawing, &Pattern::dimensions);
+    if (hasTable<Arrow>(version)) readPatternLists(db, drawing, &Pattern::arrows);
+    if (hasTable<Dimension>(version)) readPatternLists(db, drawing, &Pattern::dimensions);
     readPatternLists(db, drawing, &Pattern::bitmaps);
     readPatternLists(db, drawing, &Pattern::faces);
     if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);

@@ -12,7 +12,7 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion = 3;     ///< PRAGMA user_version; 2 has curves, 3 text_states
+inline constexpr int kDrawingFileVersion = 4;     ///< PRAGMA user_version; 2 has curves, 3 text_states, 4 what its families say
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -157,10 +157,6 @@ struct DataRow {
     }
 };
 template <>
-struct Row<Dimension> : DataRow<Dimension> {
-    static constexpr const char* table = "dimensions";
-};
-template <>
 struct Row<Bitmap> : DataRow<Bitmap> {
     static constexpr const char* table = "bitmaps";
 };
@@ -284,11 +280,17 @@ struct Row<ImportedPattern> {
     }
 };
 
+} // namespace host
+
+#include "store/dimension_rows.h"
+
+namespace host {
+
 /// All records, each with a table: `Holder<A>, Holder<B>, …` in a tuple.
 template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
-               Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
+               Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>, Holder<Dimension>,
                Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
                Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>,
                Holder<NamedTextState>, Holder<ImportedPattern>>;

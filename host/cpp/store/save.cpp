@@ -11,6 +11,7 @@ static void putPattern(Tables& tables, const Pattern& pattern) {
     putList(tables, pattern.number, pattern.splines);
     putList(tables, pattern.number, pattern.hatches);
     putList(tables, pattern.number, pattern.texts);
+    putList(tables, pattern.number, pattern.arrows);
     putList(tables, pattern.number, pattern.dimensions);
     putList(tables, pattern.number, pattern.bitmaps);
     putList(tables, pattern.number, pattern.faces);
