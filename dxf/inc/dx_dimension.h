@@ -22,8 +22,9 @@ struct DX_DIM_TYPE {
     double lineSpacingFactor; ///< 41
     double textHeightHint;    ///< 40
     double horizontalDirection, obliqueAngle, textRotation; ///< 51, 52, 53
-    int extendedKind;         ///< 1: ARC_DIMENSION or LARGE_RADIAL_DIMENSION
-    std::unique_ptr<DX_DIM_STYLE> styleOverride; ///< the style with what the entity changes of it; null: nothing
+    int extendedKind;                                       ///< 1: ARC_DIMENSION or LARGE_RADIAL_DIMENSION
+    std::unique_ptr<DX_DIM_STYLE>
+        styleOverride; ///< the style with what the entity changes of it; null: nothing
 };
 
 /// Kinds of dimensions, the same in module and host.

@@ -14,6 +14,14 @@ struct DxEntityTally {
     long skipped = 0; ///< all others: kinds without a reader, layers that are off, another space, no size
 };
 
+/// What became of the dimensions of the ENTITIES section.
+struct DxDimensionTally {
+    long associative = 0; ///< dimensions that know what they measure
+    long free = 0;        ///< dimensions of drawn lines and texts
+    long blocks = 0;      ///< the content of their block
+    long chained = 0;     ///< of the associative ones: in a chain with others
+};
+
 struct DxImportReport {
     std::string version; ///< $ACADVER as it stands, empty without one
     int codePage = 1252; ///< Windows code page of the file's strings
@@ -21,6 +29,7 @@ struct DxImportReport {
     RPT3 insBase{0, 0, 0};
     /// By the text of group 0, in the file's bytes. Beyond 1000 unknown names the rest counts under "…".
     std::map<std::string, DxEntityTally, std::less<>> entities;
+    DxDimensionTally dimensions;
 };
 
 /// The report of the import that ran last, or of the one that is running. Each import starts a new one.

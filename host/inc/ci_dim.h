@@ -16,10 +16,11 @@ public:
     int GetText(const DsCsr& cursor, int* valueRow, int* toleranceRow);
     /// Deletes the dimension and its texts; rows behind them move up.
     int Del(const DsCsr& cursor);
-    /// Makes one object of the host's application `kind` from the dimensions; `*done` receives how many it took
-    /// the place of, and `*made` the object, null for none. The reference host has no such applications: it
-    /// makes none, and the dimensions stay what they are.
-    int DimListToAppDim(const DsCsr dimensions[], int count, int* done, _ObObject** made, const UtCString& kind);
+    /// Makes one object of the host's application `kind` from the dimensions; `*done` receives how many it
+    /// took the place of, and `*made` the object, null for none. The reference host has no such applications:
+    /// it makes none, and the dimensions stay what they are.
+    int DimListToAppDim(const DsCsr dimensions[], int count, int* done, _ObObject** made,
+                        const UtCString& kind);
 
 private:
     int contextId_;

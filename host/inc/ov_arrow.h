@@ -2,8 +2,8 @@
 //
 // An arrow is made point by point (ovarrow, ovaddarrow) and then stands by itself in its pattern, or becomes
 // the lines of a dimension (see ovdim). Whoever wants its lines asks for them as a pattern (ovarrowpat).
-// Every function gives 0 on success and an error number otherwise. Points are in the drawing's unit and frame,
-// sizes of heads millimetres on the sheet.
+// Every function gives 0 on success and an error number otherwise. Points are in the drawing's unit and
+// frame, sizes of heads millimetres on the sheet.
 #pragma once
 
 #include "rpt.h"
@@ -29,11 +29,11 @@ int ovarrowparams(int* code, int* use, int* kind, int* pen, int* lineType, doubl
 /// 11: a new arrow in the active pattern, which takes the points to come. Answers: pattern, row, and 0.
 int ovarrow(int* code, int* patNo, int* row, int* unused);
 
-/// Adds a point to the arrow that was made last, with the current pen and line type: op 2 moves, 1 draws, 3 and
-/// 4 draw an arc (clockwise, counter-clockwise) about (cx, cy), a whole circle when it ends where it began.
-/// `kind` is the head at this point, of which those at the two ends of the arrow show. `first` 1 marks the
-/// point at which an ordinate dimension's leader begins. 3011 for an op that isn't one or a point that isn't
-/// finite.
+/// Adds a point to the arrow that was made last, with the current pen and line type: op 2 moves, 1 draws, 3
+/// and 4 draw an arc (clockwise, counter-clockwise) about (cx, cy), a whole circle when it ends where it
+/// began. `kind` is the head at this point, of which those at the two ends of the arrow show. `first` 1 marks
+/// the point at which an ordinate dimension's leader begins. 3011 for an op that isn't one or a point that
+/// isn't finite.
 int ovaddarrow(int* op, int* first, int* kind, double* x, double* y, double* cx, double* cy);
 
 /// The heads of the lines of the dimension in `row` (code 0x8014): for each piece of its dimension line the

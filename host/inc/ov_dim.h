@@ -11,9 +11,9 @@
 //
 //   linear    e1a e1b e2a e2b (1), then t1 t2 (3), or t1 (3) m1 m2 (2) t2 (3) round a text gap, or
 //             o1 (2) t1 t2 (3) o2 (2) with arrows outside
-//   angular   pieces of the first leg (1), arc start (3), gap (2, 2), arc end (3), pieces of the second leg (1)
-//   radial    tips (3), and ends of pieces (2, or 1 on the far side)
-//   ordinate  leader's start (3) and end (2)
+//   angular   pieces of the first leg (1), arc start (3), gap (2, 2), arc end (3), pieces of the second leg
+//   (1) radial    tips (3), and ends of pieces (2, or 1 on the far side) ordinate  leader's start (3) and end
+//   (2)
 //
 // Reference points: what is measured. Linear: the two origins. Angular: arc start, arc end, centre. Radial:
 // tip, tip, centre. Ordinate: origin, feature.
@@ -86,8 +86,8 @@ struct OV_DIM_TXT_PARM {
     int horizontal[3] = {0, 0, 0};
     int comma = 0;
     int modeC[3] = {0, 0, 0};
-    int fontKind = 1;   ///< font number, 0: a face
-    int words[8] = {};  ///< of a face: its marks, see OV_TEXT_BIT
+    int fontKind = 1;  ///< font number, 0: a face
+    int words[8] = {}; ///< of a face: its marks, see OV_TEXT_BIT
     std::string face;
     double widthFactor = 1.0;
 };
@@ -112,19 +112,19 @@ int ovglobdimparams(int code, OV_DIM_ARROW_PARM* arrow, OV_DIM_TXT_PARM* txt, OV
 int ovlocdimparams(int code, int patNo, int row, OV_DIM_ARROW_PARM* arrow, OV_DIM_TXT_PARM* txt,
                    OV_DIM_TOL_PARM* tol);
 
-/// Kind, mode and horizontal text: 6 sets kind and mode of the next ovdim, 5 reads those of the dimension that
-/// ovdodim or ovdim has read last.
+/// Kind, mode and horizontal text: 6 sets kind and mode of the next ovdim, 5 reads those of the dimension
+/// that ovdodim or ovdim has read last.
 int ovdimparams(int code, int* kind, int* mode, int* horizontal);
 
 /// A dimension of points in the active pattern (6: `*row` receives its place), or the reading of the one in
-/// `*row` of pattern `patNo` (0x8014). The text is the value, and behind a byte 1 each the upper and the lower
-/// tolerance; its middle stands at `*textPos`. 2332, with nothing made, for points that aren't finite or none
-/// that the kind could be drawn from; 2000 for a kind that isn't one.
-int ovdodim(int code, int patNo, int* row, int* kind, std::vector<OV_DIM_PT>* points, RPT* textPos, RPT refs[3],
-            UtCString* text);
+/// `*row` of pattern `patNo` (0x8014). The text is the value, and behind a byte 1 each the upper and the
+/// lower tolerance; its middle stands at `*textPos`. 2332, with nothing made, for points that aren't finite
+/// or none that the kind could be drawn from; 2000 for a kind that isn't one.
+int ovdodim(int code, int patNo, int* row, int* kind, std::vector<OV_DIM_PT>* points, RPT* textPos,
+            RPT refs[3], UtCString* text);
 
 /// 6: makes the arrow that was made last in the active pattern a dimension of drawn lines, with the texts in
 /// rows `*textRow` and `*tolRow` (OV_DIM_NO_TEXT for none) and the mode of ovdimparams; `*row` receives its
-/// place. 38 and 0x8026 give the first dimension of pattern `patNo`, 24 and 0x8018 the one behind `*row`, with
-/// the rows of its texts; 1005 at the end.
+/// place. 38 and 0x8026 give the first dimension of pattern `patNo`, 24 and 0x8018 the one behind `*row`,
+/// with the rows of its texts; 1005 at the end.
 int ovdim(int code, int patNo, int* row, int* textRow, int* tolRow, RPT refs[3]);

@@ -43,7 +43,8 @@ void addObjects(Pattern& p) {
     text.justification = 2, text.lineDistance = 1.2, text.spacing = 1.1, text.lineLength = 80;
     text.fillPen = 4, text.backOn = true, text.backType = 2, text.dimType = 3;
     p.arrows.resize(1);
-    p.arrows[0].lines = {{0, 0, 0, 0, 1, 1, ElementType::Move, 0, 0}, {5, 0, 0, 0, 3, 1, ElementType::Draw, 0, 0}};
+    p.arrows[0].lines = {{0, 0, 0, 0, 1, 1, ElementType::Move, 0, 0},
+                         {5, 0, 0, 0, 3, 1, ElementType::Draw, 0, 0}};
     p.arrows[0].endHead = 1, p.arrows[0].headLength = 2.5;
     host::Dimension& dimension = p.dimensions.emplace_back();
     dimension.kind = 21, dimension.place = 6, dimension.textRow = 0, dimension.textPos = {3, 4};
@@ -124,9 +125,9 @@ static auto fields(const host::Arrow& a) {
     return std::make_tuple(a.startHead, a.endHead, a.headLength, a.headWidth, a.use, fieldsOfAll(a.lines));
 }
 static auto fields(const host::Dimension& d) {
-    return std::make_tuple(d.kind, d.place, d.mode, fieldsOfAll(d.points), fields(d.textPos), fields(d.refs[1]),
-                           d.textRow, d.tolRow, d.arrow.kind[2], d.txt.words[7], d.txt.face, d.tol.kind,
-                           fieldsOfAll(d.lines));
+    return std::make_tuple(d.kind, d.place, d.mode, fieldsOfAll(d.points), fields(d.textPos),
+                           fields(d.refs[1]), d.textRow, d.tolRow, d.arrow.kind[2], d.txt.words[7],
+                           d.txt.face, d.tol.kind, fieldsOfAll(d.lines));
 }
 static auto fields(const HatchFamily& f) {
     return std::make_tuple(f.angle, f.distance, f.originX, f.originY, f.offset, f.pen, f.lineType, f.dashes);
@@ -159,7 +160,8 @@ static void expectSame(const Pattern& a, const Pattern& b) {
     EXPECT_EQ(fieldsOfAll(a.dimensions), fieldsOfAll(b.dimensions));
     ASSERT_EQ(a.bitmaps.size(), b.bitmaps.size());
     if (!a.solids.empty()) {
-        EXPECT_EQ(std::tie(a.bitmaps[0].data, a.solids[0].data), std::tie(b.bitmaps[0].data, b.solids[0].data));
+        EXPECT_EQ(std::tie(a.bitmaps[0].data, a.solids[0].data),
+                  std::tie(b.bitmaps[0].data, b.solids[0].data));
     }
 }
 

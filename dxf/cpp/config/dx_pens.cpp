@@ -44,7 +44,7 @@ void enterLayerPattern(DX_LAYER_TYPE& layer) {
 void settlePattern(DX_LAYER_TYPE* layer, int layerColour, std::string_view layerLineType) {
     if (!DxLayerToPattern) return;
     if (!layer && DxPenltAddLayer(DxActLayer.view(), layerColour, layerLineType, &layer)) return;
-    if (collectsContour() || (DxBlockLevel > 0 && DxBlockToPattern)) return;
+    if (collectsContour() || DxDimActive || (DxBlockLevel > 0 && DxBlockToPattern)) return;
     enterLayerPattern(*layer);
 }
 

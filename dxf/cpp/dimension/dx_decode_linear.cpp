@@ -33,7 +33,8 @@ class Classifier {
 public:
     Classifier(const RPT& p13, const RPT& p14, const RPT& foot1, const RPT& foot2, DX_DIM_DECODED& out)
         : p13_(p13), p14_(p14), foot1_(foot1), foot2_(foot2), out_(out),
-          hasLine1_(DxDimDistance(p13, foot1) > DX_DIM_EPS), hasLine2_(DxDimDistance(p14, foot2) > DX_DIM_EPS) {
+          hasLine1_(DxDimDistance(p13, foot1) > DX_DIM_EPS),
+          hasLine2_(DxDimDistance(p14, foot2) > DX_DIM_EPS) {
         for (const RPT& p : {foot1, foot1, foot2, foot2}) list.push_back(DxDimMake(p, 1));
     }
 
@@ -175,14 +176,17 @@ void putLine(DX_DIM_PTS& pts, std::initializer_list<OV_DIM_PT> line) {
 }
 
 /// Arrows outside: at each end the outermost candidate and the tip.
-int makeOutside(std::vector<Candidate>& candidates, int sign1, const RPT& tip1, const RPT& tip2, DX_DIM_PTS& pts) {
+int makeOutside(std::vector<Candidate>& candidates, int sign1, const RPT& tip1, const RPT& tip2,
+                DX_DIM_PTS& pts) {
     std::vector<Candidate> left, right;
     for (const Candidate& q : candidates) {
         const bool isLeft = q.tag == 1 || (q.tag == 0 && signOf(q.d1) != sign1);
         (isLeft ? left : right).push_back(q);
     }
     if (left.size() != 2 || right.size() != 2) return DX_DIM_BAD_COUNT;
-    const auto isNearer = [](const Candidate& a, const Candidate& b) { return std::fabs(a.d1) < std::fabs(b.d1); };
+    const auto isNearer = [](const Candidate& a, const Candidate& b) {
+        return std::fabs(a.d1) < std::fabs(b.d1);
+    };
     const RPT outer1 = std::max_element(left.begin(), left.end(), isNearer)->point;
     const RPT outer2 = std::max_element(right.begin(), right.end(), isNearer)->point;
     putLine(pts, {DxDimMake(outer1, 2), DxDimMake(tip1, 3), DxDimMake(tip2, 3), DxDimMake(outer2, 2)});

@@ -151,7 +151,8 @@ private:
     }
     bool isAtHeightOfLine(const RPT& x) const {
         for (const auto* list : {&outside_, &inner_, &behind_})
-            if (std::any_of(list->begin(), list->end(), [&](const RPT& p) { return p.y == x.y; })) return true;
+            if (std::any_of(list->begin(), list->end(), [&](const RPT& p) { return p.y == x.y; }))
+                return true;
         return false;
     }
 

@@ -1,9 +1,9 @@
 // What a dimension is, given only the points of its block and a few definition points.
 //
 // A file doesn't say which line of a dimension's block is an extension line, where the arrow lies or whether
-// the dimension line is broken for the text. Each decoder sorts every point of the block by where it lies among
-// the definition points, rebuilds the list of points in the order that the host wants (see ov_dim.h), and tells
-// the arrow from what is left over:
+// the dimension line is broken for the text. Each decoder sorts every point of the block by where it lies
+// among the definition points, rebuilds the list of points in the order that the host wants (see ov_dim.h),
+// and tells the arrow from what is left over:
 //
 //        X                        X     X: ends of extension lines
 //     P1 ◁────────  12  ────────▷ P2    on the dimension line: ends of pieces, sorted out in pairs
@@ -37,10 +37,10 @@ struct DX_DIM_PEAK {
 /// What a decoder finds beside the points.
 struct DX_DIM_DECODED {
     int kind = 0;
-    int textPlace = 5;            ///< 5 in the line, 2 above it, 8 at a shoulder
+    int textPlace = 5;              ///< 5 in the line, 2 above it, 8 at a shoulder
     int dimIndex = DX_DIM_NO_INDEX; ///< first raw point of dimension line or arrow
     int extIndex = DX_DIM_NO_INDEX; ///< first raw point of an extension line
-    int isTwoSided = 0;           ///< a radius with pieces on both sides of its centre
+    int isTwoSided = 0;             ///< a radius with pieces on both sides of its centre
     DX_DIM_PEAK peak;
 };
 
@@ -49,8 +49,8 @@ struct DX_DIM_DECODED {
 int DxDecodeLinDimPts(RPT& p13, RPT& p14, RPT& p10, const RPT& textPos, double angle,
                       std::span<const int> rawKinds, const DX_DIM_STYLE* style, DX_DIM_PTS& pts,
                       DX_DIM_DECODED& out);
-/// Angular. `points`: those of groups 10 to 16; `threePoint`: centre and two points, else two lines. `arcRefs`
-/// receives arc start, arc end and centre.
+/// Angular. `points`: those of groups 10 to 16; `threePoint`: centre and two points, else two lines.
+/// `arcRefs` receives arc start, arc end and centre.
 int DxDecodeAngDimPts(bool threePoint, const RPT points[7], const RPT& textPos, const DX_DIM_STYLE* style,
                       RPT arcRefs[3], DX_DIM_PTS& pts, DX_DIM_DECODED& out);
 /// Diameter from a to b.

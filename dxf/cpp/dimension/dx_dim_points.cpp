@@ -89,7 +89,8 @@ int DxRecalcIndex(int index, const DX_DIM_PTS& rawPts) {
     const auto count = static_cast<int>(rawPts.size());
     const auto negatives = [&](int from, int to) {
         int n = 0;
-        for (int i = std::max(from, 0); i <= to && i < count; ++i) n += rawPts[static_cast<std::size_t>(i)].kind < 0;
+        for (int i = std::max(from, 0); i <= to && i < count; ++i)
+            n += rawPts[static_cast<std::size_t>(i)].kind < 0;
         return n;
     };
     const int before = negatives(0, index);

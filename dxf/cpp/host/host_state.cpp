@@ -8,6 +8,7 @@ DxTable<DX_PAT_ENTRY> DxPatTable;
 int DxActPatIndex = -1;
 int DxActPat = 0;
 int DxPolyFillActive = 0;
+int DxDimActive = 0;
 int DxHatchActive = 0;
 double DxLastOutX = 0, DxLastOutY = 0;
 int DxElemQueuePat = -1;
@@ -23,6 +24,7 @@ void DxResetHostState() {
     DxActPatIndex = -1;
     DxActPat = 0;
     DxPolyFillActive = 0;
+    DxDimActive = 0;
     DxHatchActive = 0;
     DxLastOutX = DxLastOutY = 0;
     DxElemQueuePat = -1;

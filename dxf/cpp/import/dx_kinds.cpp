@@ -1,5 +1,6 @@
 #include "dx_kinds.h"
 
+#include "../dimension/dx_dim_import.h"
 #include "../text/dx_text_import.h"
 #include "dx_attributes.h"
 #include "dx_insert_import.h"
@@ -25,6 +26,9 @@ std::size_t dxBytesBeside(const DX_POLYLINE_TYPE& polyline) {
     return polyline.vertices.capacity() * sizeof polyline.vertices[0] +
            polyline.styles.capacity() * sizeof polyline.styles[0];
 }
+std::size_t dxBytesBeside(const DX_DIM_TYPE& dim) {
+    return dim.styleOverride ? sizeof *dim.styleOverride : 0;
+}
 std::size_t dxBytesBeside(const DX_SPLINE_TYPE& spline) {
     return spline.knots.capacity() * sizeof spline.knots[0] +
            spline.controlPoints.capacity() * sizeof spline.controlPoints[0] +
@@ -47,12 +51,15 @@ constexpr DxEntityKind kinds[] = {
     dxSkippedKind("3DSOLID"),
     dxSkippedKind("ACAD_PROXY_ENTITY"),
     dxKind(       "ARC",                dxStage<DxReadArc>,      dxStage<DxDrawArc>,        dxNoStage),
+    dxKind(       "ARC_DIMENSION",      dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>,     dxNoStage),
     dxKind(       "ATTDEF",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttdef>,     dxNoStage),
     dxKind(       "ATTRIB",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttrib>,     dxNoStage),
     dxSkippedKind("BODY"),
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxNoStage),
+    dxKind(       "DIMENSION",          dxStage<DxReadDim>,      dxStage<DxDrawDim>,        dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
     dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
+    dxKind(       "LARGE_RADIAL_DIMENSION", dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>, dxNoStage),
     dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
     storedAsLwPolyline(
     dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),

@@ -2,6 +2,7 @@
 #include "../config/config_state.h"
 #include "../config/dx_config.h"
 #include "../config/dx_layers.h"
+#include "../dimension/dimension_state.h"
 #include "../dimension/dx_dim_chain.h"
 #include "../export/dx_attributes_export.h"
 #include "../export/dx_block_table.h"
@@ -43,6 +44,7 @@ void resetAllState(int isExport) {
     DxResetTextState();
     DxResetWriterState(isExport);
     DxResetExportState();
+    DxResetDimensionState();
     DxLineTrim = 0;
     DxDocuments.keepsTables = false;
     if (DxInsertStack.empty()) DxInitialize();

@@ -85,8 +85,8 @@ private:
 class Drawer {
 public:
     Drawer(const Dimension& dimension, double millimetresPerUnit)
-        : dim_(dimension), unit_(1 / millimetresPerUnit),
-          look_{dimension.arrow.pen, dimension.arrow.lineType},
+        : dim_(dimension),
+          unit_(1 / millimetresPerUnit), look_{dimension.arrow.pen, dimension.arrow.lineType},
           extLook_{dimension.arrow.extPen, dimension.arrow.extLineType}, ends_(pointsOfKind(dimension, 1)),
           free_(pointsOfKind(dimension, 2)), tips_(pointsOfKind(dimension, 3)) {}
 
@@ -157,9 +157,8 @@ private:
 
     /// From the tip outwards: a piece up to the first point, and between each two that follow.
     void piecesFrom(const RPT& tip, std::vector<RPT> points) {
-        std::stable_sort(points.begin(), points.end(), [&](const RPT& a, const RPT& b) {
-            return distance(a, tip) < distance(b, tip);
-        });
+        std::stable_sort(points.begin(), points.end(),
+                         [&](const RPT& a, const RPT& b) { return distance(a, tip) < distance(b, tip); });
         if (!points.empty()) out_.line(tip, points[0], look_);
         for (std::size_t i = 1; i + 1 < points.size(); i += 2) out_.line(points[i], points[i + 1], look_);
     }
@@ -275,8 +274,7 @@ DimDrawing drawArrow(const Arrow& arrow, double millimetresPerUnit) {
     const auto headAt = [&](const Element& end, int kind, bool atStart) {
         const RPT body = bodyDirection(arrow.lines, atStart);
         const Head head{kind, arrow.headLength / millimetresPerUnit, arrow.headWidth / millimetresPerUnit};
-        if (body.x != 0 || body.y != 0)
-            strokes.head({end.x, end.y}, body, head, {end.pen, end.lineType});
+        if (body.x != 0 || body.y != 0) strokes.head({end.x, end.y}, body, head, {end.pen, end.lineType});
     };
     headAt(arrow.lines.back(), arrow.endHead, false);
     headAt(arrow.lines.front(), arrow.startHead, true);

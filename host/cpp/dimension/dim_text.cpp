@@ -79,7 +79,8 @@ const Text* textAt(const Pattern& pattern, int row) {
 
 } // namespace
 
-void addDimensionTexts(Pattern& pattern, Dimension& dimension, std::string_view text, const Drawing& drawing) {
+void addDimensionTexts(Pattern& pattern, Dimension& dimension, std::string_view text,
+                       const Drawing& drawing) {
     const std::size_t divider = text.find(kDivider);
     Text value = makeText(dimension.txt, textAngle(dimension));
     value.lines = splitLines(text.substr(0, divider));

@@ -8,8 +8,8 @@
 
 namespace host {
 
-/// Makes the texts of a dimension of points from "value", byte 1, "upper", byte 1, "lower": they become texts of
-/// the pattern, and the dimension knows their rows.
+/// Makes the texts of a dimension of points from "value", byte 1, "upper", byte 1, "lower": they become texts
+/// of the pattern, and the dimension knows their rows.
 void addDimensionTexts(Pattern& pattern, Dimension& dimension, std::string_view text, const Drawing& drawing);
 /// The way back, from the texts as they are now.
 std::string dimensionText(const Pattern& pattern, const Dimension& dimension);

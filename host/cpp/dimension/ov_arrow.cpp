@@ -108,8 +108,7 @@ int ovaddarrow(int* op, int* first, int* kind, double* x, double* y, double* cx,
     if (callFails()) return errorNoMemory;
     Arrow* arrow = arrowInMaking();
     if (!arrow) return errorNoSuchObject;
-    const bool isFinite =
-        std::isfinite(*x) && std::isfinite(*y) && std::isfinite(*cx) && std::isfinite(*cy);
+    const bool isFinite = std::isfinite(*x) && std::isfinite(*y) && std::isfinite(*cx) && std::isfinite(*cy);
     if (*op < 1 || *op > 4 || !isFinite) return errorNotApplicable;
     DimensionState& state = drawingState().dimension;
     Element e;

@@ -55,7 +55,10 @@ int append(Pattern& pattern, Dimension&& dimension) {
 }
 
 bool areFinite(const std::vector<OV_DIM_PT>& points, const RPT& textPos, const RPT refs[3]) {
-    return std::all_of(points.begin(), points.end(), [](const OV_DIM_PT& p) { return isFinite({p.x, p.y}); }) &&
+    return std::all_of(points.begin(), points.end(),
+                       [](const OV_DIM_PT& p) {
+                           return isFinite({p.x, p.y});
+                       }) &&
            isFinite(textPos) && std::all_of(refs, refs + 3, isFinite);
 }
 
@@ -190,8 +193,8 @@ int ovdimparams(int code, int* kind, int* mode, int* horizontal) {
     return 0;
 }
 
-int ovdodim(int code, int patNo, int* row, int* kind, std::vector<OV_DIM_PT>* points, RPT* textPos, RPT refs[3],
-            UtCString* text) {
+int ovdodim(int code, int patNo, int* row, int* kind, std::vector<OV_DIM_PT>* points, RPT* textPos,
+            RPT refs[3], UtCString* text) {
     if (callFails()) return errorNoMemory;
     if (code == 6) return makeDimension(*kind, *points, *textPos, refs, *text, row);
     return code == kRead ? readDimension(patNo, *row, kind, points, textPos, refs, text) : errorNotApplicable;

@@ -11,15 +11,15 @@ namespace host {
 /// Lines with heads at their two ends.
 struct Arrow {
     std::vector<Element> lines;
-    int startHead = 0, endHead = 0;  ///< OV_ARROW_KIND
+    int startHead = 0, endHead = 0;       ///< OV_ARROW_KIND
     double headLength = 0, headWidth = 0; ///< millimetres on the sheet
-    int use = 5;                     ///< OV_ARROW_USE
+    int use = 5;                          ///< OV_ARROW_USE
 };
 
 struct Dimension {
-    int kind = 31; ///< low word of an OV_DIM_KIND
-    int place = 0; ///< in a chain, OV_DIM_PLACE; 0: none
-    int mode = 0;  ///< OV_DIM_MODE; 0: made of points
+    int kind = 31;            ///< low word of an OV_DIM_KIND
+    int place = 0;            ///< in a chain, OV_DIM_PLACE; 0: none
+    int mode = 0;             ///< OV_DIM_MODE; 0: made of points
     std::vector<RPT3> points; ///< x, y and in z what the point is; empty when it is made of lines
     RPT textPos{0, 0};
     RPT refs[3] = {};

@@ -247,7 +247,8 @@ void Dumper::dimension(const Pattern& pattern, const Dimension& dimension) {
     put("\n    refs");
     for (const RPT& p : dimension.refs) point(p.x, p.y);
     put("\n");
-    for (const RPT3& p : dimension.points) put("    point").number(static_cast<int>(p.z)).point(p.x, p.y).put("\n");
+    for (const RPT3& p : dimension.points)
+        put("    point").number(static_cast<int>(p.z)).point(p.x, p.y).put("\n");
     elements(dimension.lines, nullptr, "    ");
 }
 

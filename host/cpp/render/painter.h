@@ -18,7 +18,7 @@ public:
     void drawElements(const Pattern& pattern);
     void drawFaces(const Pattern& pattern);
     void drawCurves(const Pattern& pattern);
-    void drawPoints(const Pattern& pattern); ///< point clouds
+    void drawPoints(const Pattern& pattern);     ///< point clouds
     void drawDimensions(const Pattern& pattern); ///< and arrows
     void drawTexts(const Pattern& pattern);
 

@@ -83,8 +83,9 @@ static void paint(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bo
     cairo_paint(cairo);
     Painter painter(cairo, drawing, frame, dark);
     using Stage = void (Painter::*)(const Pattern&);
-    for (const Stage stage : {&Painter::drawHatches, &Painter::drawFaces, &Painter::drawCurves,
-                              &Painter::drawElements, &Painter::drawDimensions, &Painter::drawPoints, &Painter::drawTexts}) {
+    for (const Stage stage :
+         {&Painter::drawHatches, &Painter::drawFaces, &Painter::drawCurves, &Painter::drawElements,
+          &Painter::drawDimensions, &Painter::drawPoints, &Painter::drawTexts}) {
         for (const Pattern& pattern : drawing.patterns)
             if (isShown(drawing, pattern)) (painter.*stage)(pattern);
     }

@@ -12,7 +12,8 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion = 4;     ///< PRAGMA user_version; 2 has curves, 3 text_states, 4 what its families say
+inline constexpr int kDrawingFileVersion =
+    4; ///< PRAGMA user_version; 2 has curves, 3 text_states, 4 what its families say
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -290,10 +291,10 @@ namespace host {
 template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
-               Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>, Holder<Dimension>,
-               Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
-               Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>,
-               Holder<NamedTextState>, Holder<ImportedPattern>>;
+               Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
+               Holder<Dimension>, Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>,
+               Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
+               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {
