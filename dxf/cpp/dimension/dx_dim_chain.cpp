@@ -1,6 +1,7 @@
 #include "dx_dim_chain.h"
 
 #include "../config/dx_pens.h"
+#include "../host/dx_active_pattern.h"
 #include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "../import/dx_entity_base.h"
@@ -128,7 +129,9 @@ int drawChain(DX_DIM_CHAIN& chain) {
     for (std::size_t i = 0; i < chain.parts.size(); ++i) {
         const DX_DIM_CHAIN_PART& part = chain.parts[i];
         int pen = 0, lineType = 0;
+        DxPatternScope ofChain; // not that of the layer
         const bool isDrawn = DxPenLtToCAD(&part.base, &pen, &lineType) != 0;
+        if (const int error = ofChain.leave()) return error;
         if (isDrawn) {
             DxDimChainParams(group.empty() ? DX_CHAIN_START : DX_CHAIN_MERGE, &part);
             group.push_back(&part);
@@ -170,10 +173,8 @@ int DxDimChainAdd(const DX_ENTITY_BASE_TYPE& base, const DX_NAME& layer, double 
 }
 
 int DxDimChainDraw() {
-    DxDimActive = 1; // each chain has a pattern of its own
     int error = 0;
     for (std::size_t i = 0; i < DxDimChains.size() && !error; ++i) error = drawChain(DxDimChains[i]);
-    DxDimActive = 0;
     return error;
 }
 

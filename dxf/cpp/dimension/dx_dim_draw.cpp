@@ -7,10 +7,12 @@
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
 #include "../config/dx_pens.h"
+#include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
 #include "../import/dx_blocks.h"
 #include "../import/dx_entity_walk.h"
 #include "../import/dx_insert_import.h"
+#include "../import/dx_insert_level.h"
 #include "../import/dx_transform.h"
 #include "../import/import_state.h"
 #include "../session/dx_encoding.h"
@@ -244,33 +246,21 @@ private:
     bool hasDrawnBlock_ = false;
 };
 
-/// A level of the block nesting, as an INSERT has one.
-class DimLevel {
-public:
-    DimLevel(const DX_DIM_TYPE& dim, const DX_NAME& layer, const DX_NAME& lineType, int colour)
-        : outerLayer_(DxInsertLayer) {
-        while (DxInsertStack.size() <= static_cast<std::size_t>(DxBlockLevel) + 1)
-            if ((error_ = DxInsertStack.add(DX_INSERT_LEVEL{}))) return;
-        DX_INSERT_LEVEL& level = DxInsertStack[static_cast<std::size_t>(++DxBlockLevel)];
-        level.blockName = dim.blockName;
-        level.lineType = dim.base.lineType.empty() ? lineType : dim.base.lineType;
-        level.color = dim.base.color >= 1 && dim.base.color <= 255 ? dim.base.color : colour;
-        if (DxBlockLevel == 1) DxInsertSpace = dim.base.paperSpace;
-        DxInsertLayer = layer;
+/// The place within the dimension's block, as within that of an INSERT. All of it is drawn into one pattern.
+DX_INSERT_LEVEL levelOf(const DX_DIM_TYPE& dim, const DX_BLOCK_TYPE& block, const DX_NAME& layer,
+                        const DX_NAME& lineType, int colour) {
+    DX_INSERT_LEVEL level = DxActLevel;
+    level.block = &block;
+    if (++level.depth == 1) {
+        level.topBlock = &block;
+        level.space = dim.base.paperSpace;
     }
-    ~DimLevel() {
-        if (error_) return;
-        --DxBlockLevel;
-        DxInsertLayer = outerLayer_;
-    }
-    DimLevel(const DimLevel&) = delete;
-    DimLevel& operator=(const DimLevel&) = delete;
-    int error() const { return error_; }
-
-private:
-    DX_NAME outerLayer_;
-    int error_ = 0;
-};
+    level.lineType = dim.base.lineType.empty() ? lineType : dim.base.lineType;
+    level.color = dim.base.color >= 1 && dim.base.color <= 255 ? dim.base.color : colour;
+    level.layer = layer;
+    level.keepsPattern = 1;
+    return level;
+}
 
 void count(Outcome outcome, bool isInSection) {
     if (outcome == Outcome::Nothing) return;
@@ -284,19 +274,20 @@ void count(Outcome outcome, bool isInSection) {
 
 /// Draws the dimension into a pattern of its own; the reader stands at the entities of its block.
 int drawInOwnPattern(DimDrawer& drawer, const DX_NAME& layer, DX_SAVE& start, bool isInSection) {
-    const int patIndex = DxActPatIndex, pat = DxActPat;
-    const int outerActive = DxDimActive;
+    DxPatternScope pattern;
     if (const int error = DxDimNewPat(layer)) return error;
-    DxDimActive = 1;
-    const Outcome outcome = drawer.draw(start);
-    DxDimActive = outerActive;
-    count(outcome, isInSection);
-    return DxReturnToPat(patIndex, pat);
+    count(drawer.draw(start), isInSection);
+    return pattern.leave();
 }
 
-/// The dimension with the reader at its block, P2.
-int drawAtBlock(const DX_DIM_TYPE& dim, const Mat44 m, const DX_NAME& layer, const DX_NAME& lineType,
-                int colour) {
+/// What stands around a dimension: its layer, and what ByLayer means for it.
+struct Surroundings {
+    DX_NAME layer, lineType;
+    int colour;
+};
+
+/// The dimension with the reader at the entities of its block.
+int drawAtBlock(const DX_DIM_TYPE& dim, const Mat44 m, const DX_BLOCK_TYPE& block, const Surroundings& around) {
     DX_SAVE start;
     DxSaveActPos(&start);
     int kind = 0;
@@ -307,13 +298,19 @@ int drawAtBlock(const DX_DIM_TYPE& dim, const Mat44 m, const DX_NAME& layer, con
             DxProtoMsg(DxMsg(5720, DxHostText(dim.blockName.view()).c_str()), 1);
         return error;
     }
-    DimDrawer drawer(dim, layer);
+    DimDrawer drawer(dim, around.layer);
     drawer.placeBy(m);
     const bool isInSection = DxBlockLevel == 0;
-    const DimLevel level(dim, layer, lineType, colour);
-    if (level.error()) return level.error();
-    if (DxCheckPass) return DxDrawCAD("ENDBLK", drawer.blockMatrix());
-    return drawInOwnPattern(drawer, layer, start, isInSection);
+    const DX_NAME insertLayer = DxInsertLayer;
+    {
+        const DxInsertScope scope(levelOf(dim, block, around.layer, around.lineType, around.colour));
+        error = scope.error();
+        if (!error)
+            error = DxCheckPass ? DxDrawCAD("ENDBLK", drawer.blockMatrix())
+                                : drawInOwnPattern(drawer, around.layer, start, isInSection);
+    }
+    DxActLevel.layer = insertLayer;
+    return error;
 }
 
 } // namespace
@@ -345,7 +342,7 @@ int DxDrawDim(const DX_DIM_TYPE* dim, const Mat44 m) {
         DxProtoMsg(DxMsg(5703, DxHostText(dim->blockName.view()).c_str()), 1);
         return DxRestoreActPos(&behind);
     }
-    const int error = drawAtBlock(*dim, m, layer, lineType, colour);
+    const int error = drawAtBlock(*dim, m, *reference.block, {layer, lineType, colour});
     const int restored = DxRestoreActPos(&behind);
     reference.place->Disarm();
     constexpr int stopped = 9009;

@@ -2,6 +2,7 @@
 #include "../config/dx_pens.h"
 #include "../import/dx_blocks.h"
 #include "../import/dx_insert_import.h"
+#include "../import/dx_insert_level.h"
 #include "../import/dx_linework_import.h"
 #include "../import/dx_polyline_import.h"
 #include "../import/dx_transform.h"
@@ -160,10 +161,11 @@ private:
         DxSaveActPos(&save);
         DxfEntityFileReference reference;
         DxGetBlock(record.blockName.view(), reference);
-        int error = reference.block ? enter(record) : 0;
-        if (reference.block && !error) {
-            error = BlockReader(geo_, matrix).read("ENDBLK");
-            --DxBlockLevel;
+        int error = 0;
+        if (reference.block) {
+            const DxInsertScope scope(levelOf(record, *reference.block));
+            error = scope.error();
+            if (!error) error = BlockReader(geo_, matrix).read("ENDBLK");
         }
         const int restored = DxRestoreActPos(&save);
         if (reference.place) reference.place->Disarm();
@@ -171,15 +173,13 @@ private:
     }
 
     /// Colour and line type by block are those of the INSERT.
-    static int enter(const DX_INSERT_TYPE& record) {
-        while (DxInsertStack.size() <= static_cast<std::size_t>(DxBlockLevel) + 1)
-            if (const int error = DxInsertStack.add(DX_INSERT_LEVEL{})) return error;
-        const DX_INSERT_LEVEL& below = DxInsertStack[static_cast<std::size_t>(DxBlockLevel)];
-        DX_INSERT_LEVEL& level = DxInsertStack[static_cast<std::size_t>(++DxBlockLevel)];
-        level.blockName = record.blockName;
-        level.lineType = record.base.lineType.empty() ? below.lineType : record.base.lineType;
-        level.color = record.base.color >= 1 && record.base.color <= 255 ? record.base.color : below.color;
-        return 0;
+    static DX_INSERT_LEVEL levelOf(const DX_INSERT_TYPE& record, const DX_BLOCK_TYPE& block) {
+        DX_INSERT_LEVEL level = DxActLevel;
+        ++level.depth;
+        level.block = &block;
+        if (!record.base.lineType.empty()) level.lineType = record.base.lineType;
+        if (record.base.color >= 1 && record.base.color <= 255) level.color = record.base.color;
+        return level;
     }
 
     DX_DIM_GEO& geo_;
