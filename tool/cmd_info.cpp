@@ -61,6 +61,11 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["texts"] = counts.texts;
     info["hatches"] = counts.hatches;
     info["dimensions"] = counts.dimensions;
+    const DxDimensionTally& dimensions = loaded.report.dimensions;
+    info["dimension"] = {{"associative", dimensions.associative},
+                         {"free", dimensions.free},
+                         {"blocks", dimensions.blocks},
+                         {"chained", dimensions.chained}};
     info["bitmaps"] = counts.bitmaps;
     info["faces"] = counts.faces;
     info["pointclouds"] = counts.pointClouds;
