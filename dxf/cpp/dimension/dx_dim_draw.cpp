@@ -52,11 +52,15 @@ public:
         DxArbaxis(dim_.normal[0], dim_.normal[1], dim_.normal[2], axis);
         VeMatMult(block_, axis, placed);
         VeMatMult(placed, m, block_);
+        // The placement of a clone (group 12) moves the block alone: the other points tell where the clone
+        // is.
+        Mat44 toWorld;
+        VeMatMult(axis, m, toWorld);
         const RPT3 given[7] = {dim_.p10, dim_.p11, dim_.p12, dim_.p13, dim_.p14, dim_.p15, dim_.p16};
         for (int i = 0; i < 7; ++i) {
-            const bool isInBlock = i == 1 || i == 2 || i == 6; // object coordinates
+            const bool isObjectPoint = i == 1 || i == 2 || i == 6;
             RPT3 p = given[i];
-            DxTrans3DRpt(&p, isInBlock ? block_ : m);
+            DxTrans3DRpt(&p, isObjectPoint ? toWorld : m);
             points_[i] = {p.x, p.y};
         }
     }
@@ -287,7 +291,8 @@ struct Surroundings {
 };
 
 /// The dimension with the reader at the entities of its block.
-int drawAtBlock(const DX_DIM_TYPE& dim, const Mat44 m, const DX_BLOCK_TYPE& block, const Surroundings& around) {
+int drawAtBlock(const DX_DIM_TYPE& dim, const Mat44 m, const DX_BLOCK_TYPE& block,
+                const Surroundings& around) {
     DX_SAVE start;
     DxSaveActPos(&start);
     int kind = 0;

@@ -1,7 +1,7 @@
 // What the drawing calls of the host remember between two calls.
 #pragma once
 
-#include "dimension/dimension_state.h"
+#include "dimension/dim_settings.h"
 #include "drawing/drawing.h"
 #include "li.h"
 
