@@ -198,4 +198,22 @@ TEST_F(Export, RulesDivideAWallIntoLayers) {
     }
 }
 
+TEST_F(Export, OnlyLayersOfTheTemplateGiveColours) {
+    for (const char* layer : {"KNOWN", "B"})
+        addPattern({moveTo(0, 0), drawTo(1, 0, 2, 2), drawTo(2, 0, 3), drawTo(3, 0, 4)}, "P", layer);
+    const TempDir folder;
+    const std::string path = folder.write("layers.dxf", dxf().layer("KNOWN", 5).text());
+    const Exported file = exportDrawing(exportConfig(
+        "ACAD15", "LAYER_ELEM=ATTR\nUSE_BYLAYER=1\nUSE_TEMPLATE=1\nTEMPLATE_NAME=" + path + "\n"));
+    EXPECT_EQ(file.errors(), "");
+    std::string colours;
+    for (std::size_t i = 0; i < 6; ++i) colours += valueOf(file.first(0, "LINE", i), 62) + " ";
+    EXPECT_EQ(colours, "none none none 1 2 3 ")
+        << "a layer that the drawing brings is no layer of the template";
+    EXPECT_EQ(valueOf(file.first(2, "KNOWN"), 62), "5");
+    EXPECT_EQ(valueOf(file.first(2, "B"), 62), "7");
+    EXPECT_NE(file.protocol.find("Layer B ist nicht"), std::string::npos);
+    EXPECT_EQ(file.protocol.find("Layer KNOWN ist nicht"), std::string::npos);
+}
+
 } // namespace

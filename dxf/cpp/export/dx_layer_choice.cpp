@@ -63,20 +63,26 @@ int DxPatSetColAttrInfo(int pat, int /*kind*/) {
     return 0;
 }
 
-int DxPatSetByLayerAttribs(int pat, int row, int kind) {
-    DxByLayerColor = 0;
-    DxByLayerLt.clear();
-    UtCString name;
-    if (const int error = DxCiGetByLayerName(pat, row, kind, &name)) return error;
-    if (pat < 0) return 0;
-    if (!name.IsEmpty()) DxNewLayer(DX_ORDER_FIXED, name);
-    if (const DX_LAYER_TYPE* layer = DxFindLayer(DxActLayer.view())) {
-        DxByLayerColor = layer->color;
-        DxByLayerLt = layer->lineType;
+int DxClassify(int pat, int row, int kind, DX_CLASSIFIED& out) {
+    out = {};
+    if (const int error = DxCiGetByLayerName(pat, row, kind, &out.layer)) return error;
+    if (!out.layer.IsEmpty()) DxNewLayer(DX_ORDER_FIXED, out.layer);
+    if (const DX_LAYER_TYPE* layer = DxFindTemplateLayer(DxActLayer.view())) {
+        out.colour = layer->color;
+        out.lineType = UtCString(layer->lineType.view());
     } else if (!DxActLayer.empty()) {
         DxProtoMsg(DxMsg(5776, UtCString(DxActLayer.view())), 0);
     }
     return 0;
+}
+
+int DxPatSetByLayerAttribs(int pat, int row, int kind) {
+    DX_CLASSIFIED answer;
+    const int error =
+        pat < 0 ? DxCiGetByLayerName(pat, row, kind, &answer.layer) : DxClassify(pat, row, kind, answer);
+    DxByLayerColor = answer.colour;
+    DxByLayerLt.assign(answer.lineType.str());
+    return error;
 }
 
 int DxPatSetLayerAttribs(int pat, int row, int kind) {

@@ -129,6 +129,7 @@ void makeNamesFit() {
     for (DX_LAYER_TYPE& layer : tables.layers) {
         fitName(layer.name);
         fitName(layer.lineType);
+        layer.isOfTemplate = true;
         if (!layer.name.empty() && seen.insert(UtCString(layer.name.view()).Upper().str()).second)
             layers.add(layer);
     }
