@@ -3,6 +3,7 @@
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
 #include "../host/dx_host.h"
+#include "../sections/sections_state.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "dx_bylayer_table.h"
@@ -17,14 +18,14 @@ static UtCString trimmed(const UtCString& text) {
 }
 
 int DxPatGetInfo(int pat) {
+    // The pattern that keeps the header variables is no content: the names of the one before stay.
+    if (pat == DxHeaderPat) return 0;
     UtCString names[DX_PAT_OBSTAT + 1];
     int code = 20;
     int number = pat;
     if (const int error = ovpatinfo(&code, &number, &names[DX_PAT_LEVEL], &names[DX_PAT_CLASS],
                                     &names[DX_PAT_GROUP], &names[DX_PAT_NAME]))
         return error;
-    // The pattern that keeps the header variables is no content: the names of the one before stay.
-    if (names[DX_PAT_NAME] == "DXF-HEADER") return 0;
     UoGetSingleAttr(pat, "layer", &names[DX_PAT_LAYER]);
     UoGetSingleAttr(pat, "obstat", &names[DX_PAT_OBSTAT]);
 

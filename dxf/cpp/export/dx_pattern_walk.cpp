@@ -60,8 +60,19 @@ static int writeContent(int pat) {
     return error;
 }
 
+/// A copy of a block is written without its pattern's placement, where an INSERT can give that back.
+static int settleMatrixMode(int pat) {
+    DxBlockMatrixMode = 0;
+    if (!DxBlockCopies) return 0;
+    DX_PLACEMENT placement;
+    const int error = DxPlacementOfPattern(pat, placement);
+    DxBlockMatrixMode = !error && DxHoldsUntransformed(pat, placement);
+    return error == DX_ERR_ARGUMENT ? 0 : error;
+}
+
 static int writeAsBlock(int pat) {
-    DxBlockMatrixMode = DxBlockBufferWanted = DxBlockCopies;
+    DxBlockBufferWanted = DxBlockCopies;
+    if (const int error = settleMatrixMode(pat)) return error;
     DxCheckBlockname(DxPatNames[DX_PAT_NAME]);
     DxBlockOpen = 0;
     DxBlockLayer = "0";

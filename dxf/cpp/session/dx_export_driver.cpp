@@ -170,9 +170,9 @@ int Export::settleFile() {
 int Export::writeSections() {
     if (const int error = DxWriteOpen()) return error;
     std::vector<UtCString> kept;
-    DxHeaderReadDrawingHeader(&kept); // says which pattern is no content
+    int error = DxHeaderReadDrawingHeader(&kept); // says which pattern is no content
     DxPatsOneWork = DxCiCheckPatsWork();
-    int error = DxWriteBlockSection();
+    if (!error) error = DxWriteBlockSection();
     if (!error) error = DxWriteEntitySection();
     if (!error) error = DxWriteTableSection();
     if (!error) error = DxConcatHeader();

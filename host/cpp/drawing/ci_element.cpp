@@ -180,6 +180,13 @@ int CiElem::GetParams(const DsCsr& cursor, int* pen, short* lineType, unsigned c
     return 0;
 }
 
-int CiElem::GetAttr(const DsCsr& /*cursor*/, const UtCString& /*name*/, UtCString* /*value*/) {
-    return errorNoSuchObject; // elements carry no attributes of their own
+int CiElem::GetAttr(const DsCsr& cursor, const UtCString& name, UtCString* value) {
+    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (!pattern) return errorNoSuchObject;
+    for (const ElementAttribute& attribute : pattern->elementAttributes) {
+        if (attribute.row != cursor.Get().elRow || attribute.name != name.str()) continue;
+        *value = attribute.value;
+        return 0;
+    }
+    return errorNoSuchObject;
 }

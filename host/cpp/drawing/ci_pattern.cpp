@@ -95,6 +95,7 @@ int CiPat::DelElems(const DsCsr& cursor) {
     if (!pattern) return errorNoSuchObject;
     openDrawing().elementCount -= std::min(openDrawing().elementCount, pattern->elements.size());
     pattern->elements.clear();
+    pattern->elementAttributes.clear();
     pattern->splines.clear();
     return 0;
 }
@@ -107,6 +108,7 @@ static Pattern& addLike(const Pattern& original) {
     pattern.workId = original.workId;
     pattern.ids = original.ids;
     pattern.attributes = original.attributes;
+    pattern.relation = original.relation;
     return pattern;
 }
 
@@ -167,6 +169,9 @@ int CiPat::AddElemsColLtAttrInfo(const DsCsr& cursor, int /*flags*/, int count, 
     return 0;
 }
 
-int CiPat::GetParent(const DsCsr& /*cursor*/, DsCsr& /*parent*/) {
-    return errorNoSuchObject; // patterns don't nest
+int CiPat::GetParent(const DsCsr& cursor, DsCsr& parent) {
+    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (!pattern || !openDrawing().find(pattern->relation.parent)) return errorNoSuchObject;
+    parent.PutId(objectOf(pattern->relation.parent));
+    return 0;
 }
