@@ -216,4 +216,45 @@ TEST_F(Export, OnlyLayersOfTheTemplateGiveColours) {
     EXPECT_EQ(file.protocol.find("Layer KNOWN ist nicht"), std::string::npos);
 }
 
+/// The layers of the lines of a pattern on layer "X", and of its text.
+std::string layersOfPart() {
+    const Exported file =
+        exportDrawing(exportConfig("ACAD15", "LAYER_ELEM=ATTR\nLAYERFLAG_TEXT=0\nUSE_BYLAYER=1\n"));
+    EXPECT_EQ(file.errors(), "");
+    std::string all;
+    for (std::size_t i = 0; i < file.count(0, "LINE"); ++i) all += valueOf(file.first(0, "LINE", i), 8) + " ";
+    return all + valueOf(file.first(0, "TEXT"), 8);
+}
+
+TEST_F(Export, RulesKnowBuildingParts) {
+    struct Case {
+        const char *object, *source, *parent, *heightcut, *layers;
+    };
+    // Line 1 is a centre line, line 2 has pen 3 and line type 2.
+    const Case cases[] = {
+        {"windowplan", "", "", "", "X-AXIS X X-TEXT"},
+        {"doorplan", "", "", "", "X-AXIS X X-TEXT"},
+        {"dxf-export", "windowplan", "", "", "X-AXIS X X-TEXT"},
+        {"wallplan", "", "wall", "1,3,2", "X X-BEYOND X"},
+        {"wallplan", "", "wall", "0,3,2", "X X X"},
+        {"wallplan", "", "wall", "1,4,2", "X X X"},
+        {"wallplan", "", "roof", "1,3,2", "X X X"},
+        {"columnvol", "", "", "", "X X X"},
+        {"other", "", "", "", "X X X"},
+    };
+    for (const Case& c : cases) {
+        startDrawing();
+        const int wall = addPattern({}).number;
+        host::openDrawing().find(wall)->attributes = {{"object", c.parent}, {"heightcut", c.heightcut}};
+        host::Pattern& part = addPattern({moveTo(0, 0), drawTo(1, 0), drawTo(2, 0, 3, 2)}, "P", "X");
+        part.attributes = {{"object", c.object}, {"obsource", c.source}};
+        part.relation.parent = wall;
+        part.elementAttributes = {{1, "object", "centerline"}};
+        host::Text text;
+        text.lines = {"abc"};
+        part.texts.push_back(text);
+        EXPECT_EQ(layersOfPart(), c.layers) << c.object << " " << c.parent << " " << c.heightcut;
+    }
+}
+
 } // namespace

@@ -25,8 +25,7 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
                       [](unsigned char x, unsigned char y) { return std::toupper(x) == std::toupper(y); });
 }
 
-/// Head of a table. `handle` receives the table's handle; `afterMarker` writes what stands between marker and
-/// count.
+/// Head of a table, up to its count. `handle` receives the table's handle.
 int openTable(const char* name, std::size_t count, std::uint32_t& handle) {
     handle = DxGetNextReference();
     DxWriteString(0, "TABLE");
