@@ -50,10 +50,15 @@ void addComparable(std::string& body, const BodyPair& pair) {
     body += pair.code;
     if (pair.number == 2 || pair.number == 5 || pair.number == 330) return;
     const double grid = gridOf(pair.number);
-    if (grid > 0)
-        body += std::to_string(std::llround(DxAtof(pair.value) / grid)) + '\n';
-    else
+    if (grid == 0) {
         body += pair.value;
+        return;
+    }
+    long long value = std::llround(DxAtof(pair.value) / grid);
+    const bool isAngle = pair.number >= 50 && pair.number <= 59;
+    const long long turn = std::llround(360 / grid);
+    if (isAngle) value = (value % turn + turn) % turn; // 0 and 360 are one
+    body += std::to_string(value) + '\n';
 }
 
 /// A block's body as it is compared: names, handles and owners without their values, which differ between
