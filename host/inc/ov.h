@@ -26,8 +26,7 @@ int ovpatinfo(int* code, int* patNo, UtCString* level, UtCString* cls, UtCString
 /// Group number of a pattern: 20 reads it, 6 sets it.
 int ovgroup(int* code, int* patNo, int* group);
 
-/// The 2D placement of a pattern, row-vector form {xx, xy, yx, yy, tx, ty}: 20 reads it, 21 sets it. It says
-/// what the pattern was placed by; its elements stand in the drawing's frame and stay where they are.
+/// 20: the 2D placement of a pattern, row-vector form: {xx, xy, yx, yy, tx, ty}.
 int ovpatmatrix(int* code, int* patNo, double matrix[6]);
 
 /// 256: bounding rectangle {minx, miny, maxx, maxy} of all that the pattern holds; 1005 when it is empty.
@@ -68,8 +67,9 @@ int ovhatchsetreppar(int index, int high, int low);
 
 // ---- sheet, unit, scale ----------------------------------------------------------------------------
 
-/// The drawing's form. Mode 5 reads format (0 A00 … 6 A5), scale and unit; 7 sets format and scale (2030 for
-/// one outside 1e-8 … 1e8, 3012 when the sheet would be smaller than the tolerance); 8 sets the unit.
+/// The drawing's form. Mode 5 reads format (0 A00 … 6 A5), scale and unit; 7 sets format, if it is one, and
+/// scale (2030 for one outside 1e-8 … 1e8, 3012 when the sheet would be smaller than the tolerance); 8 sets
+/// the unit.
 int ovform(int mode, int* format, double* scale, int* unit);
 
 /// Converts lengths. unitCode 100, mode 3: `value` in the drawing's unit to millimetres on the sheet
