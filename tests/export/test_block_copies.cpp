@@ -96,7 +96,8 @@ TEST_F(BlockCopies, WhatABlockCantHoldStaysWhereItIs) {
     addPlaced(arc, placementOf({9, 9, 1, -1, 90}));               // mirrored: an arc all the same
     addPlaced({moveTo(0, 0), drawTo(2, 1)}, {1, 0, 0.5, 1, 0, 0}) // sheared
         .ids.name = "sheared";
-    host::Pattern& uneven = addPattern(arc, "uneven"); // its arc can't be drawn by an uneven INSERT
+    // Its arc can't be drawn by an uneven INSERT.
+    host::Pattern& uneven = addPattern({moveTo(3, 3), step(host::ElementType::Arc, 5, 3, 4, 3)}, "uneven");
     uneven.relation.placement = placementOf({3, 3, 1, 2, 0});
     const Exported file = exportDrawing(exportConfig("ACAD24", COPIES));
     EXPECT_EQ(file.stat, 0);

@@ -39,7 +39,8 @@ TEST_F(Export, ColoursAreThoseOfTheFormat) {
     EXPECT_EQ(file.errors(), "");
     std::string colours;
     for (std::size_t i = 0; i < 3; ++i) colours += valueOf(file.first(0, "LINE", i), 62) + " ";
-    EXPECT_EQ(colours, "7 256 255 ");
+    // What is no colour of an element isn't taken from a configuration.
+    EXPECT_EQ(colours, "7 1 255 ");
 }
 
 TEST_F(Export, SizesAreNeverZero) {

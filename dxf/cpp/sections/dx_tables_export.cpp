@@ -212,7 +212,7 @@ static int validLayerColor(int colour) {
 static std::string_view definedLType(const DX_NAME& name) {
     for (const DX_LTYPE_TYPE& ltype : tables().lineTypes)
         if (equalsIgnoringCase(ltype.name.view(), name.view()) && !isConstLType(ltype.name.view()))
-            return ltype.name.view();
+            return name.view();
     return tables().lineTypes.empty() ? "CONTINUOUS" : tables().lineTypes[0].name.view();
 }
 
