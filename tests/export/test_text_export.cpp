@@ -163,6 +163,7 @@ TEST_F(Export, AttributesBecomeAttdefAndAttrib) {
 }
 
 TEST_F(Export, AttributesGoOutUnderTheNamesOfAFile) {
+    addPattern({moveTo(0, 0), drawTo(1, 0)}, "Q", "BEFORE");
     host::Pattern& pattern = addPattern({}, "P", "ALONE"); // nothing but attributes, which have no rectangle
     pattern.attributes = {{"Raum", "12"}, {"dxf::tag", "a"}, {"dxf", "class"}, {"free", "b"}};
     installation_.with("write_attr", "Raum  ROOM\n\nincomplete\n");
@@ -171,6 +172,7 @@ TEST_F(Export, AttributesGoOutUnderTheNamesOfAFile) {
         const Exported file = exportDrawing(exportConfig("ACAD24", lines + more));
         EXPECT_EQ(file.errors(), "");
         std::string all;
+        EXPECT_EQ(valueOf(file.first(0, "ATTRIB"), 8), "ALONE");
         for (std::size_t i = 0; i < file.count(0, "ATTRIB"); ++i)
             all +=
                 valueOf(file.first(0, "ATTRIB", i), 2) + "=" + valueOf(file.first(0, "ATTRIB", i), 1) + " ";

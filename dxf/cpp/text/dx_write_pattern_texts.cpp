@@ -118,6 +118,8 @@ int writeAttributes(int pat, const std::vector<Attribute>& attributes) {
     if (attributes.empty()) return 0;
     double rect[4] = {0, 0, 0, 0};
     if (const int error = rectangleOf(pat, rect)) return error;
+    if (DxEntityCount == 0) // nothing of this pattern has settled a layer yet
+        if (const int error = DxPatSetLayerAttribs(pat, 0, DX_KIND_TEXT)) return error;
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         const Attribute& attribute = attributes[i];
         const UtCString tag = attribute.used ? UtCString() : DxAttribConvert(attribute.name);
