@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/packing.h"
+#include "store/pattern_rows.h"
 
 #include <array>
 #include <string>
@@ -12,8 +13,7 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion =
-    4; ///< PRAGMA user_version; 2 has curves, 3 text_states, 4 what its families say
+inline constexpr int kDrawingFileVersion = 4;     ///< PRAGMA user_version; each Row says since which
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -294,7 +294,8 @@ using ForEachRow =
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
                Holder<Dimension>, Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>,
                Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
-               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>>;
+               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
+               Holder<Relation>, Holder<ElementAttribute>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {
