@@ -3,6 +3,7 @@
 #include "../host/dx_context.h"
 #include "../session/dx_reader.h"
 #include "../session/session_state.h"
+#include "ci_view.h"
 
 int DxCiSwitchToReadSpace() {
     const DxTempContext context;

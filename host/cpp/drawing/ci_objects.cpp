@@ -36,9 +36,6 @@ std::size_t hatches(const Pattern& p) {
 std::size_t dimensions(const Pattern& p) {
     return p.dimensions.size();
 }
-std::size_t bitmaps(const Pattern& p) {
-    return p.bitmaps.size();
-}
 std::size_t arrows(const Pattern& /*p*/) {
     return 0;
 }
@@ -62,7 +59,6 @@ std::size_t bodies(const Pattern& p) {
 TORVA_OBJECT_WALK(CiHatch, hatches)
 TORVA_OBJECT_WALK(CiDim, dimensions)
 TORVA_OBJECT_WALK(CiArrow, arrows)
-TORVA_OBJECT_WALK(CiBitmap, bitmaps)
 TORVA_OBJECT_WALK(Ci3d, bodies)
 
 int Ci3d::DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts) {

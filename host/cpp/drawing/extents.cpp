@@ -126,15 +126,23 @@ Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
         for (const RPT3& p : curve.points) box.add(p.x, p.y);
     for (const PointCloud& cloud : pattern.pointClouds)
         for (const RPT3& p : cloud.points) box.add(p.x, p.y);
+    for (const Bitmap& bitmap : pattern.bitmaps) {
+        const RPT3 &o = bitmap.origin, &u = bitmap.u, &v = bitmap.v;
+        for (const RPT& corner : {RPT{0, 0}, {1, 0}, {0, 1}, {1, 1}})
+            box.add(o.x + corner.x * u.x + corner.y * v.x, o.y + corner.x * u.y + corner.y * v.y);
+    }
     return box;
 }
 
 Extents Drawing::extents() const {
+    return extents(0);
+}
+
+Extents Drawing::extents(int view) const {
     Extents box;
-    const double perUnit = sheetMillimetres(*this);
+    const double perUnit = sheetMillimetres(*this, view);
     for (const Pattern& pattern : patterns)
-        if (pattern.number != 0 && !pattern.scratch && isVisible(pattern))
-            box.add(patternExtents(pattern, perUnit));
+        if (isContentOf(pattern, view)) box.add(patternExtents(pattern, perUnit));
     return box;
 }
 

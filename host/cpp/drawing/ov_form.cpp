@@ -13,15 +13,21 @@
 
 using namespace host;
 
+/// The sheet that is shown, null for the model.
+static View* shownSheet() {
+    return openDrawing().activeView == 0 ? nullptr : openDrawing().findView(openDrawing().activeView);
+}
+
 static int setScale(double scale) {
     constexpr int errorScaleRange = 2030;
     constexpr int errorSheetTooSmall = 3012;
     if (!(scale >= 1e-8 && scale <= 1e8)) return errorScaleRange;
     Drawing& drawing = openDrawing();
-    const GeFormat sheet(drawing.format);
+    View* const shown = shownSheet();
+    const GeFormat sheet(shown ? shown->format : drawing.format);
     const double side = std::min(sheet.width(), sheet.height()) / scale / unitInMm(drawing);
     if (side < drawingTolerance(drawing)) return errorSheetTooSmall;
-    drawing.scale = scale;
+    (shown ? shown->scale : drawing.scale) = scale;
     return 0;
 }
 
@@ -36,8 +42,9 @@ int ovform(int mode, int* format, double* scale, int* unit) {
         return 0;
     }
     if (mode != 5) return errorNotApplicable;
-    *format = drawing.format;
-    *scale = drawing.scale;
+    const View* const shown = shownSheet();
+    *format = shown ? shown->format : drawing.format;
+    *scale = drawing.viewScale(drawing.activeView);
     *unit = drawing.unit;
     return 0;
 }
@@ -45,7 +52,7 @@ int ovform(int mode, int* format, double* scale, int* unit) {
 int ovconv(int unitCode, int mode, double value, double* result) {
     if (callFails()) return errorNotApplicable;
     if (unitCode != 100 || mode != 3) return errorNotApplicable;
-    *result = value * unitInMm(openDrawing()) * openDrawing().scale;
+    *result = value * unitInMm(openDrawing()) * openDrawing().viewScale(openDrawing().activeView);
     return 0;
 }
 

@@ -1,5 +1,6 @@
 #include "store/store.h"
 
+#include "store/sheet_tables.h"
 #include "store/table_reader.h"
 
 #include <cerrno>
@@ -46,7 +47,6 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     readPatternLists(db, drawing, &Pattern::hatches);
     readPatternLists(db, drawing, &Pattern::texts);
     readPatternLists(db, drawing, &Pattern::dimensions);
-    readPatternLists(db, drawing, &Pattern::bitmaps);
     readPatternLists(db, drawing, &Pattern::faces);
     if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
     readPatternLists(db, drawing, &Pattern::pointClouds);
@@ -145,6 +145,7 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     const std::int64_t version = checkFile(db);
     readPatterns(db, version, readHead(db, drawing), drawing);
     readTables(db, version, drawing);
+    readSheets(db, version, drawing);
     checkElements(drawing);
     drawing.recount();
     db.close();
