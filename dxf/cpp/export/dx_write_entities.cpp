@@ -2,7 +2,7 @@
 
 #include "../config/dx_pens.h"
 #include "../import/dx_extents.h"
-#include "../session/dx_writer.h"
+#include "dx_codes.h"
 #include "export_state.h"
 #include "mt.h"
 #include "ut.h"
@@ -10,8 +10,6 @@
 #include <cmath>
 
 namespace {
-
-constexpr double DEGREES = 57.29577951308232;
 
 RPT through(const RPT& point, const Mat32 mat) {
     RPT result;
@@ -39,8 +37,7 @@ double angleDegrees(const RPT& centre, const RPT& p) {
 class Entity {
 public:
     /// `name`: group 0 as it stands in the file.
-    Entity(std::string_view name, std::string_view lookGroups)
-        : run_(name.size() + lookGroups.size() + MOST_NUMBERS * DxPairRun::NUMBER) {
+    Entity(std::string_view name, std::string_view lookGroups) {
         run_.pairs(name);
         run_.handle(5, DxGetNextReference());
         if (DxOwnerHandle) run_.handle(330, DxOwnerHandle);
@@ -48,7 +45,7 @@ public:
         run_.pairs(lookGroups);
     }
     void marker(std::string_view pair) {
-        if (DxMiscCheckVersion(6)) run_.pairs(pair);
+        if (DxMiscCheckVersion(DX_LEVEL_HANDLES)) run_.pairs(pair);
     }
     void real(int code, double value) { run_.real(code, value); }
     /// A point under group `code` and `code` + 10.
@@ -58,13 +55,11 @@ public:
     }
     /// Writes it; its last point, in the host's frame, belongs to the extents.
     int end(const RPT& last) {
-        const int error = run_.end();
-        if (!error) DxStoreMaxXY(last.x, last.y);
-        return error;
+        DxStoreMaxXY(last.x, last.y);
+        return run_.end();
     }
 
 private:
-    static constexpr std::size_t MOST_NUMBERS = 12; // eight coordinates, two handles, the markers
     DxPairRun run_;
 };
 
@@ -92,17 +87,27 @@ DX_WRITE_LOOK DxWriteLookOf(int pen, int lt) {
 }
 
 int DxWriteEntityIds(std::uint32_t handle, std::uint32_t owner) {
-    int error = DxWriteVariableReference2(5, handle ? handle : DxGetNextReference());
-    if (!error && owner) error = DxWriteVariableReference2(330, owner);
-    return error ? error : DxWriteSubClass("AcDbEntity");
+    DxWriteVariableReference2(5, handle ? handle : DxGetNextReference());
+    if (!owner) owner = DxOwnerHandle;
+    if (owner) DxWriteVariableReference2(330, owner);
+    return DxWriteSubClass("AcDbEntity");
 }
 
-int DxWriteEntityHead(const char* name, const DX_WRITE_STYLE& style, std::uint32_t handle) {
-    int error = DxWriteString(0, name);
-    if (!error) error = DxWriteEntityIds(handle, DxOwnerHandle);
-    if (!error) error = DxWriteString(8, style.layer);
-    if (!error) error = DxWriteLinetype(style.lineType);
-    return error ? error : DxWriteColor(style.colour);
+int DxWriteEntityStart(std::string_view name, DxOutText layer, std::uint32_t handle, std::uint32_t owner) {
+    DxWriteString(0, name);
+    DxWriteEntityIds(handle, owner);
+    return DxWriteString(8, layer);
+}
+
+int DxWriteEntityLook(const DX_WRITE_STYLE& style) {
+    DxWriteLinetype(style.lineType);
+    return DxWriteColor(style.colour);
+}
+
+int DxWriteEntityHead(std::string_view name, const DX_WRITE_STYLE& style, std::uint32_t handle,
+                      std::uint32_t owner) {
+    DxWriteEntityStart(name, style.layer, handle, owner);
+    return DxWriteEntityLook(style);
 }
 
 int DxWriteLine(const RPT& from, const RPT& to, const DX_WRITE_LOOK& look, const Mat32 mat) {
@@ -133,7 +138,7 @@ void DxGetAngle(double x0, double y0, double x1, double y1, double* angle) {
     if (dx == 0.0)
         *angle = dy >= 0.0 ? 90.0 : -90.0;
     else
-        *angle = std::atan(dy / dx) * DEGREES + (dx < 0.0 ? 180.0 : 0.0);
+        *angle = std::atan(dy / dx) * DX_DEGREES + (dx < 0.0 ? 180.0 : 0.0);
 }
 
 int DxWriteArc(int type, const RPT& from, const RPT& to, const RPT& about, double tolerance,
@@ -167,18 +172,17 @@ int DxWriteSolid(const RPT* corners, int pen, int lt, const Mat32 mat) {
     Entity solid("  0\nSOLID\n", lookGroups(look.style));
     solid.marker("100\nAcDbTrace\n");
     for (int i = 0; i < 4; ++i) solid.point(10 + i, through(corners[i], mat));
-    const int error = solid.end(corners[0]);
-    for (int i = 1; i < 4 && !error; ++i) DxStoreMaxXY(corners[i].x, corners[i].y);
-    return error;
+    for (int i = 1; i < 4; ++i) DxStoreMaxXY(corners[i].x, corners[i].y);
+    return solid.end(corners[0]);
 }
 
 int DxWriteDonut(const RPT& a, const RPT& b, int pen, double width, const Mat32 mat) {
     const RPT centre{(a.x + b.x) * 0.5, (a.y + b.y) * 0.5};
     DX_WRITE_POLYLINE ring;
     int open = 0;
-    int error = DxWritePolyLineStart(pen, -1, width, &open, ring);
-    if (error || !open) return error;
-    error = DxWriteVertex(2, a, a, centre, pen, -1, mat, &open, ring);
+    DxWritePolyLineStart(pen, -1, width, &open, ring);
+    if (!open) return DxWriteError();
+    int error = DxWriteVertex(2, a, a, centre, pen, -1, mat, &open, ring);
     if (!error && open) error = DxWriteVertex(3, a, b, centre, pen, -1, mat, &open, ring);
     if (!error && open) error = DxWriteVertex(3, b, a, centre, pen, -1, mat, &open, ring);
     DxWritePolySeqEnd(ring);

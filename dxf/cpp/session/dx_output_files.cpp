@@ -1,13 +1,11 @@
 // The files of an export: the target and what is gathered beside it.
+#include "dx_codes.h"
 #include "dx_documents.h"
 #include "dx_messages.h"
 #include "dx_protocol.h"
 #include "dx_writer.h"
 #include "session_state.h"
 #include "ut.h"
-
-static constexpr int WRITE_FAILED = 9000;
-static constexpr int OPEN_FAILED = 9001;
 
 static FILE* openTemporary(const char* prefix, UtCString& path, int message) {
     path = UtTempFileName(UtGetTempDir(), prefix);
@@ -32,26 +30,14 @@ int DxWriteOpen() {
     if (!DxHeaderStream) {
         DxProtoMsg(DxMsg(5809, DxFileName.c_str()), 1);
         DxHeaderPath = UtCString();
-        return OPEN_FAILED;
+        return DX_ERR_OPEN;
     }
     DxBodyStream = openTemporary("DXF", DxBodyPath, 5707);
-    if (!DxBodyStream) return OPEN_FAILED;
+    if (!DxBodyStream) return DX_ERR_OPEN;
     DxImageStream1 = openTemporary("DXF_IMG1", DxImagePath1, 5809);
-    if (!DxImageStream1) return OPEN_FAILED;
+    if (!DxImageStream1) return DX_ERR_OPEN;
     DxImageStream2 = openTemporary("DXF_IMG2", DxImagePath2, 5809);
-    return DxImageStream2 ? 0 : OPEN_FAILED;
-}
-
-int DxWriteCloseStream(FILE*& stream) {
-    if (!stream) return 0;
-    int flushed = 0;
-    if (DxPending.stream == stream) {
-        flushed = DxWriteFlush();
-        DxPending.stream = nullptr;
-    }
-    const int closed = UtFileClose(stream);
-    stream = nullptr;
-    return flushed || closed ? WRITE_FAILED : 0;
+    return DxImageStream2 ? 0 : DX_ERR_OPEN;
 }
 
 static void removeFile(UtCString& path) {
@@ -62,9 +48,9 @@ static void removeFile(UtCString& path) {
 int DxWriteClose(bool complete) {
     DxDocuments.select(nullptr);
     int result = DxWriteCloseStream(DxHeaderStream);
-    DxWriteCloseStream(DxBodyStream);
-    DxWriteCloseStream(DxImageStream1);
-    DxWriteCloseStream(DxImageStream2);
+    DxWriteDropStream(DxBodyStream); // what they held is in the target by now, or no longer wanted
+    DxWriteDropStream(DxImageStream1);
+    DxWriteDropStream(DxImageStream2);
     removeFile(DxBodyPath);
     removeFile(DxImagePath1);
     removeFile(DxImagePath2);
@@ -74,7 +60,7 @@ int DxWriteClose(bool complete) {
         if (UtFileRename(DxHeaderPath, DxTargetPath) == 0)
             DxHeaderPath = UtCString();
         else
-            result = WRITE_FAILED;
+            result = DxWriteFail();
     }
     removeFile(DxHeaderPath);
     return complete ? result : 0;
