@@ -1,5 +1,7 @@
 #include "drawing/extents.h"
 
+#include "ge.h"
+
 #include "drawing/spline_curve.h"
 #include "text/layout.h"
 
@@ -134,15 +136,27 @@ Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
     return box;
 }
 
+Extents placedExtents(const Drawing& drawing, const Pattern& pattern) {
+    const Extents flat = patternExtents(pattern, sheetMillimetres(drawing, pattern.view));
+    const auto plane = drawing.workPlanes.find(pattern.workId);
+    if (plane == drawing.workPlanes.end() || flat.empty) return flat;
+    const GeMat44 m(plane->second.a, plane->second.b, plane->second.c);
+    GeBox box({flat.minX, flat.minY, 0}, {flat.maxX, flat.maxY, 0});
+    box *= m;
+    Extents placed;
+    placed.add(box.min.x, box.min.y);
+    placed.add(box.max.x, box.max.y);
+    return placed;
+}
+
 Extents Drawing::extents() const {
     return extents(0);
 }
 
 Extents Drawing::extents(int view) const {
     Extents box;
-    const double perUnit = sheetMillimetres(*this, view);
     for (const Pattern& pattern : patterns)
-        if (isContentOf(pattern, view)) box.add(patternExtents(pattern, perUnit));
+        if (isContentOf(pattern, view)) box.add(placedExtents(*this, pattern));
     return box;
 }
 
