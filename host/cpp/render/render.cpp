@@ -54,6 +54,8 @@ static Surface makeSurface(Format format, double width, double height, FILE* fil
     return {surface, cairo_surface_destroy};
 }
 
+namespace {
+
 /// Draws pages. Fills lie under all lines and texts over them, whatever the order of the patterns.
 class PagePainter {
 public:
