@@ -14,7 +14,7 @@ int DxUseTemplate;
 UtCString DxTemplateName;
 int DxUseByLayer;
 UtCString DxByLayerFile;
-int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxFillSegType;
+int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
@@ -70,6 +70,7 @@ static void resetImportOptions() {
     DxFillContour = 1;
     DxUseUcs = 0;
     DxUseGeoref = 1;
+    DxPaperSize = DxClipImages = 0;
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxLineAsHatch = 0;

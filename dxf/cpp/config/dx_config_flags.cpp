@@ -170,6 +170,8 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"FILL_CONTOUR",    DxKeyWhen::Always,  &DxFillContour},
     {"USE_UCS",         DxKeyWhen::Always,  &DxUseUcs},
     {"USE_GEOREF",      DxKeyWhen::Always,  &DxUseGeoref},
+    {"PAPER_SIZE",      DxKeyWhen::Import,  &DxPaperSize},
+    {"CLIP_IMAGES",     DxKeyWhen::Import,  &DxClipImages},
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},

@@ -3,6 +3,7 @@
 RPT3 DxExtMin{DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
 RPT3 DxExtMax{DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
 RPT3 DxInsBase{};
+RPT DxModelShift{};
 RPT3 DxLastPoint{};
 int DxBlockLevel = 0;
 DxTable<DX_INSERT_LEVEL> DxInsertStack;
@@ -12,6 +13,7 @@ int DxBlockIsEven = 1;
 int DxPlotCount = 1, DxViewportCount = 1;
 int DxPolylineOpen = 0;
 int DxAbortCount = 0;
+int DxViewportAbortCount = 0;
 long DxEntitiesLeft = 0;
 int DxSplineApprox = -1;
 int DxEntityDrawn = 0;
@@ -31,6 +33,7 @@ void DxResetImportState() {
     DxExtMin = {DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
     DxExtMax = {DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
     DxInsBase = DxLastPoint = {0, 0, 0};
+    DxModelShift = {0, 0};
     DxBlockLevel = 0;
     DxBlockScaleX = DxBlockScaleY = DxBlockScaleZ = 1;
     DxBlockRotation = 0;
@@ -38,6 +41,7 @@ void DxResetImportState() {
     DxPlotCount = DxViewportCount = 1;
     DxPolylineOpen = 0;
     DxAbortCount = 0;
+    DxViewportAbortCount = 0;
     DxEntitiesLeft = 0;
     DxSplineApprox = -1;
     DxEntityDrawn = 0;

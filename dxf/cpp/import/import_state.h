@@ -30,6 +30,7 @@ struct DX_INSERT_LEVEL {
 
 extern RPT3 DxExtMin, DxExtMax;                ///< extents of the active space
 extern RPT3 DxInsBase;                         ///< insertion base of the active space
+extern RPT DxModelShift;                       ///< drawing shift of model space, once it is drawn
 extern RPT3 DxLastPoint;                       ///< last point drawn, world coordinates ahead of the shift
 extern int DxBlockLevel;                       ///< number of INSERTs being expanded
 extern DxTable<DX_INSERT_LEVEL> DxInsertStack; ///< entry n belongs to block level n
@@ -40,6 +41,7 @@ extern int DxBlockIsEven;
 extern double DxBlockRotation;           ///< sum of the INSERT rotations, degrees
 extern int DxPlotCount, DxViewportCount; ///< running numbers of layouts and viewports
 extern int DxPolylineOpen;               ///< 1 while a polyline's vertices are drawn
+extern int DxViewportAbortCount;         ///< the same for a walk that looks at viewports alone
 extern int DxAbortCount;                 ///< entities since the host was last asked whether to stop
 extern long DxEntitiesLeft; ///< entities until a walk that would never end is stopped, 0: no such walk
 extern int DxSplineApprox;  ///< &DxfSplineApprox as the section's walk found it, -1: none

@@ -44,6 +44,12 @@ int DxWriteEntitySection() {
 
 namespace {
 
+/// A file name without its extension; a name that begins with its only point has none.
+std::string withoutExtension(const std::string& name) {
+    const std::size_t point = name.rfind('.');
+    return point == std::string::npos || point == 0 ? name : name.substr(0, point);
+}
+
 /// Copies the file at `path` behind what the header stream holds.
 int appendFile(const UtCString& path) {
     if (const int error = DxWriteFlush()) return error;
@@ -199,7 +205,7 @@ void Export::convertToDwg() {
 void Export::write() {
     DxTargetExisted = UtIsFile(DxFileName) ? 1 : 0;
     DxOutDir = UtPathDir(DxFileName);
-    DxOutBase = UtPathFile(DxFileName);
+    DxOutBase = UtCString(withoutExtension(UtPathFile(DxFileName).str()));
     const bool showsDraw = DxMacroNumber("&DxfShowDraw") >= 0.5;
     int pattern = 0;
     if (!showsDraw) Dxovpat(-1, &pattern);

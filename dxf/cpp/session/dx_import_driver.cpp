@@ -5,6 +5,7 @@
 #include "../host/dx_host.h"
 #include "../import/dx_blocks.h"
 #include "../import/dx_entity_section.h"
+#include "../import/dx_paper_spaces.h"
 #include "../import/dx_spaces.h"
 #include "../import/dx_transform.h"
 #include "../import/import_state.h"
@@ -78,6 +79,13 @@ void reportError(int error) {
         reportPlace(document);
         break;
     }
+}
+
+/// The host shows model space again.
+int showModel() {
+    DxActSpace = 0;
+    DxPlotCount = DxViewportCount = 1;
+    return DxCiSwitchToReadSpace();
 }
 
 void reportSuccess() {
@@ -168,7 +176,10 @@ int Import::readSections() {
     section([] { return DxReadBlockSection(); });
     section([this] { return DxReadEntitySection(matrix_); });
     if (!error && DxReadSpace == 2) error = DxFinishPaperSpaces(matrix_);
-    if (!error && DxUseGeoref && DxHasGeoData()) error = DxApplyGeoreference(matrix_);
+    if (!error && DxUseGeoref && DxHasGeoData()) {
+        if (DxReadSpace == 2) error = showModel();
+        if (!error) error = DxApplyGeoreference(matrix_);
+    }
     return error;
 }
 
@@ -205,9 +216,7 @@ void Import::read() {
         reportSuccess();
 
     if (DxReadSpace == 2) {
-        DxActSpace = 0;
-        DxPlotCount = DxViewportCount = 1;
-        DxCiSwitchToReadSpace();
+        showModel();
         DxCiViewUpdate();
     }
     DxCiAddDxfLayer(nullptr);

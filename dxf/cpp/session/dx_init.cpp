@@ -12,6 +12,7 @@
 #include "../import/dx_images.h"
 #include "../import/dx_kinds.h"
 #include "../import/dx_point_clouds.h"
+#include "../import/image_state.h"
 #include "../import/import_state.h"
 #include "../import/polyline_state.h"
 #include "../sections/dx_tables_import.h"
@@ -37,6 +38,7 @@ void resetAllState(int isExport) {
     DxResetConfigState();
     DxResetHostState();
     DxResetImportState();
+    DxResetImageState();
     DxResetPolylineState();
     DxResetBlocksState();
     DxResetSectionsState();

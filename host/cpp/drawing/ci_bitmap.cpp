@@ -113,13 +113,33 @@ int CiBitmap::GetClip(const DsCsr& cursor, int index, RPT* point) {
     return 0;
 }
 
+/// The file that a picture is read from: itself, or what it held before an export wrote another one there.
+static std::string sourceOf(const Bitmap& bitmap) {
+    const auto kept = drawingState().keptPictures.find(bitmap.file);
+    return kept == drawingState().keptPictures.end() ? bitmap.file : kept->second;
+}
+
+/// Keeps the content of a file that is about to be replaced and that pictures of the drawing still need.
+static void keepSource(const std::string& target) {
+    std::error_code error;
+    const std::string path = std::filesystem::absolute(target, error).lexically_normal().string();
+    if (!std::filesystem::exists(path, error) || drawingState().keptPictures.contains(path)) return;
+    for (const Pattern& pattern : openDrawing().patterns)
+        for (const Bitmap& bitmap : pattern.bitmaps)
+            if (bitmap.file == path) {
+                drawingState().keptPictures[path] = keepInMemory(path);
+                return;
+            }
+}
+
 int CiBitmap::Export(const DsCsr& cursor, const UtCString& path, int format, int /*mode*/) {
     constexpr int writeFailed = 9000;
     const Bitmap* bitmap = bitmapAt(cursor);
     if (!bitmap) return errorNoSuchObject;
     if (format != 1 && format != 2) return errorNotApplicable;
     const PictureKind kind = format == 1 ? PictureKind::Tiff : PictureKind::Jpeg;
-    const std::string why = convertPicture(bitmap->file, systemPath(path), kind);
+    keepSource(systemPath(path));
+    const std::string why = convertPicture(sourceOf(*bitmap), systemPath(path), kind);
     if (why.empty()) return 0;
     tell("Picture " + path.str() + " wasn't written: " + why);
     return writeFailed;

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -150,6 +151,15 @@ static std::string copyFile(const std::string& source, const std::string& target
     std::fclose(from);
     if (to && std::fclose(to) != 0) done = false;
     return done ? std::string() : "it can't be written";
+}
+
+std::string keepInMemory(const std::string& path) {
+    const int handle = memfd_create("picture", MFD_CLOEXEC);
+    if (handle < 0) return path;
+    const std::string copy = "/proc/self/fd/" + std::to_string(handle);
+    if (copyFile(path, copy).empty()) return copy;
+    close(handle);
+    return path;
 }
 
 /// Writes `source` in another format into a new file.

@@ -52,6 +52,9 @@ std::string loadImage(const std::string& path, double wantedWidth, double wanted
 /// `target` only by a finished file. Empty, or what went wrong.
 std::string convertPicture(const std::string& source, const std::string& target, PictureKind kind);
 
+/// A copy of a file that lives as long as the program: its path, or that of the file when there is no memory.
+std::string keepInMemory(const std::string& path);
+
 // ---- one format each -------------------------------------------------------------------------------
 // They own the stream from here on. Null with `error` as above.
 
