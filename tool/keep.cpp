@@ -94,6 +94,9 @@ static void addFont(KeepPlan& plan, const std::string& font) {
 
 KeepPlan planKeeping(const SourceScan& scan) {
     KeepPlan plan;
+    // Paper is drawn in the unit of its plotter; sheets have one unit, so that most layouts decide.
+    constexpr int inch = 7;
+    if (scan.inchLayouts > scan.otherLayouts) plan.paperUnit = inch;
     LineTypeNumbers numbers(plan, scan);
     for (const SourceLineType& type : scan.lineTypes) numbers.add(type);
     for (const std::string& name : scan.lineTypesUsed) numbers.add({name, {}, {}});

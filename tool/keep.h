@@ -12,6 +12,7 @@
 namespace tool {
 
 struct KeepPlan {
+    int paperUnit = 3; ///< host unit of paper space
     /// Line types by host number (2 … 62; 1 is continuous), dash lengths in the file's drawing units.
     std::map<int, SourceLineType> lineTypes;
     /// Each spelling of a name in the file and its number.

@@ -23,6 +23,9 @@ struct Loaded {
     double seconds = 0;
 };
 
+/// What to say of a DWG when no program is named that converts it.
+std::string missingConverter(const std::string& name);
+
 /// The macro variables of --set, for the run to come; a run uses most of them up.
 void setUserVariables(const Options& options);
 

@@ -1,6 +1,8 @@
 #include "save.h"
 
+#include "convert/binary_dxf.h"
 #include "drawing/drawing.h"
+#include "drawing/dump.h"
 #include "dx_select.h"
 #include "environment.h"
 #include "keep.h"
@@ -168,6 +170,12 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
         return STATUS_FAILED;
     }
     if (!keeps && !options.read.config.empty()) session.texts["$DxfConfig"] = options.read.config;
+    if (UtPathExt(target).str() == "dwg" && session.dwgConverter.empty()) {
+        std::cerr << "torva-dxf: " << missingConverter(target) << '\n';
+        return STATUS_FAILED;
+    }
+    if (toStream && host::countDrawing(host::openDrawing()).bitmaps > 0)
+        std::cerr << name << ": pictures stand beside a DXF file; a stream has none\n";
     const RunFiles files(folder);
     DxfSelect(0, options.read.threeD ? DX_EXPORT_3D : DX_EXPORT_2D, target);
     hideProgress();
@@ -178,6 +186,12 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
         for (const std::string& line : session.dialogs) std::cerr << name << ": " << line << '\n';
     }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);
+    if (stat == 0 && options.binary) {
+        if (const std::string error = host::makeBinaryDxf(target); !error.empty()) {
+            std::cerr << "torva-dxf: " << name << ": " << error << '\n';
+            return STATUS_FAILED;
+        }
+    }
     if (stat == 0 && (!toStream || copyToStream(target, name))) return STATUS_DONE;
     if (stat == 0 && name == "-") return STATUS_FAILED;
     std::cerr << "torva-dxf: " << name << ": the export ended with an error\n";

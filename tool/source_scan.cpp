@@ -76,10 +76,13 @@ public:
 private:
     void takeHeader(const PairReader& pair);
     void takeTables(const PairReader& pair);
+    void takeLayout(const PairReader& pair);
 
     SourceScan& scan_;
     NameList used_, fonts_;
     std::string section_, record_, variable_;
+    std::string subclass_; ///< of the record at hand
+    int paperUnits_ = 1;   ///< of the layout at hand, 0: inches
     bool namesSection_ = false;
 };
 
@@ -150,8 +153,18 @@ void Scanner::takeTables(const PairReader& pair) {
     if (pair.code == 49 && type.dashes.size() < kMostDashes) type.dashes.push_back(toReal(pair.value));
 }
 
+/// Layouts, each with its unit ahead of its name; the model is one of them.
+void Scanner::takeLayout(const PairReader& pair) {
+    if (pair.code == 100) subclass_ = pair.value.substr(0, 32);
+    if (subclass_ == "AcDbPlotSettings" && pair.code == 72) paperUnits_ = toInt(pair.value, 1);
+    if (subclass_ != "AcDbLayout" || pair.code != 1 || pair.value == "Model") return;
+    ++(paperUnits_ == 0 ? scan_.inchLayouts : scan_.otherLayouts);
+}
+
 void Scanner::take(const PairReader& pair) {
     if (pair.code == 0) {
+        subclass_.clear();
+        paperUnits_ = 1;
         record_ = pair.value.substr(0, 32);
         namesSection_ = record_ == "SECTION";
         if (record_ == "LTYPE" && section_ == "TABLES" && scan_.lineTypes.size() < kMostNames)
@@ -165,6 +178,7 @@ void Scanner::take(const PairReader& pair) {
     if (section_ == "HEADER") return takeHeader(pair);
     if (pair.code == 6) used_.add(pair.value);
     if (section_ == "TABLES") takeTables(pair);
+    if (section_ == "OBJECTS" && record_ == "LAYOUT") takeLayout(pair);
 }
 
 SourceScan scanSource(std::string_view bytes) {

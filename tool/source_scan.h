@@ -30,6 +30,7 @@ struct SourceScan {
     int insUnits = 0;
     double paperBaseX = 0, paperBaseY = 0; ///< $PINSBASE
     double lineTypeScale = 1;
+    int inchLayouts = 0, otherLayouts = 0;  ///< layouts of paper, by the unit that they are plotted in
     std::vector<SourceLineType> lineTypes;  ///< in the order of the table
     std::vector<SourceLayer> layers;        ///< in the order of the table
     std::vector<std::string> lineTypesUsed; ///< each spelling in group 6 once

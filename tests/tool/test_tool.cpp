@@ -118,10 +118,10 @@ TEST_F(Tool, InfoCountsWhatTheFileHolds) {
                            .entity("WIDGET", {{10, "0"}})
                            .text());
     const json a = info("a.dxf");
-    for (const char* key :
-         {"file",     "stat",  "version",    "codepage",   "unit",     "scale",    "patterns",
-          "elements", "texts", "hatches",    "dimensions", "bitmaps",  "faces",    "pointclouds",
-          "solids",   "views", "attributes", "extents",    "entities", "messages", "seconds"})
+    for (const char* key : {"file",     "stat",        "version",    "codepage", "unit",       "scale",
+                            "patterns", "elements",    "texts",      "hatches",  "dimensions", "bitmaps",
+                            "faces",    "pointclouds", "solids",     "views",    "attributes", "extents",
+                            "entities", "messages",    "view_names", "images",   "seconds"})
         EXPECT_TRUE(a.contains(key)) << key;
     EXPECT_EQ(a["version"], "AC1027");
     EXPECT_EQ(a["entities"]["LINE"], (json{{"read", 2}, {"drawn", 1}, {"skipped", 1}}));

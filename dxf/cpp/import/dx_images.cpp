@@ -2,6 +2,7 @@
 
 #include "../config/config_state.h"
 #include "../host/dx_host_image.h"
+#include "../host/host_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"

@@ -3,6 +3,7 @@
 #include "../config/config_state.h"
 #include "../host/dx_context.h"
 #include "../host/dx_host_views.h"
+#include "../host/host_state.h"
 #include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_reader.h"

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 namespace host {
@@ -25,5 +26,9 @@ bool binaryDxfToText(std::string_view bytes, std::FILE* out);
 /// Writes text DXF as a binary file of the version that its header names. Comments are left out. False for
 /// a text that isn't made of groups, and when writing failed.
 bool textDxfToBinary(std::string_view text, std::FILE* out);
+
+/// Turns a text DXF file into the binary one of the same name, which takes its place once it is whole. Empty,
+/// or what went wrong; then the text stays.
+std::string makeBinaryDxf(const std::string& path);
 
 } // namespace host
