@@ -1,6 +1,7 @@
 // IMAGE.
 #include "../config/config_state.h"
 #include "../config/dx_pens.h"
+#include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
 #include "../session/session_state.h"
 #include "dx_entity_base.h"
@@ -51,6 +52,12 @@ RPT3 beyond(const RPT3& from, double times, const RPT3& vector) {
     return {from.x + times * vector.x, from.y + times * vector.y, from.z + times * vector.z};
 }
 
+/// The image waits, in the active pattern, which counts as used.
+int enterQueue(const R& image, const Mat44 m) {
+    if (const int error = DxImageQueueAdd(&image, m, DxActPatIndex)) return error;
+    return DxNewElement(1);
+}
+
 } // namespace
 
 int DxReadImage(DX_IMAGE_TYPE* image) {
@@ -73,10 +80,13 @@ int DxDrawImage(DX_IMAGE_TYPE* image, const Mat44 m) {
         return 0;
     }
     DxEntityDrawn = 1;
-    const int index = DxActPatIndex, pattern = DxActPat;
-    int error = DxLayerToPattern ? DxNewPatCopyAllAttr(1) : DxNewPat(1);
-    if (!error) error = DxImageQueueAdd(image, m, DxActPatIndex);
-    if (!error) error = DxNewElement(1); // the pattern counts as used
-    if (error) return error;
-    return DxLayerToPattern ? DxReturnToPat(index, pattern) : DxNewPat(0);
+    if (!DxLayerToPattern) {
+        int error = DxNewPat(1);
+        if (!error) error = enterQueue(*image, m);
+        return error ? error : DxNewPat(0); // what follows doesn't stand beside the image
+    }
+    DxPatternScope layer;
+    int error = DxNewPatCopyAllAttr(1);
+    if (!error) error = enterQueue(*image, m);
+    return error ? error : layer.leave();
 }

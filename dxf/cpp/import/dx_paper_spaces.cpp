@@ -83,7 +83,6 @@ int drawSpace(const DX_BLOCK_RECORD_TYPE& record, const DX_LAYOUT_TYPE* layout, 
     if (const int error = DxLayerToPattern ? DxCreatePatterns(0) : DxNewPat(0)) return error;
     if (const int error = DxfSetScale(1)) return error;
     DxCheckPass = 0;
-    DxBlockLevel = 0;
     DxDisplay(DxMsg(5712));
     DxResetPercent();
     const DX_INSERT_TYPE insert = insertOf(record);

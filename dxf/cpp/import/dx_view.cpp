@@ -1,5 +1,6 @@
 // VIEW records as the outlines of what they show.
 #include "../config/config_state.h"
+#include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
 #include "../host/dx_host_views.h"
 #include "../session/dx_encoding.h"
@@ -43,8 +44,8 @@ int DxDrawView(const DX_VIEW_TYPE& view, const Mat44 m) {
     mark.lineType = LINE_TYPE;
     mark.kind = "VIEW";
     mark.name = DxHostText(view.name.view());
-    const int index = DxActPatIndex, pattern = DxActPat;
+    DxPatternScope pattern;
     const int error = drawMark(mark, view);
-    const int restored = DxReturnToPat(index, pattern);
+    const int restored = pattern.leave();
     return error ? error : restored;
 }

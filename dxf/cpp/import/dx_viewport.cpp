@@ -1,6 +1,7 @@
 // VIEWPORT.
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
+#include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
 #include "../host/dx_host_views.h"
 #include "../session/session_state.h"
@@ -141,8 +142,8 @@ int DxDrawViewport(DX_VIEWPORT_TYPE* viewport, const Mat44 m) {
         return 0;
     }
     DxEntityDrawn = 1;
-    const int index = DxActPatIndex, pattern = DxActPat;
+    DxPatternScope pattern;
     const int error = drawMark(mark, *viewport);
-    const int restored = DxReturnToPat(index, pattern);
+    const int restored = pattern.leave();
     return error ? error : restored;
 }

@@ -13,20 +13,25 @@
 
 using namespace host;
 
+static constexpr int smallestFormat = 6; // A5
+
 /// The sheet that is shown, null for the model.
 static View* shownSheet() {
     return openDrawing().activeView == 0 ? nullptr : openDrawing().findView(openDrawing().activeView);
 }
 
-static int setScale(double scale) {
+static int setScale(int format, double scale) {
     constexpr int errorScaleRange = 2030;
     constexpr int errorSheetTooSmall = 3012;
     if (!(scale >= 1e-8 && scale <= 1e8)) return errorScaleRange;
     Drawing& drawing = openDrawing();
     View* const shown = shownSheet();
-    const GeFormat sheet(shown ? shown->format : drawing.format);
+    int& ownFormat = shown ? shown->format : drawing.format;
+    if (format < 0 || format > smallestFormat) format = ownFormat;
+    const GeFormat sheet(format);
     const double side = std::min(sheet.width(), sheet.height()) / scale / unitInMm(drawing);
     if (side < drawingTolerance(drawing)) return errorSheetTooSmall;
+    ownFormat = format;
     (shown ? shown->scale : drawing.scale) = scale;
     return 0;
 }
@@ -34,7 +39,7 @@ static int setScale(double scale) {
 int ovform(int mode, int* format, double* scale, int* unit) {
     if (callFails()) return errorNotApplicable;
     Drawing& drawing = openDrawing();
-    if (mode == 7) return setScale(*scale);
+    if (mode == 7) return setScale(*format, *scale);
     if (mode == 8) {
         if (GeUnit(*unit).factor() <= 0) return errorNotApplicable;
         drawing.changeUnit(*unit);
