@@ -26,7 +26,7 @@ protected:
     }
 };
 
-/// A PNG that only has a head, which announces a size.
+/// The head of a PNG, which announces a size.
 std::string pngHead(std::uint32_t width, std::uint32_t height) {
     std::string bytes = "\x89PNG\r\n\x1A\n";
     const auto put = [&bytes](std::uint32_t value) {
@@ -46,7 +46,7 @@ std::string pngHead(std::uint32_t width, std::uint32_t height) {
     put(13);
     bytes += head;
     put(~crc);
-    return bytes;
+    return bytes + std::string("\0\0\1\0IDAT", 8);
 }
 
 } // namespace

@@ -68,11 +68,11 @@ TEST(Sheets, AreMadeOfLayoutsAndKeepTheirContentApart) {
             .dump;
     EXPECT_EQ(views(dump), "view \"Default\" format 1 unit mm scale 1\n"
                            "view \"Plan\" format 4 unit mm scale 1\n"
-                           "view \"Detail\" format 4 unit mm scale 1\n")
+                           "view \"Detail\" format 5 unit mm scale 1\n")
         << "a format must be larger than the paper; a turned paper changes its sides";
-    EXPECT_THAT(dump, HasSubstr("layer \"A\"\n  pen 1 lt 1\n  move 0 0\n  draw 1 1\n"));
-    EXPECT_THAT(dump, HasSubstr("layer \"A\" on \"Plan\"\n  pen 1 lt 1\n  move 0 0\n  draw 2 2\n"));
-    EXPECT_THAT(dump, HasSubstr("layer \"A\" on \"Detail\"\n  pen 1 lt 1\n  move 0 0\n  draw 3 3\n"));
+    EXPECT_THAT(dump, HasSubstr("layer \"A\"\n  pen 2 lt 1\n  move 0 0\n  draw 1 1\n"));
+    EXPECT_THAT(dump, HasSubstr("layer \"A\" on \"Plan\"\n  pen 2 lt 1\n  move 0 0\n  draw 2 2\n"));
+    EXPECT_THAT(dump, HasSubstr("layer \"A\" on \"Detail\"\n  pen 2 lt 1\n  move 0 0\n  draw 3 3\n"));
     EXPECT_EQ(host::openDrawing().activeView, 0) << "the model is shown again";
 }
 
@@ -130,8 +130,8 @@ TEST(Viewports, SeeTheModelInItsOwnUnit) {
                                      .dump;
         return views(dump) + dump.substr(dump.find("on \"Plan\"\n  pen"));
     };
-    EXPECT_THAT(ratioIn(5), HasSubstr("at 0.06 0.04 ratio 0.01\n")) << "metres: 50 mm of paper show 5 m";
-    EXPECT_THAT(ratioIn(5), HasSubstr("draw 0.297 0.21\n"));
+    EXPECT_THAT(ratioIn(5), HasSubstr("at 60 40 ratio 0.01\n")) << "metres: 50 mm of paper show 5 m";
+    EXPECT_THAT(ratioIn(5), HasSubstr("draw 297 210\n"));
     EXPECT_THAT(ratioIn(8), HasSubstr("ratio 0.032808399\n")) << "feet";
 }
 

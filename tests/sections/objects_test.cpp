@@ -59,11 +59,11 @@ TEST(GeoReferences, AreGivenToADrawingWithoutOne) {
     const auto of = [](const DxfGroups& data, ImportOptions options = unshifted()) {
         return importText(drawing(data).text(), options);
     };
-    EXPECT_EQ(georeference(of(geoData(1)).dump), "georeference 100 50 is 4000000 9000000 angle 1.57079633")
+    EXPECT_EQ(georeference(of(geoData(1)).dump), "georeference 100 50 is 4000000 9000000 angle -1.57079633")
         << "metres in a drawing of millimetres; north points along x";
-    EXPECT_EQ(georeference(of(geoData(2)).dump), "georeference 100 50 is 100000 50000 angle 1.57079633");
+    EXPECT_EQ(georeference(of(geoData(2)).dump), "georeference 100 50 is 100000 50000 angle -1.57079633");
     EXPECT_EQ(georeference(of(geoData(0)).dump), "");
-    EXPECT_EQ(georeference(of(geoData(1), {}).dump), "georeference -5 0 is 4000000 9000000 angle 1.57079633")
+    EXPECT_EQ(georeference(of(geoData(1), {}).dump), "georeference -5 0 is 4000000 9000000 angle -1.57079633")
         << "behind the shift of the model";
     EXPECT_TRUE(of(geoData(1, 5)).hasMessage("Meereshöhe (m): 12.35"));
     ImportOptions off = unshifted();
@@ -82,6 +82,6 @@ TEST(GeoReferences, MoveWhatComesIntoADrawingThatHasOne) {
     EXPECT_TRUE(result.hasMessage("Georeferenzierung ist bereits vorhanden"));
     EXPECT_THAT(result.dump, HasSubstr("move 100 50\n  draw 110 50\n"));
     EXPECT_THAT(result.dump, HasSubstr("georeference 100 50 is 4000000 9000000"));
-    EXPECT_THAT(result.dump, HasSubstr("move 110 50\n  draw 120 50\n"))
-        << "ten metres of coordinates are no length here";
+    EXPECT_THAT(result.dump, HasSubstr("move 100 40\n  draw 110 40\n"))
+        << "ten millimetres to the east, which is downward where north is to the right";
 }

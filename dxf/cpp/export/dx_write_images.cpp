@@ -71,6 +71,7 @@ int writeBitmap(CiBitmap& bitmaps, const DsCsr& cursor, int pat, int number, int
     RPT3 u, v;
     Ve3dSkalarMult(1.0 / picture.width, picture.along, &u);
     Ve3dSkalarMult(-1.0 / picture.height, picture.down, &v);
+    v = sum(v, {0, 0, 0}); // no negative zeros
     const RPT3 at = sum(picture.corner, picture.down);
     return DxWriteImage(at.x, at.y, at.z, u.x, u.y, u.z, v.x, v.y, v.z, picture.width, picture.height, file,
                         file, boundaryOf(bitmaps, cursor, picture));

@@ -71,7 +71,7 @@ int DxCiChangeReadSpace(const DX_LAYOUT_TYPE* layout) {
     views.ChangeFormat(name, formatFor(width, height));
     if (DxPaperSize) views.ChangePaper(name, width, height);
     const UtCString own = DxHostText(layout->name.view());
-    if (own.IsEmpty() || own == name) return 0;
+    if (own.IsEmpty() || own == name || own == sheet) return 0; // it has the name, or one like it
     const UtCString fresh = DxNewViewName(own);
     if (views.ChangeName(name, fresh) == 0) DxViewNames[sheet.str()] = fresh;
     return 0;

@@ -141,7 +141,7 @@ int DxDrawViewport(DX_VIEWPORT_TYPE* viewport, const Mat44 m) {
         DxCheckXYZ(mark.high.x, mark.high.y, mark.high.z);
         return 0;
     }
-    DxEntityDrawn = 1;
+    if (DxReadSpace != 2 || DxActSpace == 0) DxEntityDrawn = 1; // counted once where both spaces are read
     DxPatternScope pattern;
     const int error = drawMark(mark, *viewport);
     const int restored = pattern.leave();

@@ -92,7 +92,7 @@ int DxApplyGeoreference(const Mat44 m) {
         tell(UtFormat("%s: %s", DxMsg(7336).c_str(), UtFormat("%.2f", data.referencePoint.z).c_str()));
     GeVec north(data.northDirection);
     north.Normalize();
-    const double angle = north.GetAngleBetween(GeVec(0, 1, 0), GeVec(0, 0, 1));
+    const double angle = GeVec(0, 1, 0).GetAngleBetween(north, GeVec(0, 0, 1));
     return DxCiSetGeoRef({data.designPoint.x, data.designPoint.y}, reference.x, reference.y, angle, m);
 }
 
