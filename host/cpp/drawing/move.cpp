@@ -46,7 +46,10 @@ void moveModel(Drawing& drawing, double dx, double dy) {
             for (RPT3* p : {&plane.a, &plane.b, &plane.c}) move.point(*p);
     if (drawing.geoReference.set) move.point(drawing.geoReference.point);
     for (Pattern& pattern : drawing.patterns) {
-        if (pattern.workId != 0 || pattern.view != 0) continue;
+        if (pattern.view != 0) continue;
+        pattern.relation.placement.tx += dx;
+        pattern.relation.placement.ty += dy;
+        if (pattern.workId != 0) continue;
         for (Bitmap& bitmap : pattern.bitmaps) move.point(bitmap.origin);
         move.chain(pattern.elements);
         for (Spline& spline : pattern.splines)

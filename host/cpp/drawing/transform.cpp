@@ -51,6 +51,15 @@ public:
         vector(bitmap.u);
         vector(bitmap.v);
     }
+    /// A point by the placement, then by the matrix.
+    void placement(Placement& p) const {
+        const Placement old = p;
+        RPT3 x{old.xx, old.xy, 0}, y{old.yx, old.yy, 0};
+        vector(x);
+        vector(y);
+        place(p.tx, p.ty);
+        p.xx = x.x, p.xy = x.y, p.yx = y.x, p.yy = y.y;
+    }
     void content(Pattern& pattern) const {
         chain(pattern.elements);
         for (Spline& s : pattern.splines) spline(s);
@@ -74,6 +83,7 @@ private:
 
 void transformPattern(Drawing& drawing, Pattern& pattern, const Mat44 m) {
     const Transform transform(m);
+    transform.placement(pattern.relation.placement);
     const auto found = drawing.workPlanes.find(pattern.workId);
     if (found == drawing.workPlanes.end()) {
         transform.content(pattern);

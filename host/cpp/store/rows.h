@@ -3,6 +3,8 @@
 #pragma once
 
 #include "store/packing.h"
+#include "store/pattern_rows.h"
+#include "store/sheet_rows.h"
 
 #include <array>
 #include <string>
@@ -12,8 +14,7 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion =
-    4; ///< PRAGMA user_version; 2 has curves, 3 text_states, 4 sheets and pictures
+inline constexpr int kDrawingFileVersion = 4;     ///< PRAGMA user_version; each Row says since which
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -281,12 +282,6 @@ struct Row<ImportedPattern> {
     }
 };
 
-} // namespace host
-
-#include "store/sheet_rows.h"
-
-namespace host {
-
 /// All records, each with a table: `Holder<A>, Holder<B>, …` in a tuple.
 template <template <class> class Holder>
 using ForEachRow =
@@ -294,8 +289,8 @@ using ForEachRow =
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
                Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>, Holder<View>,
                Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,
-               Holder<ImportedPattern>, Holder<Bitmap>, Holder<ViewDetails>, Holder<ViewInsert>,
-               Holder<SheetPattern>, Holder<GeoReference>>;
+               Holder<ImportedPattern>, Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>,
+               Holder<ViewDetails>, Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {
