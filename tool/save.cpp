@@ -75,18 +75,18 @@ private:
     static std::string descriptionOf(const std::string& name, const SourceScan& scan) {
         const auto known =
             std::find_if(scan.lineTypes.begin(), scan.lineTypes.end(),
-                         [&](const SourceLineType& type) { return sourceText(type.name, scan) == name; });
-        return known == scan.lineTypes.end() ? std::string() : sourceText(known->description, scan);
+                         [&](const SourceLineType& type) { return type.name == name; });
+        return known == scan.lineTypes.end() ? std::string() : known->description;
     }
 
     void layer(const SourceLayer& source, const SourceScan& scan) {
-        const std::string name = sourceText(source.name, scan);
+        const std::string name = source.name;
         if (!written_.insert(name).second) return;
         pair(0, "LAYER");
         pair(2, name);
         pair(70, source.flags & 7);
         pair(62, source.color);
-        pair(6, source.lineType.empty() ? "CONTINUOUS" : sourceText(source.lineType, scan));
+        pair(6, source.lineType.empty() ? "CONTINUOUS" : source.lineType);
         pair(290, source.plot);
         pair(370, source.lineWeight);
     }

@@ -2,6 +2,7 @@
 
 #include "../session/dx_protocol.h"
 #include "../session/dx_reader.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "dx_colors.h"
 #include "dx_config_lines.h"
@@ -202,7 +203,8 @@ constexpr DxConfigKeyword KEYWORDS[] = {
 bool readLine(FILE* file, std::string& line) {
     char buffer[128];
     if (!std::fgets(buffer, sizeof buffer, file)) return false;
-    line = DxTrimmed(buffer);
+    const std::string_view text = DxTrimmed(buffer);
+    line = DxIsUtf8(text) ? std::string(text) : DxFromCodePage(text, DxCodePage);
     return true;
 }
 
@@ -210,10 +212,9 @@ int readKeywords(FILE* file) {
     std::string line;
     while (readLine(file, line)) {
         if (line.empty() || line[0] == '!') continue;
-        if (DxIsExport) line = DxConfigText(line).str();
         const int error = DxDecodeLine(line);
         if (error == BAD_LINE)
-            DxProtoMsg(UtFormat("Error in Defaultfile: %s", DxConfigText(line).c_str()), 1);
+            DxProtoMsg(UtFormat("Error in Defaultfile: %s", line.c_str()), 1);
         if (error) return error;
     }
     return 0;
@@ -247,7 +248,7 @@ void DxDecodeOrder(int elementClass, std::string_view text) {
         std::string name(text);
         std::erase(name, '\'');
         DxLayerKinds[elementClass] = DX_ORDER_FIXED;
-        DxLayerFixedNames[elementClass] = DxConfigText(DxTrimmed(name));
+        DxLayerFixedNames[elementClass] = DxTrimmed(name);
         return;
     }
     for (const auto& [word, order] : ORDERS)

@@ -66,7 +66,7 @@ void DxCheckBlockname(UtCString& name) {
         std::string tail(1, '-');
         tail += std::to_string(++*counter);
         std::string text = base;
-        DxCutUtf8(text, DxNameLimit() - tail.size());
+        DxCutChars(text, DxNameLimit() - tail.size());
         name = text.append(tail);
     }
 }

@@ -2,7 +2,7 @@
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
 #include "../host/dx_host.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
@@ -112,15 +112,15 @@ int beginPattern(const DX_INSERT_TYPE& insert, const InsertLayer& layer) {
     if (const int error = DxNewPat(0)) return error;
     DxBlockPatIndex = DxActPatIndex;
     if (const char* name = attributeOf(DxBlockOrder, "block"))
-        UoSetSingleAttr(DxActPat, name, DxHostText(insert.blockName.view()));
+        UoSetSingleAttr(DxActPat, name, insert.blockName.view());
     if (DxLayerToPattern) {
         DX_NAME hostName = layer.name;
         DxTableConvLayer(1, &hostName);
         if (const char* name = attributeOf(DxLayerOrder, "layer"))
-            UoSetSingleAttr(DxActPat, name, DxHostText(hostName.view()));
+            UoSetSingleAttr(DxActPat, name, hostName.view());
     }
     if (DxBlockOrder != DX_ORDER_GROUP && !(DxLayerToPattern && DxLayerOrder == DX_ORDER_GROUP) && DxTopBlock)
-        UoSetSingleAttr(DxActPat, "#G", DxHostText(DxTopBlock->name.view()));
+        UoSetSingleAttr(DxActPat, "#G", DxTopBlock->name.view());
     return 0;
 }
 
@@ -179,7 +179,7 @@ public:
         if (!isOutermost_) return;
         DxEntitiesLeft = DX_ENDLESS_BLOCK_SHARE;
         DxProtoMsg(UtFormat("Block %s inserts so many others that it would never be drawn whole!",
-                            DxHostText(block.name.view()).c_str()),
+                            block.name.c_str()),
                    1);
     }
     EndlessBlock(const EndlessBlock&) = delete;
@@ -193,7 +193,7 @@ private:
 };
 
 void reportStop(const DX_BLOCK_TYPE& block) {
-    DxProtoMsg(UtFormat("Stopped while block %s was drawn.", DxHostText(block.name.view()).c_str()), 1);
+    DxProtoMsg(UtFormat("Stopped while block %s was drawn.", block.name.c_str()), 1);
 }
 
 } // namespace
@@ -201,7 +201,7 @@ void reportStop(const DX_BLOCK_TYPE& block) {
 int DxCheckRecursion(const DX_NAME& block) {
     for (int level = DxBlockLevel; level >= 1; --level) {
         if (std::strcmp(DxInsertStack[static_cast<std::size_t>(level)].blockName.s, block.s) != 0) continue;
-        const UtCString name = DxHostText(block.view());
+        const UtCString name(block.view());
         DxProtoMsg(DxMsg(level == DxBlockLevel ? 5717 : 5719, name.c_str()), 1);
         DxProtoMsg(DxMsg(5718), 1);
         return 0;
@@ -223,7 +223,7 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     DxfEntityFileReference reference;
     DxGetBlock(rec->blockName.view(), reference);
     if (!reference.block) {
-        DxProtoMsg(DxMsg(5703, DxHostText(rec->blockName.view()).c_str()), 1);
+        DxProtoMsg(DxMsg(5703, rec->blockName.c_str()), 1);
         return DxRestoreActPos(&save);
     }
     const EndlessBlock endless(*reference.block);

@@ -3,7 +3,7 @@
 #include "../config/config_state.h"
 #include "../import/import_state.h"
 #include "../session/dx_documents.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"

@@ -15,7 +15,6 @@
 #include "../sections/dx_tables_export.h"
 #include "../sections/dx_tables_import.h"
 #include "dx_driver_frame.h"
-#include "dx_encoding.h"
 #include "dx_session.h"
 #include "dx_writer.h"
 
@@ -111,14 +110,8 @@ void readTemplate() {
     if (wasConverted) UtFileRemove(converted);
 }
 
-/// The host's text of a string in configuration or template. Bytes that are no UTF-8 are most likely of the
-/// code page.
-UtCString tableText(const DX_NAME& bytes) {
-    return DxIsUtf8(bytes.view()) ? DxHostText(bytes.view()) : UtCString(bytes.view(), DxCodePage);
-}
-
 void fitName(DX_NAME& name) {
-    UtCString text = tableText(name);
+    UtCString text(name.view());
     DxCheckName(text);
     name.assign(text.str());
 }
@@ -127,10 +120,7 @@ void fitName(DX_NAME& name) {
 /// first stays.
 void makeNamesFit() {
     DxTables& tables = DxDocuments.currentTables();
-    for (DX_LTYPE_TYPE& lineType : tables.lineTypes) {
-        fitName(lineType.name);
-        lineType.description.assign(tableText(lineType.description).str());
-    }
+    for (DX_LTYPE_TYPE& lineType : tables.lineTypes) fitName(lineType.name);
     std::set<std::string> seen;
     DxTable<DX_LAYER_TYPE> layers;
     for (DX_LAYER_TYPE& layer : tables.layers) {

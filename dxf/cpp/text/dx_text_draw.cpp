@@ -8,7 +8,7 @@
 #include "../import/dx_entity_base.h"
 #include "../import/dx_extents.h"
 #include "../import/dx_transform.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
@@ -211,7 +211,7 @@ RPT3 setOrigin(const Placing& placing, OV_TEXT_PARM& parm) {
 
 void setFont(const Placing& placing, OV_TEXT_PARM& parm) {
     parm.font = placing.charset->font;
-    if (parm.font == 0) parm.face = DxHostText(placing.charset->face.view());
+    if (parm.font == 0) parm.face = placing.charset->face.view();
     std::copy_n(placing.bits, DX_BIT_COUNT, parm.bits);
 }
 

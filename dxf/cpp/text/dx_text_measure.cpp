@@ -1,6 +1,6 @@
 // Lengths of texts on either side.
 #include "../config/config_state.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
@@ -33,7 +33,7 @@ Cell cellOf(DxFontTable& table, int code) {
         const DxFontTable::Cell cell = table.cells[static_cast<std::size_t>(code)];
         if (cell.width >= 0) return {double(cell.width), double(cell.space)};
     }
-    tellOnce(table.toldCodes, code, 5739, DxHostText(table.name));
+    tellOnce(table.toldCodes, code, 5739, table.name);
     return {table.averageWidth, table.averageSpace};
 }
 
@@ -124,7 +124,7 @@ double measureChar(const DxTextMeasure& what, char32_t c) {
     parm.font = 0;
     parm.height = parm.width = size;
     parm.spacing = 1.0;
-    parm.face = DxHostText(what.font);
+    parm.face = what.font;
     for (int i = 0; i < DX_BIT_COUNT; ++i) parm.bits[i] = what.bits ? what.bits[i] : 0;
     double width = 0, height = 0;
     std::string text;
