@@ -88,4 +88,44 @@ TEST_F(Export, AMissingTemplateIsReplaced) {
     EXPECT_EQ(file.count(2, "OBJECTS"), 0u);
 }
 
+/// Pairs that refer to a handle that nothing in the file has.
+std::string danglingIn(const Exported& file) {
+    std::set<std::string> handles{"0"};
+    for (const DxfGroup& pair : file.pairs)
+        if (pair.code == 5 || pair.code == 105) handles.insert(pair.value);
+    std::string all;
+    for (const DxfGroup& pair : file.pairs)
+        if (((pair.code >= 320 && pair.code < 370) || pair.code == 390) && !handles.count(pair.value))
+            all += std::to_string(pair.code) + "=" + pair.value + " ";
+    return all;
+}
+
+TEST_F(Export, NothingRefersToAMissingTemplate) {
+    addPattern({moveTo(0, 0), drawTo(7, 3)});
+    for (const std::string& version : VERSIONS) {
+        if (version == "ACAD12" || version == "EASY") continue;
+        for (const std::string& name : {"objects_" + version.substr(4), std::string("vport_15")}) {
+            const Installation lacking;
+            lacking.without(name);
+            const Exported file = exportDrawing(exportConfig(version, "WRITE_BLOCKS=YES\n"));
+            EXPECT_EQ(danglingIn(file), "") << version << " without " << name;
+        }
+    }
+}
+
+TEST_F(Export, HandlesOfTemplatesAreThoseOfTheModule) {
+    addPattern({moveTo(0, 0), drawTo(7, 3)});
+    const std::string objects =
+        "  0\nSECTION\n  2\nOBJECTS\n  0\nDICTIONARY\n  5\nC\n330\n0\n100\nAcDbDictionary\n"
+        "  3\nACAD_X\n350\n#REFERENCE#\n  3\nL\n360\n#LTYP_REFERENCE#\n  0\nENDSEC\n";
+    installation_.with("objects_15", objects);
+    const Exported file = exportDrawing(exportConfig("ACAD15"));
+    std::string lineType;
+    for (std::size_t i = 0; i + 1 < file.pairs.size(); ++i)
+        if (file.pairs[i].code == 0 && file.pairs[i].value == "LTYPE" && file.pairs[i + 1].code == 5 &&
+            lineType.empty())
+            lineType = file.pairs[i + 1].value;
+    EXPECT_EQ(valueOf(file.first(3, "L"), 360), lineType) << "known ahead of the tables";
+}
+
 } // namespace

@@ -39,8 +39,7 @@ double angleDegrees(const RPT& centre, const RPT& p) {
 class Entity {
 public:
     /// `name`: group 0 as it stands in the file.
-    Entity(std::string_view name, std::string_view lookGroups)
-        : run_(name.size() + lookGroups.size() + MOST_NUMBERS * DxPairRun::NUMBER) {
+    Entity(std::string_view name, std::string_view lookGroups) {
         run_.pairs(name);
         run_.handle(5, DxGetNextReference());
         if (DxOwnerHandle) run_.handle(330, DxOwnerHandle);
@@ -58,13 +57,11 @@ public:
     }
     /// Writes it; its last point, in the host's frame, belongs to the extents.
     int end(const RPT& last) {
-        const int error = run_.end();
-        if (!error) DxStoreMaxXY(last.x, last.y);
-        return error;
+        DxStoreMaxXY(last.x, last.y);
+        return run_.end();
     }
 
 private:
-    static constexpr std::size_t MOST_NUMBERS = 12; // eight coordinates, two handles, the markers
     DxPairRun run_;
 };
 
@@ -92,17 +89,17 @@ DX_WRITE_LOOK DxWriteLookOf(int pen, int lt) {
 }
 
 int DxWriteEntityIds(std::uint32_t handle, std::uint32_t owner) {
-    int error = DxWriteVariableReference2(5, handle ? handle : DxGetNextReference());
-    if (!error && owner) error = DxWriteVariableReference2(330, owner);
-    return error ? error : DxWriteSubClass("AcDbEntity");
+    DxWriteVariableReference2(5, handle ? handle : DxGetNextReference());
+    if (owner) DxWriteVariableReference2(330, owner);
+    return DxWriteSubClass("AcDbEntity");
 }
 
 int DxWriteEntityHead(const char* name, const DX_WRITE_STYLE& style, std::uint32_t handle) {
-    int error = DxWriteString(0, name);
-    if (!error) error = DxWriteEntityIds(handle, DxOwnerHandle);
-    if (!error) error = DxWriteString(8, style.layer);
-    if (!error) error = DxWriteLinetype(style.lineType);
-    return error ? error : DxWriteColor(style.colour);
+    DxWriteString(0, name);
+    DxWriteEntityIds(handle, DxOwnerHandle);
+    DxWriteString(8, style.layer);
+    DxWriteLinetype(style.lineType);
+    return DxWriteColor(style.colour);
 }
 
 int DxWriteLine(const RPT& from, const RPT& to, const DX_WRITE_LOOK& look, const Mat32 mat) {
@@ -167,18 +164,17 @@ int DxWriteSolid(const RPT* corners, int pen, int lt, const Mat32 mat) {
     Entity solid("  0\nSOLID\n", lookGroups(look.style));
     solid.marker("100\nAcDbTrace\n");
     for (int i = 0; i < 4; ++i) solid.point(10 + i, through(corners[i], mat));
-    const int error = solid.end(corners[0]);
-    for (int i = 1; i < 4 && !error; ++i) DxStoreMaxXY(corners[i].x, corners[i].y);
-    return error;
+    for (int i = 1; i < 4; ++i) DxStoreMaxXY(corners[i].x, corners[i].y);
+    return solid.end(corners[0]);
 }
 
 int DxWriteDonut(const RPT& a, const RPT& b, int pen, double width, const Mat32 mat) {
     const RPT centre{(a.x + b.x) * 0.5, (a.y + b.y) * 0.5};
     DX_WRITE_POLYLINE ring;
     int open = 0;
-    int error = DxWritePolyLineStart(pen, -1, width, &open, ring);
-    if (error || !open) return error;
-    error = DxWriteVertex(2, a, a, centre, pen, -1, mat, &open, ring);
+    DxWritePolyLineStart(pen, -1, width, &open, ring);
+    if (!open) return DxWriteError();
+    int error = DxWriteVertex(2, a, a, centre, pen, -1, mat, &open, ring);
     if (!error && open) error = DxWriteVertex(3, a, b, centre, pen, -1, mat, &open, ring);
     if (!error && open) error = DxWriteVertex(3, b, a, centre, pen, -1, mat, &open, ring);
     DxWritePolySeqEnd(ring);

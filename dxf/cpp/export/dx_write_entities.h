@@ -57,7 +57,8 @@ int DxWritePolyLineStart(int pen, int lt, double width, int* open, DX_WRITE_POLY
 /// Adds a vertex: type 2 the first point, 1 the end of a line, 3 or 4 the end of an arc about `centre`.
 int DxWriteVertex(int type, const RPT& start, const RPT& point, const RPT& centre, int pen, int lt,
                   const Mat32 mat, int* open, DX_WRITE_POLYLINE& poly);
-/// Writes the polyline, in one or more entities, and empties it. Always 0.
+/// Writes the polyline, in one or more entities, and empties it. Always 0: a failed write is the export's
+/// error.
 int DxWritePolySeqEnd(DX_WRITE_POLYLINE& poly);
 /// POLYLINE with VERTEX and SEQEND, from vertex `fromVertex` (-1: the whole).
 int DxWritePolyline(const DX_WRITE_POLYLINE& poly, int fromVertex);

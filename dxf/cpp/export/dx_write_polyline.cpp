@@ -35,7 +35,7 @@ void putPlace(DxPairRun& run, const DX_WRITE_VERTEX& vertex) {
 
 /// `layer`: group 8 as it stands in the file.
 int writeVertex(const DX_WRITE_VERTEX& vertex, std::string_view layer, std::uint32_t owner) {
-    DxPairRun run(layer.size() + 6 * DxPairRun::NUMBER);
+    DxPairRun run;
     run.pairs("  0\nVERTEX\n");
     run.handle(5, DxGetNextReference());
     run.handle(330, owner);
@@ -48,35 +48,34 @@ int writeVertex(const DX_WRITE_VERTEX& vertex, std::string_view layer, std::uint
 }
 
 int writeHead(const DX_WRITE_POLYLINE& poly, const DX_WRITE_STYLE& style, std::uint32_t handle) {
-    int error = DxWriteString(0, "POLYLINE");
-    error |= DxWriteEntityIds(handle, DxOwnerHandle);
-    error |= DxWriteString(8, style.layer);
-    error |= DxWriteInt(66, 1);
-    error |= DxWriteLinetype(style.lineType);
-    error |= DxWriteColor(style.colour);
-    error |= DxWriteSubClass("AcDb2dPolyline");
+    DxWriteString(0, "POLYLINE");
+    DxWriteEntityIds(handle, DxOwnerHandle);
+    DxWriteString(8, style.layer);
+    DxWriteInt(66, 1);
+    DxWriteLinetype(style.lineType);
+    DxWriteColor(style.colour);
+    DxWriteSubClass("AcDb2dPolyline");
     if (poly.startWidth != 0.0 || poly.endWidth != 0.0) {
-        error |= DxWriteDouble(40, poly.startWidth);
-        error |= DxWriteDouble(41, poly.endWidth);
+        DxWriteDouble(40, poly.startWidth);
+        DxWriteDouble(41, poly.endWidth);
     }
-    return error;
+    return DxWriteError();
 }
 
 /// Writes the run of equally styled pieces that begins at vertex `first`. Gives the vertex whose piece
 /// differs, which isn't in the run; the number of vertices at the end.
-std::size_t writeRun(const DX_WRITE_POLYLINE& poly, std::size_t first, const DX_WRITE_STYLE& style,
-                     int& error) {
+std::size_t writeRun(const DX_WRITE_POLYLINE& poly, std::size_t first, const DX_WRITE_STYLE& style) {
     const std::uint32_t handle = DxGetNextReference();
-    error |= writeHead(poly, style, handle);
+    writeHead(poly, style, handle);
     const std::string layer = DxPairText(8, style.layer);
     std::size_t i = first;
     for (; i < poly.vertices.size(); ++i) {
         if (i >= first + 2 && poly.vertices[i].style != poly.vertices[i - 1].style) break;
-        error |= writeVertex(poly.vertices[i], layer, handle);
+        writeVertex(poly.vertices[i], layer, handle);
     }
-    error |= DxWriteString(0, "SEQEND");
-    error |= DxWriteEntityIds(0, handle);
-    error |= DxWriteString(8, style.layer);
+    DxWriteString(0, "SEQEND");
+    DxWriteEntityIds(0, handle);
+    DxWriteString(8, style.layer);
     return i;
 }
 
@@ -144,25 +143,21 @@ int DxWritePolyline(const DX_WRITE_POLYLINE& poly, int fromVertex) {
     const bool whole = fromVertex < 0 || static_cast<std::size_t>(fromVertex) + 1 >= count;
     std::size_t first = whole ? 0 : static_cast<std::size_t>(fromVertex);
     DX_WRITE_STYLE style = whole ? poly.style : poly.styles[poly.vertices[first + 1].style];
-    int error = 0;
     while (true) {
-        const std::size_t next = writeRun(poly, first, style, error);
-        if (next >= count) return error;
+        const std::size_t next = writeRun(poly, first, style);
+        if (next >= count) return DxWriteError();
         first = next - 1; // the runs share a point
         style = poly.styles[poly.vertices[next].style];
     }
 }
 
 int DxWriteLWPolyline(const DX_WRITE_POLYLINE& poly) {
-    int error = DxWriteEntityHead("LWPOLYLINE", poly.style, poly.handle);
-    error |= DxWriteSubClass("AcDbPolyline");
-    error |= DxWriteInt(90, static_cast<int>(poly.vertices.size()));
+    DxWriteEntityHead("LWPOLYLINE", poly.style, poly.handle);
+    DxWriteSubClass("AcDbPolyline");
+    DxWriteInt(90, static_cast<int>(poly.vertices.size()));
     if (poly.startWidth != 0.0 || poly.endWidth != 0.0)
-        error |= DxWriteDouble(43, (poly.startWidth + poly.endWidth) / 2.0);
-    for (const DX_WRITE_VERTEX& vertex : poly.vertices) {
-        DxPairRun run(3 * DxPairRun::NUMBER);
-        putPlace(run, vertex);
-        error |= run.end();
-    }
-    return error;
+        DxWriteDouble(43, (poly.startWidth + poly.endWidth) / 2.0);
+    DxPairRun run;
+    for (const DX_WRITE_VERTEX& vertex : poly.vertices) putPlace(run, vertex);
+    return run.end();
 }

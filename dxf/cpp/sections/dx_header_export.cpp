@@ -10,13 +10,12 @@
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
 #include "dx_header_keep.h"
+#include "dx_placeholders.h"
 #include "dx_template.h"
 #include "ge.h"
 #include "sections_state.h"
 
 #include <algorithm>
-#include <iterator>
-#include <string_view>
 
 namespace {
 
@@ -26,57 +25,27 @@ const char* templateName() {
     return DxWriteVersion >= 1 && DxWriteVersion <= 7 ? NAMES[DxWriteVersion] : NAMES[0];
 }
 
-/// Line-type scale of the file: the option's value holds for lengths of the sheet in centimetres.
-double lineTypeScale() {
-    return DxLtScale * 10.0 / DxDrawUnit / DxScale;
-}
-
-int writeInsUnits(int code) {
-    DxFileInsUnits = DxUnitToDXF(DxUnit);
-    return DxWriteInt(code, DxFileInsUnits);
-}
-
 /// What a drawing without content has for extents.
 constexpr double UNSET = 1e20;
 
-RPT3 extMin() {
+} // namespace
+
+RPT3 DxWrittenExtMin() {
     return DxIsExtentsUnInizialized() ? RPT3{UNSET, UNSET, UNSET} : DxExtMin;
 }
-RPT3 extMax() {
+RPT3 DxWrittenExtMax() {
     return DxIsExtentsUnInizialized() ? RPT3{-UNSET, -UNSET, -UNSET} : DxExtMax;
 }
 
-struct Placeholder {
-    std::string_view text;
-    int (*write)(int code);
-};
-
-constexpr Placeholder PLACEHOLDERS[] = {
-    {"#EXTMIN_X#", [](int code) { return DxWriteDouble(code, extMin().x); }},
-    {"#EXTMIN_Y#", [](int code) { return DxWriteDouble(code, extMin().y); }},
-    {"#EXTMIN_Z#", [](int code) { return DxWriteDouble(code, extMin().z); }},
-    {"#EXTMAX_X#", [](int code) { return DxWriteDouble(code, extMax().x); }},
-    {"#EXTMAX_Y#", [](int code) { return DxWriteDouble(code, extMax().y); }},
-    {"#EXTMAX_Z#", [](int code) { return DxWriteDouble(code, extMax().z); }},
-    {"#LUPREC#", [](int code) { return DxWriteInt(code, DxLuPrec); }},
-    {"#REFERENCE#", [](int code) { return DxWriteVariableReference(code); }},
-    {"#LTSCALE#", [](int code) { return DxWriteDouble(code, lineTypeScale()); }},
-    {"#INSUNITS#", writeInsUnits},
-};
-
-int writeTemplatePair(int code, const std::string& value) {
-    const auto* row = std::find_if(std::begin(PLACEHOLDERS), std::end(PLACEHOLDERS),
-                                   [&](const Placeholder& p) { return p.text == value; });
-    return row != std::end(PLACEHOLDERS) ? row->write(code) : DxWriteString(code, value);
-}
+namespace {
 
 // ---- the header that stands in for a missing template ----------------------------------------------
 
 int writePointFix(const char* name, const RPT3& p) {
-    int error = DxWriteString(9, name);
-    if (!error) error = DxWriteDoubleFix(10, p.x);
-    if (!error) error = DxWriteDoubleFix(20, p.y);
-    return error ? error : DxWriteDoubleFix(30, p.z);
+    DxWriteString(9, name);
+    DxWriteDoubleFix(10, p.x);
+    DxWriteDoubleFix(20, p.y);
+    return DxWriteDoubleFix(30, p.z);
 }
 
 struct BuiltIn {
@@ -107,47 +76,43 @@ constexpr BuiltIn BEHIND_AXIS[] = {
 };
 
 template <std::size_t N>
-int writeRows(const BuiltIn (&rows)[N]) {
-    int error = 0;
+void writeRows(const BuiltIn (&rows)[N]) {
     for (const BuiltIn& row : rows) {
-        if (error) return error;
-        error = DxWriteString(9, row.name);
+        DxWriteString(9, row.name);
         const bool fill = row.value < 0;
-        if (!error)
-            error = row.real ? DxWriteDouble(row.code, row.value)
-                             : DxWriteInt(row.code, fill ? DxFillMode : static_cast<int>(row.value));
+        if (row.real)
+            DxWriteDouble(row.code, row.value);
+        else
+            DxWriteInt(row.code, fill ? DxFillMode : static_cast<int>(row.value));
     }
-    return error;
 }
 
 int writeNamed(const char* name, int code, const UtCString& value) {
-    const int error = DxWriteString(9, name);
-    return error ? error : DxWriteString(code, value);
+    DxWriteString(9, name);
+    return DxWriteString(code, value);
 }
 
 int writeBuiltInHeader() {
     const DxTables& tables = DxDocuments.currentTables();
     const UtCString lineType =
         tables.lineTypes.empty() ? UtCString() : UtCString(tables.lineTypes[0].name.view());
-    int error = DxWriteString(0, "SECTION");
-    if (!error) error = DxWriteString(2, "HEADER");
-    if (!error) error = DxWriteString(9, "$INSBASE");
-    for (const int code : {10, 20, 30})
-        if (!error) error = DxWriteDouble(code, 0.0);
-    if (!error) error = writePointFix("$EXTMAX", extMax());
-    if (!error) error = writePointFix("$EXTMIN", extMin());
-    if (!error) error = writePointFix("$LIMMAX", extMax());
-    if (!error) error = writePointFix("$LIMMIN", extMin());
-    if (!error) error = writeRows(AHEAD_OF_STYLE);
-    if (!error) error = writeNamed("$TEXTSTYLE", 7, "STANDARD");
-    if (!error) error = writeNamed("$CLAYER", 8, "0");
-    if (!error) error = writeNamed("$CELTYPE", 6, lineType);
-    if (!error) error = writeRows(BEHIND_STYLE);
-    if (!error) error = DxWriteString(9, "$AXISUNIT");
-    for (const int code : {10, 20})
-        if (!error) error = DxWriteDouble(code, 0.0);
-    if (!error) error = writeRows(BEHIND_AXIS);
-    return error ? error : DxWriteString(0, "ENDSEC");
+    DxWriteString(0, "SECTION");
+    DxWriteString(2, "HEADER");
+    DxWriteString(9, "$INSBASE");
+    for (const int code : {10, 20, 30}) DxWriteDouble(code, 0.0);
+    writePointFix("$EXTMAX", DxWrittenExtMax());
+    writePointFix("$EXTMIN", DxWrittenExtMin());
+    writePointFix("$LIMMAX", DxWrittenExtMax());
+    writePointFix("$LIMMIN", DxWrittenExtMin());
+    writeRows(AHEAD_OF_STYLE);
+    writeNamed("$TEXTSTYLE", 7, "STANDARD");
+    writeNamed("$CLAYER", 8, "0");
+    writeNamed("$CELTYPE", 6, lineType);
+    writeRows(BEHIND_STYLE);
+    DxWriteString(9, "$AXISUNIT");
+    for (const int code : {10, 20}) DxWriteDouble(code, 0.0);
+    writeRows(BEHIND_AXIS);
+    return DxWriteString(0, "ENDSEC");
 }
 
 } // namespace
@@ -163,8 +128,8 @@ int DxHeaderChgText(DxTemplate& source, int code, const UtCString& text, const s
         *found = 1;
         DxProtoMsg(line, 0);
         auto count = std::count(values.begin(), values.end(), ',') + 1;
-        int error = DxWriteString(code, text);
-        for (; count > 0 && !error; --count) {
+        DxWriteString(code, text);
+        for (; count > 0; --count) {
             int valueCode = 0;
             std::string ignored;
             std::string value;
@@ -175,11 +140,11 @@ int DxHeaderChgText(DxTemplate& source, int code, const UtCString& text, const s
                 break;
             }
             UtGetNextPart(values, ',', value);
-            error = DxWriteString(valueCode, value);
+            DxWriteString(valueCode, value);
         }
-        return error;
+        return DxWriteError();
     }
-    return 0;
+    return DxWriteError();
 }
 
 /// A reader takes a file without a unit for one in millimetres.
@@ -196,12 +161,11 @@ int DxWriteHeaderSection() {
     if (!source.isOpen()) return writeBuiltInHeader();
     int code = 0;
     std::string value;
-    int error = 0;
-    while (!error && source.next(code, value)) {
+    while (!DxWriteError() && source.next(code, value)) {
         int found = 0;
-        if (code == 9 && !lines.empty()) error = DxHeaderChgText(source, code, value, lines, &found);
-        if (!error && !found) error = writeTemplatePair(code, value);
+        if (code == 9 && !lines.empty()) DxHeaderChgText(source, code, value, lines, &found);
+        if (!found) DxWriteTemplatePair(code, value);
     }
-    if (!error) tellMissingUnit();
-    return error;
+    if (!DxWriteError()) tellMissingUnit();
+    return DxWriteError();
 }

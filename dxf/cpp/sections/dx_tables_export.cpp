@@ -3,9 +3,9 @@
 #include "../export/export_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_writer.h"
+#include "dx_placeholders.h"
 #include "dx_template.h"
 #include "dx_write_dimstyle.h"
-#include "template_handles.h"
 
 #include <algorithm>
 #include <cctype>
@@ -28,21 +28,21 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
 /// count.
 int openTable(const char* name, std::size_t count, std::uint32_t& handle) {
     handle = DxGetNextReference();
-    int error = DxWriteString(0, "TABLE");
-    if (!error) error = DxWriteString(2, name);
-    if (!error) error = DxWriteVariableReference2(5, handle);
-    if (!error) error = DxWriteVariableReference2(330, 0);
-    if (!error) error = DxWriteSubClass("AcDbSymbolTable");
-    return error ? error : DxWriteInt(70, static_cast<int>(std::min<std::size_t>(count, 32767)));
+    DxWriteString(0, "TABLE");
+    DxWriteString(2, name);
+    DxWriteVariableReference2(5, handle);
+    DxWriteVariableReference2(330, 0);
+    DxWriteSubClass("AcDbSymbolTable");
+    return DxWriteInt(70, static_cast<int>(std::min<std::size_t>(count, 32767)));
 }
 
 /// Head of a record: name of its kind, handle, owner and markers. `handle` 0 takes a new one.
 int openRecord(const char* kind, const char* marker, std::uint32_t table, std::uint32_t handle = 0) {
-    int error = DxWriteString(0, kind);
-    if (!error) error = DxWriteVariableReference2(5, handle ? handle : DxGetNextReference());
-    if (!error) error = DxWriteVariableReference2(330, table);
-    if (!error) error = DxWriteSubClass("AcDbSymbolTableRecord");
-    return error ? error : DxWriteSubClass(marker);
+    DxWriteString(0, kind);
+    DxWriteVariableReference2(5, handle ? handle : DxGetNextReference());
+    DxWriteVariableReference2(330, table);
+    DxWriteSubClass("AcDbSymbolTableRecord");
+    return DxWriteSubClass(marker);
 }
 
 int closeTable() {
@@ -51,8 +51,8 @@ int closeTable() {
 
 int writeEmptyTable(const char* name) {
     std::uint32_t table = 0;
-    const int error = openTable(name, 0, table);
-    return error ? error : closeTable();
+    openTable(name, 0, table);
+    return closeTable();
 }
 
 } // namespace
@@ -65,11 +65,10 @@ int DxWriteTableSection() {
         DxTableWriteStyles, DxTableWriteDimStyles, DxTableWriteView,
         DxTableWriteUCS,    DxTableWriteAppid,     DxTableWriteBlockRecords};
     DxDocuments.select(DxHeaderStream);
-    int error = DxWriteString(0, "SECTION");
-    if (!error) error = DxWriteString(2, "TABLES");
-    for (const auto writer : WRITERS)
-        if (!error) error = writer();
-    return error ? error : DxWriteCloseSection();
+    DxWriteString(0, "SECTION");
+    DxWriteString(2, "TABLES");
+    for (const auto writer : WRITERS) writer();
+    return DxWriteCloseSection();
 }
 
 int DxWriteCloseSection() {
@@ -94,15 +93,13 @@ static int writeBuiltInVport() {
     static constexpr int INTEGERS[][2] = {{71, 0}, {72, 100}, {73, 1}, {74, 1},
                                           {75, 0}, {76, 0},   {77, 0}, {78, 0}};
     std::uint32_t table = 0;
-    int error = openTable("VPORT", 1, table);
-    if (!error) error = openRecord("VPORT", "AcDbViewportTableRecord", table);
-    if (!error) error = DxWriteString(2, "*ACTIVE");
-    if (!error) error = DxWriteInt(70, 0);
-    for (const Row& row : REALS)
-        if (!error) error = DxWriteDouble(row.code, row.value);
-    for (const auto& row : INTEGERS)
-        if (!error) error = DxWriteInt(row[0], row[1]);
-    return error ? error : closeTable();
+    openTable("VPORT", 1, table);
+    openRecord("VPORT", "AcDbViewportTableRecord", table, DxHandles.viewport);
+    DxWriteString(2, "*ACTIVE");
+    DxWriteInt(70, 0);
+    for (const Row& row : REALS) DxWriteDouble(row.code, row.value);
+    for (const auto& row : INTEGERS) DxWriteInt(row[0], row[1]);
+    return closeTable();
 }
 
 int DxTableWriteVports() {
@@ -111,10 +108,8 @@ int DxTableWriteVports() {
     if (!source.isOpen()) return writeBuiltInVport();
     int code = 0;
     std::string value;
-    int error = 0;
-    while (!error && source.next(code, value))
-        error = value == "#REFERENCE#" ? DxWriteVariableReference(code) : DxWriteString(code, value);
-    return error;
+    while (!DxWriteError() && source.next(code, value)) DxWriteTemplatePair(code, value);
+    return DxWriteError();
 }
 
 // ---- LTYPE -----------------------------------------------------------------------------------------
@@ -138,46 +133,45 @@ static std::vector<bool> markLTypes() {
 }
 
 int DxTableWriteConstLType(const char* name, std::uint32_t tableHandle, std::uint32_t* handleOut) {
-    *handleOut = DxGetNextReference();
-    int error = openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle, *handleOut);
-    if (!error) error = DxWriteString(2, name);
-    if (!error) error = DxWriteInt(70, 0);
-    if (!error) error = DxWriteString(3, "");
-    if (!error) error = DxWriteInt(72, 65);
-    if (!error) error = DxWriteInt(73, 0);
-    return error ? error : DxWriteDouble(40, 0.0);
+    if (*handleOut == 0) *handleOut = DxGetNextReference();
+    openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle, *handleOut);
+    DxWriteString(2, name);
+    DxWriteInt(70, 0);
+    DxWriteString(3, "");
+    DxWriteInt(72, 65);
+    DxWriteInt(73, 0);
+    return DxWriteDouble(40, 0.0);
 }
 
 int DxTableWriteLType(const DX_LTYPE_TYPE* ltype, std::uint32_t tableHandle) {
     if (!ltype) return 3011;
     const int count = std::clamp(ltype->elementCount, 0, 16);
-    int error = openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle);
-    if (!error) error = DxWriteString(2, ltype->name);
-    if (!error) error = DxWriteInt(70, ltype->flags);
-    if (!error) error = DxWriteString(3, ltype->description);
-    if (!error) error = DxWriteInt(72, ltype->alignment);
-    if (!error) error = DxWriteInt(73, count);
-    if (!error) error = DxWriteDouble(40, ltype->totalLength);
-    for (int i = 0; i < count && !error; ++i) {
-        error = DxWriteDouble(49, ltype->dashes[i]);
-        if (!error) error = DxWriteIntVer(6, 74, 0);
+    openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle);
+    DxWriteString(2, ltype->name);
+    DxWriteInt(70, ltype->flags);
+    DxWriteString(3, ltype->description);
+    DxWriteInt(72, ltype->alignment);
+    DxWriteInt(73, count);
+    DxWriteDouble(40, ltype->totalLength);
+    for (int i = 0; i < count; ++i) {
+        DxWriteDouble(49, ltype->dashes[i]);
+        DxWriteIntVer(6, 74, 0);
     }
-    return error;
+    return DxWriteError();
 }
 
 int DxTableWriteLTypes() {
     const std::vector<bool> marks = markLTypes();
     std::uint32_t table = 0;
     std::uint32_t byLayer = 0;
-    int error =
-        openTable("LTYPE", static_cast<std::size_t>(std::count(marks.begin(), marks.end(), true)), table);
-    if (!error && DxMiscCheckVersion(6)) {
-        error = DxTableWriteConstLType("ByBlock", table, &DxByBlockLtypeHandle);
-        if (!error) error = DxTableWriteConstLType("ByLayer", table, &byLayer);
+    openTable("LTYPE", static_cast<std::size_t>(std::count(marks.begin(), marks.end(), true)), table);
+    if (DxMiscCheckVersion(6)) {
+        DxTableWriteConstLType("ByBlock", table, &DxByBlockLtypeHandle);
+        DxTableWriteConstLType("ByLayer", table, &byLayer);
     }
-    for (std::size_t i = 0; i < marks.size() && !error; ++i)
-        if (marks[i]) error = DxTableWriteLType(&tables().lineTypes[i], table);
-    return error ? error : closeTable();
+    for (std::size_t i = 0; i < marks.size(); ++i)
+        if (marks[i]) DxTableWriteLType(&tables().lineTypes[i], table);
+    return closeTable();
 }
 
 // ---- LAYER -----------------------------------------------------------------------------------------
@@ -192,32 +186,30 @@ static int validLineWeight(int weight) {
 static int writeLayerPlotGroups(const DX_LAYER_TYPE& layer) {
     if (!DxMiscCheckVersion(6)) return 0;
     const bool defpoints = equalsIgnoringCase(layer.name.view(), "DEFPOINTS");
-    int error = 0;
-    if (defpoints || layer.plot != 1) error = DxWriteInt(290, defpoints ? 0 : layer.plot);
-    if (!error) error = DxWriteInt(370, validLineWeight(layer.lineWeight));
-    return error ? error : DxWriteVariableReference2(390, DX_HANDLE_PLACEHOLDER);
+    if (defpoints || layer.plot != 1) DxWriteInt(290, defpoints ? 0 : layer.plot);
+    DxWriteInt(370, validLineWeight(layer.lineWeight));
+    return DxWriteVariableReference2(390, DxHandles.plotStyle);
 }
 
 int DxWriteNewLayer(const DX_LAYER_TYPE* layer, std::uint32_t tableHandle) {
     if (!layer) return 3011;
     FILE* stream = DxDocuments.currentStream();
     DxDocuments.select(DxHeaderStream);
-    int error = openRecord("LAYER", "AcDbLayerTableRecord", tableHandle);
-    if (!error) error = DxWriteString(2, layer->name);
-    if (!error) error = DxWriteInt(70, layer->flags);
-    if (!error) error = DxWriteInt(62, layer->color);
-    if (!error) error = DxWriteString(6, layer->lineType);
-    if (!error) error = writeLayerPlotGroups(*layer);
+    openRecord("LAYER", "AcDbLayerTableRecord", tableHandle);
+    DxWriteString(2, layer->name);
+    DxWriteInt(70, layer->flags);
+    DxWriteInt(62, layer->color);
+    DxWriteString(6, layer->lineType);
+    writeLayerPlotGroups(*layer);
     DxDocuments.select(stream);
-    return error;
+    return DxWriteError();
 }
 
 int DxTableWriteLayers() {
     std::uint32_t table = 0;
-    int error = openTable("LAYER", tables().layers.size(), table);
-    for (std::size_t i = 0; i < tables().layers.size() && !error; ++i)
-        error = DxWriteNewLayer(&tables().layers[i], table);
-    return error ? error : closeTable();
+    openTable("LAYER", tables().layers.size(), table);
+    for (const DX_LAYER_TYPE& layer : tables().layers) DxWriteNewLayer(&layer, table);
+    return closeTable();
 }
 
 // ---- STYLE, DIMSTYLE, VIEW, UCS, APPID, BLOCK_RECORD -----------------------------------------------
@@ -225,42 +217,41 @@ int DxTableWriteLayers() {
 static int writeFontFamily(const DX_STYLE_TYPE& style) {
     if (!DxMiscCheckVersion(6) || style.fontFamily.empty()) return 0;
     const int flags = (style.bold > 0 ? 0x2000000 : 0) | (style.italic > 0 ? 0x1000000 : 0);
-    int error = DxWriteString(1001, "ACAD");
-    if (!error) error = DxWriteExtendedString(1000, style.fontFamily);
-    return error ? error : DxWriteInt(1071, flags);
+    DxWriteString(1001, "ACAD");
+    DxWriteExtendedString(1000, style.fontFamily);
+    return DxWriteInt(1071, flags);
 }
 
 static int writeStyle(const DX_STYLE_TYPE& style, std::uint32_t table) {
-    int error = openRecord("STYLE", "AcDbTextStyleTableRecord", table, style.handle);
-    if (!error) error = DxWriteString(2, style.name);
-    if (!error) error = DxWriteInt(70, 0);
-    if (!error) error = DxWriteDouble(40, 0.0);
-    if (!error) error = DxWriteDouble(41, 1.0);
-    if (!error) error = DxWriteDouble(50, 0.0);
-    if (!error) error = DxWriteInt(71, 0);
-    if (!error) error = DxWriteDouble(42, 3.5);
-    if (!error) error = DxWriteString(3, style.fontFile);
-    if (!error) error = DxWriteString(4, "");
-    return error ? error : writeFontFamily(style);
+    openRecord("STYLE", "AcDbTextStyleTableRecord", table, style.handle);
+    DxWriteString(2, style.name);
+    DxWriteInt(70, 0);
+    DxWriteDouble(40, 0.0);
+    DxWriteDouble(41, 1.0);
+    DxWriteDouble(50, 0.0);
+    DxWriteInt(71, 0);
+    DxWriteDouble(42, 3.5);
+    DxWriteString(3, style.fontFile);
+    DxWriteString(4, "");
+    return writeFontFamily(style);
 }
 
 int DxTableWriteStyles() {
     std::uint32_t table = 0;
-    int error = openTable("STYLE", tables().styles.size(), table);
-    for (std::size_t i = 0; i < tables().styles.size() && !error; ++i)
-        error = writeStyle(tables().styles[i], table);
-    return error ? error : closeTable();
+    openTable("STYLE", tables().styles.size(), table);
+    for (const DX_STYLE_TYPE& style : tables().styles) writeStyle(style, table);
+    return closeTable();
 }
 
 int DxTableWriteDimStyles() {
     if (!DxMiscCheckVersion(7)) return 0;
     std::uint32_t table = 0;
     const std::size_t count = DxDimparCount();
-    int error = openTable("DIMSTYLE", count, table);
-    if (!error) error = DxWriteSubClass("AcDbDimStyleTable");
-    if (!error) error = DxWriteIntVer(6, 71, 0);
-    for (std::size_t i = 0; i < count && !error; ++i) error = DxDimparWrite(i, table);
-    return error ? error : closeTable();
+    openTable("DIMSTYLE", count, table);
+    DxWriteSubClass("AcDbDimStyleTable");
+    DxWriteIntVer(6, 71, 0);
+    for (std::size_t i = 0; i < count; ++i) DxDimparWrite(i, table);
+    return closeTable();
 }
 
 int DxTableWriteView() {
@@ -273,33 +264,32 @@ int DxTableWriteUCS() {
 
 int DxTableWriteAppid() {
     std::uint32_t table = 0;
-    int error = openTable("APPID", 1, table);
-    if (!error) error = openRecord("APPID", "AcDbRegAppTableRecord", table);
-    if (!error) error = DxWriteString(2, "ACAD");
-    if (!error) error = DxWriteInt(70, 0);
-    return error ? error : closeTable();
+    openTable("APPID", 1, table);
+    openRecord("APPID", "AcDbRegAppTableRecord", table);
+    DxWriteString(2, "ACAD");
+    DxWriteInt(70, 0);
+    return closeTable();
 }
 
 static int writeBlockRecord(const DX_BLOCK_RECORD_TYPE& record, std::uint32_t table) {
-    int error = DxWriteString(0, "BLOCK_RECORD");
-    if (!error) error = DxWriteVariableReference2(5, record.handle ? record.handle : DxGetNextReference());
-    if (!error && record.third) {
-        error = DxWriteString(102, "{ACAD_XDICTIONARY");
-        if (!error) error = DxWriteVariableReference2(360, record.third);
-        if (!error) error = DxWriteString(102, "}");
+    DxWriteString(0, "BLOCK_RECORD");
+    DxWriteVariableReference2(5, record.handle ? record.handle : DxGetNextReference());
+    if (record.third) {
+        DxWriteString(102, "{ACAD_XDICTIONARY");
+        DxWriteVariableReference2(360, record.third);
+        DxWriteString(102, "}");
     }
-    if (!error) error = DxWriteVariableReference2(330, table);
-    if (!error) error = DxWriteSubClass("AcDbSymbolTableRecord");
-    if (!error) error = DxWriteSubClass("AcDbBlockTableRecord");
-    if (!error) error = DxWriteString(2, record.name);
-    return error ? error : DxWriteVariableReference2(340, record.layoutHandle);
+    DxWriteVariableReference2(330, table);
+    DxWriteSubClass("AcDbSymbolTableRecord");
+    DxWriteSubClass("AcDbBlockTableRecord");
+    DxWriteString(2, record.name);
+    return DxWriteVariableReference2(340, record.layoutHandle);
 }
 
 int DxTableWriteBlockRecords() {
     if (!DxMiscCheckVersion(6)) return 0;
     std::uint32_t table = 0;
-    int error = openTable("BLOCK_RECORD", tables().blockRecords.size(), table);
-    for (std::size_t i = 0; i < tables().blockRecords.size() && !error; ++i)
-        error = writeBlockRecord(tables().blockRecords[i], table);
-    return error ? error : closeTable();
+    openTable("BLOCK_RECORD", tables().blockRecords.size(), table);
+    for (const DX_BLOCK_RECORD_TYPE& record : tables().blockRecords) writeBlockRecord(record, table);
+    return closeTable();
 }

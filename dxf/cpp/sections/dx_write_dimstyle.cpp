@@ -40,19 +40,16 @@ constexpr int INTEGERS[][2] = {{71, 0},  {72, 0},  {73, 0},  {74, 0},  {75, 0}, 
 } // namespace
 
 int DxDimparWrite(std::size_t /*index*/, std::uint32_t tableHandle) {
-    int error = DxWriteString(0, "DIMSTYLE");
-    if (!error) error = DxWriteVariableReference2(105, DxGetNextReference());
-    if (!error) error = DxWriteVariableReference2(330, tableHandle);
-    if (!error) error = DxWriteSubClass("AcDbSymbolTableRecord");
-    if (!error) error = DxWriteSubClass("AcDbDimStyleTableRecord");
-    if (!error) error = DxWriteString(2, "STANDARD");
-    if (!error) error = DxWriteInt(70, 0);
-    if (!error && !DxMiscCheckVersion(6))
-        for (const int code : {3, 4, 5, 6, 7})
-            if (!error) error = DxWriteString(code, "");
-    for (const Real& row : REALS)
-        if (!error) error = DxWriteDouble(row.code, row.value);
-    for (const auto& row : INTEGERS)
-        if (!error) error = DxWriteInt(row[0], row[1]);
-    return error;
+    DxWriteString(0, "DIMSTYLE");
+    DxWriteVariableReference2(105, DxGetNextReference());
+    DxWriteVariableReference2(330, tableHandle);
+    DxWriteSubClass("AcDbSymbolTableRecord");
+    DxWriteSubClass("AcDbDimStyleTableRecord");
+    DxWriteString(2, "STANDARD");
+    DxWriteInt(70, 0);
+    if (!DxMiscCheckVersion(6))
+        for (const int code : {3, 4, 5, 6, 7}) DxWriteString(code, "");
+    for (const Real& row : REALS) DxWriteDouble(row.code, row.value);
+    for (const auto& row : INTEGERS) DxWriteInt(row[0], row[1]);
+    return DxWriteError();
 }

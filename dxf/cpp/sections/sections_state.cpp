@@ -1,8 +1,10 @@
 #include "sections_state.h"
 
 #include "../import/dx_extents.h"
+#include "dx_placeholders.h"
 
 int DxAttMode = 1;
+DX_EXPORT_HANDLES DxHandles;
 int DxFileInsUnits = 0;
 int DxHeaderPat = -1;
 RPT3 DxHdrInsBase{}, DxHdrPaperInsBase{};
@@ -15,6 +17,7 @@ void DxResetSectionsState() {
     DxAttMode = 1;
     DxFileInsUnits = 0;
     DxHeaderPat = -1;
+    DxHandles = {};
     DxHdrInsBase = DxHdrPaperInsBase = {0, 0, 0};
     DxInvalidateExtents(DxHdrExtMin, DxHdrExtMax);
     DxInvalidateExtents(DxHdrPaperExtMin, DxHdrPaperExtMax);

@@ -40,12 +40,12 @@ int DxWriteEntitySection() {
         DxProtoMsg(DxMsg(5742), 1);
     }
     DxOwnerHandle = DxModelSpaceHandle;
-    int error = DxWriteString(0, "SECTION");
-    if (!error) error = DxWriteString(2, "ENTITIES");
-    if (!error) error = DxWriteEntityPass();
-    if (!error) error = DxWriteString(0, "ENDSEC");
-    if (!error) error = DxWriteObjects();
-    return error ? error : DxWriteString(0, "EOF");
+    DxWriteString(0, "SECTION");
+    DxWriteString(2, "ENTITIES");
+    if (const int error = DxWriteEntityPass()) return error;
+    DxWriteString(0, "ENDSEC");
+    DxWriteObjects();
+    return DxWriteString(0, "EOF");
 }
 
 namespace {

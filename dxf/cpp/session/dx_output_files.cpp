@@ -6,7 +6,6 @@
 #include "session_state.h"
 #include "ut.h"
 
-static constexpr int WRITE_FAILED = 9000;
 static constexpr int OPEN_FAILED = 9001;
 
 static FILE* openTemporary(const char* prefix, UtCString& path, int message) {
@@ -42,18 +41,6 @@ int DxWriteOpen() {
     return DxImageStream2 ? 0 : OPEN_FAILED;
 }
 
-int DxWriteCloseStream(FILE*& stream) {
-    if (!stream) return 0;
-    int flushed = 0;
-    if (DxPending.stream == stream) {
-        flushed = DxWriteFlush();
-        DxPending.stream = nullptr;
-    }
-    const int closed = UtFileClose(stream);
-    stream = nullptr;
-    return flushed || closed ? WRITE_FAILED : 0;
-}
-
 static void removeFile(UtCString& path) {
     if (!path.IsEmpty()) UtFileRemove(path);
     path = UtCString();
@@ -62,9 +49,9 @@ static void removeFile(UtCString& path) {
 int DxWriteClose(bool complete) {
     DxDocuments.select(nullptr);
     int result = DxWriteCloseStream(DxHeaderStream);
-    DxWriteCloseStream(DxBodyStream);
-    DxWriteCloseStream(DxImageStream1);
-    DxWriteCloseStream(DxImageStream2);
+    DxWriteDropStream(DxBodyStream); // what they held is in the target by now, or no longer wanted
+    DxWriteDropStream(DxImageStream1);
+    DxWriteDropStream(DxImageStream2);
     removeFile(DxBodyPath);
     removeFile(DxImagePath1);
     removeFile(DxImagePath2);
@@ -74,7 +61,7 @@ int DxWriteClose(bool complete) {
         if (UtFileRename(DxHeaderPath, DxTargetPath) == 0)
             DxHeaderPath = UtCString();
         else
-            result = WRITE_FAILED;
+            result = DxWriteFail();
     }
     removeFile(DxHeaderPath);
     return complete ? result : 0;

@@ -11,39 +11,15 @@
 #include <array>
 #include <charconv>
 #include <iterator>
-#include <utility>
 
 namespace {
 
-constexpr int WRITE_FAILED = 9000;
 /// Code line of any int, with its line feed.
 constexpr std::size_t LONGEST_CODE = 16;
 constexpr std::size_t FIX_COLUMNS = 20;
 
 FILE* currentStream() {
     return DxDocuments.currentStream();
-}
-
-/// Room for `size` bytes behind what waits for `stream`. Null when there is none, or when what waited can't
-/// be written.
-char* roomFor(FILE* stream, std::size_t size) {
-    if (DxPending.stream != stream || sizeof DxPending.bytes - DxPending.size < size) {
-        const int error = DxWriteFlush();
-        DxPending.stream = stream;
-        if (error) return nullptr;
-    }
-    return stream ? DxPending.bytes + DxPending.size : nullptr;
-}
-
-/// Takes the pairs that were formatted in the room up to `end`.
-int takePairs(const char* end) {
-    const char* start = DxPending.bytes + DxPending.size;
-    const auto size = static_cast<std::size_t>(end - start);
-    if (DxBlockBuffering && DxBlockLines)
-        DxBlockLines->append(start, size);
-    else
-        DxPending.size += size;
-    return 0;
 }
 
 /// The code lines of the codes of up to three digits.
@@ -72,29 +48,20 @@ char* putBytes(char* at, std::string_view bytes) {
     return std::copy(bytes.begin(), bytes.end(), at);
 }
 
-/// A value that doesn't fit what may wait goes out in slices.
-int putLongPair(FILE* stream, int code, std::string_view value) {
-    for (bool isFirst = true; isFirst || !value.empty(); isFirst = false) {
-        const std::string_view slice = value.substr(0, sizeof DxPending.bytes / 2);
-        value.remove_prefix(slice.size());
-        char* at = roomFor(stream, LONGEST_CODE + slice.size() + 1);
-        if (!at) return WRITE_FAILED;
-        if (isFirst) at = putCode(at, code);
-        at = putBytes(at, slice);
-        if (value.empty()) *at++ = '\n';
-        if (const int error = takePairs(at)) return error;
-    }
-    return 0;
-}
-
 /// Writes the pair of a value whose bytes are final.
 int putPair(FILE* stream, int code, std::string_view value) {
-    if (value.size() > sizeof DxPending.bytes / 2) return putLongPair(stream, code, value);
-    char* at = roomFor(stream, LONGEST_CODE + value.size() + 1);
-    if (!at) return WRITE_FAILED;
-    at = putBytes(putCode(at, code), value);
-    *at++ = '\n';
-    return takePairs(at);
+    const bool isShort = value.size() <= DX_SINK_MOST - LONGEST_CODE - 1;
+    char* at = putCode(DxSinkRoom(stream, LONGEST_CODE + (isShort ? value.size() + 1 : 0)), code);
+    if (isShort) {
+        at = putBytes(at, value);
+        *at++ = '\n';
+    }
+    DxSinkTake(stream, at);
+    if (!isShort) {
+        DxSinkPut(stream, value);
+        DxSinkPut(stream, "\n");
+    }
+    return DxWriteError();
 }
 
 bool isPlainAscii(std::string_view text) {
@@ -148,28 +115,15 @@ bool DxMiscCheckVersion(int level) {
     return level >= DxWriteVersion;
 }
 
-int DxWriteFlush() {
-    const std::size_t size = std::exchange(DxPending.size, 0);
-    if (size == 0) return 0;
-    return std::fwrite(DxPending.bytes, 1, size, DxPending.stream) == size ? 0 : WRITE_FAILED;
-}
-
-int DxWriteBytes(const char* bytes, std::size_t size) {
-    if (DxWriteFlush()) return WRITE_FAILED;
-    FILE* stream = currentStream();
-    return stream && std::fwrite(bytes, 1, size, stream) == size ? 0 : WRITE_FAILED;
-}
-
 int DxWriteFileInt(FILE* stream, int code, int value) {
     char digits[12];
     char* end = std::to_chars(digits, std::end(digits), value).ptr;
-    char* at = roomFor(stream, LONGEST_CODE + sizeof digits + 1);
-    if (!at) return WRITE_FAILED;
-    at = putCode(at, code);
+    char* at = putCode(DxSinkRoom(stream, LONGEST_CODE + sizeof digits + 1), code);
     for (auto n = end - digits; n < 6; ++n) *at++ = ' ';
     at = std::copy(digits, end, at);
     *at++ = '\n';
-    return takePairs(at);
+    DxSinkTake(stream, at);
+    return DxWriteError();
 }
 
 int DxWriteInt(int code, int value) {
@@ -177,15 +131,15 @@ int DxWriteInt(int code, int value) {
 }
 
 int DxWriteIntVer(int level, int code, int value) {
-    return DxMiscCheckVersion(level) ? DxWriteInt(code, value) : 0;
+    return DxMiscCheckVersion(level) ? DxWriteInt(code, value) : DxWriteError();
 }
 
 int DxWriteFileDouble(FILE* stream, int code, double value) {
-    char* at = roomFor(stream, LONGEST_CODE + DX_LONGEST_FIXED + 1);
-    if (!at) return WRITE_FAILED;
+    char* at = DxSinkRoom(stream, LONGEST_CODE + DX_LONGEST_FIXED + 1);
     at = DxPutFixed(putCode(at, code), value, DxDigits);
     *at++ = '\n';
-    return takePairs(at);
+    DxSinkTake(stream, at);
+    return DxWriteError();
 }
 
 int DxWriteDouble(int code, double value) {
@@ -204,7 +158,7 @@ int DxWriteDoubleFix(int code, double value) {
 }
 
 int DxWriteDoubleVer(int level, int code, double value) {
-    return DxMiscCheckVersion(level) ? DxWriteDouble(code, value) : 0;
+    return DxMiscCheckVersion(level) ? DxWriteDouble(code, value) : DxWriteError();
 }
 
 int DxWriteFileString(FILE* stream, int code, DxOutText value) {
@@ -231,7 +185,7 @@ static int fileColor(int colour) {
 }
 
 int DxWriteFileColor(FILE* stream, int colour) {
-    return isWrittenColor(colour) ? DxWriteFileInt(stream, 62, fileColor(colour)) : 0;
+    return isWrittenColor(colour) ? DxWriteFileInt(stream, 62, fileColor(colour)) : DxWriteError();
 }
 
 std::string DxColorText(int colour) {
@@ -243,7 +197,7 @@ int DxWriteColor(int colour) {
 }
 
 int DxWriteFileLinetype(FILE* stream, DxOutText name) {
-    return name.view.empty() ? 0 : DxWriteFileString(stream, 6, name);
+    return name.view.empty() ? DxWriteError() : DxWriteFileString(stream, 6, name);
 }
 
 int DxWriteLinetype(DxOutText name) {
@@ -281,11 +235,11 @@ int DxWriteVariableReference(int code) {
 }
 
 int DxWriteVariableReference2(int code, std::uint32_t handle) {
-    return DxMiscCheckVersion(6) ? writeHandle(currentStream(), code, handle) : 0;
+    return DxMiscCheckVersion(6) ? writeHandle(currentStream(), code, handle) : DxWriteError();
 }
 
 int DxWriteSubClass(const char* name) {
-    return DxMiscCheckVersion(6) ? DxWriteString(100, name) : 0;
+    return DxMiscCheckVersion(6) ? DxWriteString(100, name) : DxWriteError();
 }
 
 // ---- several pairs at once -------------------------------------------------------------------------
@@ -298,26 +252,45 @@ std::string DxPairText(int code, DxOutText value) {
     return text;
 }
 
-DxPairRun::DxPairRun(std::size_t room) : at_(roomFor(currentStream(), room)) {}
+/// Room that a run asks for at a time, and what one number or handle needs at most.
+static constexpr std::size_t RUN_ROOM = 4096;
+static constexpr std::size_t LONGEST_NUMBER = LONGEST_CODE + DX_LONGEST_FIXED + 1;
+
+DxPairRun::DxPairRun()
+    : stream_(currentStream()), at_(DxSinkRoom(stream_, RUN_ROOM)), limit_(at_ + RUN_ROOM) {}
+
+void DxPairRun::reserve(std::size_t size) {
+    if (static_cast<std::size_t>(limit_ - at_) >= size) return;
+    DxSinkTake(stream_, at_);
+    at_ = DxSinkRoom(stream_, RUN_ROOM);
+    limit_ = at_ + RUN_ROOM;
+}
 
 void DxPairRun::pairs(std::string_view bytes) {
-    if (at_) at_ = putBytes(at_, bytes);
+    while (!bytes.empty()) {
+        const std::string_view slice = bytes.substr(0, RUN_ROOM);
+        bytes.remove_prefix(slice.size());
+        reserve(slice.size());
+        at_ = putBytes(at_, slice);
+    }
 }
 
 void DxPairRun::real(int code, double value) {
-    if (!at_) return;
+    reserve(LONGEST_NUMBER);
     at_ = DxPutFixed(putCode(at_, code), value, DxDigits);
     *at_++ = '\n';
 }
 
 void DxPairRun::handle(int code, std::uint32_t handle) {
-    if (!at_ || !DxMiscCheckVersion(6)) return;
+    if (!DxMiscCheckVersion(6)) return;
+    reserve(LONGEST_NUMBER);
     at_ = putHandle(putCode(at_, code), handle);
     *at_++ = '\n';
 }
 
 int DxPairRun::end() {
-    return at_ ? takePairs(at_) : WRITE_FAILED;
+    DxSinkTake(stream_, at_);
+    return DxWriteError();
 }
 
 // ---- units -----------------------------------------------------------------------------------------

@@ -1,10 +1,12 @@
 // The writer of group-code pairs: text format of a pair, number formats, encoding of strings by target
-// version, version gates and handles. Pairs go to the current stream of DxDocuments, or to a stream given;
-// while a block is kept back they go to DxBlockLines instead. Everything that writes gives 0 or 9000.
+// version, version gates and handles. Pairs go to the current stream of DxDocuments, or to a stream given.
+//
+// Everything that writes gives the export's error so far, and writes nothing once there is one: callers put
+// out what they have and return DxWriteError().
 #pragma once
 
 #include "dx_fixed.h"
-#include "writer_state.h"
+#include "dx_sink.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -59,30 +61,22 @@ int DxWriteSubClass(const char* name); ///< group 100, from ACAD14 on
 /// A pair as it stands in the file.
 std::string DxPairText(int code, DxOutText value);
 
-/// Pairs for the current stream that are put together in place: what entities are made of, without the cost
-/// of a call that can fail for each pair. Nothing else may be written between its start and end().
+/// Pairs for the current stream that are put together in place: what entities are made of, for the cost of
+/// their formatting. Nothing else may be written between its start and end().
 class DxPairRun {
 public:
-    /// Room that a real or a handle needs at most.
-    static constexpr std::size_t NUMBER = 448;
-
-    explicit DxPairRun(std::size_t room);        ///< bytes that will be put at most, 32 KiB at most
+    DxPairRun();
     void pairs(std::string_view bytes);          ///< pairs as they stand in the file
     void real(int code, double value);           ///< as DxWriteDouble
     void handle(int code, std::uint32_t handle); ///< as DxWriteVariableReference2
-    int end();                                   ///< Hands all of it over. 0 or 9000.
+    int end();                                   ///< Hands all of it over. 0 or the export's error.
 
 private:
+    void reserve(std::size_t size);
+    FILE* stream_;
     char* at_;
+    char* limit_; ///< end of the room
 };
-
-/// Bytes as they stand into the current stream, behind what was written so far.
-int DxWriteBytes(const char* bytes, std::size_t size);
-/// Pairs wait in memory until there are enough to be worth a call: hands them over to their stream. Whoever
-/// uses a stream by other means than these functions calls this first.
-int DxWriteFlush();
-/// Closes a stream, with all that waits for it, and clears the pointer. Null is closed already.
-int DxWriteCloseStream(FILE*& stream);
 
 /// Opens the four streams. 9001, with the words reported, when one can't be opened.
 int DxWriteOpen();

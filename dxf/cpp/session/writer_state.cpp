@@ -20,6 +20,7 @@ void DxResetWriterState(int isExport) {
     DxHeaderStream = DxBodyStream = DxImageStream1 = DxImageStream2 = nullptr;
     DxPending.stream = nullptr;
     DxPending.size = 0;
+    DxPending.error = 0;
     DxTargetPath = DxHeaderPath = DxBodyPath = DxImagePath1 = DxImagePath2 = UtCString();
     DxOutDir = DxOutBase = UtCString();
     DxTargetExisted = 0;

@@ -10,10 +10,11 @@
 /// Lines of a block that is kept back, code and value in turn, each with its line feed.
 using DxLineList = std::string;
 
-/// Pairs that wait to be handed over to one stream.
+/// Pairs that wait to be handed over to one stream, and the export's first failure.
 struct DX_PENDING {
     FILE* stream = nullptr;
     std::size_t size = 0;
+    int error = 0;
     char bytes[1U << 16] = {};
 };
 
@@ -27,7 +28,7 @@ extern UtCString DxBodyPath;                     ///< temporary
 extern UtCString DxImagePath1, DxImagePath2;     ///< temporary
 extern UtCString DxOutDir, DxOutBase;            ///< directory and base name of the target
 extern int DxTargetExisted;                      ///< the target was there ahead of this export
-extern int DxBlockBuffering;                     ///< pairs go to DxBlockLines in place of the stream
+extern int DxBlockBuffering;                     ///< pairs go to DxBlockLines in place of the body
 extern std::unique_ptr<DxLineList> DxBlockLines; ///< the buffered block, null outside an export
 
 /// Start values of all of the above: an export has an empty list of buffered lines.

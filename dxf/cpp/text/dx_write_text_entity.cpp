@@ -21,16 +21,16 @@ double roundedDegrees(double angle) {
 }
 
 int writePoint(int code, const RPT& p, double z) {
-    int error = DxWriteDouble(code, p.x);
-    error |= DxWriteDouble(code + 10, p.y);
-    return error | DxWriteDouble(code + 20, z);
+    DxWriteDouble(code, p.x);
+    DxWriteDouble(code + 10, p.y);
+    return DxWriteDouble(code + 20, z);
 }
 
 int writeHead(const char* name, const DX_TEXT_TYPE& text) {
-    int error = DxWriteString(0, name);
-    error |= DxWriteEntityIds(0, DxOwnerHandle);
-    error |= DxWriteString(8, text.base.layer);
-    return error | DxWriteColor(text.base.color);
+    DxWriteString(0, name);
+    DxWriteEntityIds(0, DxOwnerHandle);
+    DxWriteString(8, text.base.layer);
+    return DxWriteColor(text.base.color);
 }
 
 /// A format code with its value; a value that is `usual` needs none.
@@ -70,48 +70,47 @@ std::size_t pieceEnd(std::string_view text) {
 
 /// Group 1; the pieces in front stand in groups 3.
 int writeMtextValue(std::string_view rest) {
-    int error = 0;
     for (std::size_t end = pieceEnd(rest); end < rest.size(); end = pieceEnd(rest)) {
-        error |= DxWriteString(3, UtCString(rest.substr(0, end)));
+        DxWriteString(3, UtCString(rest.substr(0, end)));
         rest.remove_prefix(end);
     }
-    return error | DxWriteString(1, UtCString(rest));
+    return DxWriteString(1, UtCString(rest));
 }
 
 int writeMtext(const DX_TEXT_TYPE& text, const RPT& point, double rotation, double scale) {
-    int error = writeHead("MTEXT", text);
-    error |= DxWriteString(100, "AcDbMText");
-    error |= writePoint(10, point, text.point.z);
-    error |= DxWriteDouble(40, text.height * scale);
-    error |= DxWriteDouble(41, text.boxWidth * scale);
-    error |= DxWriteInt(71, text.attachment);
-    error |= DxWriteInt(72, 5);
-    error |= writeMtextValue(formatCodes(text) + text.text);
-    error |= DxWriteString(7, text.style);
-    error |= DxWriteDouble(50, rotation);
-    if (text.lineSpacing != 1.0) error |= DxWriteDouble(44, text.lineSpacing);
+    writeHead("MTEXT", text);
+    DxWriteString(100, "AcDbMText");
+    writePoint(10, point, text.point.z);
+    DxWriteDouble(40, text.height * scale);
+    DxWriteDouble(41, text.boxWidth * scale);
+    DxWriteInt(71, text.attachment);
+    DxWriteInt(72, 5);
+    writeMtextValue(formatCodes(text) + text.text);
+    DxWriteString(7, text.style);
+    DxWriteDouble(50, rotation);
+    if (text.lineSpacing != 1.0) DxWriteDouble(44, text.lineSpacing);
     if (text.backFlag && DxMiscCheckVersion(5)) {
-        error |= DxWriteInt(90, text.backFlag);
-        error |= DxWriteInt(63, text.backColor < 0 ? 256 : text.backColor);
-        error |= DxWriteDouble(45, text.backScale); // a reader expects it with a background
+        DxWriteInt(90, text.backFlag);
+        DxWriteInt(63, text.backColor < 0 ? 256 : text.backColor);
+        DxWriteDouble(45, text.backScale); // a reader expects it with a background
     }
-    return error;
+    return DxWriteError();
 }
 
 int writeText(const DX_TEXT_TYPE& text, const RPT& point, const RPT& second, double rotation, double scale) {
-    int error = writeHead("TEXT", text);
-    error |= DxWriteSubClass("AcDbText");
-    error |= writePoint(10, point, text.point.z);
-    error |= DxWriteDouble(40, text.height * scale);
-    error |= DxWriteString(1, text.text);
-    error |= DxWriteDouble(50, rotation);
-    error |= DxWriteDouble(41, text.widthFactor);
-    error |= DxWriteDouble(51, text.oblique);
-    error |= DxWriteString(7, text.style);
-    error |= DxWriteInt(72, text.horAlign);
-    error |= writePoint(11, second, text.second.z);
-    error |= DxWriteSubClass("AcDbText");
-    return error | DxWriteInt(73, text.verAlign);
+    writeHead("TEXT", text);
+    DxWriteSubClass("AcDbText");
+    writePoint(10, point, text.point.z);
+    DxWriteDouble(40, text.height * scale);
+    DxWriteString(1, text.text);
+    DxWriteDouble(50, rotation);
+    DxWriteDouble(41, text.widthFactor);
+    DxWriteDouble(51, text.oblique);
+    DxWriteString(7, text.style);
+    DxWriteInt(72, text.horAlign);
+    writePoint(11, second, text.second.z);
+    DxWriteSubClass("AcDbText");
+    return DxWriteInt(73, text.verAlign);
 }
 
 } // namespace

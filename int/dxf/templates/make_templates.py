@@ -2,8 +2,8 @@
 """Writes the export templates of int/dxf/dflt: header_*, objects_*, vport, vport_15, Dxf.var.
 
 Each is a list of DXF pairs, a code line and a value line. Values between "#" signs are placeholders that the
-export fills in. Handles below 200 (hexadecimal) belong to the templates, the export counts from there on; so
-one template may point into another, and the module knows the few that it points at itself (see HANDLES).
+export fills in. Handles below 200 (hexadecimal) belong to the templates, the export counts from there on. What one template or
+the module points at in another is a placeholder "#…_REFERENCE#", which stands for a handle of the export.
 
     make_templates.py            writes the files
     make_templates.py --check    only says whether the files are as this script would write them
@@ -18,14 +18,15 @@ TARGET = HERE.parent / "dflt"
 HEADERS = {"32": 1032, "27": 1027, "24": 1024, "21": 1021, "18": 1018, "15": 1015, "12": 1009}
 
 HANDLES = {
-    "root": "C", "group": "D", "plotstyles": "E", "placeholder": "F",       # the module: LAYER 390 → F
+    "root": "C", "group": "D", "plotstyles": "E", "placeholder": "#PLOTSTYLE_REFERENCE#",
     "mlinestyles": "17", "mline_standard": "18", "plotsettings": "19", "layouts": "1A",
-    "layout_paper": "1E", "layout_model": "22", "layout_paper0": "26",      # the module: BLOCK_RECORD 340
-    "vport_table": "8", "vport_active": "29",
-    "paper_record": "1B", "paper0_record": "1C",                            # the module: BLOCK_RECORD 5
-    "image_dict": "5E",                                                     # the module: IMAGEDEF 330
+    "layout_paper": "#LAYOUT_PAPER_REFERENCE#", "layout_model": "#LAYOUT_MODEL_REFERENCE#",
+    "layout_paper0": "#LAYOUT_PAPER0_REFERENCE#",
+    "vport_table": "8", "vport_active": "#VPORT_REFERENCE#",
+    "paper_record": "#PAPERSPACE_REFERENCE#", "paper0_record": "#PAPERSPACE0_REFERENCE#",
+    "image_dict": "#IMAGEDICT_REFERENCE#",
     "variables": "5F", "colors": "60", "materials": "61", "scales": "62", "visualstyles": "63",
-    "mat_byblock": "64", "mat_bylayer": "65", "mat_global": "66", "scale_1": "67",
+    "mat_byblock": "64", "mat_bylayer": "#MATERIAL_BYLAYER_REFERENCE#", "mat_global": "66", "scale_1": "67",
 }
 
 EASY = ["$ACADVER", "$INSBASE", "$EXTMIN", "$EXTMAX", "$LIMMIN", "$LIMMAX", "$ORTHOMODE", "$REGENMODE",
@@ -49,7 +50,8 @@ STYLES = {
     "X-Ray":             (25, 2, 2, 1, 1, -.5, -30.0, 7, 16777215, 1, 0, 257, 1, 1, 1.0, 8, 7, 7, None, 3, 13, 0.0),
 }
 FIXED = {62: 5, 64: 7, 43: 1.0, 76: 1, 77: 6, 78: 2, 170: 0, 171: 0, 290: 0, 174: 0, 173: 0, 45: 0.0}
-STYLE_HANDLES = {name: f"{0x70 + i:X}" for i, name in enumerate(STYLES)}
+STYLE_HANDLES = {name: f"{0x70 + i:X}" for i, name in enumerate(STYLES)} | {
+    "Realistic": "#STYLE_REALISTIC_REFERENCE#", "Wireframe": "#STYLE_WIREFRAME_REFERENCE#"}
 OLD_ORDER = (71, 72, 73, 90, 40, 41, 62, 63, 421, 74, 91, 64, 65, 75, 175, 42, 92, 66, 43, 76, 77, 78, 67, 425, 79,
              170, 171, 290, 174, 93, 44, 173)
 NEW_ORDER = (71, 72, 73, 90, 40, 41, 63, 74, 91, 64, 65, 75, 175, 42, 92, 66, 43, 76, 77, 78, 67, 79, 170, 171, 290,
