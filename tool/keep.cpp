@@ -34,8 +34,7 @@ public:
     }
     void add(const SourceLineType& type) {
         if (!isWritable(type.name)) {
-            plan_.notes.push_back("Line type " + type.name +
-                                  " can't be configured: drawn solid");
+            plan_.notes.push_back("Line type " + type.name + " can't be configured: drawn solid");
             return;
         }
         const auto [entry, isNew] = numbers_.try_emplace(lower(type.name), next_);
@@ -47,9 +46,9 @@ public:
     }
     void finish() {
         if (left_.empty()) return;
-        plan_.notes.push_back(
-            std::to_string(left_.size()) + " line types are drawn solid, for the host knows " +
-            std::to_string(kLastLineType) + " only; the first is " + left_[0]);
+        plan_.notes.push_back(std::to_string(left_.size()) +
+                              " line types are drawn solid, for the host knows " +
+                              std::to_string(kLastLineType) + " only; the first is " + left_[0]);
     }
 
 private:

@@ -31,7 +31,7 @@ struct DxFixed {
 
     void assign(std::string_view text) {
         std::size_t n = DxCharsLength(text, LIMIT);
-        if (n > 4 * LIMIT) n = 4 * LIMIT; // continuation bytes of no character
+        if (n > 4 * LIMIT) n = 4 * LIMIT;      // continuation bytes of no character
         if (n) std::memcpy(s, text.data(), n); // a view of nothing has no address
         s[n] = 0;
     }

@@ -53,9 +53,9 @@ DxPairIndex DxPenToCadIndex(&DX_COLOR_PAIR::color);
 DxPairIndex DxFillToCadIndex(&DX_COLOR_PAIR::color);
 DxPairIndex DxFillToDxfIndex(&DX_COLOR_PAIR::pen);
 DxLtIndex DxLtToCadIndex;
-DxNameIndex<DX_ATTR_PAIR, DX_NAME> DxAttrIndex(&DX_ATTR_PAIR::dxf);
-DxNameIndex<DX_LAYER_PAIR, DX_NAME> DxLayerMapIndex(&DX_LAYER_PAIR::dxf);
-DxNameIndex<DX_LAYER_PAIR, DxFixed<60>> DxHostLayerIndex(&DX_LAYER_PAIR::host);
+DxRecordIndex<DX_ATTR_PAIR, DX_NAME> DxAttrIndex(&DX_ATTR_PAIR::dxf);
+DxRecordIndex<DX_LAYER_PAIR, DX_NAME> DxLayerMapIndex(&DX_LAYER_PAIR::dxf);
+DxRecordIndex<DX_LAYER_PAIR, DxFixed<60>> DxHostLayerIndex(&DX_LAYER_PAIR::host);
 
 static void resetImportOptions() {
     DxAllLayers = 0;

@@ -213,8 +213,7 @@ int readKeywords(FILE* file) {
     while (readLine(file, line)) {
         if (line.empty() || line[0] == '!') continue;
         const int error = DxDecodeLine(line);
-        if (error == BAD_LINE)
-            DxProtoMsg(UtFormat("Error in Defaultfile: %s", line.c_str()), 1);
+        if (error == BAD_LINE) DxProtoMsg(UtFormat("Error in Defaultfile: %s", line.c_str()), 1);
         if (error) return error;
     }
     return 0;

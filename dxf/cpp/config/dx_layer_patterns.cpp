@@ -2,9 +2,9 @@
 
 #include "../host/dx_host.h"
 #include "../session/dx_documents.h"
-#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "dx_layers.h"
 #include "ov.h"
 #include "uo.h"

@@ -118,6 +118,5 @@ void DxTableConvLayer(int toHost, DX_NAME* name) {
 
 int DxCiAddDxfLayer(const DX_LAYER_TYPE* layer) {
     if (!layer) return CcmLayerMgrApi::UpdateOnLoad(1);
-    return DsLayerApi::AddDXFLayer(layer->name.view(), layer->color >= 0,
-                                   (layer->flags & 4) != 0);
+    return DsLayerApi::AddDXFLayer(layer->name.view(), layer->color >= 0, (layer->flags & 4) != 0);
 }

@@ -2,9 +2,9 @@
 
 #include "../import/import_state.h"
 #include "../session/dx_documents.h"
-#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "dx_colors.h"
 
 #include <algorithm>

@@ -45,9 +45,9 @@ private:
 
 /// First record of a list by one of its names, which is compared exactly.
 template <class T, class Name>
-class DxNameIndex {
+class DxRecordIndex {
 public:
-    explicit DxNameIndex(Name T::*key) : key_(key) {}
+    explicit DxRecordIndex(Name T::*key) : key_(key) {}
     /// The first record whose key is `name`, null when there is none. Valid until the list grows.
     T* find(DxTable<T>& records, std::string_view name) {
         if (indexed_ > records.size()) clear(); // another list than before
@@ -77,6 +77,6 @@ public:
     void clear();
 
 private:
-    DxNameIndex<DX_LT_PAIR, DX_NAME> index_{&DX_LT_PAIR::name};
+    DxRecordIndex<DX_LT_PAIR, DX_NAME> index_{&DX_LT_PAIR::name};
     std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> unknown_;
 };

@@ -23,8 +23,8 @@ void replaceForbidden(std::string& name) {
         name.begin(), name.end(), [](char c) { return FORBIDDEN.find(c) != std::string_view::npos; }, '_');
 }
 
-/// Letters that an old name writes without their accents: the umlauts and their neighbours, and what their DOS
-/// codes are taken for.
+/// Letters that an old name writes without their accents: the umlauts and their neighbours, and what their
+/// DOS codes are taken for.
 struct PlainLetter {
     std::u32string_view letters;
     char plain;
@@ -38,8 +38,7 @@ constexpr PlainLetter PLAIN_LETTERS[] = {
 
 char shortNameCharacter(char32_t c) {
     if (c >= 'a' && c <= 'z') return static_cast<char>(c - 'a' + 'A');
-    if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '$' || c == '-')
-        return static_cast<char>(c);
+    if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '$' || c == '-') return static_cast<char>(c);
     for (const PlainLetter& row : PLAIN_LETTERS)
         if (row.letters.find(c) != std::u32string_view::npos) return row.plain;
     return '_';

@@ -6,6 +6,7 @@
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "../session/dx_writer.h"
 #include "block_table_state.h"
 #include "dx_attributes_export.h"

@@ -1,8 +1,8 @@
 #include "dx_header_keep.h"
 
 #include "../host/dx_host.h"
-#include "../session/dx_unicode.h"
 #include "../session/dx_reader.h"
+#include "../session/dx_unicode.h"
 #include "dx_template.h"
 #include "ov_text.h"
 #include "sections_state.h"

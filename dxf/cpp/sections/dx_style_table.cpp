@@ -1,8 +1,8 @@
 // STYLE records: text styles.
 #include "../session/dx_documents.h"
-#include "../session/dx_unicode.h"
 #include "../session/dx_fields.h"
 #include "../session/dx_reader.h"
+#include "../session/dx_unicode.h"
 #include "dx_tables_import.h"
 #include "dx_tables_read.h"
 

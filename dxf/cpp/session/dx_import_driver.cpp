@@ -100,7 +100,7 @@ private:
 
     void useMatrixVariable();
     int readSections();
-    void closeDocuments();
+    void noteCorrectedFiles();
     void showCorrectedFiles() const;
 
     const UtCString& configName_;
@@ -172,11 +172,12 @@ int Import::readSections() {
     return error;
 }
 
-/// After other errors the documents stay open until the next session begins.
-void Import::closeDocuments() {
-    for (const auto& [name, document] : DxDocuments.byName)
-        if (document->recovered.Get()) correctedFiles_.push_back(document->name.Get());
-    DxReadClose();
+void Import::noteCorrectedFiles() {
+    for (const auto& [name, document] : DxDocuments.byName) {
+        if (!document->recovered.Get()) continue;
+        correctedFiles_.push_back(document->name.Get());
+        DxReport.recovered.push_back(document->name.Get().str());
+    }
 }
 
 void Import::showCorrectedFiles() const {
@@ -195,8 +196,9 @@ void Import::read() {
 
     outcome_ = DxGuarded([this] { return readSections(); });
     if (outcome_ == EXCEPTION) DxCiElemDrawPat(); // what was drawn before stays
-    if (outcome_ == 0 || outcome_ == ABORTED) {
-        closeDocuments();
+    noteCorrectedFiles();
+    if (outcome_ == 0 || outcome_ == ABORTED) { // else the documents stay open until the next session begins
+        DxReadClose();
         DxSetPenLt(DxPen, DxLt);
     }
     if (outcome_)

@@ -12,6 +12,7 @@
 #include <cstring>
 
 int DxLineTrim = 0;
+const DxfDocument* DxReadEnded = nullptr;
 
 namespace {
 
@@ -115,6 +116,7 @@ inline bool readLine(int maxLength) {
     if (!document) return false;
     const char* const data = document->view.data;
     const std::size_t size = document->view.size;
+    DxReadEnded = document;
     if (document->position >= size) return false;
     const char* at = data + document->position;
     const char* const end = data + size;
@@ -123,6 +125,7 @@ inline bool readLine(int maxLength) {
         document->position = size;
         return false;
     }
+    DxReadEnded = nullptr;
     line.bytes = line.text = takeLine(at, end);
     document->position = static_cast<std::size_t>(at - data);
     line.code = code;
@@ -281,11 +284,9 @@ std::int32_t DxReadTell() {
     return DxDocuments.current_ ? static_cast<std::int32_t>(DxDocuments.current_->position) : 0;
 }
 
-long DxReadLineNumber() {
-    const DxfDocument* const document = DxDocuments.current_;
-    if (!document) return 0;
-    const char* const data = document->view.data;
-    const char* const end = data + document->position;
+long DxReadLineNumber(const DxfDocument& document) {
+    const char* const data = document.view.data;
+    const char* const end = data + document.position;
     const bool isCut = end != data && end[-1] != '\n';
     return static_cast<long>(std::count(data, end, '\n')) + isCut;
 }

@@ -16,8 +16,8 @@
 /// One pair. Its texts are valid until the next pair is read.
 struct DxPair {
     int code = 0;
-    /// Without line end. Strings, which are groups 1 to 9, are UTF-8; names among them (2, 6, 7, 8) have their
-    /// escapes resolved. Other groups stand as in the file: DxReadDecoded makes text of them.
+    /// Without line end. Strings, which are groups 1 to 9, are UTF-8; names among them (2, 6, 7, 8) have
+    /// their escapes resolved. Other groups stand as in the file: DxReadDecoded makes text of them.
     std::string_view text;
     std::string_view bytes; ///< as in the file
 };
@@ -52,9 +52,12 @@ void DxSaveActPos(DX_SAVE* save);
 int DxRestoreActPos(DX_SAVE* save); ///< 3011 for null; the result of the seek otherwise.
 /// Position behind the last pair that was read from the current document, as an offset in the file.
 std::int32_t DxReadTell();
-/// Number of the line, from 1, in which the last pair that was read from the current document ends; 0 ahead
-/// of the first. Counts them anew: meant for messages.
-long DxReadLineNumber();
+class DxfDocument;
+/// The document whose end a read met last; null while none did.
+extern const DxfDocument* DxReadEnded;
+/// Number of the line, from 1, in which the last pair that was read from a document ends; 0 ahead of the
+/// first. Counts them anew: meant for messages.
+long DxReadLineNumber(const DxfDocument& document);
 /// Goes to an offset in the current document and forgets a pair handed back. 0 or 9005.
 int DxReadSeek(std::int32_t position);
 void DxResetPercent();

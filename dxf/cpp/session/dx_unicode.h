@@ -1,7 +1,8 @@
-// Unicode: UTF-8, the escapes that stand for characters in drawing files, and the code pages at a file's edge.
+// Unicode: UTF-8, the escapes that stand for characters in drawing files, and the code pages at a file's
+// edge.
 //
-// Within the module every text is UTF-8: names, values and configuration from the reader on, messages, and what
-// goes to the host. The reader and the writer of pairs convert.
+// Within the module every text is UTF-8: names, values and configuration from the reader on, messages, and
+// what goes to the host. The reader and the writer of pairs convert.
 #pragma once
 
 #include "ut_string.h"
@@ -36,8 +37,8 @@ struct DxEscape {
     char32_t character = 0; ///< U+FFFD for half of a surrogate pair
     std::size_t length = 0; ///< bytes of the text, 0: no escape stands there
 };
-/// The escape at `pos`: "\U+XXXX", two of them for a character beyond U+FFFF, or "\M+" with a digit for a code
-/// page and four for the character.
+/// The escape at `pos`: "\U+XXXX", two of them for a character beyond U+FFFF, or "\M+" with a digit for a
+/// code page and four for the character.
 DxEscape DxEscapeAt(std::string_view text, std::size_t pos);
 /// The text with its escapes as characters. Halves of a surrogate pair and the code 0 stay as they are.
 std::string DxWithoutEscapes(std::string_view text);
@@ -48,8 +49,8 @@ void DxAppendEscape(std::string& text, char32_t character);
 
 /// Bytes of code page `codePage` as UTF-8. A byte that the page lacks comes back by DxCodePageByte.
 std::string DxFromCodePage(std::string_view bytes, int codePage);
-/// A name or message for the host: escapes become characters. Bytes that aren't UTF-8, such as those of a group
-/// that the reader gives as it stands, are of code page DxCodePage.
+/// A name or message for the host: escapes become characters. Bytes that aren't UTF-8, such as those of a
+/// group that the reader gives as it stands, are of code page DxCodePage.
 UtCString DxHostText(std::string_view text);
 
 /// The character of a byte of the host's own character set, Windows 1252; 0 for a code outside 1 to 255.

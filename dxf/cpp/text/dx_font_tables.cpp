@@ -1,8 +1,8 @@
 // The metric tables: ".chr" files of DXF fonts, "std.%d" files of host fonts.
-#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_numbers.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "dx_text_codes.h"
 #include "dx_text_fonts.h"
 #include "os.h"

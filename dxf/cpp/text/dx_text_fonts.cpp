@@ -38,7 +38,8 @@ void takeStyle(const DX_STYLE_TYPE& style, DxCharset& charset) {
 void takeFontMap(DxCharset& charset) {
     for (const DX_FONT_TYPE& entry : DxFonts) {
         const std::string_view name = entry.font.view();
-        if (name != charset.fontFile.view() && (charset.face.empty() || name != charset.face.view())) continue;
+        if (name != charset.fontFile.view() && (charset.face.empty() || name != charset.face.view()))
+            continue;
         charset.font = entry.number;
         charset.face = entry.hostFont;
         charset.factor = entry.factor;

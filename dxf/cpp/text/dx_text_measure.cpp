@@ -1,8 +1,8 @@
 // Lengths of texts on either side.
 #include "../config/config_state.h"
-#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "ci_text.h"
 #include "dx_text_codes.h"
