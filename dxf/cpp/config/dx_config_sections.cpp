@@ -15,9 +15,9 @@ bool isDefault(std::string_view text) {
 bool isPen(int pen) {
     return pen >= 0 && pen < DX_PEN_COUNT;
 }
-/// A colour to write: of the palette, by block, or -1 for none.
+/// A colour to write. Below 0 are those that aren't written as a number: none, by layer, by block.
 bool isWritableColor(int color) {
-    return color >= -1 && color < DX_COLOR_COUNT;
+    return color < DX_COLOR_COUNT;
 }
 /// A name has one form only, whichever way its characters are written.
 std::string nameOf(std::string_view text) {

@@ -51,11 +51,23 @@ void report(const UtCString& text) {
     DxProtoMsg(text, 1);
 }
 
-/// Where the reading ended, for whoever has to mend the file.
+/// The file whose conversion a document reads, empty when it reads the file itself.
+UtCString convertedFrom(const DxfDocument& document) {
+    if (!document.tempName.Get().IsEmpty()) return document.foundAs;
+    return document.parent.Get() ? UtCString() : DxSourceFileName;
+}
+
+/// Where the reading ended, for whoever has to mend the file: a line means nothing in a binary one.
 void reportPlace(const DxfDocument* document) {
     if (!document) return;
-    report(UtFormat("The reading ended in line %ld of file %s.", DxReadLineNumber(),
-                    document->name.Get().c_str()));
+    const long line = DxReadLineNumber(*document);
+    const UtCString source = convertedFrom(*document);
+    const long long byte = source.IsEmpty() ? -1 : UtConvertedByte(source, line);
+    const char* const name = document->name.Get().c_str();
+    if (byte >= 0)
+        report(UtFormat("The reading ended at byte %lld of file %s.", byte, name));
+    else
+        report(UtFormat("The reading ended in line %ld of file %s.", line, name));
 }
 
 /// What went wrong, in words. Numbers whose reason has been told already are silent.
@@ -70,7 +82,7 @@ void reportError(int error) {
     case 9001: report(DxMsg(5809, DxFileName)); break;
     case 9003:
         report(DxMsg(document && document->sectionSeen.Get() ? 5714 : 5713));
-        reportPlace(document);
+        reportPlace(DxReadEnded ? DxReadEnded : document);
         break;
     case ABORTED: report("aborted .. "); break;
     default:

@@ -116,16 +116,18 @@ inline bool readLine(int maxLength) {
     if (!document) return false;
     const char* const data = document->view.data;
     const std::size_t size = document->view.size;
-    DxReadEnded = document;
-    if (document->position >= size) return false;
+    if (document->position >= size) {
+        DxReadEnded = document;
+        return false;
+    }
     const char* at = data + document->position;
     const char* const end = data + size;
     const int code = takeCode(at, end);
     if (at == end) {
         document->position = size;
+        DxReadEnded = document;
         return false;
     }
-    DxReadEnded = nullptr;
     line.bytes = line.text = takeLine(at, end);
     document->position = static_cast<std::size_t>(at - data);
     line.code = code;
@@ -225,6 +227,7 @@ void DxReadForget() {
     line.code = 0;
     line.next = 1;
     line.isPadded = false;
+    DxReadEnded = nullptr;
     line.buffer.clear();
     line.buffer.shrink_to_fit();
 }

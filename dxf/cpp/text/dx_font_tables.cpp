@@ -127,7 +127,7 @@ int DxTextLoadCharConv(std::string_view font) {
     if (table.isLoaded) return 0;
     if (!table.isTold) {
         const UtCString path = fontPath(font);
-        DxProtoMsg(DxMsg(5738, std::string(font).c_str(), path.c_str()), 0);
+        DxProtoMsg(DxMsg(5738, std::string(font).c_str(), path.c_str()), 1);
     }
     table.isTold = true;
     return cantOpen;

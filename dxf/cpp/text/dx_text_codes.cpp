@@ -77,11 +77,18 @@ int DxTextStrlen(std::string_view text) {
     return count;
 }
 
+bool DxIsSwitch(char c) {
+    return c >= 0 && c < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(c));
+}
+
+bool DxIsBlankText(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return c == ' ' || c == '\t' || DxIsSwitch(c); });
+}
+
 int DxTextHostCount(std::string_view converted) {
-    return static_cast<int>(std::count_if(converted.begin(), converted.end(), [](char c) {
-        const bool isSwitch = c >= 0 && c < 32 && c != '\t';
-        return DxBeginsChar(c) && !isSwitch;
-    }));
+    return static_cast<int>(std::count_if(converted.begin(), converted.end(),
+                                          [](char c) { return DxBeginsChar(c) && !DxIsSwitch(c); }));
 }
 
 UtCString DxTextConv2Unicode(std::string_view in) {

@@ -26,6 +26,10 @@ DxTextUnit DxNextTextUnit(std::string_view text, std::size_t pos);
 
 /// Number of visible characters.
 int DxTextStrlen(std::string_view text);
+/// True for what switches a line along a text of the host on or off: it is no character, and takes no room.
+bool DxIsSwitch(char c);
+/// True for a text of blanks, tabs and switches only. A code of the host below 32 is a sign like others.
+bool DxIsBlankText(std::string_view text);
 /// Characters of a host-side text that take room: what switches a line along the text doesn't.
 int DxTextHostCount(std::string_view converted);
 /// The text with "\U+XXXX" and "\M+…" escapes as characters. Two halves of a surrogate pair become one; half

@@ -46,10 +46,6 @@ struct Placing {
     double stretch = 1.0; ///< of a text that fits between its points, 1 for others
 };
 
-bool isBlank(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || (c >= 0 && c < 32); });
-}
-
 /// A line that runs along the whole text is a mark of the text; its codes then go.
 void dropSwitches(std::string& text, const int bits[DX_BIT_COUNT]) {
     if (!bits[DX_BIT_UNDERLINE] && !bits[DX_BIT_OVERLINE]) return;
@@ -276,7 +272,7 @@ static int drawIn(const DX_TEXT_TYPE* text, const Mat44 m, DX_TEXT_KIND kind, bo
     const bool isMeasured = DxCheckPass && (keepsEmpty || DxShowsAtStart(text->text, charset));
     if (!isMeasured) { // then the characters matter
         convert(placing);
-        if (!keepsEmpty && isBlank(placing.converted)) return 0;
+        if (!keepsEmpty && DxIsBlankText(placing.converted)) return 0;
     }
     toWorld(placing, m);
     if (!DxIsFinite(placing.first) || !DxIsFinite(placing.second)) return 0;
