@@ -260,6 +260,41 @@ TEST_F(TextImport, FacesKeepTheirNames) {
         << "bytes that aren't UTF-8";
 }
 
+TEST_F(TextImport, EntriesOfTheFontMapLeadOnToOthers) {
+    ImportOptions options = textOptions();
+    options.config = "#FONT-DXF-TO-CAD\n3\nHelvetica|9\narial|Helvetica\nHelvetica|5,1.2\n#EOF\n";
+    const auto texts = importTexts(dxf()
+                                       .header("AC1015")
+                                       .record("STYLE", style("S", "arial"))
+                                       .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}}),
+                                   options);
+    EXPECT_EQ(texts.at(0).font, 5);
+    EXPECT_EQ(texts[0].face, "");
+}
+
+TEST_F(TextImport, ASignOfTheHostBelowTheBlankIsSeen) {
+    ImportOptions options = textOptions();
+    options.config = "#CHAR-DXF-TO-CAD\n1\n%%c|29\n#EOF\n";
+    EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, "%%c")), options)), "'\x1d'");
+    EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, " \t")), options)), "");
+}
+
+TEST_F(TextImport, AFontWithoutATableIsTold) {
+    ImportOptions options;
+    options.config = "#EOF\n";
+    const auto result = importText(dxf()
+                                       .header("AC1015")
+                                       .record("STYLE", style("S", "weird.shx"))
+                                       .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}})
+                                       .entity("TEXT", textAt(0, 9, "abc") + DxfGroups{{7, "S"}})
+                                       .text(),
+                                   options);
+    EXPECT_EQ(std::count_if(
+                  result.messages.begin(), result.messages.end(),
+                  [](const std::string& line) { return line.find("für font weird") != std::string::npos; }),
+              1);
+}
+
 TEST_F(TextImport, TheConfigurationIsInUtf8ForAnyCodePage) {
     ImportOptions options = textOptions();
     options.config = "#FONT-DXF-TO-CAD\n1\nゴシ|ソ\n#EOF\n";

@@ -77,7 +77,7 @@ namespace {
 
 /// The tables of the template that is open, which is closed.
 void readTemplateTables() {
-    if (DxMiscCheckVersion(DX_LEVEL_UTF8)) DxFileVersion = 1021; // its strings are UTF-8
+    DxFileVersion = 1021; // its strings are UTF-8; one that is not is of the code page
     if (DxReadUntil(0, "SECTION") == 0 && DxReadUntil(2, "TABLES") == 0) {
         DxUnGetLine();
         DxReadTableSection(1);
