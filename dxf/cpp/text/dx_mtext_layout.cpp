@@ -229,7 +229,9 @@ void DxMtextBlock::place(const RPT3& insertion) {
     constexpr int exactSpacing = 2;
     const double x = column() * (left_ - right_) * 0.5 - left_;
     double y = row() * (top_ - bottom_) * 0.5 - top_;
-    if (record_.verAlign == exactSpacing) y += (top_ - firstBottom_) / 3; // the first line begins higher
+    // Exact spacing leaves a third of a line out above the first one, however many there are: a third of the
+    // whole block would move a long text off its place.
+    if (record_.verAlign == exactSpacing) y += (top_ - firstBottom_) / 3;
     origin_ = atBlock(insertion, x, y);
     runs_.pop_back(); // the text ended with a line's end
     const auto isEmpty = [](const DxMtextRun& run) { return DxIsBlankText(run.text); };

@@ -174,7 +174,8 @@ OV_TEXT_EXT backgroundOf(const DX_TEXT_TYPE& record) {
     return ext;
 }
 
-/// Character width, spacing and line distance of the host's text.
+/// Character width, spacing and line distance of the host's text. The length is divided among the characters
+/// in one place, by the host's font; to divide it by their number here as well would make texts too narrow.
 void setSize(const Placing& placing, OV_TEXT_PARM& parm) {
     const DX_TEXT_TYPE& record = *placing.record;
     const bool isFace = DxCiTextIsTtf(static_cast<unsigned short>(placing.charset->font)) != 0;
