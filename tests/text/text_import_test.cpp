@@ -350,8 +350,9 @@ TEST_F(TextImport, LongEmptyAndBrokenTexts) {
     };
     EXPECT_EQ(unicode("TEXT", textAt(0, 0, wide + "本x")), "'" + wide + "'");
     EXPECT_EQ(unicode("ATTRIB", textAt(0, 0, wide) + DxfGroups{{2, "A"}}), "'" + wide + "'");
-    EXPECT_EQ(unicode("ATTDEF", textAt(0, 0, "x") + DxfGroups{{2, wide}}), "'" + wide.substr(0, 66) + "'")
-        << "a name has room for 160 bytes, and no half of an escape stays";
+    EXPECT_EQ(unicode("ATTDEF", textAt(0, 0, "x") + DxfGroups{{2, wide}}),
+              "'" + wide.substr(0, 160 * 3) + "'")
+        << "a name has 160 characters";
     EXPECT_TRUE(importTexts(oneText(textAt(0, 0, "   "))).empty());
     EXPECT_TRUE(importTexts(oneText(textAt(0, 0, ""))).empty());
     const auto noWidth = importTexts(oneText(textAt(0, 0, "abc") + DxfGroups{{41, "0"}}));
