@@ -99,7 +99,7 @@ int beginAttributePattern() {
     if (const int error = DxNewPat(0)) return error;
     DxActLevel.attributePat = DxActPatIndex;
     DxActLevel.hasAttributePat = 1;
-    UoSetSingleAttr(DxActPat, DX_INSERT_ATTRIBUTE, DxHostText(DxActLevel.block->name.view()));
+    UoSetSingleAttr(DxActPat, DX_INSERT_ATTRIBUTE, DxActLevel.block->name.view());
     DxNameLayerOfPattern(DxActLevel.layer);
     return around.leave();
 }
@@ -164,7 +164,7 @@ void DxNameLayerOfPattern(const DX_NAME& layer) {
     if (!DxLayerToPattern || !name) return;
     DX_NAME hostName = layer;
     DxTableConvLayer(1, &hostName);
-    UoSetSingleAttr(DxActPat, name, DxHostText(hostName.view()));
+    UoSetSingleAttr(DxActPat, name, hostName.view());
 }
 
 void DxAttribCopyToText(const DX_ATTRIB_TYPE* rec, DX_TEXT_TYPE* text) {
