@@ -30,9 +30,6 @@ KeepPlan planKeeping(const SourceScan& scan);
 /// False when a file can't be read or written.
 bool writeKeepConfig(const KeepPlan& plan, const std::string& keep, const std::string& target);
 
-/// A text of the scanned file in UTF-8.
-std::string sourceText(const std::string& bytes, const SourceScan& scan);
-
 /// Gives the imported drawing the line types of the plan and the RGB of each colour that it uses: pen n is
 /// DXF colour n.
 void applyKeeping(const KeepPlan& plan, const SourceScan& scan, host::Drawing& drawing);

@@ -193,8 +193,11 @@ void Loading::importDxf(const std::string& path) {
     loaded_.imported = true;
     loaded_.stat = static_cast<int>(host::session().numbers["&DxfStat"]);
     loaded_.report = DxGetImportReport();
-    for (std::string& line : files.messages()) loaded_.messages.push_back(std::move(line));
-    for (const std::string& line : host::session().messageArea) loaded_.important.push_back(line);
+    for (const DxReportMessage& message : loaded_.report.messages) {
+        loaded_.messages.push_back(message.text);
+        if (message.level > 0) loaded_.important.push_back(message.text);
+    }
+    for (const std::string& dialog : host::session().dialogs) note(dialog);
     if (host::session().elementLimitHit)
         note("Stopped: more elements than allowed (--max-elements)");
     else if (loaded_.stat == 9009 && !isInterrupted())

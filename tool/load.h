@@ -17,7 +17,7 @@ struct Loaded {
     int stat = 0;                       ///< outcome: 0 or the error's number
     std::string error;                  ///< why nothing could be loaded at all, in words
     std::vector<std::string> messages;  ///< all that the run reported, in order
-    std::vector<std::string> important; ///< those of them that went to the message area, and the tool's own
+    std::vector<std::string> important; ///< those of them that call for attention, and the tool's own
     DxImportReport report;
     SourceScan scan; ///< of a DXF file that was imported to be kept
     double seconds = 0;

@@ -38,7 +38,7 @@ public:
             if (number != 1) lineType(type, drawing, scan);
         pair(0, "ENDTAB");
         table("LAYER");
-        for (const SourceLayer& source : scan.layers) layer(source, scan);
+        for (const SourceLayer& source : scan.layers) layer(source);
         for (const host::Layer& own : drawing.layers) layer(own);
         pair(0, "ENDTAB");
         pair(0, "ENDSEC");
@@ -75,20 +75,19 @@ private:
     }
 
     static std::string descriptionOf(const std::string& name, const SourceScan& scan) {
-        const auto known =
-            std::find_if(scan.lineTypes.begin(), scan.lineTypes.end(),
-                         [&](const SourceLineType& type) { return sourceText(type.name, scan) == name; });
-        return known == scan.lineTypes.end() ? std::string() : sourceText(known->description, scan);
+        const auto known = std::find_if(scan.lineTypes.begin(), scan.lineTypes.end(),
+                                        [&](const SourceLineType& type) { return type.name == name; });
+        return known == scan.lineTypes.end() ? std::string() : known->description;
     }
 
-    void layer(const SourceLayer& source, const SourceScan& scan) {
-        const std::string name = sourceText(source.name, scan);
+    void layer(const SourceLayer& source) {
+        const std::string name = source.name;
         if (!written_.insert(name).second) return;
         pair(0, "LAYER");
         pair(2, name);
         pair(70, source.flags & 7);
         pair(62, source.color);
-        pair(6, source.lineType.empty() ? "CONTINUOUS" : sourceText(source.lineType, scan));
+        pair(6, source.lineType.empty() ? "CONTINUOUS" : source.lineType);
         pair(290, source.plot);
         pair(370, source.lineWeight);
     }
@@ -179,10 +178,9 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
     const RunFiles files(folder);
     DxfSelect(0, options.read.threeD ? DX_EXPORT_3D : DX_EXPORT_2D, target);
     hideProgress();
-    if (options.verbose) session.messageArea = files.messages();
-
     if (!options.quiet) {
-        for (const std::string& line : session.messageArea) std::cerr << name << ": " << line << '\n';
+        for (const DxReportMessage& message : DxGetExportReport().messages)
+            if (options.verbose || message.level > 0) std::cerr << name << ": " << message.text << '\n';
         for (const std::string& line : session.dialogs) std::cerr << name << ": " << line << '\n';
     }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);

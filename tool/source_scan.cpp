@@ -1,5 +1,7 @@
 #include "source_scan.h"
 
+#include "ut_string.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -11,7 +13,7 @@ namespace tool {
 namespace {
 
 constexpr std::size_t kMostNames = 5000;
-constexpr std::size_t kLongestName = 160; ///< the module keeps no more of a name
+constexpr std::size_t kLongestName = 640; ///< bytes; the module keeps 160 characters of a name
 constexpr std::size_t kMostDashes = 64;
 
 /// Group-code pairs of a text, without any demand on them.
@@ -181,10 +183,22 @@ void Scanner::take(const PairReader& pair) {
     if (section_ == "OBJECTS" && record_ == "LAYOUT") takeLayout(pair);
 }
 
+/// Makes UTF-8 of the texts, which the scan took as they stand: the code page may be told behind them.
+static void decodeNames(SourceScan& scan) {
+    const auto decode = [&](std::string& name) {
+        name = UtCString(std::string_view(name), scan.version < 1021 ? scan.codePage : UT_CP_UTF8).str();
+    };
+    for (SourceLineType& type : scan.lineTypes) decode(type.name), decode(type.description);
+    for (SourceLayer& layer : scan.layers) decode(layer.name), decode(layer.lineType);
+    std::for_each(scan.lineTypesUsed.begin(), scan.lineTypesUsed.end(), decode);
+    std::for_each(scan.fontFiles.begin(), scan.fontFiles.end(), decode);
+}
+
 SourceScan scanSource(std::string_view bytes) {
     SourceScan scan;
     Scanner scanner(scan);
     for (PairReader pairs(bytes); pairs.next();) scanner.take(pairs);
+    decodeNames(scan);
     std::erase_if(scan.layers, [](const SourceLayer& layer) { return layer.name.empty(); });
     std::erase_if(scan.lineTypes, [](const SourceLineType& type) { return type.name.empty(); });
     return scan;

@@ -52,6 +52,9 @@ DxPairIndex DxPenToCadIndex(&DX_COLOR_PAIR::color);
 DxPairIndex DxFillToCadIndex(&DX_COLOR_PAIR::color);
 DxPairIndex DxFillToDxfIndex(&DX_COLOR_PAIR::pen);
 DxLtIndex DxLtToCadIndex;
+DxRecordIndex<DX_ATTR_PAIR, DX_NAME> DxAttrIndex(&DX_ATTR_PAIR::dxf);
+DxRecordIndex<DX_LAYER_PAIR, DX_NAME> DxLayerMapIndex(&DX_LAYER_PAIR::dxf);
+DxRecordIndex<DX_LAYER_PAIR, DxFixed<60>> DxHostLayerIndex(&DX_LAYER_PAIR::host);
 
 static void resetImportOptions() {
     DxAllLayers = 0;
@@ -130,7 +133,10 @@ static void resetTables() {
     for (auto& texts : DxCharTexts) texts.clear();
     DxFonts.clear();
     DxAttrMap.clear();
+    DxAttrIndex.clear();
     DxLayerMap.clear();
+    DxLayerMapIndex.clear();
+    DxHostLayerIndex.clear();
     DxDefaultPen = -1;
     DxDefaultFill = -1;
     DxSpecialCadFont = -1;

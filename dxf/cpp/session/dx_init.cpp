@@ -20,7 +20,6 @@
 #include "../solid/dx_acds.h"
 #include "../solid/sat/dx_od.h"
 #include "../text/text_state.h"
-#include "dx_encoding.h"
 #include "dx_session.h"
 #include "writer_state.h"
 
@@ -96,8 +95,7 @@ void overrideModus() {
 void nameStartLayers(std::string_view lineType) {
     auto& layers = DxDocuments.currentTables().layers;
     for (std::size_t i = 0; i < layers.size() && i < DX_CLASS_COUNT; ++i) {
-        const UtCString& name = DxLayerFixedNames[i]; // records hold the host's text, or a file's bytes
-        layers[i].name.assign(DxIsExport ? name.str() : name.Ansi(DxFileHostCodePage()));
+        layers[i].name.assign(DxLayerFixedNames[i].str());
         layers[i].lineType.assign(lineType);
     }
 }

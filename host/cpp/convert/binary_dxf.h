@@ -5,6 +5,7 @@
 // bytes; later ones write two bytes always.
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -22,6 +23,9 @@ DxfValue dxfValueKind(int code);
 /// Writes the binary file's groups as text DXF. A file that is cut or damaged gives the groups in front of
 /// the damage; its reader will find no end. False when not even one group was found or writing failed.
 bool binaryDxfToText(std::string_view bytes, std::FILE* out);
+
+/// Offset behind as many whole groups at the start of a binary file, at most all of them.
+std::size_t binaryDxfOffset(std::string_view bytes, long groups);
 
 /// Writes text DXF as a binary file of the version that its header names. Comments are left out. False for
 /// a text that isn't made of groups, and when writing failed.
