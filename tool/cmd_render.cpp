@@ -27,7 +27,7 @@ static std::string fileNameOf(const std::string& view) {
         name.pop_back();
     if (view.size() > longest && !name.empty() && static_cast<unsigned char>(name.back()) >= 0xC0)
         name.pop_back();
-    return name.empty() || name[0] == '.' ? "_" + name : name;
+    return name.empty() ? "_" : name; // the input's name stands in front of it
 }
 
 /// The name with a number behind it, if letters of either case have it already.

@@ -3,7 +3,7 @@
 #include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
 #include "../host/dx_host_views.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "dx_extents.h"
 #include "dx_transform.h"

@@ -1,7 +1,7 @@
 // IMAGEDEF objects.
 #include "../session/dx_documents.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_fields.h"
+#include "../session/dx_unicode.h"
 #include "dx_objects_import.h"
 
 namespace {

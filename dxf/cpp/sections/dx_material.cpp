@@ -1,6 +1,6 @@
 // MATERIAL objects.
-#include "../session/dx_encoding.h"
 #include "../session/dx_fields.h"
+#include "../session/dx_unicode.h"
 #include "dx_objects_import.h"
 #include "sections_state.h"
 
