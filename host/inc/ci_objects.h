@@ -22,7 +22,6 @@
 
 TORVA_OBJECT_CLASS(CiHatch);
 TORVA_OBJECT_CLASS(CiArrow);
-TORVA_OBJECT_CLASS(CiBitmap);
 
 // NOLINTEND(bugprone-macro-parentheses)
 #undef TORVA_OBJECT_CLASS

@@ -3,10 +3,12 @@
 #include "../dimension/dx_dim_import.h"
 #include "../text/dx_text_import.h"
 #include "dx_attributes.h"
+#include "dx_images.h"
 #include "dx_insert_import.h"
 #include "dx_linework_import.h"
 #include "dx_polyline_import.h"
 #include "dx_spline_import.h"
+#include "dx_views_import.h"
 
 #include <algorithm>
 #include <iterator>
@@ -58,6 +60,7 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxNoStage),
     dxKind(       "DIMENSION",          dxStage<DxReadDim>,      dxStage<DxDrawDim>,        dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
+    dxKind(       "IMAGE",              dxStage<DxReadImage>,    dxStage<DxDrawImage>,      dxNoStage),
     dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
     dxKind(       "LARGE_RADIAL_DIMENSION", dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>, dxNoStage),
     dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
@@ -65,6 +68,8 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),
     dxSkippedKind("MLINE"),
     dxKind(       "MTEXT",              dxStage<DxReadMtext>,    dxStage<DxDrawMtext>,      dxNoStage),
+    dxKind(       "OLE2FRAME",          dxStage<DxReadOleFrame>, dxStage<DxDrawOleFrame>,   dxNoStage),
+    dxKind(       "OLEFRAME",           dxStage<DxReadOleFrame>, dxStage<DxDrawOleFrame>,   dxNoStage),
     dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxNoStage),
     storedAsPolyline(
     dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),
@@ -76,6 +81,7 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "TEXT",               dxStage<DxReadText>,     dxStage<DxDrawTextEntity>, dxNoStage),
     dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
     dxKind(       "VERTEX",             dxStage<DxReadVertexRow>, dxStage<DxDrawVertex>,     dxNoStage),
+    dxKind(       "VIEWPORT",           dxStage<DxReadViewport>, dxStage<DxDrawViewport>,   dxNoStage),
 };
 // clang-format on
 

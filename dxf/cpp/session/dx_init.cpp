@@ -13,6 +13,7 @@
 #include "../import/dx_images.h"
 #include "../import/dx_kinds.h"
 #include "../import/dx_point_clouds.h"
+#include "../import/image_state.h"
 #include "../import/import_state.h"
 #include "../import/polyline_state.h"
 #include "../sections/dx_tables_import.h"
@@ -20,7 +21,6 @@
 #include "../solid/dx_acds.h"
 #include "../solid/sat/dx_od.h"
 #include "../text/text_state.h"
-#include "dx_encoding.h"
 #include "dx_session.h"
 #include "writer_state.h"
 
@@ -38,6 +38,7 @@ void resetAllState(int isExport) {
     DxResetConfigState();
     DxResetHostState();
     DxResetImportState();
+    DxResetImageState();
     DxResetPolylineState();
     DxResetBlocksState();
     DxResetSectionsState();
@@ -96,8 +97,7 @@ void overrideModus() {
 void nameStartLayers(std::string_view lineType) {
     auto& layers = DxDocuments.currentTables().layers;
     for (std::size_t i = 0; i < layers.size() && i < DX_CLASS_COUNT; ++i) {
-        const UtCString& name = DxLayerFixedNames[i]; // records hold the host's text, or a file's bytes
-        layers[i].name.assign(DxIsExport ? name.str() : name.Ansi(DxFileHostCodePage()));
+        layers[i].name.assign(DxLayerFixedNames[i].str());
         layers[i].lineType.assign(lineType);
     }
 }

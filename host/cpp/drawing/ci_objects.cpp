@@ -35,9 +35,6 @@ int countObjects(const DsCsr& cursor, long* count, CountOf countOf) {
 std::size_t hatches(const Pattern& p) {
     return p.hatches.size();
 }
-std::size_t bitmaps(const Pattern& p) {
-    return p.bitmaps.size();
-}
 std::size_t arrows(const Pattern& p) {
     return p.arrows.size();
 }
@@ -60,7 +57,6 @@ std::size_t bodies(const Pattern& p) {
 
 TORVA_OBJECT_WALK(CiHatch, hatches)
 TORVA_OBJECT_WALK(CiArrow, arrows)
-TORVA_OBJECT_WALK(CiBitmap, bitmaps)
 TORVA_OBJECT_WALK(Ci3d, bodies)
 
 int Ci3d::DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts) {

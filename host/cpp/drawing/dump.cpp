@@ -26,6 +26,9 @@ public:
 
 private:
     void head();
+    void views();
+    std::string viewName(int number) const;
+    void bitmap(const Bitmap& bitmap);
     void dumpPattern(const Pattern& pattern);
     void identify(const Pattern& pattern);
     void relate(const Relation& relation);
@@ -86,10 +89,7 @@ Dumper& Dumper::quoted(std::string_view text) {
 void Dumper::head() {
     put("drawing unit ").put(GeUnit(drawing_.unit).name().str()).put(" scale").number(drawing_.scale);
     put(" format").number(drawing_.format).put("\n");
-    for (const View& view : drawing_.views) {
-        put("view ").quoted(view.name).put(" format").number(view.format).put(" unit ");
-        put(GeUnit(view.unit).name().str()).put(" scale").number(view.scale).put("\n");
-    }
+    views();
     for (const Layer& layer : drawing_.layers) {
         put("layer ").quoted(layer.name).put(layer.visible ? " on" : " off");
         put(layer.locked ? " locked\n" : "\n");
@@ -108,6 +108,53 @@ void Dumper::head() {
     }
 }
 
+void Dumper::views() {
+    for (const View& view : drawing_.views) {
+        put("view ").quoted(view.name).put(" format").number(view.format).put(" unit ");
+        put(GeUnit(view.unit).name().str()).put(" scale").number(view.scale);
+        if (view.paperWidth > 0) put(" paper").point(view.paperWidth, view.paperHeight);
+        if (view.kind != ViewKind::Sheet) {
+            put(view.kind == ViewKind::Detail3d ? " detail3d outline" : " detail outline")
+                .number(view.outline);
+            option("factor", view.factor, 1);
+            option("display", view.display, 0);
+            option("work", view.workId, 0);
+            if (view.clipped) put(" clipped");
+            named("filter", view.filter);
+        }
+        put("\n");
+    }
+    for (const ViewInsert& insert : drawing_.viewInserts) {
+        put("detail ").quoted(viewName(insert.view)).put(" on ").quoted(viewName(insert.sheet)).put(" at");
+        point(insert.place.x, insert.place.y).put(" ratio").number(insert.ratio).put("\n");
+    }
+    const GeoReference& reference = drawing_.geoReference;
+    if (reference.set) {
+        put("georeference").point(reference.point.x, reference.point.y).put(" is");
+        point(reference.x, reference.y).put(" angle").number(reference.angle).put("\n");
+    }
+}
+
+std::string Dumper::viewName(int number) const {
+    const View* view = drawing_.findView(number);
+    return view ? view->name : std::string();
+}
+
+void Dumper::bitmap(const Bitmap& bitmap) {
+    put("  bitmap ").quoted(std::string_view(bitmap.file).substr(bitmap.file.rfind('/') + 1));
+    put(" pixels").number(bitmap.width).number(bitmap.height);
+    const auto space = [this](std::string_view name, const RPT3& p) {
+        put(name).point(p.x, p.y);
+        if (p.z != 0) number(p.z);
+    };
+    space(" at", bitmap.origin);
+    space(" along", bitmap.u);
+    space(" down", bitmap.v);
+    if (!bitmap.outline.empty()) put(" clip");
+    for (const RPT& p : bitmap.outline) point(p.x, p.y);
+    put("\n");
+}
+
 void Dumper::identify(const Pattern& pattern) {
     put("pattern").number(pattern.number);
     named("group", pattern.ids.group);
@@ -118,6 +165,7 @@ void Dumper::identify(const Pattern& pattern) {
     named("obstat", pattern.ids.obstat);
     if (pattern.groupNumber != 0) put(" number").number(pattern.groupNumber);
     if (pattern.workId != 0) put(" work").number(pattern.workId);
+    if (pattern.view != 0) named("on", viewName(pattern.view));
     put(pattern.visible ? "\n" : " hidden\n");
     for (const auto& [name, value] : pattern.attributes)
         put("  attribute ").quoted(name).put(" ").quoted(value).put("\n");
@@ -142,7 +190,7 @@ void Dumper::dumpPattern(const Pattern& pattern) {
     for (const Text& t : pattern.texts) text(t);
     for (const Arrow& a : pattern.arrows) arrow(a);
     for (const Dimension& d : pattern.dimensions) dimension(pattern, d);
-    for (const Bitmap& b : pattern.bitmaps) put("  bitmap ").quoted(b.data).put("\n");
+    for (const Bitmap& b : pattern.bitmaps) bitmap(b);
     for (const Face& face : pattern.faces) points("face", face.points, face.pen);
     if (pattern.facesJoined) put("  faces joined\n");
     for (const Curve& curve : pattern.curves) points("curve", curve.points, curve.pen);

@@ -1,5 +1,7 @@
 #include "drawing/move.h"
 
+#include <unordered_set>
+
 namespace host {
 
 namespace {
@@ -41,12 +43,21 @@ private:
 
 } // namespace
 
-void moveDrawing(Drawing& drawing, double dx, double dy) {
+void moveModel(Drawing& drawing, double dx, double dy) {
     const Move move(dx, dy);
+    std::unordered_set<int> planesOfSheets;
+    for (const Pattern& pattern : drawing.patterns)
+        if (pattern.view != 0) planesOfSheets.insert(pattern.workId);
+    for (auto& [id, plane] : drawing.workPlanes)
+        if (!planesOfSheets.contains(id))
+            for (RPT3* p : {&plane.a, &plane.b, &plane.c}) move.point(*p);
+    if (drawing.geoReference.set) move.point(drawing.geoReference.point);
     for (Pattern& pattern : drawing.patterns) {
+        if (pattern.view != 0) continue;
         pattern.relation.placement.tx += dx;
         pattern.relation.placement.ty += dy;
         if (pattern.workId != 0) continue;
+        for (Bitmap& bitmap : pattern.bitmaps) move.point(bitmap.origin);
         move.chain(pattern.elements);
         for (Spline& spline : pattern.splines)
             for (RPT& p : spline.points) move.point(p);

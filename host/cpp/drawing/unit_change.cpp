@@ -79,6 +79,8 @@ void Rescale::operator()(Pattern& pattern) const {
         for (RPT3& p : curve.points) (*this)(p);
     for (PointCloud& cloud : pattern.pointClouds)
         for (RPT3& p : cloud.points) (*this)(p);
+    for (Bitmap& bitmap : pattern.bitmaps)
+        for (RPT3* p : {&bitmap.origin, &bitmap.u, &bitmap.v}) (*this)(*p);
 }
 
 } // namespace
@@ -94,6 +96,10 @@ void Drawing::changeUnit(int newUnit) {
         rescale(plane.b);
         rescale(plane.c);
     }
+    for (ViewInsert& insert : viewInserts) rescale(insert.place);
+    rescale(geoReference.point);
+    rescale(geoReference.x);
+    rescale(geoReference.y);
     unit = newUnit;
 }
 

@@ -3,6 +3,7 @@
 
 #include "dimension/dim_drawing.h"
 #include "render/device_path.h"
+#include "render/picture_cache.h"
 #include "render/style.h"
 #include "render/text.h"
 
@@ -12,8 +13,9 @@ namespace host {
 
 class Painter {
 public:
-    Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark);
+    Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark, PictureCache& pictures);
 
+    void drawBitmaps(const Pattern& pattern);
     void drawHatches(const Pattern& pattern);
     void drawElements(const Pattern& pattern);
     void drawFaces(const Pattern& pattern);
@@ -33,12 +35,14 @@ private:
     /// Adds lines through points in space, seen from above.
     void addLines(int pen, const std::vector<RPT3>& points, bool isClosed);
     void addContour(FillPath& path, const Contour& contour) const;
+    void drawBitmap(const Bitmap& bitmap);
     void drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family);
 
     cairo_t* cairo_;
     const Drawing& drawing_;
     const Frame& frame_;
     bool dark_;
+    PictureCache& pictures_;
     StrokePath path_;
     RPT at_{0, 0}; ///< where the plot stands, drawing coordinates
     int pen_ = -1, lineType_ = -1;

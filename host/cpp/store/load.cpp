@@ -1,5 +1,6 @@
 #include "store/store.h"
 
+#include "store/sheet_tables.h"
 #include "store/table_reader.h"
 
 #include <cerrno>
@@ -51,7 +52,6 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     readPatternLists(db, drawing, &Pattern::texts);
     if (hasTable<Arrow>(version)) readPatternLists(db, drawing, &Pattern::arrows);
     if (hasTable<Dimension>(version)) readPatternLists(db, drawing, &Pattern::dimensions);
-    readPatternLists(db, drawing, &Pattern::bitmaps);
     readPatternLists(db, drawing, &Pattern::faces);
     if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
     readPatternLists(db, drawing, &Pattern::pointClouds);
@@ -150,6 +150,7 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     const std::int64_t version = checkFile(db);
     readPatterns(db, version, readHead(db, drawing), drawing);
     readTables(db, version, drawing);
+    readSheets(db, version, drawing);
     checkElements(drawing);
     drawing.recount();
     db.close();

@@ -4,6 +4,7 @@
 
 #include "store/packing.h"
 #include "store/pattern_rows.h"
+#include "store/sheet_rows.h"
 
 #include <array>
 #include <string>
@@ -158,10 +159,6 @@ struct DataRow {
     }
 };
 template <>
-struct Row<Bitmap> : DataRow<Bitmap> {
-    static constexpr const char* table = "bitmaps";
-};
-template <>
 struct Row<Solid> : DataRow<Solid> {
     static constexpr const char* table = "solids";
 };
@@ -292,10 +289,11 @@ template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
-               Holder<Dimension>, Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>,
-               Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
-               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
-               Holder<Relation>, Holder<ElementAttribute>>;
+               Holder<Dimension>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>,
+               Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>,
+               Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>, Holder<Relation>,
+               Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>, Holder<ViewInsert>,
+               Holder<SheetPattern>, Holder<GeoReference>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {
