@@ -15,7 +15,7 @@
 #include "../import/dx_insert_level.h"
 #include "../import/dx_transform.h"
 #include "../import/import_state.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/dx_reader.h"

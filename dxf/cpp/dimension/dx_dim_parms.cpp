@@ -4,7 +4,7 @@
 #include "../config/dx_pens.h"
 #include "../host/dx_frame.h"
 #include "../import/import_state.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../text/dx_text_fonts.h"
 #include "dimension_state.h"
 #include "dx_dimstyle.h"
