@@ -4,6 +4,7 @@
 #include "drawing/move.h"
 #include "dx_select.h"
 #include "environment.h"
+#include "file_kind.h"
 #include "ge.h"
 #include "keep.h"
 #include "progress.h"
@@ -210,6 +211,8 @@ Loaded Loading::run(const std::string& input) {
     prepareSession();
     std::string path = input;
     std::error_code error;
+    loaded_.error = whyNotReadable(input);
+    if (!loaded_.error.empty()) return std::move(loaded_);
     if (input == "-") {
         path = spool(stdin, folder_);
     } else if (std::filesystem::is_fifo(input, error)) {
