@@ -1,5 +1,6 @@
 #include "file_kind.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cerrno>
@@ -91,10 +92,18 @@ FileLook lookAtFile(const std::string& path) {
     return {};
 }
 
+/// The import takes this one for a file that is gone.
+static bool hasRecoveredTwin(const std::string& path) {
+    std::error_code error;
+    const std::string stem = path.substr(0, path.size() - std::min(path.size(), lowerEnding(path).size()));
+    return lowerEnding(path) == ".dxf" && fs::is_regular_file(stem + "_recovered.dxf", error);
+}
+
 std::string whyNotReadable(const std::string& path) {
     if (path == "-") return {};
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
+    if (!fs::exists(status) && hasRecoveredTwin(path)) return {};
     if (!fs::exists(status)) return path + ": " + std::strerror(error ? error.value() : ENOENT);
     if (fs::is_directory(status)) return path + ": is a folder";
     if (fs::is_fifo(status)) return {};

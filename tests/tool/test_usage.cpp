@@ -21,7 +21,7 @@ TEST_F(Tool, SlipsAreNamedAndTheWordThatWasMeant) {
         {"render --szie 3 a.dxf b.png", "unknown option --szie, did you mean --size?"},
         {"convert a.dxf b.dxf --fromat=R12", "unknown option --fromat, did you mean --format?"},
         {"xyzzyplugh", "unknown command xyzzyplugh\n"},
-        {"render a.dxf", "OUT"},
+        {"render a.dxf", "needs the name of a picture"},
     };
     for (const auto& [line, says] : slips) {
         const Outcome outcome = run(line);
@@ -38,8 +38,7 @@ TEST_F(Tool, FormatsGoByTheirOtherNamesToo) {
     const struct {
         const char* name;
         const char* version;
-    } formats[] = {
-        {"R12", "AC1009"}, {"r14", "AC1014"}, {"2000", "AC1015"}, {"acad24", "AC1024"}, {"2018", "AC1032"}};
+    } formats[] = {{"R12", "AC1009"}, {"2000", "AC1015"}, {"acad24", "AC1024"}, {"2018", "AC1032"}};
     for (const auto& [name, version] : formats) {
         ASSERT_EQ(run("convert " + bracket + " o.dxf -q --format " + name).status, 0) << name;
         EXPECT_EQ(info("o.dxf")["version"], version);
