@@ -18,8 +18,15 @@ struct ReadOptions {
     std::size_t maxElements = 0;        ///< 0: the host's own limit
 };
 
+/// Options of the command that judges files.
+struct CheckOptions {
+    std::string level = "note";     ///< mildest findings to show: error, warning, note
+    std::vector<int> only, ignored; ///< rules by number
+};
+
 struct Options {
     ReadOptions read;
+    CheckOptions check;
     std::vector<std::string> inputs;
     std::string output;    ///< file
     std::string directory; ///< for several inputs

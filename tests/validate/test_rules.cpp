@@ -280,7 +280,7 @@ TEST_P(OneFault, IsFoundAndNothingElse) {
     fault.make(file);
     std::string text = file.text();
     if (fault.edit) fault.edit(text);
-    validate::Report report = validate::validateText(text, 0);
+    validate::Report report = validate::validateText(text, {.limit = 0});
     std::string rest, texts;
     for (const validate::Finding& finding : report.findings) {
         const std::string line = finding.text + " [" + finding.section + " " + finding.entity + "]\n";

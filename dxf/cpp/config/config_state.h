@@ -78,6 +78,7 @@ extern int DxUseUcs;                       ///< USE_UCS
 extern int DxUseGeoref;                    ///< USE_GEOREF
 extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size of their paper
 extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary
+extern int DxFullGroups;                   ///< FULL_GROUPS: groups at their default are written
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
