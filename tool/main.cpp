@@ -135,7 +135,17 @@ static void addValidate(CLI::App& app, Options& options, Run& chosen) {
         command->add_option("--ignore", check.ignored, "Don't judge by this rule; repeatable");
     for (CLI::Option* option : {only, ignored})
         option->delimiter(',')->allow_extra_args(false)->check(ruleNumber());
-    command->add_option("-d,--directory", options.directory, "Folder for a report of each file");
+    const auto takeRepair = [&check](const std::string& name) {
+        check.repairs = true;
+        check.repaired = name;
+    };
+    command
+        ->add_option_function<std::string>("--repair", takeRepair,
+                                           "Write OUT with what can be mended mended; no name with -d")
+        ->expected(0, 1)
+        ->type_name("OUT");
+    command->add_option("-d,--directory", options.directory,
+                        "Folder for a report of each file, or with --repair for the mended files");
     addJobs(*command, options);
     addMessageOptions(*command, options);
 }
@@ -194,6 +204,12 @@ static std::string checkUsage(const Options& options, Run chosen) {
     if (standardInput > 1) return "standard input can be read once only";
     if (chosen == runRender && options.output.empty() && options.directory.empty())
         return "render needs the name of a picture, or --all-views with -d DIR";
+    const CheckOptions& check = options.check;
+    if (check.repairs && check.repaired.empty() == options.directory.empty())
+        return check.repaired.empty() ? "--repair needs the name of a file, or -d DIR"
+                                      : "--repair takes no name with -d";
+    if (check.repairs && options.inputs.size() > 1 && options.directory.empty())
+        return "several inputs need -d DIR";
     if (!isImport) return {};
     if (options.output.empty() && options.directory.empty()) return "import needs -o FILE or -d DIR";
     if (options.inputs.size() > 1 && options.directory.empty()) return "several inputs need -d DIR";

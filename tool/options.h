@@ -22,6 +22,8 @@ struct ReadOptions {
 struct CheckOptions {
     std::string level = "note";     ///< mildest findings to show: error, warning, note
     std::vector<int> only, ignored; ///< rules by number
+    bool repairs = false;           ///< write mended files
+    std::string repaired;           ///< the mended file's name, empty with a folder for them
 };
 
 struct Options {
