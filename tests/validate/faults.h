@@ -4,6 +4,7 @@
 #include "valid_file.h"
 
 #include <functional>
+#include <ostream>
 #include <span>
 
 struct Fault {
@@ -18,3 +19,7 @@ std::span<const Fault> oneFaultFiles();
 
 /// The text of the file with the fault.
 std::string faultyText(const Fault& fault);
+
+inline void PrintTo(const Fault& fault, std::ostream* out) {
+    *out << fault.rule << " in AC" << fault.version;
+}

@@ -119,10 +119,6 @@ std::string findingsOf(const validate::Report& report) {
 
 class Repair : public testing::TestWithParam<Fault> {};
 
-void PrintTo(const Fault& fault, std::ostream* out) {
-    *out << fault.rule << " in AC" << fault.version;
-}
-
 } // namespace
 
 TEST_P(Repair, MendsTheFaultOrLeavesTheFileAsItIs) {

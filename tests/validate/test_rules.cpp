@@ -10,10 +10,6 @@ namespace {
 
 using validate::Level;
 
-void PrintTo(const Fault& fault, std::ostream* out) {
-    *out << fault.rule << " in AC" << fault.version;
-}
-
 class OneFault : public testing::TestWithParam<Fault> {};
 
 TEST_P(OneFault, IsFoundAndNothingElse) {
