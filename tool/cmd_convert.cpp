@@ -1,9 +1,11 @@
 // torva-dxf convert: DXF files become DXF files of another version.
+#include "account.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
 #include "save.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <set>
@@ -18,7 +20,7 @@ static int convertOne(const std::string& input, const std::string& target, const
     if (status != STATUS_DONE) return status;
     const int saved = saveDxf(target, loaded, options);
     if (saved == STATUS_DONE && !options.quiet) std::cerr << input << " -> " << target << '\n';
-    return saved;
+    return std::max(saved, lossStatus(loaded, options));
 }
 
 static std::string targetOf(const std::string& input, const std::string& directory) {
