@@ -39,7 +39,8 @@ private:
     void settle() {
         if (name_ == "LAYER" && section_ == "TABLES" && (color_ < 0 || (flags_ & 1)))
             offLayers_.insert(record_);
-        if (section_ != "ENTITIES" || name_ == "SECTION" || name_ == "ENDSEC") return;
+        if (name_ == "ENDSEC") section_.clear();
+        if (section_ != "ENTITIES" || name_ == "SECTION") return;
         EntityCount& count = counts[name_];
         ++count.all;
         if (space_ == 0 && (invisible_ || offLayers_.contains(layer_))) ++count.hidden;
