@@ -231,6 +231,7 @@ void Encoder::dfltChoice(const Field& f) {
 
 void Encoder::dflt(const Field& f) {
     if (!isWanted(f) || f.type == Type::Box || f.type == Type::Extra) return;
+    sink_.field(f);
     static constexpr Words open = {"I", "F"};
     constexpr double zero[3] = {0, 0, 0};
     switch (f.type) {
