@@ -27,7 +27,8 @@ std::string comparable(const ACIS::File& file) {
 }
 
 bool isOfReadableVersion(const std::string& data) {
-    return data.starts_with("ACIS B") || data.starts_with("ASM B") || ACIS::isReadable(std::atoi(data.c_str()));
+    return data.starts_with("ACIS B") || data.starts_with("ASM B") ||
+           ACIS::isReadable(std::atoi(data.c_str()));
 }
 
 TEST(SatCorpus, MeansTheSameAt700) {
@@ -53,7 +54,8 @@ TEST(SatCorpus, MeansTheSameAt700) {
             expectSameShapes(file, *made);
         }
         // At its own version the model comes back whole.
-        const auto same = converted(file, ACIS::VERSION_TEXT | static_cast<std::uint32_t>(file.header.version));
+        const auto same =
+            converted(file, ACIS::VERSION_TEXT | static_cast<std::uint32_t>(file.header.version));
         EXPECT_EQ(ACIS::dumpModel(file), ACIS::dumpModel(*same));
     }
     EXPECT_GT(read, 0);

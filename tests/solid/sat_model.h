@@ -95,7 +95,8 @@ inline void expectSameShapes(const ACIS::File& a, const ACIS::File& b) {
     const auto from = all(a, Id::Face), to = all(b, Id::Face);
     ASSERT_EQ(from.size(), to.size());
     for (std::size_t i = 0; i < from.size(); ++i) {
-        const auto s = surfaceShape(a, *targetOf(a, *from[i], 4)), t = surfaceShape(b, *targetOf(b, *to[i], 4));
+        const auto s = surfaceShape(a, *targetOf(a, *from[i], 4)),
+                   t = surfaceShape(b, *targetOf(b, *to[i], 4));
         ASSERT_TRUE(s && t) << "face " << i;
         for (int j = 0; j <= 6; ++j)
             for (int k = 0; k <= 6; ++k) {

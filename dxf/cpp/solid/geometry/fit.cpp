@@ -19,7 +19,8 @@ std::vector<double> pieceKnots(const std::vector<double>& nodes) {
 }
 
 /// The derivative at t by values within [start, end].
-template <class F> Vec3 derivative(const F& f, double t, double start, double end) {
+template <class F>
+Vec3 derivative(const F& f, double t, double start, double end) {
     const double h = 1e-4 * (end - start);
     const auto slope = [&](double step) {
         if (t - step < start) return 1 / (2 * step) * (4 * f(t + step) - 3 * f(t) - f(t + 2 * step));

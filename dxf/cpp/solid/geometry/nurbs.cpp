@@ -9,21 +9,26 @@ constexpr int MAX_DEGREE = 30;
 
 bool areKnots(const std::vector<double>& knots, int degree, std::size_t points) {
     if (degree < 1 || degree > MAX_DEGREE) return false;
-    if (points <= static_cast<std::size_t>(degree) || knots.size() != points + static_cast<std::size_t>(degree) + 1)
+    if (points <= static_cast<std::size_t>(degree) ||
+        knots.size() != points + static_cast<std::size_t>(degree) + 1)
         return false;
-    return std::is_sorted(knots.begin(), knots.end()) && knots[static_cast<std::size_t>(degree)] < knots[points];
+    return std::is_sorted(knots.begin(), knots.end()) &&
+           knots[static_cast<std::size_t>(degree)] < knots[points];
 }
 
 bool areWeights(const std::vector<double>& weights, std::size_t points) {
     if (weights.empty()) return true;
-    return weights.size() == points && std::all_of(weights.begin(), weights.end(), [](double w) { return w > 0; });
+    return weights.size() == points &&
+           std::all_of(weights.begin(), weights.end(), [](double w) { return w > 0; });
 }
 
 /// The span of knots that t lies in, and the values of the degree + 1 basis functions there.
-std::size_t basis(const std::vector<double>& knots, int degree, std::size_t points, double t, double* values) {
+std::size_t basis(const std::vector<double>& knots, int degree, std::size_t points, double t,
+                  double* values) {
     const auto p = static_cast<std::size_t>(degree);
     t = std::clamp(t, knots[p], knots[points]);
-    const auto above = std::upper_bound(knots.begin() + degree, knots.begin() + static_cast<std::ptrdiff_t>(points), t);
+    const auto above =
+        std::upper_bound(knots.begin() + degree, knots.begin() + static_cast<std::ptrdiff_t>(points), t);
     auto span = static_cast<std::size_t>(above - knots.begin()) - 1;
     while (span > p && knots[span] == knots[span + 1]) --span;
     double left[MAX_DEGREE + 1], right[MAX_DEGREE + 1];
@@ -64,7 +69,8 @@ Vec3 NurbsCurve::at(double t) const {
 
 bool NurbsSurface::isValid() const {
     if (knotsU.size() < 4 || knotsV.size() < 4 || degreeU < 1 || degreeV < 1) return false;
-    if (knotsU.size() <= static_cast<std::size_t>(degreeU) + 1 || knotsV.size() <= static_cast<std::size_t>(degreeV) + 1)
+    if (knotsU.size() <= static_cast<std::size_t>(degreeU) + 1 ||
+        knotsV.size() <= static_cast<std::size_t>(degreeV) + 1)
         return false;
     return areKnots(knotsU, degreeU, countU()) && areKnots(knotsV, degreeV, countV()) &&
            points.size() == countU() * countV() && areWeights(weights, points.size());

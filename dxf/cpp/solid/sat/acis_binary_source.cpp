@@ -42,7 +42,8 @@ BinarySource::BinarySource(std::string_view data) : Source(data) {
     swaps_ = version > 0xffff;
 }
 
-template <class T> bool BinarySource::number(T& value) {
+template <class T>
+bool BinarySource::number(T& value) {
     if (left() < sizeof(T)) return false;
     unsigned char bytes[sizeof(T)];
     std::memcpy(bytes, data_.data() + at_, sizeof(T));

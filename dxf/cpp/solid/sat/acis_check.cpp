@@ -12,9 +12,9 @@ struct Chain {
 /// attrib, id and pattern (or next, previous, owner) stand ahead of a record's own fields.
 constexpr std::size_t FIRST_FIELD = 3;
 constexpr Chain chains[] = {
-    {Id::Lump, FIRST_FIELD},     {Id::Shell, FIRST_FIELD}, {Id::SubShell, FIRST_FIELD + 1}, {Id::Face, FIRST_FIELD},
-    {Id::Loop, FIRST_FIELD},     {Id::Wire, FIRST_FIELD},  {Id::Attrib, 2},
-    {Id::SubShell, FIRST_FIELD + 2},
+    {Id::Lump, FIRST_FIELD}, {Id::Shell, FIRST_FIELD},        {Id::SubShell, FIRST_FIELD + 1},
+    {Id::Face, FIRST_FIELD}, {Id::Loop, FIRST_FIELD},         {Id::Wire, FIRST_FIELD},
+    {Id::Attrib, 2},         {Id::SubShell, FIRST_FIELD + 2},
 };
 
 class ChainCheck {

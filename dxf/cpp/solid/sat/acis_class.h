@@ -49,7 +49,7 @@ struct Class {
     Id id;
     Prefix prefix;
     Layout fields;
-    bool keepsRest = true; ///< what follows the fields belongs to the record and is kept
+    bool keepsRest = true;  ///< what follows the fields belongs to the record and is kept
     bool leaves700 = false; ///< a record that a file of 700 doesn't have
 };
 
@@ -68,8 +68,8 @@ struct SubClass {
     std::string_view name;       ///< up to 700 and in early ASM files
     std::string_view modernName; ///< in ASM's own layout; empty: none
     SubKind kind;
-    Layout fields;       ///< empty: kept token by token (`SubUnknown`)
-    bool fits700 = true; ///< a file of 700 can hold it
+    Layout fields;        ///< empty: kept token by token (`SubUnknown`)
+    bool fits700 = true;  ///< a file of 700 can hold it
     bool hasShape = true; ///< carries a B-spline of its shape
 };
 

@@ -1,10 +1,7 @@
 // The table of records: topology, geometry, attributes.
 #include "acis_class.h"
 #include "acis_geometry_layouts.h"
-#include "acis_value.h"
-
-#include <string>
-#include <unordered_map>
+#include "acis_name_index.h"
 
 namespace ACIS {
 namespace {
@@ -21,8 +18,8 @@ constexpr Field geometryPrefix[] = {
     ptr("pattern").from(700).besideId(),
 };
 constexpr Field attributePrefix[] = {
-    ptr("attrib").link(),    integer("id").from(700).besideId().orElse(-1),
-    ptr("next").link(),      ptr("previous").link(),
+    ptr("attrib").link(), integer("id").from(700).besideId().orElse(-1),
+    ptr("next").link(),   ptr("previous").link(),
     ptr("owner"),
 };
 
@@ -31,11 +28,16 @@ constexpr Field box = field(Type::Box, "box");
 
 constexpr Field body[] = {ptr("lump"), ptr("wire"), ptr("transform"), box};
 constexpr Field lump[] = {ptr("next"), ptr("shell"), ptr("body"), box};
-constexpr Field shell[] = {ptr("next"), ptr("subshell"), ptr("face"), ptr("wire").from(107), ptr("lump"), box};
+constexpr Field shell[] = {ptr("next"),           ptr("subshell"), ptr("face"),
+                           ptr("wire").from(107), ptr("lump"),     box};
 constexpr Field subshell[] = {ptr("owner"), ptr("next"), ptr("child"), ptr("face"), ptr("wire").from(107)};
 constexpr Field wire[] = {
-    ptr("next"), ptr("coedge"), ptr("owner"), ptr("subshell").from(107),
-    logical("side", words::inside).from(107), box,
+    ptr("next"),
+    ptr("coedge"),
+    ptr("owner"),
+    ptr("subshell").from(107),
+    logical("side", words::inside).from(107),
+    box,
 };
 /// Which side of a two-sided face holds material.
 constexpr Field doubleSided[] = {logical("containment", words::inside)};
@@ -47,13 +49,19 @@ constexpr Field sides() {
     return f;
 }
 constexpr Field face[] = {
-    ptr("next"), ptr("loop"), ptr("shell"), ptr("subshell"), ptr("surface"),
-    logical("sense", words::sense), sides(), box,
+    ptr("next"), ptr("loop"), ptr("shell"), ptr("subshell"), ptr("surface"), logical("sense", words::sense),
+    sides(),     box,
 };
 constexpr Field loop[] = {ptr("next"), ptr("coedge"), ptr("face"), box};
 constexpr Field coedge[] = {
-    ptr("next"), ptr("previous"), ptr("partner"), ptr("edge"), logical("sense", words::sense), ptr("owner"),
-    integer("stamp").inAsm(21800).seen(), ptr("pcurve"),
+    ptr("next"),
+    ptr("previous"),
+    ptr("partner"),
+    ptr("edge"),
+    logical("sense", words::sense),
+    ptr("owner"),
+    integer("stamp").inAsm(21800).seen(),
+    ptr("pcurve"),
 };
 constexpr Field tcoedge[] = {group("coedge", coedge), real("start"), real("end")};
 constexpr Field edge[] = {
@@ -75,14 +83,22 @@ constexpr Field tvertex[] = {group("vertex", vertex), real("tolerance")};
 // ---- geometry ---------------------------------------------------------------------------------------
 constexpr Field point[] = {position("position")};
 constexpr Field transform[] = {
-    vec("x"), vec("y"), vec("z"), vec("shift"), real("scale"),
-    logical("rotate", words::rotate), logical("reflect", words::reflect), logical("shear", words::shear),
+    vec("x"),
+    vec("y"),
+    vec("z"),
+    vec("shift"),
+    real("scale"),
+    logical("rotate", words::rotate),
+    logical("reflect", words::reflect),
+    logical("shear", words::shear),
 };
 constexpr Field pcurve[] = {field(Type::Pcurve, "type")};
 
 // ---- attributes -------------------------------------------------------------------------------------
 constexpr Field actions[] = {
-    code("split", words::split), code("merge", words::merge), code("trans", words::trans),
+    code("split", words::split),
+    code("merge", words::merge),
+    code("trans", words::trans),
     code("copy", words::split).from(600).orElse(2),
 };
 constexpr Field generic[] = {group("actions", actions)};
@@ -204,32 +220,49 @@ constexpr Class classes[] = {
     topology("tcoedge-coedge", Id::Tcoedge, tcoedge),
     topology("tedge-edge", Id::Tedge, tedge),
     topology("tvertex-vertex", Id::Tvertex, tvertex),
-    attribute("aggregate_simgeom_attribute-aggregate_simgeom_base_attribute-aggregate_body_attribute-attrib_hh-"
-              "attrib"),
-    attribute("aggregate_analytic_solver_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-"
-              "attrib_hh-attrib"),
-    attribute("aggregate_advspl_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-attrib_hh-"
-              "attrib"),
-    attribute("aggregate_isospline_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-attrib_"
-              "hh-attrib"),
-    attribute("aggregate_sharped_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-attrib_hh-"
-              "attrib"),
+    attribute(
+        "aggregate_simgeom_attribute-aggregate_simgeom_base_attribute-aggregate_body_attribute-attrib_hh-"
+        "attrib"),
+    attribute(
+        "aggregate_analytic_solver_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-"
+        "attrib_hh-attrib"),
+    attribute(
+        "aggregate_advspl_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-attrib_hh-"
+        "attrib"),
+    attribute(
+        "aggregate_isospline_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-attrib_"
+        "hh-attrib"),
+    attribute(
+        "aggregate_sharped_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-attrib_hh-"
+        "attrib"),
     attribute("aggregate_simgeom_attribute-aggregate_simgeom_base_attribute-attrib_hh-attrib"),
     attribute("aggregate_stitch_attribute-aggregate_stitch_base_attribute-attrib_hh-attrib"),
-    attribute("aggregate_secndry_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-attrib_hh-"
-              "attrib"),
-    attribute("attrib_hh_coedge_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_curve_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_edge_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_face_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_loop_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_lump_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_pcurve_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_shell_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_surface_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("attrib_hh_vertex_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
-    attribute("individual_simgeom_attribute-simgeom_base_entity_attribute-individual_entity_attribute-attrib_hh-"
-              "attrib"),
+    attribute(
+        "aggregate_secndry_attribute-aggregate_geombuild_base_attribute-aggregate_body_attribute-attrib_hh-"
+        "attrib"),
+    attribute(
+        "attrib_hh_coedge_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_curve_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_edge_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_face_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_loop_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_lump_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_pcurve_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_shell_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_surface_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "attrib_hh_vertex_geombuild-attrib_entity_geombuild-individual_entity_attribute-attrib_hh-attrib"),
+    attribute(
+        "individual_simgeom_attribute-simgeom_base_entity_attribute-individual_entity_attribute-attrib_hh-"
+        "attrib"),
     attribute("ufld_surf_simp_attrib-ufld_pos_track_attrib-at_ufld-attrib"),
     leaving(entity("annotation", Id::Annotation)),
     leaving(entity("split_annotation-annotation", Id::Annotation)),
@@ -248,34 +281,21 @@ constexpr Class bases[] = {
 };
 constexpr Class unknown = {"", Id::UnknownEntity, Prefix::Entity, {}};
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-}
-
-struct AnyCase {
-    std::size_t operator()(std::string_view text) const {
-        std::size_t hash = 14695981039346656037U;
-        for (const char c : text) hash = (hash ^ static_cast<unsigned char>(lower(c))) * 1099511628211U;
-        return hash;
-    }
-    bool operator()(std::string_view a, std::string_view b) const { return sameText(a, b); }
-};
-
-using Index = std::unordered_map<std::string_view, const Class*, AnyCase, AnyCase>;
-
-Index makeIndex() {
-    Index index;
-    for (const Class& c : classes) index[c.name] = &c;
-    for (const Class& c : bases) index[c.name] = &c;
-    return index;
-}
+constexpr auto index = [] {
+    NameIndex<std::size(classes) + std::size(bases)> names;
+    for (std::size_t i = 0; i < std::size(classes); ++i) names.add(classes[i].name, i);
+    for (std::size_t i = 0; i < std::size(bases); ++i) names.add(bases[i].name, std::size(classes) + i);
+    names.sort();
+    return names;
+}();
 
 } // namespace
 
 const Class* findClass(std::string_view name) {
-    static const Index index = makeIndex();
-    const auto found = index.find(name);
-    return found == index.end() ? nullptr : found->second;
+    const int row = index.find(name);
+    if (row < 0) return nullptr;
+    const auto at = static_cast<std::size_t>(row);
+    return at < std::size(classes) ? &classes[at] : &bases[at - std::size(classes)];
 }
 
 const Class& classOf(std::string_view name, bool& isWhole) {
@@ -311,10 +331,10 @@ Layout geometryOf(std::string_view word, bool& known) {
         Layout fields;
     };
     static constexpr Row rows[] = {
-        {"plane", planeFields},       {"cone", coneFields},         {"sphere", sphereFields},
-        {"torus", torusFields},       {"spline", splineFields},     {"straight", straightFields},
-        {"ellipse", ellipseFields},   {"intcurve", intcurveFields}, {"degenerate_curve", degenerateFields},
-        {"undefc", undefinedFields},  {"null_surface", {}},         {"null_curve", {}},
+        {"plane", planeFields},      {"cone", coneFields},         {"sphere", sphereFields},
+        {"torus", torusFields},      {"spline", splineFields},     {"straight", straightFields},
+        {"ellipse", ellipseFields},  {"intcurve", intcurveFields}, {"degenerate_curve", degenerateFields},
+        {"undefc", undefinedFields}, {"null_surface", {}},         {"null_curve", {}},
     };
     known = true;
     for (const Row& row : rows)

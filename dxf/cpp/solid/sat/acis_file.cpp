@@ -32,7 +32,9 @@ bool File::load(std::string_view data) {
 bool File::read(OdStreamBuf& stream, std::uint32_t* version, int) {
     const std::string_view data = stream.view();
     if (!load(data)) return false;
-    if (version) *version = (header.isBinary ? VERSION_BINARY : VERSION_TEXT) | static_cast<std::uint32_t>(header.version);
+    if (version)
+        *version =
+            (header.isBinary ? VERSION_BINARY : VERSION_TEXT) | static_cast<std::uint32_t>(header.version);
     return true;
 }
 

@@ -23,12 +23,11 @@ inline constexpr Field degenerateFields[] = {
     interval("range").from(106),
 };
 inline constexpr Field undefinedFields[] = {
-    position("start"), vec("start_tangent"), vec("start_bend"),
-    position("end"),   vec("end_tangent"),   vec("end_bend"),
-    interval("range").from(106),
+    position("start"),  vec("start_tangent"), vec("start_bend"),           position("end"),
+    vec("end_tangent"), vec("end_bend"),      interval("range").from(106),
 };
 inline constexpr Field planeFields[] = {
-    position("root"),           vec("normal"), vec("u"), logical("v_sense", words::sideways),
+    position("root"),        vec("normal"),           vec("u"), logical("v_sense", words::sideways),
     interval("u").from(106), interval("v").from(106),
 };
 /// Sine and cosine of the half angle; a sine of 0 is a cylinder.
@@ -46,12 +45,23 @@ inline constexpr Field coneFields[] = {
     interval("v").from(106),
 };
 inline constexpr Field sphereFields[] = {
-    position("centre"), real("radius"), vec("u"), vec("pole"), logical("v_sense", words::sideways),
-    interval("u").from(106), interval("v").from(106),
+    position("centre"),
+    real("radius"),
+    vec("u"),
+    vec("pole"),
+    logical("v_sense", words::sideways),
+    interval("u").from(106),
+    interval("v").from(106),
 };
 inline constexpr Field torusFields[] = {
-    position("centre"), vec("normal"), real("major"), real("minor"), vec("u"),
-    logical("v_sense", words::sideways), interval("u").from(106), interval("v").from(106),
+    position("centre"),
+    vec("normal"),
+    real("major"),
+    real("minor"),
+    vec("u"),
+    logical("v_sense", words::sideways),
+    interval("u").from(106),
+    interval("v").from(106),
 };
 inline constexpr Field splineFields[] = {
     logical("sense", words::sense),

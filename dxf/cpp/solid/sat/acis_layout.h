@@ -18,7 +18,7 @@ constexpr bool isAsm(int version) {
 enum class Type : std::uint8_t {
     Pointer,
     Integer,
-    Long,     ///< 64 bits
+    Long, ///< 64 bits
     Real,
     Position, ///< three reals
     Vector,   ///< three reals
@@ -30,9 +30,9 @@ enum class Type : std::uint8_t {
     Spline2,  ///< B-spline curve of parameters
     Spline3,  ///< B-spline curve in space
     SplineSurface,
-    Curve,    ///< a curve by its word and fields
-    Surface,  ///< a surface by its word and fields
-    Sub,      ///< a sub-record in braces
+    Curve,   ///< a curve by its word and fields
+    Surface, ///< a surface by its word and fields
+    Sub,     ///< a sub-record in braces
     Law,
     LawData,
     Group,    ///< the fields of `part`
@@ -71,8 +71,8 @@ struct Field {
     bool legacy = false;          ///< only in sub-records of the older layout
     bool links = false;           ///< to the next (or previous) attribute
     Fill fill = Fill::Constant;
-    double dflt = 0;              ///< of a version that lacks the field
-    std::string_view text = {};   ///< the same of a string
+    double dflt = 0;            ///< of a version that lacks the field
+    std::string_view text = {}; ///< the same of a string
     const Words* words = nullptr;
     std::span<const Field> part = {};
     std::span<const std::span<const Field>> parts = {};

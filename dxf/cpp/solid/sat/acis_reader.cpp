@@ -1,4 +1,5 @@
-// Reading a model: tokens of the file become values in the order of the layouts, whatever version they are of.
+// Reading a model: tokens of the file become values in the order of the layouts, whatever version they are
+// of.
 #include "acis_file.h"
 #include "acis_source.h"
 #include "acis_walk.h"
@@ -135,7 +136,8 @@ bool Decoder::mayBe(const Field& f) {
     case Type::Integer: return next.kind == TokenKind::Integer;
     case Type::Real: return next.isNumber();
     case Type::String:
-        return next.kind == TokenKind::String || (next.kind == TokenKind::Integer && version_ < TARGET_VERSION);
+        return next.kind == TokenKind::String ||
+               (next.kind == TokenKind::Integer && version_ < TARGET_VERSION);
     default: return next.isNumber() || next.kind == TokenKind::Logical || next.kind == TokenKind::Enum;
     }
 }
@@ -151,13 +153,17 @@ bool Decoder::isPresent(const Field& f) {
 bool Decoder::skipBox() {
     if (isAsm(version_) || version_ <= TARGET_VERSION) return true;
     const Token& next = peek();
-    const bool isEmpty = next.kind == TokenKind::Logical ? !next.integer : next.kind == TokenKind::Word && next.text == "F";
-    const bool isFull = next.kind == TokenKind::Logical ? next.integer : next.kind == TokenKind::Word && next.text == "T";
+    const bool isEmpty =
+        next.kind == TokenKind::Logical ? !next.integer : next.kind == TokenKind::Word && next.text == "F";
+    const bool isFull =
+        next.kind == TokenKind::Logical ? next.integer : next.kind == TokenKind::Word && next.text == "T";
     if (!isEmpty && !isFull) return true;
     if (!take()) return false;
     for (int i = 0; isFull && i < 6; ++i) {
-        if (peek().kind == TokenKind::Position) i += 2;
-        else if (!peek().isNumber()) return false;
+        if (peek().kind == TokenKind::Position)
+            i += 2;
+        else if (!peek().isNumber())
+            return false;
         if (!take()) return false;
     }
     return true;
@@ -167,7 +173,8 @@ bool Decoder::enter(const Field& f, bool& isWalked) {
     if (f.type == Type::Box) return skipBox();
     if (f.type == Type::Extra) {
         const bool isWanted = !f.modern || isModern_;
-        const bool isThere = isWanted && (!f.withId || hasIds_) && (mayBe(f) || (f.modern && peek().kind == TokenKind::Word));
+        const bool isThere =
+            isWanted && (!f.withId || hasIds_) && (mayBe(f) || (f.modern && peek().kind == TokenKind::Word));
         return isThere ? take() : true;
     }
     isWalked = f.type == Type::Choice || isPresent(f);
@@ -226,7 +233,8 @@ bool Decoder::logical(const Words& words, bool& flag) {
         flag = token_.integer != 0;
         break;
     case TokenKind::Word:
-        flag = token_.text == yes || token_.text == "T" || (yes == "reverse_v" && token_.text == "reversed_v");
+        flag =
+            token_.text == yes || token_.text == "T" || (yes == "reverse_v" && token_.text == "reversed_v");
         if (!flag && token_.text != no && token_.text != "F") return false;
         break;
     default: return false;
@@ -236,7 +244,8 @@ bool Decoder::logical(const Words& words, bool& flag) {
 
 bool Decoder::code(const Words& words, std::int64_t& n) {
     if (!take()) return false;
-    if (token_.kind == TokenKind::Integer || token_.kind == TokenKind::Enum || token_.kind == TokenKind::Logical) {
+    if (token_.kind == TokenKind::Integer || token_.kind == TokenKind::Enum ||
+        token_.kind == TokenKind::Logical) {
         n = token_.integer;
     } else {
         if (token_.kind != TokenKind::Word && token_.kind != TokenKind::String) return false;
@@ -304,7 +313,8 @@ bool Decoder::sub() {
     if (token_.text == "ref") {
         if (!take(TokenKind::Integer)) return false;
         const auto number = static_cast<std::uint64_t>(token_.integer);
-        if (number >= file_.subs.size() || file_.subs[number].isOpen) return fail("a reference to no sub-record");
+        if (number >= file_.subs.size() || file_.subs[number].isOpen)
+            return fail("a reference to no sub-record");
         return push(Kind::Ref, token_.integer) && take(TokenKind::Close);
     }
     if (depth_ == MAX_DEPTH) return fail("too many sub-records within each other");
@@ -347,8 +357,8 @@ bool Decoder::subRaw(const Mark& start, std::size_t number) {
     const bool wasRaw = isRaw_;
     SubRecord& record = file_.subs[number];
     record.isRaw = true;
-    record.isModern = record.isA && record.name == record.isA->modernName && record.name != record.isA->name &&
-                      peek().kind == TokenKind::Integer;
+    record.isModern = record.isA && record.name == record.isA->modernName &&
+                      record.name != record.isA->name && peek().kind == TokenKind::Integer;
     isRaw_ = true;
     const bool isRead = rawValues(true) && take(TokenKind::Close);
     isRaw_ = wasRaw;
@@ -368,7 +378,8 @@ bool Decoder::rawValues(bool inSub) {
 
 /// A number of an old text file that counts the letters of the text behind it.
 bool Decoder::isOldString() {
-    if (source_.isBinary() || version_ >= TARGET_VERSION || token_.integer < 2 || token_.integer > 4096) return false;
+    if (source_.isBinary() || version_ >= TARGET_VERSION || token_.integer < 2 || token_.integer > 4096)
+        return false;
     const std::size_t at = source_.at();
     std::string_view text;
     const bool isText = source_.counted(token_.integer, text) && (text[0] >= 'A') &&
@@ -448,7 +459,8 @@ bool Decoder::recordNumber() {
     if (source_.isBinary() || peek().kind != TokenKind::Integer) return true;
     take();
     const std::int64_t number = token_.integer <= 0 ? -token_.integer : -1;
-    if (!fits(number) && number > static_cast<std::int64_t>(file_.records.size())) return fail("a number out of range");
+    if (!fits(number) && number > static_cast<std::int64_t>(file_.records.size()))
+        return fail("a number out of range");
     if (number < 0) return fail("a number out of range");
     number_ = number;
     return true;
@@ -466,7 +478,8 @@ bool Decoder::recordName(std::string& name) {
 bool Decoder::isMarker(std::string_view name, bool& isEnd) {
     isEnd = sameText(name, "End-of-ACIS-data") || sameText(name, "End-of-ASM-data");
     if (isEnd) return true;
-    if (sameText(name, "End-of-ACIS-History-Section") || sameText(name, "End-of-ASM-History-Section")) return true;
+    if (sameText(name, "End-of-ACIS-History-Section") || sameText(name, "End-of-ASM-History-Section"))
+        return true;
     const std::string_view start = name.substr(0, name.find("history_stream"));
     const bool isHistory = sameText(start.substr(0, 26), "Begin-of-ACIS-History-Data") ||
                            sameText(start.substr(0, 25), "Begin-of-ASM-History-Data");
@@ -488,7 +501,8 @@ bool Decoder::body(const RecordName& kind, ENTITY& entity) {
     if (isRead && !isA.keepsRest && version_ > TARGET_VERSION) file_.values.truncate(known);
     entity.count = static_cast<std::uint32_t>(file_.values.size() - entity.first);
     if (isRead || !problem_.empty()) return isRead;
-    if (isA.prefix == Prefix::Geometry || isA.id == Id::Transform) return fail("fields that its kind doesn't have");
+    if (isA.prefix == Prefix::Geometry || isA.id == Id::Transform)
+        return fail("fields that its kind doesn't have");
     if (isA.fields.empty()) return fail("no record");
     back(start);
     const Class& base = isA.prefix == Prefix::Attribute ? *findClass("attrib") : classOf("", isRead);
@@ -560,7 +574,8 @@ bool Decoder::headString(std::string& text) {
         return true;
     }
     std::string_view bytes;
-    if (source_.isBinary() || !take(TokenKind::Integer) || !source_.counted(token_.integer, bytes)) return false;
+    if (source_.isBinary() || !take(TokenKind::Integer) || !source_.counted(token_.integer, bytes))
+        return false;
     text = bytes;
     return true;
 }
@@ -592,8 +607,10 @@ bool isReadable(std::int64_t version) {
 
 bool readModel(File& file, std::string_view data, std::string& problem) {
     std::unique_ptr<Source> source;
-    if (isBinaryBanner(data)) source = std::make_unique<BinarySource>(data);
-    else source = std::make_unique<TextSource>(data);
+    if (isBinaryBanner(data))
+        source = std::make_unique<BinarySource>(data);
+    else
+        source = std::make_unique<TextSource>(data);
     std::int64_t counts[4] = {0, 0, 0, 0};
     if (!source->counts(counts) || !isReadable(counts[0])) {
         problem = "no model of a version that can be read";

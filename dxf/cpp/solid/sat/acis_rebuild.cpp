@@ -131,7 +131,8 @@ private:
     bool fits(const SubRecord& record) const {
         if (!record.isA->fits700) return false;
         if (record.isRaw) return !record.isModern && file_.header.version >= FIRST_WITH_LEVELS;
-        return file_.header.version >= FIRST_WITH_LEVELS || version_ < FIRST_WITH_LEVELS || !isConstructed(record);
+        return file_.header.version >= FIRST_WITH_LEVELS || version_ < FIRST_WITH_LEVELS ||
+               !isConstructed(record);
     }
 
     bool isConstructed(const SubRecord& record) const {
@@ -143,8 +144,10 @@ private:
         builder_.code(FULL);
         std::size_t count = 0;
         const std::size_t at = findSpline(file_, record, false, count);
-        if (at) builder_.copy(at, count);
-        else if (!fittedCurve(record)) return false;
+        if (at)
+            builder_.copy(at, count);
+        else if (!fittedCurve(record))
+            return false;
         builder_.real(0);
         for (const char* word : {"null_surface", "null_surface", "nullbs", "nullbs"}) builder_.word(word);
         builder_.infinite(2);
@@ -166,8 +169,10 @@ private:
         builder_.code(FULL);
         std::size_t count = 0;
         const std::size_t at = findSpline(file_, record, true, count);
-        if (at) builder_.copy(at, count);
-        else if (!fittedSurface(record)) return false;
+        if (at)
+            builder_.copy(at, count);
+        else if (!fittedSurface(record))
+            return false;
         builder_.real(0);
         builder_.noBreaks(6);
         builder_.infinite(4);
@@ -197,7 +202,8 @@ std::size_t rebuildFaces(File& file, int version, Substitutes& substitutes) {
     Rebuild rebuild(file, version, substitutes);
     std::size_t count = 0;
     const std::size_t records = file.records.size();
-    for (std::size_t i = 0; i < records; ++i) count += file.records[i].kind && rebuild.record(file.records[i]);
+    for (std::size_t i = 0; i < records; ++i)
+        count += file.records[i].kind && rebuild.record(file.records[i]);
     return count;
 }
 

@@ -97,7 +97,8 @@ std::vector<double> readKnots(Cursor& c, std::int64_t count) {
     return knots;
 }
 
-void readPoints(Cursor& c, std::size_t count, bool isRational, std::vector<Vec3>& points, std::vector<double>& weights) {
+void readPoints(Cursor& c, std::size_t count, bool isRational, std::vector<Vec3>& points,
+                std::vector<double>& weights) {
     for (std::size_t i = 0; i < count && c.isValid; ++i) {
         points.push_back(c.vec());
         if (isRational) weights.push_back(c.real());
@@ -309,7 +310,8 @@ std::optional<SurfaceShape> cone(Cursor& c) {
     const double sine = c.real(), cosine = c.real();
     const Value* scaleValue = c.take();
     const double radius = length(major);
-    const double scale = scaleValue && scaleValue->isNumber() && scaleValue->number() != 0 ? scaleValue->number() : radius;
+    const double scale =
+        scaleValue && scaleValue->isNumber() && scaleValue->number() != 0 ? scaleValue->number() : radius;
     c.flag();
     if (!c.isValid || !(radius > 0) || !(ratio != 0)) return {};
     const Vec3 minor = ratio * cross(normal, major);
@@ -327,7 +329,8 @@ std::optional<SurfaceShape> cone(Cursor& c) {
     shape.parametersOf = [=](Vec3 p, double& u, double& v) {
         const Vec3 off = p - centre;
         double side = std::hypot(dot(off, major) / (radius * radius), dot(off, minor) / b);
-        u = std::abs(cosine) > 1e-12 ? dot(off, normal) / (scale * cosine) : (side - 1) * radius / (scale * sine);
+        u = std::abs(cosine) > 1e-12 ? dot(off, normal) / (scale * cosine)
+                                     : (side - 1) * radius / (scale * sine);
         side = 1 + u * scale * sine / radius < 0 ? -1 : 1;
         v = angleNear(std::atan2(side * dot(off, minor) / b, side * dot(off, major) / (radius * radius)), v0);
     };
@@ -393,7 +396,8 @@ void projectByDistance(SurfaceShape& shape) {
         double best = -1;
         for (int j = 0; j <= SAMPLES; ++j)
             for (int i = 0; i <= SAMPLES; ++i) {
-                const double s = box[0] + (box[1] - box[0]) * i / SAMPLES, t = box[2] + (box[3] - box[2]) * j / SAMPLES;
+                const double s = box[0] + (box[1] - box[0]) * i / SAMPLES,
+                             t = box[2] + (box[3] - box[2]) * j / SAMPLES;
                 const double d = distance(at(s, t), p);
                 if (best >= 0 && d >= best) continue;
                 best = d;

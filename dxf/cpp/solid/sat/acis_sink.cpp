@@ -18,7 +18,8 @@ void appendWhole(std::string& out, std::int64_t n) {
 }
 
 void appendReal(std::string& out, double number, int digits) {
-    if (std::abs(number) < 1e9 && number == std::trunc(number)) return appendWhole(out, static_cast<std::int64_t>(number));
+    if (std::abs(number) < 1e9 && number == std::trunc(number))
+        return appendWhole(out, static_cast<std::int64_t>(number));
     char text[40];
     out.append(text, std::to_chars(text, text + sizeof text, number, std::chars_format::general, digits).ptr);
 }
@@ -40,7 +41,8 @@ std::string writtenKernel(int version) {
 std::string writtenDate() {
     const std::time_t now = std::time(nullptr);
     char text[40] = "";
-    if (const std::tm* local = std::localtime(&now)) std::strftime(text, sizeof text, "%a %b %e %H:%M:%S %Y", local);
+    if (const std::tm* local = std::localtime(&now))
+        std::strftime(text, sizeof text, "%a %b %e %H:%M:%S %Y", local);
     return text;
 }
 
@@ -67,7 +69,8 @@ void Sink::flush() {
 // ---- text -------------------------------------------------------------------------------------------
 
 void TextSink::head(const Header& header, std::int64_t records, std::int64_t bodies) {
-    for (const std::int64_t n : {static_cast<std::int64_t>(version_), records, bodies, std::int64_t{writtenFlags(version_)}})
+    for (const std::int64_t n :
+         {static_cast<std::int64_t>(version_), records, bodies, std::int64_t{writtenFlags(version_)}})
         integer(n);
     buffer_.push_back('\n');
     if (version_ < 200) return;
@@ -228,16 +231,20 @@ enum Tag : unsigned char {
 } // namespace
 
 /// The lowest byte first, whatever the machine.
-template <class T> void BinarySink::bytes(T value) {
+template <class T>
+void BinarySink::bytes(T value) {
     std::uint64_t bits = 0;
-    if constexpr (std::is_same_v<T, double>) std::memcpy(&bits, &value, sizeof value);
-    else bits = static_cast<std::uint64_t>(value);
+    if constexpr (std::is_same_v<T, double>)
+        std::memcpy(&bits, &value, sizeof value);
+    else
+        bits = static_cast<std::uint64_t>(value);
     for (std::size_t i = 0; i < sizeof value; ++i) buffer_.push_back(static_cast<char>(bits >> 8 * i & 0xff));
 }
 
 void BinarySink::head(const Header& header, std::int64_t records, std::int64_t bodies) {
     buffer_.append(version_ < 22300 ? "ACIS BinaryFile" : "ASM BinaryFile4");
-    for (const std::int64_t n : {static_cast<std::int64_t>(version_), records, bodies, std::int64_t{writtenFlags(version_)}})
+    for (const std::int64_t n :
+         {static_cast<std::int64_t>(version_), records, bodies, std::int64_t{writtenFlags(version_)}})
         bytes(static_cast<std::int32_t>(n));
     if (version_ < 200) return;
     string(writtenProduct());

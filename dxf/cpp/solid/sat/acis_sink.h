@@ -94,7 +94,8 @@ public:
 
 private:
     void tag(unsigned char tag) { buffer_.push_back(static_cast<char>(tag)); }
-    template <class T> void bytes(T value);
+    template <class T>
+    void bytes(T value);
     void shortText(unsigned char tag, std::string_view text);
     void name(std::string_view name);
 };

@@ -37,7 +37,6 @@ struct Token {
     bool isNumber() const { return kind == TokenKind::Integer || kind == TokenKind::Real; }
 };
 
-
 class Source {
 public:
     explicit Source(std::string_view data) : data_(data) {}
@@ -79,7 +78,8 @@ public:
     bool isBinary() const override { return true; }
 
 private:
-    template <class T> bool number(T& value);
+    template <class T>
+    bool number(T& value);
     void text(Token& token, TokenKind kind, std::uint64_t size);
     void tuple(Token& token, TokenKind kind, int count);
     bool swaps_ = false;

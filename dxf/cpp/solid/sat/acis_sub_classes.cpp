@@ -1,8 +1,6 @@
 // The table of sub-records: intersection curves, spline surfaces, parameter curves.
 #include "acis_class.h"
-#include "acis_value.h"
-
-#include <unordered_map>
+#include "acis_name_index.h"
 
 namespace ACIS {
 namespace {
@@ -15,20 +13,28 @@ constexpr Field surfaceBreaks[] = {discontinuity, discontinuity, discontinuity,
 
 /// How much of the B-spline a file has: all of it, its parameters, its range.
 constexpr Field curveFull[] = {field(Type::Spline3, "shape"), real("fit")};
-constexpr Field curveSummary[] = {field(Type::Reals, "parameters"), real("fit"), code("closure", words::closure)};
+constexpr Field curveSummary[] = {field(Type::Reals, "parameters"), real("fit"),
+                                  code("closure", words::closure)};
 constexpr Field curveNone[] = {interval("shape_range"), code("closure", words::closure)};
 constexpr Layout curveLevels[] = {curveFull, curveSummary, curveNone};
 
 constexpr Field surfaceFull[] = {field(Type::SplineSurface, "shape"), real("fit")};
 constexpr Field surfaceSummary[] = {
-    field(Type::Reals, "u_parameters"), field(Type::Reals, "v_parameters"), real("fit"),
-    code("u_closure", words::closure), code("v_closure", words::closure),
-    code("u_singularity", words::singularity), code("v_singularity", words::singularity),
+    field(Type::Reals, "u_parameters"),
+    field(Type::Reals, "v_parameters"),
+    real("fit"),
+    code("u_closure", words::closure),
+    code("v_closure", words::closure),
+    code("u_singularity", words::singularity),
+    code("v_singularity", words::singularity),
 };
 constexpr Field surfaceNone[] = {
-    interval("u_range"), interval("v_range"),
-    code("u_closure", words::closure).from(500), code("v_closure", words::closure).from(500),
-    code("u_singularity", words::singularity).from(500), code("v_singularity", words::singularity).from(500),
+    interval("u_range"),
+    interval("v_range"),
+    code("u_closure", words::closure).from(500),
+    code("v_closure", words::closure).from(500),
+    code("u_singularity", words::singularity).from(500),
+    code("v_singularity", words::singularity).from(500),
 };
 constexpr Layout surfaceLevels[] = {surfaceFull, surfaceSummary, surfaceNone};
 
@@ -41,8 +47,10 @@ constexpr Field level(std::span<const Layout> parts, double old = 0) {
 }
 
 constexpr Field onSurfaces[] = {
-    field(Type::Surface, "surface1"), field(Type::Surface, "surface2"),
-    field(Type::Spline2, "image1"),   field(Type::Spline2, "image2"),
+    field(Type::Surface, "surface1"),
+    field(Type::Surface, "surface2"),
+    field(Type::Spline2, "image1"),
+    field(Type::Spline2, "image2"),
 };
 constexpr Field curveCommon[] = {
     level(curveLevels),
@@ -70,13 +78,18 @@ constexpr Field made = group("common", constructed);
 
 // ---- intersection curves ----------------------------------------------------------------------------
 constexpr Field exactCur[] = {
-    curve, interval("extension").from(201).optional(), extra("start_extension").onlyModern(),
+    curve,
+    interval("extension").from(201).optional(),
+    extra("start_extension").onlyModern(),
     extra("end_extension").onlyModern(),
 };
 constexpr Field intersection[] = {curve};
 constexpr Field heldCurve[] = {curve, logical("holder", words::holder), extra("final").onlyModern()};
 constexpr Field projected[] = {
-    curve, field(Type::Curve, "curve"), interval("curve_range"), logical("holder", words::holder),
+    curve,
+    field(Type::Curve, "curve"),
+    interval("curve_range"),
+    logical("holder", words::holder),
 };
 constexpr Field offsetPair[] = {curve, real("offset1"), real("offset2")};
 constexpr Field offsetOnSurface[] = {
@@ -97,8 +110,8 @@ constexpr Field lawCurve[] = {
 };
 /// Turns about an axis at a pitch, with the radius as major and minor vector. No B-spline stands beside it.
 constexpr Field helix[] = {
-    interval("angle"), position("root"), vec("major"), vec("minor"), vec("pitch"), real("taper"), vec("axis"),
-    group("images", onSurfaces),
+    interval("angle"), position("root"), vec("major"), vec("minor"),
+    vec("pitch"),      real("taper"),    vec("axis"),  group("images", onSurfaces),
 };
 
 // ---- spline surfaces --------------------------------------------------------------------------------
@@ -109,7 +122,8 @@ constexpr Field exactSur[] = {
     extra("extension").onlyModern(),
 };
 constexpr Field revolved[] = {field(Type::Curve, "profile"), position("root"), vec("axis"), made};
-constexpr Field summed[] = {field(Type::Curve, "u_curve"), field(Type::Curve, "v_curve"), position("datum"), made};
+constexpr Field summed[] = {field(Type::Curve, "u_curve"), field(Type::Curve, "v_curve"), position("datum"),
+                            made};
 constexpr Field offsetCaches[] = {surface};
 constexpr Field offsetSurface[] = {
     field(Type::Surface, "surface"),
@@ -127,12 +141,15 @@ constexpr Field offsetSurface[] = {
 constexpr Field part[] = {interval("u"), interval("v"), field(Type::Surface, "surface")};
 constexpr Field ruled[] = {field(Type::Curve, "curve1"), field(Type::Curve, "curve2"), surface};
 constexpr Field cylinder[] = {
-    real("start").onlyLegacy(), real("end").onlyLegacy(), vec("direction").onlyLegacy(),
+    real("start").onlyLegacy(),    real("end").onlyLegacy(),      vec("direction").onlyLegacy(),
     position("root").onlyLegacy(), field(Type::Curve, "profile"), surface,
 };
 constexpr Field tube[] = {surface, real("radius"), field(Type::Curve, "spine")};
 constexpr Field taper[] = {
-    field(Type::Surface, "surface"), field(Type::Curve, "curve"), field(Type::Spline2, "image"), real("angle"),
+    field(Type::Surface, "surface"),
+    field(Type::Curve, "curve"),
+    field(Type::Spline2, "image"),
+    real("angle"),
     surface,
 };
 constexpr Field edgeTaper[] = {group("taper", taper), vec("draft")};
@@ -141,18 +158,23 @@ constexpr Field ruledTaper[] = {
     group("taper", taper), vec("draft"), real("sine"), real("cosine"), real("factor").from(600).optional(),
 };
 constexpr Field lawSurface[] = {
-    real("u_start"), real("u_end"), real("v_start"), real("v_end"), field(Type::Law, "law"),
-    repeat("laws", lawList), surface,
+    real("u_start"),         real("u_end"),           real("v_start"), real("v_end"),
+    field(Type::Law, "law"), repeat("laws", lawList), surface,
 };
 constexpr Field helixCircle[] = {
     interval("angle"), interval("section"), real("radius_scale"), group("helix", helix), real("radius"),
 };
 constexpr Field helixLine[] = {
-    interval("angle"), interval("section"), group("helix", helix), vec("section_line"),
+    interval("angle"),
+    interval("section"),
+    group("helix", helix),
+    vec("section_line"),
 };
 
 constexpr Field explicitImage[] = {
-    field(Type::Spline2, "image"), real("fit"), field(Type::Surface, "surface"),
+    field(Type::Spline2, "image"),
+    real("fit"),
+    field(Type::Surface, "surface"),
 };
 
 constexpr SubClass subClasses[] = {
@@ -224,30 +246,40 @@ constexpr SubClass subClasses[] = {
     {"imppc", "imp_par_cur", SubKind::Pcurve, {}},
 };
 
+constexpr std::string_view OLD_SWEEP = "sweep_sur"; ///< a third name of one of them
+
+constexpr std::size_t rowOf(std::string_view name) {
+    std::size_t row = 0;
+    while (subClasses[row].name != name) ++row;
+    return row;
+}
+
+constexpr auto index = [] {
+    NameIndex<2 * std::size(subClasses) + 1> names;
+    for (std::size_t i = 0; i < std::size(subClasses); ++i) {
+        names.add(subClasses[i].name, i);
+        if (!subClasses[i].modernName.empty()) names.add(subClasses[i].modernName, i);
+    }
+    names.add(OLD_SWEEP, rowOf("sweepsur"));
+    names.sort();
+    return names;
+}();
+
 } // namespace
 
 const SubClass* findSubClass(std::string_view name) {
-    static const auto index = [] {
-        std::unordered_map<std::string_view, const SubClass*> table;
-        for (const SubClass& c : subClasses) {
-            table[c.name] = &c;
-            if (!c.modernName.empty()) table[c.modernName] = &c;
-        }
-        table["sweep_sur"] = table["sweepsur"];
-        return table;
-    }();
-    const auto found = index.find(name);
-    return found == index.end() ? nullptr : found->second;
+    const int row = index.find(name);
+    return row < 0 ? nullptr : &subClasses[row];
 }
 
 const SubClass& exactCurve() {
-    return *findSubClass("exactcur");
+    return subClasses[rowOf("exactcur")];
 }
 const SubClass& exactSurface() {
-    return *findSubClass("exactsur");
+    return subClasses[rowOf("exactsur")];
 }
 const SubClass& exactPcurve() {
-    return *findSubClass("exppc");
+    return subClasses[rowOf("exppc")];
 }
 
 } // namespace ACIS

@@ -35,9 +35,8 @@ void TextStore::clear() {
 
 bool sameText(std::string_view a, std::string_view b) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [lower](char x, char y) {
-               return lower(x) == lower(y);
-           });
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                              [lower](char x, char y) { return lower(x) == lower(y); });
 }
 
 } // namespace ACIS

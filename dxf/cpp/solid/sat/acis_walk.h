@@ -13,7 +13,8 @@
 
 namespace ACIS {
 
-template <class Io> class Walk {
+template <class Io>
+class Walk {
 public:
     explicit Walk(Io& io) : io_(io) {}
 
@@ -54,8 +55,9 @@ public:
         case Type::Law: return law();
         case Type::Group: return fields(f.part);
         case Type::Repeat: return io_.integer(n) && repeated(f, n);
-        case Type::Choice: return io_.choice(f, n) && static_cast<std::uint64_t>(n) < f.parts.size() &&
-                                  fields(f.parts[static_cast<std::size_t>(n)]);
+        case Type::Choice:
+            return io_.choice(f, n) && static_cast<std::uint64_t>(n) < f.parts.size() &&
+                   fields(f.parts[static_cast<std::size_t>(n)]);
         case Type::Settings: return settings();
         case Type::Pcurve: return pcurve();
         default: return false;
@@ -111,7 +113,8 @@ private:
         if (word != "nubs" && word != "nurbs") return false;
         if (!io_.integer(degrees[0]) || !io_.integer(degrees[1])) return false;
         if (word == "nurbs" && !io_.word(rational)) return false;
-        for (const Words* const names : {&words::closure, &words::closure, &words::singularity, &words::singularity})
+        for (const Words* const names :
+             {&words::closure, &words::closure, &words::singularity, &words::singularity})
             if (!io_.code(*names, code)) return false;
         if (!io_.integer(counts[0]) || !io_.integer(counts[1])) return false;
         for (int i = 0; i < 2; ++i)
@@ -171,8 +174,8 @@ private:
     /// 0: a curve of its own, moved by two offsets; another number: which of the two images of an
     /// intersection curve, negative when reversed.
     bool pcurve() {
-        static constexpr Field own[] = {
-            logical("sense", words::sense), field(Type::Sub, "curve"), real("u_offset"), real("v_offset")};
+        static constexpr Field own[] = {logical("sense", words::sense), field(Type::Sub, "curve"),
+                                        real("u_offset"), real("v_offset")};
         static constexpr Field image[] = {ptr("curve"), real("u_offset"), real("v_offset")};
         std::int64_t type = 0;
         return io_.integer(type) && (type ? fields(image) : fields(own));

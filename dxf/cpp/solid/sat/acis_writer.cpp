@@ -70,7 +70,7 @@ private:
     std::size_t at_ = 0, end_ = 0;
     int mute_ = 0, depth_ = 0;
     std::int64_t record_ = 0;
-    double lastLength_ = 1; ///< of the last vector
+    double lastLength_ = 1;                ///< of the last vector
     std::vector<std::int64_t> numbers_;    ///< the number that a record gets; -1: it isn't written
     std::vector<std::int64_t> subNumbers_; ///< the number that a sub-record got; -1: not written yet
     std::int64_t nextSub_ = 0;
@@ -98,7 +98,8 @@ void Encoder::leave(const Field&) {
 
 bool Encoder::pointer(const Field& f) {
     const Value* value = take(Kind::Pointer);
-    if (value && !mutes()) sink_.pointer(target(value->integer, f.links, f.name == std::string_view("previous")));
+    if (value && !mutes())
+        sink_.pointer(target(value->integer, f.links, f.name == std::string_view("previous")));
     return value;
 }
 
@@ -115,8 +116,10 @@ bool Encoder::longInteger(std::int64_t& n) {
     if (!value) return false;
     n = value->integer;
     if (mutes()) return true;
-    if (version_ > TARGET_VERSION) sink_.longInteger(n);
-    else sink_.integer(n);
+    if (version_ > TARGET_VERSION)
+        sink_.longInteger(n);
+    else
+        sink_.integer(n);
     return true;
 }
 
@@ -223,8 +226,10 @@ double Encoder::filled(const Field& f) {
 void Encoder::dfltChoice(const Field& f) {
     const auto n = static_cast<std::size_t>(f.dflt);
     if (f.holds(version_)) {
-        if (f.words == &words::sides) sink_.logical(*f.words, n != 0);
-        else sink_.code(f.words, static_cast<std::int64_t>(n));
+        if (f.words == &words::sides)
+            sink_.logical(*f.words, n != 0);
+        else
+            sink_.code(f.words, static_cast<std::int64_t>(n));
     }
     for (const Field& part : f.parts[n]) dflt(part);
 }
@@ -243,9 +248,7 @@ void Encoder::dflt(const Field& f) {
     case Type::Logical: return sink_.logical(*f.words, f.dflt != 0);
     case Type::Enum: return sink_.code(f.words, static_cast<std::int64_t>(f.dflt));
     case Type::String: return sink_.string(f.text);
-    case Type::Interval:
-        sink_.logical(open, false);
-        return sink_.logical(open, false);
+    case Type::Interval: sink_.logical(open, false); return sink_.logical(open, false);
     case Type::Reals:
     case Type::Repeat: return sink_.integer(0);
     case Type::Spline2:
@@ -267,8 +270,10 @@ void Encoder::dflt(const Field& f) {
 /// In full for its first user, by its number for the others.
 bool Encoder::sub() {
     const Value* value = take(Kind::Def);
-    if (value) at_ += value->size;
-    else value = take(Kind::Ref);
+    if (value)
+        at_ += value->size;
+    else
+        value = take(Kind::Ref);
     if (!value || depth_ == MAX_DEPTH) return false;
     if (mutes()) return true;
     const auto number = static_cast<std::size_t>(value->integer);
@@ -281,7 +286,8 @@ bool Encoder::sub() {
     subNumbers_[number] = nextSub_++;
     const auto substitute = substitutes_.subs.find(number);
     ++depth_;
-    const bool isWritten = subBody(substitute == substitutes_.subs.end() ? file_.subs[number] : substitute->second);
+    const bool isWritten =
+        subBody(substitute == substitutes_.subs.end() ? file_.subs[number] : substitute->second);
     --depth_;
     return isWritten;
 }
@@ -291,7 +297,8 @@ bool Encoder::subBody(const SubRecord& record) {
     at_ = record.first;
     end_ = at_ + record.count;
     sink_.open(record.isA && (!record.isRaw || !record.isModern) ? record.isA->name : record.name);
-    const bool isWritten = record.isRaw || !record.isA ? rawValues() : Walk<Encoder>(*this).fields(record.isA->fields);
+    const bool isWritten =
+        record.isRaw || !record.isA ? rawValues() : Walk<Encoder>(*this).fields(record.isA->fields);
     sink_.close();
     const bool isDone = isWritten && at_ == end_;
     at_ = at;
@@ -310,8 +317,7 @@ bool Encoder::rawTriple(const Value& mark) {
     if (at_ + mark.size > end_) return false;
     for (std::uint32_t i = 0; i < mark.size && i < 3; ++i) numbers[i] = file_.values[at_++].real;
     if (!mutes())
-        sink_.tuple(mark.integer ? Type::Position : Type::Vector, numbers,
-                    static_cast<int>(mark.size));
+        sink_.tuple(mark.integer ? Type::Position : Type::Vector, numbers, static_cast<int>(mark.size));
     return true;
 }
 
@@ -350,7 +356,8 @@ std::int64_t Encoder::target(std::int64_t number, bool isLink, bool isBack) cons
     constexpr std::size_t NEXT = 2, PREVIOUS = 3;
     for (std::size_t steps = 0; steps <= numbers_.size(); ++steps) {
         if (number < 0 || number >= static_cast<std::int64_t>(numbers_.size())) return -1;
-        if (numbers_[static_cast<std::size_t>(number)] >= 0) return numbers_[static_cast<std::size_t>(number)];
+        if (numbers_[static_cast<std::size_t>(number)] >= 0)
+            return numbers_[static_cast<std::size_t>(number)];
         const ENTITY& entity = entityAt(static_cast<std::size_t>(number));
         if (!isLink || !entity.kind || entity.kind->isA->prefix != Prefix::Attribute) return -1;
         const Value& next = file_.values[entity.first + (isBack ? PREVIOUS : NEXT)];
@@ -415,7 +422,8 @@ bool writeModel(const File& file, std::uint32_t version, const Substitutes& subs
     const int number = static_cast<int>(version & 0xffffff);
     TextSink text(out, number, (version & VERSION_NUMBERED) != 0);
     BinarySink binary(out, number);
-    Encoder encoder(file, number, substitutes, version & VERSION_BINARY ? static_cast<Sink&>(binary) : text, false);
+    Encoder encoder(file, number, substitutes, version & VERSION_BINARY ? static_cast<Sink&>(binary) : text,
+                    false);
     if (encoder.model()) return true;
     problem = "record " + std::to_string(encoder.failedAt()) + ": can't be written";
     return false;
@@ -426,7 +434,8 @@ std::string dumpModel(const File& file, int version) {
     DumpSink sink(out, version ? version : file.header.version);
     const Substitutes none;
     Encoder encoder(file, version ? version : 30000, none, sink, version == 0);
-    if (!encoder.model()) out.content += "(record " + std::to_string(encoder.failedAt()) + " can't be shown)\n";
+    if (!encoder.model())
+        out.content += "(record " + std::to_string(encoder.failedAt()) + " can't be shown)\n";
     return out.content;
 }
 

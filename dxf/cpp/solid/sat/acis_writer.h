@@ -11,9 +11,9 @@ class Sink;
 
 /// What is written in place of what the model has. The values of the substitutes stand in the model's store.
 struct Substitutes {
-    std::unordered_map<std::size_t, SubRecord> subs;  ///< by number
-    std::unordered_map<std::size_t, ENTITY> records;  ///< by number
-    std::vector<ENTITY> added;                        ///< numbered behind the model's records
+    std::unordered_map<std::size_t, SubRecord> subs; ///< by number
+    std::unordered_map<std::size_t, ENTITY> records; ///< by number
+    std::vector<ENTITY> added;                       ///< numbered behind the model's records
 };
 
 /// Writes the model, with what the version doesn't have left out and what it wants added: records without a

@@ -18,7 +18,8 @@ bool read(ISATConverter& converter, const UtCString& source) {
 bool write(ISATConverter& converter, const UtCString& target) {
     const bool isBinary = UtPathExt(target) == "sab";
     OdWrFileBuf buffer(target);
-    if (!converter.write(buffer, (isBinary ? ACIS::VERSION_BINARY : ACIS::VERSION_TEXT) | VERSION, 1)) return false;
+    if (!converter.write(buffer, (isBinary ? ACIS::VERSION_BINARY : ACIS::VERSION_TEXT) | VERSION, 1))
+        return false;
     buffer.flush();
     return true;
 }
