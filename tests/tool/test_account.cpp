@@ -135,8 +135,15 @@ TEST_F(Tool, ALossEndsTheRunInOneLine) {
 TEST_F(Tool, AccountsOfRealDrawingsAddUp) {
     const char* folder = std::getenv("TORVA_CORPUS");
     if (!folder) GTEST_SKIP() << "TORVA_CORPUS names no directory with real drawings";
-    for (const std::filesystem::path& path : drawingsIn(folder)) {
-        expectAccount(info("'" + path.string() + "'"), path, true);
-        expectAccount(info("--space all '" + path.string() + "'"), path, false);
+    const std::vector<std::filesystem::path> drawings = drawingsIn(folder);
+    std::string inputs;
+    for (const std::filesystem::path& path : drawings) inputs += " '" + path.string() + "'";
+    for (const char* space : {"model", "all"}) {
+        std::istringstream lines(run(std::string("info --json --space ") + space + inputs).out);
+        std::string line;
+        for (const std::filesystem::path& path : drawings) {
+            ASSERT_TRUE(std::getline(lines, line)) << path;
+            expectAccount(json::parse(line), path, std::string_view(space) == "model");
+        }
     }
 }
