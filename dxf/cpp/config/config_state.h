@@ -77,6 +77,7 @@ extern int DxUseUcs;                       ///< USE_UCS
 extern int DxUseGeoref;                    ///< USE_GEOREF
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
+extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
 extern int DxWriteTxtOrg;                  ///< WRITE_TXT_ORG
 extern int DxWriteHatch;                   ///< WRITE_HATCH

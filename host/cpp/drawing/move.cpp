@@ -1,5 +1,7 @@
 #include "drawing/move.h"
 
+#include <cmath>
+
 namespace host {
 
 namespace {
@@ -26,6 +28,8 @@ public:
             family.originX += dx_;
             family.originY += dy_;
         }
+        for (HatchLines& lines : hatch.lines)
+            lines.base += dx_ * std::sin(lines.angle) - dy_ * std::cos(lines.angle);
     }
 
 private:

@@ -42,6 +42,11 @@ public:
     void operator()(Hatch& hatch) const {
         for (Contour& contour : hatch.contours) (*this)(contour);
         for (HatchFamily& family : hatch.families) (*this)(family);
+        for (HatchLines& lines : hatch.lines) {
+            (*this)(lines.base);
+            (*this)(lines.d1);
+            (*this)(lines.d2);
+        }
     }
     void operator()(Pattern& pattern) const;
 

@@ -2,6 +2,7 @@
 // table, writing a row and reading it. docs/drawing-file.md tells the same to people.
 #pragma once
 
+#include "store/hatch_rows.h"
 #include "store/packing.h"
 
 #include <array>
@@ -12,7 +13,8 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion = 3;     ///< PRAGMA user_version; 2 has curves, 3 text_states
+inline constexpr int kDrawingFileVersion =
+    4; ///< PRAGMA user_version; 2 has curves, 3 text_states, 4 hatch lines
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -288,7 +290,8 @@ struct Row<ImportedPattern> {
 template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
-               Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
+               Holder<Contour>, Holder<HatchFamily>, Holder<HatchLines>, Holder<HatchGradient>,
+               Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
                Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
                Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>,
                Holder<NamedTextState>, Holder<ImportedPattern>>;
