@@ -1,6 +1,6 @@
 #include "dx_host_hatch.h"
 
-#include "../session/session_state.h"
+#include "dx_frame.h"
 #include "dx_host.h"
 #include "ge.h"
 #include "li.h"
@@ -18,7 +18,11 @@ constexpr unsigned char INNER = 1, JUMP = 2;
 constexpr int MOVE = 2, DRAW = 1;
 
 RPT toHost(const RPT& p) {
-    return {p.x - DxShiftX, p.y - DxShiftY};
+    return DxPointToHost(p.x, p.y);
+}
+
+RPT vectorToHost(const RPT& v) {
+    return {DxLengthToHost(v.x), DxLengthToHost(v.y)};
 }
 
 } // namespace
@@ -30,18 +34,24 @@ int DxovHatchBegin() {
     return ovhatchparams(&mode, &pat);
 }
 
-int DxovHatchPar(UO_HATCH_PAR par, bool hasBase) {
-    if (hasBase) {
+int DxovHatchPar(UO_HATCH_PAR par, bool isPlaced) {
+    if (isPlaced) {
         // The base is measured to the right of the lines.
         const RPT right{std::sin(par.angle), -std::cos(par.angle)};
         const RPT on = toHost({right.x * par.base, right.y * par.base});
         par.base = on.x * right.x + on.y * right.y;
+        par.d1 = DxLengthToHost(par.d1);
+        par.d2 = DxLengthToHost(par.d2);
     }
     return UoHatchPar(SET, &par);
 }
 
 int DxovHatchPattern(OV_HATCH_PATTERN pattern) {
-    for (OV_PATTERN_LINE& line : pattern.lines) line.base = toHost(line.base);
+    for (OV_PATTERN_LINE& line : pattern.lines) {
+        line.base = toHost(line.base);
+        line.offset = vectorToHost(line.offset);
+        for (double& dash : line.dashes) dash = DxLengthToHost(dash);
+    }
     return ovhatchpattern(SET, &pattern);
 }
 
@@ -165,8 +175,7 @@ int DxHatchChain::add(int loopPat, bool isInner) {
 }
 
 int DxHatchChain::makeHatch(int toPat) {
-    int code = 1;
-    const int error = ovhatch(&code, &toPat, &pat_);
+    const int error = Dxovhatch(toPat, pat_);
     drop();
     return error;
 }

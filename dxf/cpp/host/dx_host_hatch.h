@@ -9,8 +9,8 @@
 
 /// Begins the look of the hatches to come: lines, without any direction yet.
 int DxovHatchBegin();
-/// A direction of lines; `hasBase` false leaves the base where it is, for lines that are no file's own.
-int DxovHatchPar(UO_HATCH_PAR par, bool hasBase);
+/// A direction of lines; `isPlaced` false hands it over as it is, for lines that no file has.
+int DxovHatchPar(UO_HATCH_PAR par, bool isPlaced);
 /// The pattern that the hatches to come were made from.
 int DxovHatchPattern(OV_HATCH_PATTERN pattern);
 /// Transparency in percent of the hatches to come.
