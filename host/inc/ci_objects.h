@@ -1,6 +1,7 @@
 // The objects that stand beside the elements of a pattern, by class.
 #pragma once
 
+#include "ci_dim.h"
 #include "ds.h"
 #include "rpt.h"
 
@@ -19,9 +20,7 @@
         int contextId_;                                                                                      \
     }
 
-TORVA_OBJECT_CLASS(CiDim);
 TORVA_OBJECT_CLASS(CiArrow);
-TORVA_OBJECT_CLASS(CiBitmap);
 
 // NOLINTEND(bugprone-macro-parentheses)
 #undef TORVA_OBJECT_CLASS

@@ -49,7 +49,8 @@ int ovarc(int op, double x, double y, double cx, double cy, unsigned char info);
 int ovspline(int* count, double x[], double y[], int* degree, int* one, int flags[2], double* startAngle,
              double* endAngle);
 
-/// 8: copies elements, splines, hatches and texts of pattern *fromPat behind those of *toPat.
+/// 8: copies elements, splines, hatches, texts, arrows and dimensions of pattern *fromPat behind those of
+/// *toPat.
 int ovcopy(int* code, int* fromPat, int* toPat);
 
 // ---- hatches ---------------------------------------------------------------------------------------
@@ -68,8 +69,9 @@ int ovhatchsetreppar(int index, int high, int low);
 
 // ---- sheet, unit, scale ----------------------------------------------------------------------------
 
-/// The drawing's form. Mode 5 reads format (0 A00 … 6 A5), scale and unit; 7 sets the scale (2030 for one
-/// outside 1e-8 … 1e8, 3012 when the sheet would be smaller than the tolerance); 8 sets the unit.
+/// The drawing's form. Mode 5 reads format (0 A00 … 6 A5), scale and unit; 7 sets format, if it is one, and
+/// scale (2030 for one outside 1e-8 … 1e8, 3012 when the sheet would be smaller than the tolerance); 8 sets
+/// the unit.
 int ovform(int mode, int* format, double* scale, int* unit);
 
 /// Converts lengths. unitCode 100, mode 3: `value` in the drawing's unit to millimetres on the sheet

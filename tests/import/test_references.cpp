@@ -45,6 +45,33 @@ TEST(ExternalReference, MissingOrNoDrawingCostsNoMoreThanItself) {
     }
 }
 
+TEST(ExternalReference, OneThatIsCutIsTheFileWhereTheReadingEnded) {
+    const std::string whole = lineOn("0").text();
+    const std::string cut = whole.substr(0, whole.find("11\n") + 3);
+    const auto result = importText(referring("other.dxf").text(), beside({{"other.dxf", cut}}));
+    EXPECT_EQ(result.stat, 9003);
+    const long lines = std::count(cut.begin(), cut.end(), '\n');
+    EXPECT_TRUE(
+        result.hasMessage("The reading ended in line " + std::to_string(lines) + " of file other.dxf."))
+        << result.protocol;
+}
+
+TEST(ExternalReference, OfACutBinaryFileTheByteIsTold) {
+    const TempDir folder;
+    const std::string text = folder.write("whole.dxf", lineOn("0").text());
+    std::FILE* const out = std::fopen(folder.file("in.dxf").c_str(), "wb");
+    ASSERT_TRUE(host::textDxfToBinary(lineOn("0").text(), out));
+    std::fclose(out);
+    const std::string binary = folder.read("in.dxf");
+    const std::size_t end = binary.find("ENDSEC", binary.find("ENTITIES"));
+    folder.write("in.dxf", binary.substr(0, end + 3)); // in the text of a group 0
+    const auto result = importFile(folder, "in.dxf");
+    EXPECT_EQ(result.stat, 9003);
+    EXPECT_TRUE(result.hasMessage("The reading ended at byte " + std::to_string(end - 2) + " of file " +
+                                  folder.file("in.dxf")))
+        << result.protocol;
+}
+
 TEST(ExternalReference, RingsEnd) {
     const auto other = [](const std::string& block, const std::string& path) {
         return drawing()
@@ -58,6 +85,40 @@ TEST(ExternalReference, RingsEnd) {
         const auto result = importText(referring("other.dxf").text(), beside({{"other.dxf", content}}));
         EXPECT_EQ(result.stat, 0);
         EXPECT_EQ(elementsOf(result.dump), "move 10 0\ndraw 11 0\n" + REST);
+    }
+}
+
+TEST(ExternalReference, ABlockOfTheSameNameInItIsAnotherOne) {
+    // Block X of the drawing refers to a file that has a block X of its own.
+    const std::string other = drawing().block("X", line(0, 0, 1, 0)).entity("INSERT", insertOf("X")).text();
+    const auto result = importText(referring("other.dxf").text(), beside({{"other.dxf", other}}));
+    EXPECT_EQ(elementsOf(result.dump), "move 10 0\ndraw 11 0\n" + REST);
+    EXPECT_FALSE(result.hasLine("Einfügen (INSERT) ignoriert!"));
+}
+
+TEST(ExternalReference, WhoOpenedAFileFirstDoesNotMatter) {
+    // Two files that refer to each other: each drawn from the main file shows itself and the other one.
+    const auto file = [](const std::string& name, const std::string& path, double y) {
+        return drawing()
+            .block(name, {}, DxfGroups{{70, "4"}, {1, path}} + at(10, {0, 0, 0}))
+            .entity("INSERT", insertOf(name))
+            .raw(line(0, y, 1, y))
+            .text();
+    };
+    const auto both = [](const char* first, const char* second) {
+        return drawing()
+            .block("A", {}, DxfGroups{{70, "4"}, {1, "a.dxf"}} + at(10, {0, 0, 0}))
+            .block("B", {}, DxfGroups{{70, "4"}, {1, "b.dxf"}} + at(10, {0, 0, 0}))
+            .entity("INSERT", insertOf(first))
+            .entity("INSERT", insertOf(second))
+            .text();
+    };
+    const ImportOptions options =
+        beside({{"a.dxf", file("B", "b.dxf", 1)}, {"b.dxf", file("A", "a.dxf", 2)}});
+    for (const auto& order : {both("A", "B"), both("B", "A")}) {
+        const std::string result = elementsOf(importText(order, options).dump);
+        EXPECT_EQ(count(result, "draw 1 1"), 2) << result;
+        EXPECT_EQ(count(result, "draw 1 2"), 2) << result;
     }
 }
 
@@ -170,7 +231,7 @@ TEST(ExternalReference, OfABinaryFileIsConverted) {
     }
 }
 
-TEST(ExternalReference, AStopWithinItEndsAPassAndNoMore) {
+TEST(ExternalReference, AStopWithinItEndsTheImport) {
     DxfText other = drawing();
     for (int i = 0; i < 400; ++i) other.raw(line(0, 0, i, 1));
     const TempDir folder;
@@ -191,17 +252,11 @@ TEST(ExternalReference, AStopWithinItEndsAPassAndNoMore) {
     int measured = 0;
     int drawnInPart = 0;
     for (int stop = 1; stop <= asked; ++stop) {
-        const auto shortened = importStoppedAt(stop, stop).first;
-        if (shortened.stat == 0) {
-            EXPECT_EQ(elementsOf(shortened.dump), elementsOf(whole.dump))
-                << "the measuring stopped at " << stop;
-            ++measured;
-        }
-        const auto stopped = importStoppedAt(stop, never).first;
+        const auto stopped = importStoppedAt(stop, stop).first; // asked once more, the user says no
         EXPECT_EQ(stopped.stat, 9009) << stop;
         const int lines = count(stopped.dump, "draw ");
         EXPECT_LT(lines, 401);
-        drawnInPart += lines > 0 ? 1 : 0;
+        ++(lines > 0 ? drawnInPart : measured);
     }
     host::resetSession();
     EXPECT_GT(measured, 2);

@@ -7,14 +7,14 @@
 #include <iterator>
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
-int DxDigits, DxBlockToPattern, DxBlockOrder, DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol,
-    DxExoMode;
+int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerToPattern, DxLayerOrder, DxDimInBlock,
+    DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
 int DxUseByLayer;
 UtCString DxByLayerFile;
-int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxFillSegType;
+int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
 int DxKeepHatchPattern;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
@@ -43,8 +43,7 @@ DX_NAME DxFinishText;
 
 DX_NAME DxActLayer, DxActLt;
 int DxActColor;
-DX_NAME DxInsertLayer;
-int DxInsertSpace, DxByLayerColor;
+int DxByLayerColor;
 DX_NAME DxByLayerLt;
 int DxAttrPen, DxAttrFill;
 UtCString DxPatNames[6];
@@ -54,6 +53,9 @@ DxPairIndex DxPenToCadIndex(&DX_COLOR_PAIR::color);
 DxPairIndex DxFillToCadIndex(&DX_COLOR_PAIR::color);
 DxPairIndex DxFillToDxfIndex(&DX_COLOR_PAIR::pen);
 DxLtIndex DxLtToCadIndex;
+DxRecordIndex<DX_ATTR_PAIR, DX_NAME> DxAttrIndex(&DX_ATTR_PAIR::dxf);
+DxRecordIndex<DX_LAYER_PAIR, DX_NAME> DxLayerMapIndex(&DX_LAYER_PAIR::dxf);
+DxRecordIndex<DX_LAYER_PAIR, DxFixed<60>> DxHostLayerIndex(&DX_LAYER_PAIR::host);
 
 static void resetImportOptions() {
     DxAllLayers = 0;
@@ -62,6 +64,7 @@ static void resetImportOptions() {
     DxFillMode = 2;
     DxPdMode = 0;
     DxBlockToPattern = 0;
+    DxInsertAttr = 0;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;
     DxLayerOrder = DX_ORDER_NONE;
@@ -71,6 +74,7 @@ static void resetImportOptions() {
     DxFillContour = 1;
     DxUseUcs = 0;
     DxUseGeoref = 1;
+    DxPaperSize = DxClipImages = 0;
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxKeepHatchPattern = 0;
@@ -131,7 +135,10 @@ static void resetTables() {
     for (auto& texts : DxCharTexts) texts.clear();
     DxFonts.clear();
     DxAttrMap.clear();
+    DxAttrIndex.clear();
     DxLayerMap.clear();
+    DxLayerMapIndex.clear();
+    DxHostLayerIndex.clear();
     DxDefaultPen = -1;
     DxDefaultFill = -1;
     DxSpecialCadFont = -1;
@@ -144,8 +151,6 @@ static void resetRunningValues() {
     DxActLayer.assign("0");
     DxActLt.clear();
     DxActColor = 8;
-    DxInsertLayer.assign("0");
-    DxInsertSpace = 0;
     DxByLayerColor = 0;
     DxByLayerLt.clear();
     DxAttrPen = -1;

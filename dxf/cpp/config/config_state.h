@@ -61,6 +61,7 @@ extern int DxPdMode;                       ///< READ_PDMODE
 extern int DxExportView;                   ///< EXPORT_VIEW
 extern int DxDigits;                       ///< NO_KOMMA, DIGITS: decimals of all doubles written
 extern int DxBlockToPattern, DxBlockOrder; ///< READ_BLOCK
+extern int DxInsertAttr; ///< INSERT_ATTR: attributes of an INSERT have a pattern of their own
 extern int DxLayerToPattern, DxLayerOrder; ///< READ_LAYER
 extern int DxDimInBlock;                   ///< DIM_IN_BLOCK
 extern int DxWriteTol;                     ///< TOL
@@ -75,6 +76,8 @@ extern int DxViews;                        ///< VIEWS
 extern int DxFillContour;                  ///< FILL_CONTOUR
 extern int DxUseUcs;                       ///< USE_UCS
 extern int DxUseGeoref;                    ///< USE_GEOREF
+extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size of their paper
+extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
 extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file
@@ -123,8 +126,6 @@ extern DX_NAME DxFinishText;            ///< what the text ends with then, bytes
 extern DX_NAME DxActLayer;        ///< layer of the current entity
 extern DX_NAME DxActLt;           ///< line type of that layer
 extern int DxActColor;            ///< colour of that layer
-extern DX_NAME DxInsertLayer;     ///< layer of the innermost INSERT
-extern int DxInsertSpace;         ///< space of the outermost INSERT
 extern int DxByLayerColor;        ///< colour of the classification's layer, 0 when unset
 extern DX_NAME DxByLayerLt;       ///< line type of the classification's layer
 extern int DxAttrPen, DxAttrFill; ///< colour attribute of the current pattern, -1 if none
@@ -133,10 +134,13 @@ extern UtCString DxPatNames[6];
 extern int DxLastPen, DxLastLt; ///< what DxSetPenLt handed to the host last, -1 before the first time
 
 // ---- lookups over the mapping tables -----------------------------------------------------------------
-extern DxPairIndex DxPenToCadIndex;  ///< DxPenToCad by colour
-extern DxPairIndex DxFillToCadIndex; ///< DxFillToCad by colour
-extern DxPairIndex DxFillToDxfIndex; ///< DxFillToDxf by host fill
-extern DxLtIndex DxLtToCadIndex;     ///< DxLtToCad by name
+extern DxPairIndex DxPenToCadIndex;                                ///< DxPenToCad by colour
+extern DxPairIndex DxFillToCadIndex;                               ///< DxFillToCad by colour
+extern DxPairIndex DxFillToDxfIndex;                               ///< DxFillToDxf by host fill
+extern DxLtIndex DxLtToCadIndex;                                   ///< DxLtToCad by name
+extern DxRecordIndex<DX_ATTR_PAIR, DX_NAME> DxAttrIndex;           ///< DxAttrMap by DXF name
+extern DxRecordIndex<DX_LAYER_PAIR, DX_NAME> DxLayerMapIndex;      ///< DxLayerMap by DXF name
+extern DxRecordIndex<DX_LAYER_PAIR, DxFixed<60>> DxHostLayerIndex; ///< DxLayerMap by host name
 
 /// Start values of all of the above but DxUseInsBase.
 void DxResetConfigState();

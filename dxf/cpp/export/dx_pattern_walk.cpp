@@ -18,6 +18,7 @@
 #include "dx_write_blocks.h"
 #include "dx_write_images.h"
 #include "mt.h"
+#include "uo.h"
 
 int DxWriteMatrix(int ownerPat, Mat32 matrix) {
     MtIdentMat(matrix);
@@ -46,7 +47,7 @@ static int writeDimensions(int pat) {
 
 int DxWritePat(int pat) {
     showProgress();
-    int error = DxCiWritePatBitmap(pat);
+    int error = DxCiWritePatBitmap(pat, &DxBlockOpen);
     if (!error) error = DxWritePatHatch(pat, 0);
     if (!error) error = writeChains(pat);
     if (!error) error = DxWritePatArr(pat);
@@ -60,8 +61,27 @@ static int writeContent(int pat) {
     return error;
 }
 
+/// A copy of a block is written without its pattern's placement, where an INSERT can give that back.
+static int settleMatrixMode(int pat) {
+    DxBlockMatrixMode = 0;
+    if (!DxBlockCopies) return 0;
+    DX_PLACEMENT placement;
+    const int error = DxPlacementOfPattern(pat, placement);
+    DxBlockMatrixMode = !error && DxHoldsUntransformed(pat, placement);
+    return error == DX_ERR_ARGUMENT ? 0 : error;
+}
+
+/// The block of the INSERT whose attributes the pattern holds; empty for other patterns.
+static UtCString insertOf(int pat) {
+    UtCString block;
+    if (!DxInsertAttr || UoGetSingleAttr(pat, DX_INSERT_ATTRIBUTE, &block) != 0) return {};
+    return block;
+}
+
 static int writeAsBlock(int pat) {
-    DxBlockMatrixMode = DxBlockBufferWanted = DxBlockCopies;
+    DxBlockBufferWanted = DxBlockCopies;
+    if (const int error = settleMatrixMode(pat)) return error;
+    if (const UtCString block = insertOf(pat); !block.IsEmpty()) DxPatNames[DX_PAT_NAME] = block;
     DxCheckBlockname(DxPatNames[DX_PAT_NAME]);
     DxBlockOpen = 0;
     DxBlockLayer = "0";
@@ -97,7 +117,8 @@ int DxWriteBlockPass() {
             if (!error && DxWriteHatch == 2) error = DxWriteHatchBlock(pat);
         }
         if (!error)
-            error = DxPatternToBlock ? DxWritePattern(pat, DX_PATTERN_AS_BLOCK) : DxPlainPats.add(pat);
+            error = DxPatternToBlock || !insertOf(pat).IsEmpty() ? DxWritePattern(pat, DX_PATTERN_AS_BLOCK)
+                                                                 : DxPlainPats.add(pat);
     }
     return error == DX_ERR_NO_MORE ? 0 : error;
 }

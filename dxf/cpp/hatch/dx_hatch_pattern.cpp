@@ -6,7 +6,6 @@
 #include "../host/dx_host.h"
 #include "../host/dx_host_hatch.h"
 #include "../import/dx_transform.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
@@ -178,7 +177,7 @@ bool isSound(const DX_HATCH_DEF& def) {
 int keepPattern(const DX_HATCH_TYPE& rec, const std::vector<DX_HATCH_DEF>& defs, const Mat44 object) {
     const RPT along = vectorBy({1, 0}, object);
     OV_HATCH_PATTERN pattern;
-    pattern.name = DxHostText(rec.patternName.view());
+    pattern.name = rec.patternName.view();
     pattern.scale = rec.patternScale * std::hypot(along.x, along.y);
     pattern.angle = rec.patternAngle * radiansADegree + std::atan2(along.y, along.x);
     pattern.type = rec.patternType;
@@ -197,7 +196,7 @@ int DxSetHatchLook(const DX_HATCH_TYPE& rec, int pen, int transparency, const Ma
         if (!isSound(defs.back())) defs.pop_back();
     }
     const int error = DxSetHatchParams(pen, defs.data(), static_cast<int>(defs.size()), rec.solid,
-                                       DxHostText(rec.patternName.view()), transparency);
+                                       rec.patternName.view(), transparency);
     if (error || rec.solid || defs.empty() || !DxKeepHatchPattern) return error;
     return keepPattern(rec, defs, object);
 }

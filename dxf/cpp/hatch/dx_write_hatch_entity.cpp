@@ -72,7 +72,7 @@ int writeLoop(const std::vector<UO_ELEM>& elems, int flags, const Mat32 mat) {
 }
 
 int writeLine(const DX_HATCH_DEF& def) {
-    DxWriteDouble(53, UtRoundR(def.angle, 4));
+    DxWriteDouble(53, std::round(def.angle * 1e4) / 1e4);
     DxWriteDouble(43, def.base.x);
     DxWriteDouble(44, def.base.y);
     DxWriteDouble(45, def.offset.x);

@@ -39,16 +39,14 @@ int drawEntity(const DxEntityKind& kind, const DxEntityContext& context, DxEntit
     return error;
 }
 
-bool userStops() {
-    if (DxEntitiesLeft > 0 && --DxEntitiesLeft == 0) return true;
+bool isStopped() {
+    if (DxEntitiesLeft > 0 && --DxEntitiesLeft == 0) {
+        DxPassIsLong = 1;
+        return true;
+    }
     if (++DxAbortCount < entitiesBetweenAbortQuestions) return false;
     DxAbortCount = 0;
-    return UoCheckAbort(16) != 0;
-}
-
-/// Whether a name ends a run of entities. Blocks don't nest, and a section's end is theirs too.
-bool endsRun(std::string_view name, std::string_view end) {
-    return name == end || (end == "ENDBLK" && (name == "ENDSEC" || name == "BLOCK" || name == "EOF"));
+    return DxAskForStop();
 }
 
 DxEntityContext contextOf(const Mat44 m) {
@@ -66,13 +64,20 @@ int handleEntity(std::string_view name, const DxEntityContext& context) {
     if (tally && DxCountEntities) ++tally->read;
     if (kind && kind->run) {
         if (const int error = drawEntity(*kind, context, tally)) return error;
-    } else if (name == "REGION" && DxModus == 2 && !DxCheckPass) {
+    } else if (name == "REGION" && DxModus == 2 && !DxCheckPass && (DxCountEntities || DxBlockLevel > 0)) {
         ++DxRegionCount;
     }
-    return userStops() ? 9009 : 0;
+    return isStopped() ? 9009 : 0;
 }
 
 } // namespace
+
+bool DxAskForStop() {
+    constexpr int withinLoop = 16, enoughOfThisPass = 2;
+    const int answer = UoCheckAbort(withinLoop);
+    DxPassIsLong = answer == enoughOfThisPass;
+    return answer != 0;
+}
 
 void DxSetEntityKinds(std::span<const DxEntityKind> kinds) {
     DxKinds = kinds.data();
@@ -106,6 +111,10 @@ void DxCountPart(std::string_view name) {
     ++DxEntityParts[i].count;
 }
 
+bool DxEndsEntities(std::string_view name, std::string_view end) {
+    return name == end || (end == "ENDBLK" && (name == "ENDSEC" || name == "BLOCK" || name == "EOF"));
+}
+
 int DxDrawCAD(const char* end, const Mat44 m) {
     const DxEntityContext context = contextOf(m);
     const std::string_view endName(end);
@@ -114,7 +123,7 @@ int DxDrawCAD(const char* end, const Mat44 m) {
     for (;;) {
         if (const int error = DxReadPair(pair, 161, showPercent)) return error;
         if (pair.code != 0) continue;
-        if (endsRun(pair.text, endName)) return 0;
+        if (DxEndsEntities(pair.text, endName)) return 0;
         if (const int error = handleEntity(pair.text, context)) return error;
     }
 }
@@ -126,7 +135,7 @@ std::shared_ptr<const DxStoredEntities> DxStoreEntities(const char* end, std::si
     for (;;) {
         if (DxReadPair(pair)) return nullptr;
         if (pair.code != 0) continue;
-        if (endsRun(pair.text, endName)) return stored;
+        if (DxEndsEntities(pair.text, endName)) return stored;
         const DxEntityKind* kind = DxFindEntityKind(pair.text);
         if (!kind || (!kind->run && pair.text != "REGION")) continue; // regions are counted at each walk
         auto entity = kind->store ? kind->store() : nullptr;
@@ -141,7 +150,7 @@ int DxDrawStored(const DxStoredEntities& stored, const Mat44 m) {
     const DxEntityContext context = contextOf(m);
     for (const auto& entity : stored.entities) {
         if (const int error = entity->draw(context)) return error;
-        if (userStops()) return 9009;
+        if (isStopped()) return 9009;
     }
     return 0;
 }

@@ -1,12 +1,15 @@
 #include "dx_kinds.h"
 
+#include "../dimension/dx_dim_import.h"
 #include "../hatch/dx_hatch_import.h"
 #include "../text/dx_text_import.h"
 #include "dx_attributes.h"
+#include "dx_images.h"
 #include "dx_insert_import.h"
 #include "dx_linework_import.h"
 #include "dx_polyline_import.h"
 #include "dx_spline_import.h"
+#include "dx_views_import.h"
 
 #include <algorithm>
 #include <iterator>
@@ -25,6 +28,9 @@ std::size_t dxBytesBeside(const DX_INSERT_TYPE& insert) {
 std::size_t dxBytesBeside(const DX_POLYLINE_TYPE& polyline) {
     return polyline.vertices.capacity() * sizeof polyline.vertices[0] +
            polyline.styles.capacity() * sizeof polyline.styles[0];
+}
+std::size_t dxBytesBeside(const DX_DIM_TYPE& dim) {
+    return dim.styleOverride ? sizeof *dim.styleOverride : 0;
 }
 std::size_t dxBytesBeside(const DX_SPLINE_TYPE& spline) {
     return spline.knots.capacity() * sizeof spline.knots[0] +
@@ -57,18 +63,24 @@ constexpr DxEntityKind kinds[] = {
     dxSkippedKind("3DSOLID"),
     dxSkippedKind("ACAD_PROXY_ENTITY"),
     dxKind(       "ARC",                dxStage<DxReadArc>,      dxStage<DxDrawArc>,        dxNoStage),
+    dxKind(       "ARC_DIMENSION",      dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>,     dxNoStage),
     dxKind(       "ATTDEF",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttdef>,     dxNoStage),
     dxKind(       "ATTRIB",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttrib>,     dxNoStage),
     dxSkippedKind("BODY"),
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxNoStage),
+    dxKind(       "DIMENSION",          dxStage<DxReadDim>,      dxStage<DxDrawDim>,        dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
     dxKind(       "HATCH",              dxStage<DxReadHatch>,    dxStage<DxDrawHatchRow>,   dxNoStage),
+    dxKind(       "IMAGE",              dxStage<DxReadImage>,    dxStage<DxDrawImage>,      dxNoStage),
     dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
+    dxKind(       "LARGE_RADIAL_DIMENSION", dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>, dxNoStage),
     dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
     storedAsLwPolyline(
     dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),
     dxSkippedKind("MLINE"),
     dxKind(       "MTEXT",              dxStage<DxReadMtext>,    dxStage<DxDrawMtext>,      dxNoStage),
+    dxKind(       "OLE2FRAME",          dxStage<DxReadOleFrame>, dxStage<DxDrawOleFrame>,   dxNoStage),
+    dxKind(       "OLEFRAME",           dxStage<DxReadOleFrame>, dxStage<DxDrawOleFrame>,   dxNoStage),
     dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxNoStage),
     storedAsPolyline(
     dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),
@@ -80,6 +92,7 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "TEXT",               dxStage<DxReadText>,     dxStage<DxDrawTextEntity>, dxNoStage),
     dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
     dxKind(       "VERTEX",             dxStage<DxReadVertexRow>, dxStage<DxDrawVertex>,     dxNoStage),
+    dxKind(       "VIEWPORT",           dxStage<DxReadViewport>, dxStage<DxDrawViewport>,   dxNoStage),
 };
 // clang-format on
 

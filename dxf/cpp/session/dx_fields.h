@@ -129,13 +129,14 @@ consteval DxFieldTable<R, N> dxFields(const DxField<R> (&rows)[N]) {
 }
 
 /// Reads pairs into `record` up to the next group 0, which is handed back. A pair that the table doesn't know
-/// goes to `rest` (const DxPair&), which may keep what concerns it. 0 or the reader's error.
+/// goes to `rest` (const DxPair&), which may keep what concerns it. Values are cut to `maxLength` - 1 bytes.
+/// 0 or the reader's error.
 template <class R, std::size_t N, class Rest>
-int DxReadFields(R& record, const DxFieldTable<R, N>& fields, Rest&& rest) {
+int DxReadFields(R& record, const DxFieldTable<R, N>& fields, Rest&& rest, int maxLength = 161) {
     const bool showPercent = DxShowsPercent();
     DxPair pair;
     for (;;) {
-        if (const int error = DxReadPair(pair, 161, showPercent)) return error;
+        if (const int error = DxReadPair(pair, maxLength, showPercent)) return error;
         if (pair.code == 0) {
             DxUnGetLine();
             return 0;

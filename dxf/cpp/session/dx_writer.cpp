@@ -5,12 +5,13 @@
 #include "dx_codes.h"
 #include "dx_decimals.h"
 #include "dx_documents.h"
-#include "dx_encoding.h"
+#include "dx_unicode.h"
 #include "session_state.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <iterator>
 
 namespace {
@@ -65,27 +66,16 @@ int putPair(FILE* stream, int code, std::string_view value) {
     return DxWriteError();
 }
 
+/// The number as DxWriteSize has it. Gives the end.
+char* putSize(char* at, double value) {
+    constexpr int digits = 9;
+    const double smallest = 100 * std::pow(10.0, -DxDigits);
+    if (!(value > 0 && value < smallest)) return DxPutFixed(at, value, DxDigits);
+    return std::to_chars(at, at + DX_LONGEST_FIXED, value, std::chars_format::general, digits).ptr;
+}
+
 bool isPlainAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= 32 && c < 127; });
-}
-
-/// The next code point of well-formed UTF-8; a stray byte counts as U+FFFD.
-unsigned nextCodePoint(std::string_view s, std::size_t& i) {
-    const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
-    const unsigned first = byte(i++);
-    int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
-    if (first < 0x80) return first;
-    if (more == 0) return 0xFFFD;
-    unsigned value = first & (0x3FU >> more);
-    for (; more > 0 && i < s.size() && (byte(i) & 0xC0U) == 0x80U; --more)
-        value = value << 6 | (byte(i++) & 0x3FU);
-    return more == 0 ? value : 0xFFFD;
-}
-
-void addEscape(std::string& out, unsigned unit) {
-    static constexpr char HEX[] = "0123456789ABCDEF";
-    out += "\\U+";
-    for (int shift = 12; shift >= 0; shift -= 4) out += HEX[unit >> shift & 15U];
 }
 
 /// The bytes of the code page, or of its half that all have in common; what that lacks, and the control
@@ -93,9 +83,10 @@ void addEscape(std::string& out, unsigned unit) {
 std::string ansiText(std::string_view text, bool escapes, bool isAscii = false) {
     std::string out;
     for (std::size_t i = 0; i < text.size();) {
-        const unsigned c = nextCodePoint(text, i);
+        const char32_t c = DxNextChar(text, i);
         unsigned char byte = 0;
-        const bool isControl = escapes && c >= 28 && c <= 31;
+        // What stands for a byte that the code page doesn't have must not become that byte again.
+        const bool isControl = escapes && ((c >= 28 && c <= 31) || (c >= 0x80 && c <= 0x9F));
         if (c < 128 && !isControl) {
             out += static_cast<char>(c);
         } else if (!isControl && !isAscii && UtCUtf_Unicode2Ansi(c, DxCodePage, byte)) {
@@ -103,11 +94,8 @@ std::string ansiText(std::string_view text, bool escapes, bool isAscii = false) 
         } else if (!escapes) {
             out += '?';
             ++DxUnwrittenCounts[DX_UNWRITTEN_CHARACTER];
-        } else if (c > 0xFFFF) { // a surrogate pair
-            addEscape(out, 0xD800 + ((c - 0x10000) >> 10));
-            addEscape(out, 0xDC00 + ((c - 0x10000) & 0x3FF));
         } else {
-            addEscape(out, c);
+            DxAppendEscape(out, c);
         }
     }
     return out;
@@ -165,6 +153,15 @@ int DxWriteFileDouble(FILE* stream, int code, double value) {
     return DxWriteError();
 }
 
+int DxWriteSize(int code, double value) {
+    FILE* stream = currentStream();
+    char* at = putCode(DxSinkRoom(stream, LONGEST_CODE + DX_LONGEST_FIXED + 1), code);
+    at = putSize(at, value);
+    *at++ = '\n';
+    DxSinkTake(stream, at);
+    return DxWriteError();
+}
+
 int DxWriteDouble(int code, double value) {
     return DxWriteFileDouble(currentStream(), code, value);
 }
@@ -204,7 +201,12 @@ static bool isWrittenColor(int colour) {
     return colour != -9998 && colour != -1;
 }
 static int fileColor(int colour) {
-    return colour == -9999 ? 0 : colour;
+    return colour == -9999 ? 0 : DxEntityColor(colour);
+}
+
+int DxEntityColor(int colour) {
+    constexpr int byLayer = 256, white = 7;
+    return colour >= 0 && colour <= byLayer ? colour : white;
 }
 
 int DxWriteFileColor(FILE* stream, int colour) {
@@ -301,6 +303,12 @@ void DxPairRun::pairs(std::string_view bytes) {
 void DxPairRun::real(int code, double value) {
     reserve(LONGEST_NUMBER);
     at_ = DxPutFixed(putCode(at_, code), value, DxDigits);
+    *at_++ = '\n';
+}
+
+void DxPairRun::size(int code, double value) {
+    reserve(LONGEST_NUMBER);
+    at_ = putSize(putCode(at_, code), value);
     *at_++ = '\n';
 }
 

@@ -16,8 +16,6 @@ int DxReadText(DX_TEXT_TYPE* text);
 int DxReadMtext(DX_TEXT_TYPE* text);
 /// Start values of a record; `isMtext` as above.
 void DxInitText(DX_TEXT_TYPE* text, int isMtext);
-/// The text of a record from bytes of the file's code page, escapes and codes as they are.
-std::string DxTextFromFile(std::string_view bytes);
 
 // ---- drawing -----------------------------------------------------------------------------------------
 
@@ -48,6 +46,8 @@ void DxCharSpacingFactor(double charSpacing, double* dx);
 /// The way back: the character spacing of an MTEXT for a spacing of the host, -1 for none: characters side by
 /// side, or a spacing that the format doesn't have.
 double DxCharSpacingToDXF(double dx);
+/// Whether a line has letters that reach below it.
+bool DxReachesBelow(std::string_view text);
 /// How far that spacing moves a text to the left, relative to its height.
 double DxCharSpacingShift(double charSpacing);
 

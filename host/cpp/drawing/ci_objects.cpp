@@ -13,10 +13,11 @@ namespace {
 using CountOf = std::size_t (*)(const Pattern&);
 
 const Pattern* patternAt(const DsCsr& cursor) {
-    return callFails() ? nullptr : openDrawing().find(cursor.Get().patNo);
+    return openDrawing().find(cursor.Get().patNo);
 }
 
 int aim(DsCsr& cursor, int row, CountOf countOf) {
+    if (callFails()) return errorNoMemory;
     const Pattern* pattern = patternAt(cursor);
     if (!pattern || row < 0 || static_cast<std::size_t>(row) >= countOf(*pattern)) return errorNoSuchObject;
     cursor.Get().partNo = row;
@@ -24,6 +25,7 @@ int aim(DsCsr& cursor, int row, CountOf countOf) {
 }
 
 int countObjects(const DsCsr& cursor, long* count, CountOf countOf) {
+    if (callFails()) return errorNoMemory;
     const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
     *count = static_cast<long>(countOf(*pattern));
@@ -33,14 +35,8 @@ int countObjects(const DsCsr& cursor, long* count, CountOf countOf) {
 std::size_t hatches(const Pattern& p) {
     return p.hatches.size();
 }
-std::size_t dimensions(const Pattern& p) {
-    return p.dimensions.size();
-}
-std::size_t bitmaps(const Pattern& p) {
-    return p.bitmaps.size();
-}
-std::size_t arrows(const Pattern& /*p*/) {
-    return 0;
+std::size_t arrows(const Pattern& p) {
+    return p.arrows.size();
 }
 std::size_t bodies(const Pattern& p) {
     return p.faces.size() + p.solids.size() + p.curves.size();
@@ -60,13 +56,12 @@ std::size_t bodies(const Pattern& p) {
     }
 
 TORVA_OBJECT_WALK(CiHatch, hatches)
-TORVA_OBJECT_WALK(CiDim, dimensions)
 TORVA_OBJECT_WALK(CiArrow, arrows)
-TORVA_OBJECT_WALK(CiBitmap, bitmaps)
 TORVA_OBJECT_WALK(Ci3d, bodies)
 
 int Ci3d::DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts) {
-    Pattern* target = callFails() ? nullptr : openDrawing().find(pattern->Get().patNo);
+    if (callFails()) return errorNoMemory;
+    Pattern* target = openDrawing().find(pattern->Get().patNo);
     if (!target) return errorNoSuchObject;
     if (count < 2) return errorNotApplicable;
     *curve = static_cast<int>(target->curves.size());

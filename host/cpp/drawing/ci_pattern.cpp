@@ -6,6 +6,8 @@
 #include "drawing/extents.h"
 #include "drawing/host_state.h"
 #include "drawing/objects.h"
+#include "drawing/transform.h"
+#include "mt.h"
 #include "services/failure.h"
 #include "text/layout.h"
 
@@ -28,7 +30,8 @@ int CiPat::Add(DsCsr& cursor) {
 }
 
 static int aimAtNext(DsCsr& cursor, int number) {
-    const Pattern* next = callFails() ? nullptr : openDrawing().next(number);
+    if (callFails()) return errorNoMemory;
+    const Pattern* next = openDrawing().next(number);
     if (!next) return errorNoSuchObject;
     cursor.PutId(objectOf(next->number));
     return 0;
@@ -78,9 +81,10 @@ static std::pair<double, double> heightRange(const Pattern& pattern) {
 }
 
 int CiPat::GetBox(const DsCsr& cursor, RPT3* min, RPT3* max) {
-    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
-    const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing()));
+    const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing(), pattern->view));
     if (box.empty) return errorNoSuchObject;
     const auto [low, high] = heightRange(*pattern);
     const double back = 1 / contextFactor(contextId_);
@@ -95,6 +99,7 @@ int CiPat::DelElems(const DsCsr& cursor) {
     if (!pattern) return errorNoSuchObject;
     openDrawing().elementCount -= std::min(openDrawing().elementCount, pattern->elements.size());
     pattern->elements.clear();
+    pattern->elementAttributes.clear();
     pattern->splines.clear();
     return 0;
 }
@@ -105,8 +110,10 @@ static Pattern& addLike(const Pattern& original) {
     pattern.visible = original.visible;
     pattern.groupNumber = original.groupNumber;
     pattern.workId = original.workId;
+    pattern.view = original.view;
     pattern.ids = original.ids;
     pattern.attributes = original.attributes;
+    pattern.relation = original.relation;
     return pattern;
 }
 
@@ -123,6 +130,17 @@ int CiPat::SplitByHatchs(int /*mask*/, int /*a*/, int /*b*/) {
     return 0;
 }
 
+int CiPat::Trans(const DsCsr& cursor, const Mat44 matrix, int /*elements*/, int /*objects*/) {
+    Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (!pattern) return errorNoSuchObject;
+    Mat44 m;
+    Mt44Copy(matrix, m);
+    for (double& shift : m[3]) shift *= contextFactor(contextId_);
+    m[3][3] = 1;
+    transformPattern(openDrawing(), *pattern, m);
+    return 0;
+}
+
 int CiPat::ChgWork(const DsCsr& cursor, int workId) {
     if (callFails()) return errorNoMemory;
     Pattern* pattern = patternAt(cursor);
@@ -132,7 +150,8 @@ int CiPat::ChgWork(const DsCsr& cursor, int workId) {
 }
 
 int CiPat::GetWork(const DsCsr& cursor, int* workId) {
-    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
     *workId = pattern->workId;
     return 0;
@@ -167,6 +186,10 @@ int CiPat::AddElemsColLtAttrInfo(const DsCsr& cursor, int /*flags*/, int count, 
     return 0;
 }
 
-int CiPat::GetParent(const DsCsr& /*cursor*/, DsCsr& /*parent*/) {
-    return errorNoSuchObject; // patterns don't nest
+int CiPat::GetParent(const DsCsr& cursor, DsCsr& parent) {
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
+    if (!pattern || !openDrawing().find(pattern->relation.parent)) return errorNoSuchObject;
+    parent.PutId(objectOf(pattern->relation.parent));
+    return 0;
 }

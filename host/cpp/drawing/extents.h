@@ -11,5 +11,7 @@ Extents arcExtents(const RPT& from, const RPT& to, const RPT& centre, bool ccw);
 Extents chainExtents(const std::vector<Element>& chain, const std::vector<Spline>* splines);
 /// Box of all elements and objects of a pattern. `millimetresPerUnit`: on the sheet, for the size of texts.
 Extents patternExtents(const Pattern& pattern, double millimetresPerUnit);
+/// The same in the drawing's frame, for a pattern on a work plane too.
+Extents placedExtents(const Drawing& drawing, const Pattern& pattern);
 
 } // namespace host

@@ -13,22 +13,33 @@
 
 using namespace host;
 
-static int setScale(double scale) {
+static constexpr int smallestFormat = 6; // A5
+
+/// The sheet that is shown, null for the model.
+static View* shownSheet() {
+    return openDrawing().activeView == 0 ? nullptr : openDrawing().findView(openDrawing().activeView);
+}
+
+static int setScale(int format, double scale) {
     constexpr int errorScaleRange = 2030;
     constexpr int errorSheetTooSmall = 3012;
     if (!(scale >= 1e-8 && scale <= 1e8)) return errorScaleRange;
     Drawing& drawing = openDrawing();
-    const GeFormat sheet(drawing.format);
+    View* const shown = shownSheet();
+    int& ownFormat = shown ? shown->format : drawing.format;
+    if (format < 0 || format > smallestFormat) format = ownFormat;
+    const GeFormat sheet(format);
     const double side = std::min(sheet.width(), sheet.height()) / scale / unitInMm(drawing);
     if (side < drawingTolerance(drawing)) return errorSheetTooSmall;
-    drawing.scale = scale;
+    ownFormat = format;
+    (shown ? shown->scale : drawing.scale) = scale;
     return 0;
 }
 
 int ovform(int mode, int* format, double* scale, int* unit) {
     if (callFails()) return errorNotApplicable;
     Drawing& drawing = openDrawing();
-    if (mode == 7) return setScale(*scale);
+    if (mode == 7) return setScale(format ? *format : drawing.format, *scale);
     if (mode == 8) {
         if (GeUnit(*unit).factor() <= 0) return errorNotApplicable;
         drawing.changeUnit(*unit);
@@ -36,8 +47,9 @@ int ovform(int mode, int* format, double* scale, int* unit) {
         return 0;
     }
     if (mode != 5) return errorNotApplicable;
-    *format = drawing.format;
-    *scale = drawing.scale;
+    const View* const shown = shownSheet();
+    *format = shown ? shown->format : drawing.format;
+    *scale = drawing.viewScale(drawing.activeView);
     *unit = drawing.unit;
     return 0;
 }
@@ -45,7 +57,7 @@ int ovform(int mode, int* format, double* scale, int* unit) {
 int ovconv(int unitCode, int mode, double value, double* result) {
     if (callFails()) return errorNotApplicable;
     if (unitCode != 100 || mode != 3) return errorNotApplicable;
-    *result = value * unitInMm(openDrawing()) * openDrawing().scale;
+    *result = value * unitInMm(openDrawing()) * openDrawing().viewScale(openDrawing().activeView);
     return 0;
 }
 

@@ -48,6 +48,15 @@ public:
             (*this)(lines.d2);
         }
     }
+    void operator()(Dimension& dimension) const {
+        for (RPT3& p : dimension.points) { // z says what the point is
+            (*this)(p.x);
+            (*this)(p.y);
+        }
+        for (RPT& p : dimension.refs) (*this)(p);
+        (*this)(dimension.textPos);
+        (*this)(dimension.lines);
+    }
     void operator()(Pattern& pattern) const;
 
 private:
@@ -56,6 +65,8 @@ private:
 
 void Rescale::operator()(Pattern& pattern) const {
     (*this)(pattern.elements);
+    (*this)(pattern.relation.placement.tx);
+    (*this)(pattern.relation.placement.ty);
     for (Spline& spline : pattern.splines)
         for (RPT& p : spline.points) (*this)(p);
     for (Hatch& hatch : pattern.hatches) (*this)(hatch);
@@ -65,12 +76,16 @@ void Rescale::operator()(Pattern& pattern) const {
         (*this)(text.z);
         (*this)(text.lineLength);
     }
+    for (Arrow& arrow : pattern.arrows) (*this)(arrow.lines);
+    for (Dimension& dimension : pattern.dimensions) (*this)(dimension);
     for (Face& face : pattern.faces)
         for (RPT3& p : face.points) (*this)(p);
     for (Curve& curve : pattern.curves)
         for (RPT3& p : curve.points) (*this)(p);
     for (PointCloud& cloud : pattern.pointClouds)
         for (RPT3& p : cloud.points) (*this)(p);
+    for (Bitmap& bitmap : pattern.bitmaps)
+        for (RPT3* p : {&bitmap.origin, &bitmap.u, &bitmap.v}) (*this)(*p);
 }
 
 } // namespace
@@ -86,6 +101,10 @@ void Drawing::changeUnit(int newUnit) {
         rescale(plane.b);
         rescale(plane.c);
     }
+    for (ViewInsert& insert : viewInserts) rescale(insert.place);
+    rescale(geoReference.point);
+    rescale(geoReference.x);
+    rescale(geoReference.y);
     unit = newUnit;
 }
 

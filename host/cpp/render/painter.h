@@ -1,7 +1,9 @@
 // Draws the objects of a drawing into a picture.
 #pragma once
 
+#include "dimension/dim_drawing.h"
 #include "render/device_path.h"
+#include "render/picture_cache.h"
 #include "render/style.h"
 #include "render/text.h"
 
@@ -11,19 +13,22 @@ namespace host {
 
 class Painter {
 public:
-    Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark);
+    Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark, PictureCache& pictures);
 
+    void drawBitmaps(const Pattern& pattern);
     void drawHatches(const Pattern& pattern);
     void drawElements(const Pattern& pattern);
     void drawFaces(const Pattern& pattern);
     void drawCurves(const Pattern& pattern);
-    void drawPoints(const Pattern& pattern); ///< point clouds
+    void drawPoints(const Pattern& pattern);     ///< point clouds
+    void drawDimensions(const Pattern& pattern); ///< and arrows
     void drawTexts(const Pattern& pattern);
 
 private:
     void usePen(int pen, int lineType);
     void strokePending();
     void dot(const RPT& at);
+    void drawLines(const DimDrawing& drawing);
     void drawElement(const Pattern& pattern, const Element& element);
     Bezier mapBezier(const Bezier& b) const;
     void drawArc(const Element& element);
@@ -31,12 +36,14 @@ private:
     void addLines(int pen, const std::vector<RPT3>& points, bool isClosed);
     void addContour(FillPath& path, const Contour& contour) const;
     void fillArea(const FillPath& path, const Hatch& hatch);
+    void drawBitmap(const Bitmap& bitmap);
     void drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family);
 
     cairo_t* cairo_;
     const Drawing& drawing_;
     const Frame& frame_;
     bool dark_;
+    PictureCache& pictures_;
     StrokePath path_;
     RPT at_{0, 0}; ///< where the plot stands, drawing coordinates
     int pen_ = -1, lineType_ = -1;

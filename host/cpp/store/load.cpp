@@ -1,5 +1,6 @@
 #include "store/store.h"
 
+#include "store/sheet_tables.h"
 #include "store/table_reader.h"
 
 #include <cerrno>
@@ -42,11 +43,15 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     drawing.lastNumber = head.lastNumber;
     drawing.activeNumber = drawing.find(head.activeNumber) ? head.activeNumber : 0;
     readPatternLists(db, drawing, &Pattern::attributes);
+    if (hasTable<ElementAttribute>(version)) readPatternLists(db, drawing, &Pattern::elementAttributes);
+    if (hasTable<Relation>(version))
+        readRows<Relation>(
+            db, [&](const Keys<Relation>& key) -> Relation& { return ownerOf(drawing, key[0]).relation; });
     readPatternLists(db, drawing, &Pattern::splines);
     readPatternLists(db, drawing, &Pattern::hatches);
     readPatternLists(db, drawing, &Pattern::texts);
-    readPatternLists(db, drawing, &Pattern::dimensions);
-    readPatternLists(db, drawing, &Pattern::bitmaps);
+    if (hasTable<Arrow>(version)) readPatternLists(db, drawing, &Pattern::arrows);
+    if (hasTable<Dimension>(version)) readPatternLists(db, drawing, &Pattern::dimensions);
     readPatternLists(db, drawing, &Pattern::faces);
     if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
     readPatternLists(db, drawing, &Pattern::pointClouds);
@@ -144,6 +149,7 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     const std::int64_t version = checkFile(db);
     readPatterns(db, version, readHead(db, drawing), drawing);
     readTables(db, version, drawing);
+    readSheets(db, version, drawing);
     checkElements(drawing);
     drawing.recount();
     db.close();

@@ -4,6 +4,8 @@
 
 #include "store/hatch_rows.h"
 #include "store/packing.h"
+#include "store/pattern_rows.h"
+#include "store/sheet_rows.h"
 
 #include <array>
 #include <string>
@@ -13,8 +15,7 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion =
-    4; ///< PRAGMA user_version; 2 has curves, 3 text_states, 4 hatch lines
+inline constexpr int kDrawingFileVersion = 4;     ///< PRAGMA user_version; each Row says since which
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -159,14 +160,6 @@ struct DataRow {
     }
 };
 template <>
-struct Row<Dimension> : DataRow<Dimension> {
-    static constexpr const char* table = "dimensions";
-};
-template <>
-struct Row<Bitmap> : DataRow<Bitmap> {
-    static constexpr const char* table = "bitmaps";
-};
-template <>
 struct Row<Solid> : DataRow<Solid> {
     static constexpr const char* table = "solids";
 };
@@ -286,15 +279,23 @@ struct Row<ImportedPattern> {
     }
 };
 
+} // namespace host
+
+#include "store/dimension_rows.h"
+
+namespace host {
+
 /// All records, each with a table: `Holder<A>, Holder<B>, …` in a tuple.
 template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<HatchLines>, Holder<HatchGradient>,
-               Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
-               Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
-               Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>,
-               Holder<NamedTextState>, Holder<ImportedPattern>>;
+               Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
+               Holder<Dimension>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>,
+               Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>,
+               Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>, Holder<Relation>,
+               Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>, Holder<ViewInsert>,
+               Holder<SheetPattern>, Holder<GeoReference>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

@@ -1,6 +1,7 @@
 #include "store/store.h"
 
 #include "store/replace.h"
+#include "store/sheet_tables.h"
 #include "store/table_writer.h"
 
 namespace host {
@@ -8,11 +9,13 @@ namespace host {
 static void putPattern(Tables& tables, const Pattern& pattern) {
     tables.of<Pattern>().put({pattern.number}, pattern);
     putList(tables, pattern.number, pattern.attributes);
+    putList(tables, pattern.number, pattern.elementAttributes);
+    if (pattern.relation != Relation{}) tables.of<Relation>().put({pattern.number}, pattern.relation);
     putList(tables, pattern.number, pattern.splines);
     putList(tables, pattern.number, pattern.hatches);
     putList(tables, pattern.number, pattern.texts);
+    putList(tables, pattern.number, pattern.arrows);
     putList(tables, pattern.number, pattern.dimensions);
-    putList(tables, pattern.number, pattern.bitmaps);
     putList(tables, pattern.number, pattern.faces);
     putList(tables, pattern.number, pattern.curves);
     putList(tables, pattern.number, pattern.pointClouds);
@@ -58,6 +61,7 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     for (const auto& [id, plane] : drawing.workPlanes) tables.of<WorkPlane>().put({id}, plane);
     for (const auto& [number, lineType] : drawing.lineTypes) tables.of<LineType>().put({number}, lineType);
     for (const auto& [number, color] : drawing.pens) tables.of<Rgb>().put({number}, color);
+    writeSheets(tables, drawing);
 }
 
 static void writeDatabase(const Drawing& drawing, const std::string& path) {

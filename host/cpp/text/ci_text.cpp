@@ -1,6 +1,7 @@
 // CiText: the texts of patterns by cursor.
 #include "ci_text.h"
 
+#include "dimension/dim_text.h"
 #include "drawing/context.h"
 #include "drawing/host_state.h"
 #include "services/failure.h"
@@ -93,6 +94,7 @@ int CiText::GetDimType(const DsCsr& cursor, int* type) {
 static void removeText(Pattern& pattern, int row) {
     pattern.texts.erase(pattern.texts.begin() + row);
     --openDrawing().elementCount;
+    forgetTextRow(pattern, row);
 }
 
 int CiText::Del(const DsCsr& cursor) {
@@ -147,7 +149,8 @@ bool OsUserIsSpecialChar(unsigned char byte) {
 }
 
 int CiText::First(DsCsr& cursor) {
-    const Pattern* pattern = callFails() ? nullptr : patternOf(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternOf(cursor);
     if (!pattern || pattern->texts.empty()) return errorNoSuchObject;
     cursor.Get().elRow = 0;
     cursor.Get().vertNo = 0;
@@ -156,7 +159,8 @@ int CiText::First(DsCsr& cursor) {
 }
 
 int CiText::Count(const DsCsr& pattern, long* count) {
-    const Pattern* found = callFails() ? nullptr : patternOf(pattern);
+    if (callFails()) return errorNoMemory;
+    const Pattern* found = patternOf(pattern);
     if (!found) return errorNoSuchObject;
     *count = static_cast<long>(found->texts.size());
     return 0;
