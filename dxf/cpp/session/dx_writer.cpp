@@ -41,7 +41,7 @@ char* putCode(char* at, int code) {
         const auto& line = CODE_LINES[static_cast<unsigned>(code)];
         return std::copy(line.begin(), line.end(), at);
     }
-    at = std::to_chars(at, at + LONGEST_CODE, code).ptr; // three columns or more
+    at = std::to_chars(at, at + LONGEST_CODE - 1, code).ptr; // three columns or more, and the line feed
     *at++ = '\n';
     return at;
 }
