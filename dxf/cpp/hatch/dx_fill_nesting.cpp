@@ -36,10 +36,9 @@ bool overlaps(const Contour& a, const Contour& b, double t) {
 bool enclosesSomething(int pat) {
     UO_ELEM e{};
     e.patNo = pat;
-    int code = DX_ELEM_FIRST, draws = 0;
+    int draws = 0;
     bool hasArc = false;
-    int error = ovelem(&code, &e);
-    for (code = DX_ELEM_NEXT; !error; error = ovelem(&code, &e)) {
+    for (int end = Dxovelem(DX_ELEM_FIRST, &e); !end; end = Dxovelem(DX_ELEM_NEXT, &e)) {
         draws += e.type == 1;
         hasArc = hasArc || e.type == 3 || e.type == 4;
     }
@@ -178,8 +177,7 @@ private:
         if (outsideEmpty) return Relation::Inside;
         UO_ELEM e{};
         e.patNo = parts.outside();
-        int code = DX_ELEM_FIRST;
-        if (ovelem(&code, &e) == 0) *where = e.end;
+        if (Dxovelem(DX_ELEM_FIRST, &e) == 0) *where = e.end;
         return Relation::Crossing;
     }
 

@@ -201,7 +201,9 @@ int makeHatch(const DX_HATCH_TYPE& rec, int pen, const Frames& frames, DxHatchCh
         if (!DxFillContour) DxEntityDrawn = 0;
         return 0;
     }
-    return error ? error : DxNewElement(1);
+    if (error) return error;
+    DxEntityDrawn = 1;
+    return DxNewElement(1);
 }
 
 } // namespace

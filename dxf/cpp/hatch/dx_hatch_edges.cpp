@@ -14,9 +14,8 @@ constexpr double radiansADegree = fullTurn / 360;
 
 /// Parameter of the point of an ellipse that is seen from its centre at `angle`.
 double parameterOf(double angle, double ratio) {
-    const double a = std::fmod(std::fmod(angle, fullTurn) + fullTurn, fullTurn);
-    const double t = std::atan(std::tan(a) / ratio);
-    return a > quarterTurn && a < 3 * quarterTurn ? t + fullTurn / 2 : t;
+    const double t = std::atan2(std::sin(angle), std::cos(angle) * ratio);
+    return t < -quarterTurn ? t + fullTurn : t;
 }
 
 RPT onEllipse(const DX_HATCH_EDGE& e, double angle) {

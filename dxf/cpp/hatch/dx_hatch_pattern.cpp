@@ -189,25 +189,35 @@ int keepPattern(const DX_HATCH_TYPE& rec, const std::vector<DX_HATCH_DEF>& defs,
 
 } // namespace
 
+/// Hatches to come have these rows, or the standard hatch. Whether they fold.
+static bool setLines(int pen, const DX_HATCH_DEF* defs, int count, int transparency, int* error) {
+    Folding folding;
+    const bool folds = folding.fold(defs, count);
+    *error = setFamilies(pen, folds ? &folding : nullptr, transparency);
+    return folds;
+}
+
 int DxSetHatchLook(const DX_HATCH_TYPE& rec, int pen, int transparency, const Mat44 object) {
     std::vector<DX_HATCH_DEF> defs;
     for (const DX_HATCH_DEF& def : rec.defs) {
         defs.push_back(place(def, rec.elevation.z, object));
         if (!isSound(defs.back())) defs.pop_back();
     }
-    const int error = DxSetHatchParams(pen, defs.data(), static_cast<int>(defs.size()), rec.solid,
-                                       rec.patternName.view(), transparency);
-    if (error || rec.solid || defs.empty() || !DxKeepHatchPattern) return error;
-    return keepPattern(rec, defs, object);
+    const auto count = static_cast<int>(defs.size());
+    const bool keeps = DxKeepHatchPattern && !rec.solid && !defs.empty();
+    if (!keeps)
+        return DxSetHatchParams(pen, defs.data(), count, rec.solid, rec.patternName.view(), transparency);
+    int error = 0;
+    setLines(pen, defs.data(), count, transparency, &error);
+    return error ? error : keepPattern(rec, defs, object);
 }
 
 int DxSetHatchParams(int pen, const DX_HATCH_DEF* defs, int defCount, int solid, const UtCString& name,
                      int transparency) {
     if (solid) return setFill(pen, transparency);
-    Folding folding;
-    const bool folds = folding.fold(defs, defCount);
-    if (!folds) DxProtoMsg(DxMsg(5752, name.c_str()), 1);
-    return setFamilies(pen, folds ? &folding : nullptr, transparency);
+    int error = 0;
+    if (!setLines(pen, defs, defCount, transparency, &error)) DxProtoMsg(DxMsg(5752, name.c_str()), 1);
+    return error;
 }
 
 // ---- gradients -----------------------------------------------------------------------------------------

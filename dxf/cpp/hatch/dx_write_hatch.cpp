@@ -168,9 +168,8 @@ int writeEntities(Outgoing& out, int pat, const Mat32 mat) {
 int writePlainLines(const Outgoing& out, const Mat32 mat) {
     UO_ELEM e{};
     e.patNo = out.linesPat;
-    int code = DX_ELEM_FIRST;
     int error = Dxovelem(DX_ELEM_FIRST, &e);
-    for (code = DX_ELEM_NEXT; !error; error = Dxovelem(static_cast<DX_ELEM_STEP>(code), &e)) {
+    for (; !error; error = Dxovelem(DX_ELEM_NEXT, &e)) {
         const int pen = DxColAttr && DxHatchColor ? DxHatchColor : e.pen;
         int written = 0;
         if (e.type == 1)

@@ -69,4 +69,23 @@ bool isStandardHatch(const Hatch& hatch) {
            hatch.lines[0].c2 == 0 && hatch.lines[0].d1 == hatch.lines[0].d2;
 }
 
+static void count(const Hatch& hatch, HatchCounts& counts) {
+    if (!hatch.gradient.empty())
+        ++counts.gradients;
+    else if (hatch.solid)
+        ++counts.fills;
+    else
+        ++(isStandardHatch(hatch) ? counts.standard : counts.families);
+    if (!hatch.solid && !hatch.families.empty()) ++counts.kept;
+}
+
+HatchCounts countHatches(const Drawing& drawing) {
+    HatchCounts counts;
+    for (const Pattern& pattern : drawing.patterns) {
+        if (pattern.number == 0 || pattern.scratch) continue;
+        for (const Hatch& hatch : pattern.hatches) count(hatch, counts);
+    }
+    return counts;
+}
+
 } // namespace host
