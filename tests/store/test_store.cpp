@@ -275,7 +275,8 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
     ASSERT_EQ(saveDrawing(saved, path), "");
     sql("DROP TABLE curves; DROP TABLE text_states; DROP TABLE pattern_relations;"
         "DROP TABLE element_attributes; DROP TABLE arrows; DROP TABLE pictures; DROP TABLE view_details;"
-        "DROP TABLE view_inserts; DROP TABLE sheet_patterns; DROP TABLE georeference; PRAGMA user_version = "
+        "DROP TABLE view_inserts; DROP TABLE sheet_patterns; DROP TABLE georeference; DROP TABLE hatch_lines;"
+        "DROP TABLE hatch_gradients; DROP TABLE hatch_sources; DROP TABLE hatch_backs; PRAGMA user_version = "
         "1");
     Drawing d;
     ASSERT_EQ(loadDrawing(d, path), "");
@@ -286,6 +287,10 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
         expected.dimensions.clear();
         expected.bitmaps.clear();
         expected.relation = {};
+        for (Hatch& hatch : expected.hatches) {
+            hatch.lines.clear(), hatch.gradient.clear(), hatch.source.clear();
+            hatch.backPen = 0;
+        }
         expected.elementAttributes.clear();
         expectSame(*d.find(number), expected);
     }
