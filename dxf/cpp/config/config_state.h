@@ -81,6 +81,7 @@ extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is
 extern int DxFullGroups;                   ///< FULL_GROUPS: groups at their default are written
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
+extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
 extern int DxWriteTxtOrg;                  ///< WRITE_TXT_ORG
 extern int DxWriteHatch;                   ///< WRITE_HATCH
