@@ -185,8 +185,9 @@ TEST(Report, JsonIsOneObjectALine) {
     DxfFile content = validFile(15).set("TEXT", 1, "\x81\x02").put("CIRCLE", DxfGroups(50, {85, "\xFF"}));
     std::ostringstream out;
     printJson(validateText(content.text()), out);
-    EXPECT_EQ(std::count(out.str().begin(), out.str().end(), '\n'), 1);
-    const auto json = nlohmann::json::parse(out.str());
+    const std::string text = out.str();
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
+    const auto json = nlohmann::json::parse(text);
     EXPECT_EQ(json["version"], "AC1015");
     EXPECT_EQ(json["counts"]["126"], 50);
     EXPECT_EQ(json["truncated"], true);

@@ -88,6 +88,16 @@ void closeAll(Document& document, Log& log) {
 
 // --- blocks and their records
 
+/// An ENDBLK that was added when its version wasn't known yet has a layer only.
+void completeEnds(Document& document) {
+    for (Block& block : document.blocks) {
+        Record& end = block.end;
+        if (end.line() != 0 || end.pairs.size() != 2) continue;
+        end.insert(1, {100, "AcDbEntity"});
+        end.pairs.push_back({100, "AcDbBlockEnd"});
+    }
+}
+
 bool isPaper(std::string_view name) {
     return upperCase(name).rfind("*PAPER_SPACE", 0) == 0;
 }
@@ -136,6 +146,18 @@ void mendSecondNames(Document& document, Log& log) {
     }
 }
 
+void addBasePoints(Document& document, Log& log) {
+    for (Block& block : document.blocks) {
+        if (block.begin.find(10)) continue;
+        log.add(Rule::MissingGroup, block.begin, Section::Blocks, "the block ", inQuotes(block.name()),
+                " gets its base point");
+        Pair* flags = block.begin.find(70);
+        size_t at =
+            flags ? static_cast<size_t>(flags - block.begin.pairs.data()) + 1 : block.begin.extendedStart();
+        for (const int code : {10, 20, 30}) block.begin.insert(at++, {code, "0.0"});
+    }
+}
+
 /// The entities of the model and of the active paper stand in ENTITIES.
 void emptySpaceBlocks(Document& document, Log& log) {
     for (Block& block : document.blocks) {
@@ -163,7 +185,9 @@ void mendBlocks(Document& document, Log& log) {
     document.hasEntities = true;
     closeAll(document, log);
     mendSecondNames(document, log);
+    addBasePoints(document, log);
     if (!document.atLeast(Version::R13)) return;
+    completeEnds(document);
     addSpaces(document, log);
     pairRecords(document, log);
     emptySpaceBlocks(document, log);

@@ -43,6 +43,11 @@ public:
             log_.addAt(Rule::MissingSection, 0, Section::None, "the section OBJECTS is added");
         document_.hasObjects = true;
         findRoot();
+        if (document_.atLeast(Version::R2000) && !root().ownerPair()) {
+            log_.add(Rule::MissingOwner, root(), Section::Objects,
+                     "the owner of the root dictionary becomes 0");
+            root().insert(root().bodyStart(), {330, "0"});
+        }
         document_.forEachRecord([&](const Record& record, Section) { handles_.insert(record.handle()); });
         for (Record& object : document_.objects)
             if (isDictionary(object)) mendEntries(object);
@@ -254,10 +259,13 @@ private:
 
     /// Strict readers refuse a layer without its plot style.
     void mendPlotStyles() {
+        std::unordered_set<uint64_t> styles;
+        for (const Record& object : document_.objects)
+            if (object.kind() == "ACDBPLACEHOLDER") styles.insert(object.handle());
         for (Record& layer : document_.table("LAYER")->records) {
             Pair* plot = layer.find(390);
             const uint64_t said = plot ? validate::readHandle(plot->value).value_or(0) : 0;
-            if (said != 0 && handles_.count(said)) continue;
+            if (said != 0 && styles.count(said)) continue;
             if (plotStyle_ == 0) plotStyle_ = placeholder();
             if (layer.line() != 0)
                 log_.add(plot ? Rule::LostHard : Rule::MissingGroup, layer, Section::Tables, "the layer ",

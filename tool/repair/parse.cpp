@@ -256,13 +256,21 @@ private:
     std::vector<Record> inside_{};
 };
 
+/// Whether entities have subclass markers, as they do since R13.
+bool hasMarkers(const Document& document) {
+    const auto marked = [](const Record& record) { return record.find(100) != nullptr; };
+    return std::any_of(document.entities.begin(), document.entities.end(), marked);
+}
+
+/// A file that names no version counts as R12, unless its entities show that it is younger.
 Version versionOf(Document& document) {
     const Variable* variable = document.variable("$ACADVER");
-    const std::string_view text =
-        variable && !variable->values.empty() ? trimmed(variable->values[0].value) : "";
+    const bool isNamed = variable && !variable->values.empty();
+    if (!isNamed) return hasMarkers(document) ? Version::R2000 : Version::R12;
+    const std::string_view text = trimmed(variable->values[0].value);
     for (const VersionName& known : kVersions)
         if (known.text == text) return known.version;
-    return text > "AC1032" ? validate::kLast : text.empty() ? Version::R12 : Version::Old;
+    return text > "AC1032" ? validate::kLast : Version::Old;
 }
 
 /// Sections of other versions are refused by strict readers of this one.

@@ -341,7 +341,7 @@ static Report checkBinary(std::string_view bytes, const Selection& selection) {
         finding.byte = binary.byteOf(finding.line);
         finding.line = 0;
     }
-    if (binary.damage.empty()) return report;
+    if (binary.damage.empty() || report.counts.count(static_cast<int>(Rule::NotText))) return report;
     Findings damage(selection);
     damage.add(Rule::HalfPair, {1}, binary.damage);
     Report more;
