@@ -74,7 +74,7 @@ TEST_F(Validate, ShowsWhatIsAskedFor) {
     dir.write("unwise.dxf", kUnwise);
     EXPECT_THAT(run("validate faulty.dxf").out, AllOf(HasSubstr("error 206:"), HasSubstr("warning 401:")));
     EXPECT_THAT(run("validate faulty.dxf --level error").out,
-                AllOf(HasSubstr("error 206:"), Not(HasSubstr("401:")), HasSubstr("2 warnings")));
+                AllOf(HasSubstr("error 206:"), Not(HasSubstr("401:")), HasSubstr("1 warning")));
     EXPECT_THAT(run("validate faulty.dxf --rule 401").out,
                 AllOf(HasSubstr("warning 401:"), Not(HasSubstr("206:")), HasSubstr("0 errors, 1 warning")));
     EXPECT_EQ(run("validate -q unwise.dxf").out, "");
@@ -89,4 +89,38 @@ TEST_F(Validate, FolderHoldsAReportOfEachFile) {
     EXPECT_EQ(outcome.out, "");
     EXPECT_EQ(json::parse(dir.read("reports/faulty.dxf.json"))["counts"]["206"], 1);
     EXPECT_EQ(json::parse(dir.read("reports/unwise.dxf.json"))["errors"], 0);
+}
+
+TEST_F(Validate, RepairWritesAnotherFileAndTellsWhatItDid) {
+    dir.write("faulty.dxf", kFaulty);
+    dir.write("unwise.dxf", kUnwise);
+    const Outcome mended = run("validate unwise.dxf --repair new.dxf");
+    EXPECT_EQ(mended.status, 0);
+    EXPECT_THAT(mended.out,
+                AllOf(HasSubstr("unwise.dxf:7: mended 401: the layer \"WALLS\" is added [ENTITIES]\n"),
+                      HasSubstr("unwise.dxf: 1 mended\n"),
+                      HasSubstr("new.dxf: no version, 0 errors, 0 warnings")));
+    EXPECT_EQ(run("validate --strict new.dxf").status, 0);
+    const Outcome stays = run("validate faulty.dxf --repair new.dxf");
+    EXPECT_EQ(stays.status, 1) << "no radius is guessed";
+    EXPECT_THAT(stays.out, HasSubstr("new.dxf:"));
+    const Outcome both = run("validate faulty.dxf unwise.dxf --repair -d folder");
+    EXPECT_EQ(both.status, 1);
+    EXPECT_EQ(run("validate --strict folder/unwise.dxf").status, 0);
+    EXPECT_THAT(run("validate unwise.dxf -q --repair -").out, HasSubstr("WALLS"));
+}
+
+TEST_F(Validate, RepairNeverWritesOverItsInput) {
+    dir.write("unwise.dxf", kUnwise);
+    std::filesystem::create_hard_link(dir.file("unwise.dxf"), dir.file("link.dxf"));
+    dir.write("picture.dxf", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16));
+    dir.write("sub/unwise.dxf", kUnwise);
+    for (const char* arguments : {"unwise.dxf --repair unwise.dxf", "unwise.dxf --repair link.dxf",
+                                  "unwise.dxf --repair -d .", "unwise.dxf --repair new.tdw",
+                                  "unwise.dxf sub/unwise.dxf --repair -d folder", "unwise.dxf --repair"})
+        EXPECT_EQ(run(std::string("validate ") + arguments).status, 2) << arguments;
+    EXPECT_EQ(run("validate picture.dxf --repair new.dxf").status, 1);
+    EXPECT_FALSE(std::filesystem::exists(dir.file("new.dxf")));
+    EXPECT_EQ(dir.read("unwise.dxf"), kUnwise);
+    EXPECT_EQ(run("validate unwise.dxf --repair none/new.dxf").status, 1);
 }
