@@ -46,6 +46,8 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["dimensions"] = counts.dimensions;
     info["bitmaps"] = counts.bitmaps;
     info["faces"] = counts.faces;
+    info["facets"] = counts.facets;
+    info["curves3d"] = counts.curves3d;
     info["pointclouds"] = counts.pointClouds;
     info["solids"] = counts.solids;
     info["views"] = counts.views;
@@ -80,7 +82,7 @@ static void printInfo(const Json& info) {
         std::cout << "  extents " << info["extents"].dump() << '\n';
     printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
     printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
-    printNumbers(info, {"faces", "pointclouds", "solids", "views"});
+    printNumbers(info, {"faces", "facets", "curves3d", "pointclouds", "solids", "views"});
     for (const auto& [name, count] : info["entities"].items())
         std::cout << "  " << std::left << std::setw(20) << name << " read " << count["read"] << ", drawn "
                   << count["drawn"] << ", skipped " << count["skipped"] << '\n';

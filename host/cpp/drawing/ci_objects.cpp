@@ -1,10 +1,8 @@
 // The objects beside the elements of a pattern.
 #include "ci_objects.h"
 
-#include "drawing/context.h"
 #include "drawing/host_state.h"
 #include "services/failure.h"
-#include "services/session.h"
 
 using namespace host;
 
@@ -42,9 +40,6 @@ std::size_t bitmaps(const Pattern& p) {
 std::size_t arrows(const Pattern& /*p*/) {
     return 0;
 }
-std::size_t bodies(const Pattern& p) {
-    return p.faces.size() + p.solids.size() + p.curves.size();
-}
 
 } // namespace
 
@@ -63,18 +58,3 @@ TORVA_OBJECT_WALK(CiHatch, hatches)
 TORVA_OBJECT_WALK(CiDim, dimensions)
 TORVA_OBJECT_WALK(CiArrow, arrows)
 TORVA_OBJECT_WALK(CiBitmap, bitmaps)
-TORVA_OBJECT_WALK(Ci3d, bodies)
-
-int Ci3d::DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts) {
-    Pattern* target = callFails() ? nullptr : openDrawing().find(pattern->Get().patNo);
-    if (!target) return errorNoSuchObject;
-    if (count < 2) return errorNotApplicable;
-    *curve = static_cast<int>(target->curves.size());
-    *parts = count - 1;
-    const double factor = contextFactor(contextId_);
-    Curve& added = target->curves.emplace_back();
-    added.pen = session().pen;
-    for (int i = 0; i < count; ++i) added.points.push_back(scaled(points[i], factor));
-    ++openDrawing().elementCount;
-    return 0;
-}

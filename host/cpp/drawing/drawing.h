@@ -4,6 +4,7 @@
 // bit; a change of the unit converts them all. Nothing here knows of files or of the module.
 #pragma once
 
+#include "drawing/face_list.h"
 #include "rpt.h"
 
 #include <cstdint>
@@ -91,18 +92,6 @@ struct Dimension {
 struct Bitmap {
     std::string data;
 };
-struct Face {
-    std::vector<RPT3> points;
-    int pen = 1;
-};
-/// A curve in space through its points.
-struct Curve {
-    std::vector<RPT3> points;
-    int pen = 1;
-};
-struct PointCloud {
-    std::vector<RPT3> points;
-};
 struct Solid {
     std::string data;
 };
@@ -112,7 +101,8 @@ struct PatternIds {
     std::string group, level, cls, name, layer, obstat;
 };
 
-struct Pattern {
+/// Elements in the plane, what stands in space, and objects beside them.
+struct Pattern : SpaceContent {
     int number = 0;
     bool scratch = false; ///< no part of the drawing's content
     bool visible = true;
@@ -126,10 +116,6 @@ struct Pattern {
     std::vector<Text> texts;
     std::vector<Dimension> dimensions;
     std::vector<Bitmap> bitmaps;
-    std::vector<Face> faces;
-    bool facesJoined = false; ///< the faces are one surface set
-    std::vector<Curve> curves;
-    std::vector<PointCloud> pointClouds;
     std::vector<Solid> solids;
 
     /// True when it holds neither elements nor objects; attributes don't count.

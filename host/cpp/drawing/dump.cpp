@@ -1,5 +1,7 @@
 #include "drawing/dump.h"
 
+#include "drawing/dump_space.h"
+
 #include "ge.h"
 
 #include <charconv>
@@ -31,7 +33,6 @@ private:
     void spline(const Spline& spline);
     void hatch(const Hatch& hatch);
     void text(const Text& text);
-    void points(std::string_view kind, const std::vector<RPT3>& points, int pen);
 
     Dumper& number(double value);
     Dumper& number(int value) { return put(" ").put(std::to_string(value)); }
@@ -54,13 +55,7 @@ private:
 };
 
 Dumper& Dumper::number(double value) {
-    // What arithmetic leaves of a zero is a zero.
-    constexpr double noise = 1e-12;
-    if (std::abs(value) < noise) value = 0;
-    char buffer[64];
-    const auto end =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits_);
-    return put(" ").put({buffer, static_cast<std::size_t>(end.ptr - buffer)});
+    return put(" ").put(dumpNumber(value, digits_));
 }
 
 Dumper& Dumper::quoted(std::string_view text) {
@@ -123,10 +118,7 @@ void Dumper::dumpPattern(const Pattern& pattern) {
     for (const Text& t : pattern.texts) text(t);
     for (const Dimension& d : pattern.dimensions) put("  dimension ").quoted(d.data).put("\n");
     for (const Bitmap& b : pattern.bitmaps) put("  bitmap ").quoted(b.data).put("\n");
-    for (const Face& face : pattern.faces) points("face", face.points, face.pen);
-    if (pattern.facesJoined) put("  faces joined\n");
-    for (const Curve& curve : pattern.curves) points("curve", curve.points, curve.pen);
-    for (const PointCloud& cloud : pattern.pointClouds) points("pointcloud", cloud.points, -1);
+    out_ += dumpSpace(pattern, digits_);
     for (const Solid& s : pattern.solids) put("  solid ").quoted(s.data).put("\n");
 }
 
@@ -214,13 +206,6 @@ void Dumper::text(const Text& text) {
     put("\n");
 }
 
-void Dumper::points(std::string_view kind, const std::vector<RPT3>& points, int pen) {
-    put("  ").put(kind);
-    if (pen >= 0) put(" pen").number(pen);
-    for (const RPT3& p : points) number(p.x).number(p.y).number(p.z);
-    put("\n");
-}
-
 } // namespace
 
 std::string dumpDrawing(const Drawing& drawing, int digits) {
@@ -240,6 +225,17 @@ static void countElements(const Pattern& pattern, Counts& counts) {
     }
 }
 
+static void countSpace(const Pattern& pattern, Counts& counts) {
+    forEachFaceList(pattern, [&](const FaceList& list) {
+        const FaceCounts in = countFaces(list);
+        counts.faces += in.faces;
+        counts.curves3d += in.runs;
+    });
+    counts.facets += static_cast<long>(pattern.facets.size());
+    counts.curves3d += static_cast<long>(pattern.curves.size());
+    counts.pointClouds += static_cast<long>(pattern.pointClouds.size());
+}
+
 Counts countDrawing(const Drawing& drawing) {
     Counts counts;
     const auto add = [](long& sum, std::size_t more) { sum += static_cast<long>(more); };
@@ -251,8 +247,7 @@ Counts countDrawing(const Drawing& drawing) {
         add(counts.hatches, p.hatches.size());
         add(counts.dimensions, p.dimensions.size());
         add(counts.bitmaps, p.bitmaps.size());
-        add(counts.faces, p.faces.size());
-        add(counts.pointClouds, p.pointClouds.size());
+        countSpace(p, counts);
         add(counts.solids, p.solids.size());
         add(counts.attributes, p.attributes.size());
     }

@@ -120,12 +120,9 @@ Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
         for (const Contour& contour : hatch.contours) box.add(chainExtents(contour, nullptr));
     for (const Text& text : pattern.texts)
         for (const RPT& corner : textCorners(text, millimetresPerUnit).p) box.add(corner.x, corner.y);
-    for (const Face& face : pattern.faces)
-        for (const RPT3& p : face.points) box.add(p.x, p.y);
-    for (const Curve& curve : pattern.curves)
-        for (const RPT3& p : curve.points) box.add(p.x, p.y);
-    for (const PointCloud& cloud : pattern.pointClouds)
-        for (const RPT3& p : cloud.points) box.add(p.x, p.y);
+    forEachPoints(pattern, [&](const std::vector<RPT3>& points) {
+        for (const RPT3& p : points) box.add(p.x, p.y);
+    });
     return box;
 }
 

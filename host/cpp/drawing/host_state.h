@@ -25,6 +25,12 @@ struct Context {
     int unit = 0;
 };
 
+/// What ov3dleseflaechen gives out.
+struct FaceArrays {
+    std::vector<int> ends, edgeKind, edgePen, edgeLt, hidden, facePen;
+    std::vector<double> x, y, z;
+};
+
 struct DrawingState {
     Drawing drawing;
     HatchParameters hatch;
@@ -33,6 +39,7 @@ struct DrawingState {
     double tolerance3d = 0;          ///< of 3D operations; 0: the drawing tolerance
     double epsilonFactor = 1.0;      ///< of UoStartInitEpsNew
     int screenOff = 0;               ///< how many times the screen output was switched off
+    FaceArrays faceArrays;           ///< of the last ov3dleseflaechen
     int notifications3d = 0;         ///< calls of ov3dfunc
     int assemblyUpdate = 1;          ///< flag of the assembly manager
     std::vector<Context> contexts;   ///< by id - 1

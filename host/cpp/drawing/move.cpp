@@ -43,12 +43,9 @@ void moveDrawing(Drawing& drawing, double dx, double dy) {
             for (RPT& p : spline.points) move.point(p);
         for (Hatch& hatch : pattern.hatches) move.hatch(hatch);
         for (Text& text : pattern.texts) move.point(text);
-        for (Face& face : pattern.faces)
-            for (RPT3& p : face.points) move.point(p);
-        for (Curve& curve : pattern.curves)
-            for (RPT3& p : curve.points) move.point(p);
-        for (PointCloud& cloud : pattern.pointClouds)
-            for (RPT3& p : cloud.points) move.point(p);
+        forEachPoints(pattern, [&](std::vector<RPT3>& points) {
+            for (RPT3& p : points) move.point(p);
+        });
     }
 }
 

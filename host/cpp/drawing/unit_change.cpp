@@ -60,12 +60,9 @@ void Rescale::operator()(Pattern& pattern) const {
         (*this)(text.z);
         (*this)(text.lineLength);
     }
-    for (Face& face : pattern.faces)
-        for (RPT3& p : face.points) (*this)(p);
-    for (Curve& curve : pattern.curves)
-        for (RPT3& p : curve.points) (*this)(p);
-    for (PointCloud& cloud : pattern.pointClouds)
-        for (RPT3& p : cloud.points) (*this)(p);
+    forEachPoints(pattern, [&](std::vector<RPT3>& points) {
+        for (RPT3& p : points) (*this)(p);
+    });
 }
 
 } // namespace

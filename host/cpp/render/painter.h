@@ -15,7 +15,7 @@ public:
 
     void drawHatches(const Pattern& pattern);
     void drawElements(const Pattern& pattern);
-    void drawFaces(const Pattern& pattern);
+    void drawFaces(const Pattern& pattern); ///< their edges, seen from above
     void drawCurves(const Pattern& pattern);
     void drawPoints(const Pattern& pattern); ///< point clouds
     void drawTexts(const Pattern& pattern);
@@ -27,8 +27,7 @@ private:
     void drawElement(const Pattern& pattern, const Element& element);
     Bezier mapBezier(const Bezier& b) const;
     void drawArc(const Element& element);
-    /// Adds lines through points in space, seen from above.
-    void addLines(int pen, const std::vector<RPT3>& points, bool isClosed);
+    void addEdge(int pen, int lineType, const RPT3& from, const RPT3& to);
     void addContour(FillPath& path, const Contour& contour) const;
     void drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family);
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/packing.h"
+#include "store/space_rows.h"
 
 #include <array>
 #include <string>
@@ -12,7 +13,7 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion = 3;     ///< PRAGMA user_version; 2 has curves, 3 text_states
+inline constexpr int kDrawingFileVersion = 4;     ///< PRAGMA user_version; 2 has curves, 3 text_states
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -170,37 +171,6 @@ struct Row<Solid> : DataRow<Solid> {
 };
 
 template <>
-struct Row<Face> {
-    static constexpr const char* table = "faces";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("pen", r.pen), v("points", r.points);
-    }
-};
-
-template <>
-struct Row<Curve> {
-    static constexpr int since = 2; ///< version of the file that has this table first, 1 where it isn't said
-    static constexpr const char* table = "curves";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("pen", r.pen), v("points", r.points);
-    }
-};
-
-template <>
-struct Row<PointCloud> {
-    static constexpr const char* table = "point_clouds";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("points", r.points);
-    }
-};
-
-template <>
 struct Row<Layer> {
     static constexpr const char* table = "layers";
     static constexpr std::array keys{"position"};
@@ -289,7 +259,7 @@ template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
-               Holder<Bitmap>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
+               Holder<Bitmap>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
                Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>,
                Holder<NamedTextState>, Holder<ImportedPattern>>;
 
