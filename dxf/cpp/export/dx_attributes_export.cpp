@@ -2,6 +2,7 @@
 
 #include "../config/config_state.h"
 #include "attributes_state.h"
+#include "dx_codes.h"
 #include "uo.h"
 #include "ut.h"
 
@@ -42,7 +43,7 @@ int DxAttribAdd(const DX_ATTRIB_TYPE* attrib) {
     try {
         DxAttribList.push_back(*attrib);
     } catch (const std::bad_alloc&) {
-        return 1001;
+        return DX_ERR_MEMORY;
     }
     return 0;
 }

@@ -9,6 +9,7 @@
 #include "../session/dx_writer.h"
 #include "block_table_state.h"
 #include "dx_attributes_export.h"
+#include "dx_codes.h"
 #include "export_state.h"
 #include "mt.h"
 
@@ -16,8 +17,6 @@
 #include <string_view>
 
 namespace {
-
-constexpr double DEGREES = 57.29577951308232;
 
 /// A block's body as it is compared: names, handles and owners without their values, which differ between
 /// equal blocks.
@@ -46,7 +45,7 @@ int placeByPattern(int pat, DX_WRITE_BLOCK& block) {
     const double scale = MtGetScale(m);
     block.scale[0] = block.scale[2] = scale;
     block.scale[1] = MtIsMirrored(m) ? -scale : scale;
-    block.rotation = MtGetRot(m) * DEGREES;
+    block.rotation = MtGetRot(m) * DX_DEGREES;
     return 0;
 }
 

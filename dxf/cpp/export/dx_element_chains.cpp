@@ -9,6 +9,7 @@
 #include "../config/dx_layers.h"
 #include "../host/dx_host.h"
 #include "../import/dx_extents.h"
+#include "dx_codes.h"
 #include "dx_layer_choice.h"
 #include "dx_write_blocks.h"
 #include "dx_write_entities.h"
@@ -20,7 +21,6 @@
 
 namespace {
 
-constexpr int NO_MORE = 1005;
 constexpr int FIRST_ELEMENT = 0x8026;
 constexpr int NEXT_ELEMENT = 0x8018;
 constexpr int FIRST_ARROW = 0x8526;
@@ -43,7 +43,7 @@ public:
             if (!error) error = take(element);
         }
         closePolyline();
-        return error == NO_MORE ? 0 : error;
+        return error == DX_ERR_NO_MORE ? 0 : error;
     }
 
 private:
@@ -177,7 +177,7 @@ int DxWritePatArr(int pat) {
         if (!error) error = DxWritePatElPoly(arrowPat, DX_KIND_ARROW, DxWritePoly, pat);
         if (!error) error = ovarrowpat(NEXT_ARROW, pat, &row, &arrowPat);
     }
-    if (error == NO_MORE) error = 0;
+    if (error == DX_ERR_NO_MORE) error = 0;
     if (!error && DxEntityCount > before) error = DxAddLayer(DxActLayer.view());
     return error;
 }

@@ -11,15 +11,13 @@
 #include "../session/session_state.h"
 #include "../solid/dx_write_3d.h"
 #include "../text/dx_write_text.h"
+#include "dx_codes.h"
 #include "dx_element_chains.h"
 #include "dx_layer_choice.h"
 #include "dx_unwritten.h"
 #include "dx_write_blocks.h"
 #include "dx_write_images.h"
 #include "mt.h"
-
-static constexpr int NO_MORE = 1005;
-static constexpr int EASY = 8;
 
 int DxWriteMatrix(int ownerPat, Mat32 matrix) {
     MtIdentMat(matrix);
@@ -41,8 +39,8 @@ static int writeChains(int pat) {
 }
 
 static int writeDimensions(int pat) {
-    if (DxWriteVersion == EASY && !DxPatternToBlock) return DxWritePatSimpleDim(pat);
-    if (DxDimInBlock && DxWriteAsoDim && DxWriteVersion != EASY) return DxWritePatDim(pat, 0);
+    if (DxWriteVersion == DX_FORMAT_EASY && !DxPatternToBlock) return DxWritePatSimpleDim(pat);
+    if (DxDimInBlock && DxWriteAsoDim && DxWriteVersion != DX_FORMAT_EASY) return DxWritePatDim(pat, 0);
     return 0;
 }
 
@@ -94,14 +92,14 @@ int DxWriteBlockPass() {
     int error = Dxovpat(145, &pat);
     for (; !error; error = error ? error : Dxovpat(145, &pat)) {
         error = DxPatSetLayerAttribs(pat, 0, DX_KIND_ELEMENT);
-        if (!error && (DxPatternToBlock || DxWriteVersion != EASY)) {
+        if (!error && (DxPatternToBlock || DxWriteVersion != DX_FORMAT_EASY)) {
             error = DxWriteDimBlock(pat);
             if (!error && DxWriteHatch == 2) error = DxWriteHatchBlock(pat);
         }
         if (!error)
             error = DxPatternToBlock ? DxWritePattern(pat, DX_PATTERN_AS_BLOCK) : DxPlainPats.add(pat);
     }
-    return error == NO_MORE ? 0 : error;
+    return error == DX_ERR_NO_MORE ? 0 : error;
 }
 
 /// What the block pass settled for pattern `pat`; `plain` and `block` keep their places from pattern to
@@ -113,7 +111,7 @@ static int writeEntitiesOf(int pat, std::size_t& plain, std::size_t& block) {
     for (; block < DxBlockList.size() && DxBlockList[block].pattern <= pat; ++block)
         if (DxBlockList[block].pattern == pat)
             if (const int error = DxWriteInsert(DxBlockList[block])) return error;
-    if (DxDimInBlock || DxWriteVersion == EASY) return 0;
+    if (DxDimInBlock || DxWriteVersion == DX_FORMAT_EASY) return 0;
     return DxWritePattern(pat, DX_PATTERN_DIMENSIONS);
 }
 
@@ -126,5 +124,5 @@ int DxWriteEntityPass() {
         error = writeEntitiesOf(pat, plain, block);
         if (!error) error = Dxovpat(145, &pat);
     }
-    return error == NO_MORE ? 0 : error;
+    return error == DX_ERR_NO_MORE ? 0 : error;
 }

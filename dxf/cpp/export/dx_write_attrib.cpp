@@ -1,14 +1,13 @@
 #include "dx_write_attrib.h"
 
 #include "../session/dx_writer.h"
+#include "dx_codes.h"
 #include "dx_write_entities.h"
 #include "export_state.h"
 #include "mt.h"
 
 #include <cmath>
 #include <string_view>
-
-static constexpr double degrees = 57.29577951308232;
 
 static int writePoint(int code, const RPT3& p, const Mat32 matrix) {
     RPT at;
@@ -23,7 +22,7 @@ static int writeText(const DX_ATTRIB_TYPE& a, const Mat32 matrix) {
     writePoint(10, a.insertion, matrix);
     DxWriteDouble(40, a.height * std::hypot(matrix[1][0], matrix[1][1]));
     DxWriteString(1, a.value);
-    DxWriteDouble(50, std::round((MtGetRot(matrix) * degrees + a.rotation) * 1e4) / 1e4);
+    DxWriteDouble(50, std::round((MtGetRot(matrix) * DX_DEGREES + a.rotation) * 1e4) / 1e4);
     DxWriteDouble(41, a.widthFactor);
     DxWriteDouble(51, a.oblique);
     DxWriteString(7, a.style);
@@ -33,10 +32,7 @@ static int writeText(const DX_ATTRIB_TYPE& a, const Mat32 matrix) {
 
 int DxAttribWrite(const char* type, const DX_ATTRIB_TYPE& a, const Mat32 matrix, std::uint32_t owner) {
     const bool definition = std::string_view(type) == "ATTDEF";
-    DxWriteString(0, type);
-    DxWriteEntityIds(0, owner ? owner : DxOwnerHandle);
-    DxWriteString(8, a.base.layer);
-    DxWriteColor(a.base.color);
+    DxWriteEntityHead(type, {UtCString(a.base.layer.view()), {}, a.base.color}, 0, owner);
     writeText(a, matrix);
     DxWriteSubClass(definition ? "AcDbAttributeDefinition" : "AcDbAttribute");
     if (definition) DxWriteString(3, a.tag);

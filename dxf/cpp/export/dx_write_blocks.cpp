@@ -7,6 +7,7 @@
 #include "../session/dx_protocol.h"
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
+#include "dx_codes.h"
 #include "dx_pattern_walk.h"
 #include "dx_write_attrib.h"
 #include "dx_write_entities.h"
@@ -23,7 +24,7 @@ int writeOrigin() {
 
 /// Handle, owner and marker of BLOCK and ENDBLK, with the mark of paper space.
 int writeFrameIds(bool paper) {
-    DxWriteEntityIds(0, DxOwnerHandle);
+    DxWriteEntityIds();
     return paper ? DxWriteInt(67, 1) : DxWriteError();
 }
 
@@ -46,11 +47,11 @@ int writeSpaceBlock(const char* name, std::uint32_t record, bool paper) {
 
 /// The space blocks and their records. Older targets have none.
 int writeSpaces() {
-    if (!DxMiscCheckVersion(6)) return 0;
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES)) return 0;
     int error =
         DxTableAddBlockRecord("*Model_Space", DxModelSpaceHandle, DxHandles.layoutModel, DxModelSpaceDict);
     if (!error) error = DxTableAddBlockRecord("*Paper_Space", DxHandles.paperSpace, DxHandles.layoutPaper, 0);
-    if (!error && DxMiscCheckVersion(5))
+    if (!error && DxMiscCheckVersion(DX_LEVEL_SHEETS))
         error = DxTableAddBlockRecord("*Paper_Space0", DxHandles.paperSpace0, DxHandles.layoutPaper0, 0);
     if (error) return error;
     DxWriteModelSpace();
@@ -64,21 +65,22 @@ int writeAttributes(const DX_WRITE_BLOCK& block, std::uint32_t insert) {
     MtIdentMat(identity);
     DxWriteInt(66, 1);
     for (const DX_ATTRIB_TYPE& attrib : block.attribs) DxAttribWrite("ATTRIB", attrib, identity, insert);
-    DxWriteString(0, "SEQEND");
-    DxWriteEntityIds(0, insert);
-    return DxWriteString(8, block.layer);
+    return DxWriteEntityStart("SEQEND", block.layer, 0, insert);
 }
 
 } // namespace
 
 int DxWriteModelSpace() {
-    return DxMiscCheckVersion(6) ? writeSpaceBlock("*Model_Space", DxModelSpaceHandle, false) : 0;
+    return DxMiscCheckVersion(DX_LEVEL_HANDLES) ? writeSpaceBlock("*Model_Space", DxModelSpaceHandle, false)
+                                                : 0;
 }
 int DxWritePaperSpace() {
-    return DxMiscCheckVersion(6) ? writeSpaceBlock("*Paper_Space", DxHandles.paperSpace, true) : 0;
+    return DxMiscCheckVersion(DX_LEVEL_HANDLES) ? writeSpaceBlock("*Paper_Space", DxHandles.paperSpace, true)
+                                                : 0;
 }
 int DxWritePaperSpace0() {
-    return DxMiscCheckVersion(5) ? writeSpaceBlock("*Paper_Space0", DxHandles.paperSpace0, true) : 0;
+    return DxMiscCheckVersion(DX_LEVEL_SHEETS) ? writeSpaceBlock("*Paper_Space0", DxHandles.paperSpace0, true)
+                                               : 0;
 }
 
 int DxWriteBlockSection() {
@@ -98,23 +100,20 @@ int DxWriteBlockStart(int& open) {
     open = 1;
     const UtCString& name = DxPatNames[DX_PAT_NAME];
     DxOwnerHandle = DxGetNextReference();
-    DxWriteString(0, "BLOCK");
-    DxWriteEntityIds(0, DxOwnerHandle);
-    DxWriteString(8, DxActLayer);
+    DxWriteEntityStart("BLOCK", DxActLayer);
     DxWriteSubClass("AcDbBlockBegin");
     DxWriteString(2, name);
-    DxWriteInt(70, DxBlockType == DX_BLOCK_PLAIN ? 66 : 65);
+    DxWriteInt(70, DX_BLOCK_REFERENCED |
+                       (DxBlockType == DX_BLOCK_PLAIN ? DX_BLOCK_ATTRIBUTES : DX_BLOCK_ANONYMOUS));
     writeOrigin();
-    if (DxBlockType != DX_BLOCK_PLAIN && DxMiscCheckVersion(7))
+    if (DxBlockType != DX_BLOCK_PLAIN && DxMiscCheckVersion(DX_LEVEL_3D))
         DxWriteString(3, DxBlockType == DX_BLOCK_DIMENSION ? "*D" : "*X");
     return DxBlockBuffering ? DxWriteError() : DxTableAddBlockRecord(name.str(), DxOwnerHandle, 0, 0);
 }
 
 int DxWriteBlockEnd(int& open) {
     if (!open) DxProtoMsg("DxWriteBlockEnd", 0);
-    DxWriteString(0, "ENDBLK");
-    DxWriteEntityIds(0, DxOwnerHandle);
-    DxWriteString(8, "0");
+    DxWriteEntityStart("ENDBLK", "0");
     DxWriteSubClass("AcDbBlockEnd");
     open = 0;
     DxBlockBuffering = 0;
@@ -123,9 +122,7 @@ int DxWriteBlockEnd(int& open) {
 
 int DxWriteInsert(const DX_WRITE_BLOCK& block) {
     const std::uint32_t handle = DxGetNextReference();
-    DxWriteString(0, "INSERT");
-    DxWriteEntityIds(handle, DxOwnerHandle);
-    DxWriteString(8, block.layer);
+    DxWriteEntityStart("INSERT", block.layer, handle);
     DxWriteSubClass("AcDbBlockReference");
     DxWriteString(2, block.name);
     for (int axis = 0; axis < 3; ++axis) DxWriteDouble(10 + 10 * axis, block.base[axis]);

@@ -2,7 +2,7 @@
 
 #include "../config/dx_pens.h"
 #include "../import/dx_extents.h"
-#include "../session/dx_writer.h"
+#include "dx_codes.h"
 #include "export_state.h"
 #include "mt.h"
 #include "ut.h"
@@ -10,8 +10,6 @@
 #include <cmath>
 
 namespace {
-
-constexpr double DEGREES = 57.29577951308232;
 
 RPT through(const RPT& point, const Mat32 mat) {
     RPT result;
@@ -47,7 +45,7 @@ public:
         run_.pairs(lookGroups);
     }
     void marker(std::string_view pair) {
-        if (DxMiscCheckVersion(6)) run_.pairs(pair);
+        if (DxMiscCheckVersion(DX_LEVEL_HANDLES)) run_.pairs(pair);
     }
     void real(int code, double value) { run_.real(code, value); }
     /// A point under group `code` and `code` + 10.
@@ -90,16 +88,26 @@ DX_WRITE_LOOK DxWriteLookOf(int pen, int lt) {
 
 int DxWriteEntityIds(std::uint32_t handle, std::uint32_t owner) {
     DxWriteVariableReference2(5, handle ? handle : DxGetNextReference());
+    if (!owner) owner = DxOwnerHandle;
     if (owner) DxWriteVariableReference2(330, owner);
     return DxWriteSubClass("AcDbEntity");
 }
 
-int DxWriteEntityHead(const char* name, const DX_WRITE_STYLE& style, std::uint32_t handle) {
+int DxWriteEntityStart(std::string_view name, DxOutText layer, std::uint32_t handle, std::uint32_t owner) {
     DxWriteString(0, name);
-    DxWriteEntityIds(handle, DxOwnerHandle);
-    DxWriteString(8, style.layer);
+    DxWriteEntityIds(handle, owner);
+    return DxWriteString(8, layer);
+}
+
+int DxWriteEntityLook(const DX_WRITE_STYLE& style) {
     DxWriteLinetype(style.lineType);
     return DxWriteColor(style.colour);
+}
+
+int DxWriteEntityHead(std::string_view name, const DX_WRITE_STYLE& style, std::uint32_t handle,
+                      std::uint32_t owner) {
+    DxWriteEntityStart(name, style.layer, handle, owner);
+    return DxWriteEntityLook(style);
 }
 
 int DxWriteLine(const RPT& from, const RPT& to, const DX_WRITE_LOOK& look, const Mat32 mat) {
@@ -130,7 +138,7 @@ void DxGetAngle(double x0, double y0, double x1, double y1, double* angle) {
     if (dx == 0.0)
         *angle = dy >= 0.0 ? 90.0 : -90.0;
     else
-        *angle = std::atan(dy / dx) * DEGREES + (dx < 0.0 ? 180.0 : 0.0);
+        *angle = std::atan(dy / dx) * DX_DEGREES + (dx < 0.0 ? 180.0 : 0.0);
 }
 
 int DxWriteArc(int type, const RPT& from, const RPT& to, const RPT& about, double tolerance,

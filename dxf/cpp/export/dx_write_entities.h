@@ -3,9 +3,12 @@
 // whose colour isn't to be written writes nothing. All give 0 or the writer's error.
 #pragma once
 
+#include "../session/dx_writer.h"
 #include "dx_types.h"
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 #include <vector>
 
 int DxWriteLine(double x1, double y1, double x2, double y2, int pen, int lt, const Mat32 mat);
@@ -74,7 +77,16 @@ int DxWritePolyLineStart(const DX_WRITE_LOOK& look, double width, int* open, DX_
 int DxWriteVertex(int type, const RPT& start, const RPT& point, const RPT& centre, const DX_WRITE_LOOK& look,
                   const Mat32 mat, int* open, DX_WRITE_POLYLINE& poly);
 
+// The head of an entity, in the parts that some write on their own. `handle` 0 takes the next one, `owner` 0
+// is DxOwnerHandle. All give the export's error so far.
+
 /// What every entity begins with: 0, 5, owner, "AcDbEntity", layer, line type, colour.
-int DxWriteEntityHead(const char* name, const DX_WRITE_STYLE& style, std::uint32_t handle);
-/// Groups 5 and 330 of an entity and "AcDbEntity", for targets that have them.
-int DxWriteEntityIds(std::uint32_t handle, std::uint32_t owner);
+int DxWriteEntityHead(std::string_view name, const DX_WRITE_STYLE& style, std::uint32_t handle = 0,
+                      std::uint32_t owner = 0);
+/// The same as far as the layer.
+int DxWriteEntityStart(std::string_view name, DxOutText layer, std::uint32_t handle = 0,
+                       std::uint32_t owner = 0);
+/// Line type and colour.
+int DxWriteEntityLook(const DX_WRITE_STYLE& style);
+/// Handle, owner and "AcDbEntity", for targets that have them.
+int DxWriteEntityIds(std::uint32_t handle = 0, std::uint32_t owner = 0);

@@ -1,4 +1,5 @@
 // Polylines on their way out: LWPOLYLINE where the target has it and all pieces look alike, else POLYLINE.
+#include "dx_codes.h"
 #include "dx_write_entities.h"
 
 #include "../config/config_state.h"
@@ -39,7 +40,7 @@ int writeVertex(const DX_WRITE_VERTEX& vertex, std::string_view layer, std::uint
     run.pairs("  0\nVERTEX\n");
     run.handle(5, DxGetNextReference());
     run.handle(330, owner);
-    const bool hasMarkers = DxMiscCheckVersion(6);
+    const bool hasMarkers = DxMiscCheckVersion(DX_LEVEL_HANDLES);
     if (hasMarkers) run.pairs("100\nAcDbEntity\n");
     run.pairs(layer);
     if (hasMarkers) run.pairs("100\nAcDbVertex\n100\nAcDb2dVertex\n");
@@ -48,12 +49,9 @@ int writeVertex(const DX_WRITE_VERTEX& vertex, std::string_view layer, std::uint
 }
 
 int writeHead(const DX_WRITE_POLYLINE& poly, const DX_WRITE_STYLE& style, std::uint32_t handle) {
-    DxWriteString(0, "POLYLINE");
-    DxWriteEntityIds(handle, DxOwnerHandle);
-    DxWriteString(8, style.layer);
+    DxWriteEntityStart("POLYLINE", style.layer, handle);
     DxWriteInt(66, 1);
-    DxWriteLinetype(style.lineType);
-    DxWriteColor(style.colour);
+    DxWriteEntityLook(style);
     DxWriteSubClass("AcDb2dPolyline");
     if (poly.startWidth != 0.0 || poly.endWidth != 0.0) {
         DxWriteDouble(40, poly.startWidth);
@@ -73,9 +71,7 @@ std::size_t writeRun(const DX_WRITE_POLYLINE& poly, std::size_t first, const DX_
         if (i >= first + 2 && poly.vertices[i].style != poly.vertices[i - 1].style) break;
         writeVertex(poly.vertices[i], layer, handle);
     }
-    DxWriteString(0, "SEQEND");
-    DxWriteEntityIds(0, handle);
-    DxWriteString(8, style.layer);
+    DxWriteEntityStart("SEQEND", style.layer, 0, handle);
     return i;
 }
 
@@ -129,7 +125,7 @@ int DxWriteVertex(int type, const RPT& start, const RPT& point, const RPT& centr
 
 int DxWritePolySeqEnd(DX_WRITE_POLYLINE& poly) {
     if (poly.vertices.size() >= 2) {
-        if (DxMiscCheckVersion(6) && looksAlike(poly))
+        if (DxMiscCheckVersion(DX_LEVEL_HANDLES) && looksAlike(poly))
             DxWriteLWPolyline(poly);
         else
             DxWritePolyline(poly, -1);

@@ -2,6 +2,7 @@
 
 #include "../session/dx_documents.h"
 #include "../session/dx_writer.h"
+#include "dx_codes.h"
 #include "dx_placeholders.h"
 #include "dx_template.h"
 
@@ -24,7 +25,7 @@ int DxInsertFile(FILE* file) {
 }
 
 int DxWriteObjects() {
-    if (!DxMiscCheckVersion(6)) return DxWriteError();
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES)) return DxWriteError();
     reopenForReading(DxImageStream1, DxImagePath1);
     reopenForReading(DxImageStream2, DxImagePath2);
     DxTemplate source(DxObjectsTemplateName());

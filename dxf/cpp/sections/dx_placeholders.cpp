@@ -7,6 +7,7 @@
 #include "../session/dx_numbers.h"
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
+#include "dx_codes.h"
 #include "dx_header_export.h"
 #include "dx_objects_export.h"
 #include "dx_template.h"
@@ -120,12 +121,12 @@ const char* DxObjectsTemplateName() {
 
 void DxTakeHandles() {
     for (const SharedHandle& row : SHARED) *row.handle = 0;
-    if (!DxMiscCheckVersion(6)) return;
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES)) return;
     const std::array<bool, SHARED_COUNT> held = objectsOfTemplate();
     for (std::size_t i = 0; i < SHARED_COUNT; ++i)
         if (SHARED[i].owner == MODULE || held[i])
             *SHARED[i].handle = SHARED[i].fixed ? SHARED[i].fixed : DxGetNextReference();
-    if (!DxMiscCheckVersion(5)) DxHandles.paperSpace0 = 0; // older targets have one sheet
+    if (!DxMiscCheckVersion(DX_LEVEL_SHEETS)) DxHandles.paperSpace0 = 0; // older targets have one sheet
 }
 
 int DxWriteTemplatePair(int code, std::string_view value) {

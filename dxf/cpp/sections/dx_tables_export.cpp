@@ -3,6 +3,7 @@
 #include "../export/export_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_writer.h"
+#include "dx_codes.h"
 #include "dx_placeholders.h"
 #include "dx_template.h"
 #include "dx_write_dimstyle.h"
@@ -103,8 +104,8 @@ static int writeBuiltInVport() {
 }
 
 int DxTableWriteVports() {
-    if (!DxMiscCheckVersion(7)) return 0;
-    DxTemplate source(DxMiscCheckVersion(6) ? "vport_15" : "vport");
+    if (!DxMiscCheckVersion(DX_LEVEL_3D)) return 0;
+    DxTemplate source(DxMiscCheckVersion(DX_LEVEL_HANDLES) ? "vport_15" : "vport");
     if (!source.isOpen()) return writeBuiltInVport();
     int code = 0;
     std::string value;
@@ -144,7 +145,7 @@ int DxTableWriteConstLType(const char* name, std::uint32_t tableHandle, std::uin
 }
 
 int DxTableWriteLType(const DX_LTYPE_TYPE* ltype, std::uint32_t tableHandle) {
-    if (!ltype) return 3011;
+    if (!ltype) return DX_ERR_ARGUMENT;
     const int count = std::clamp(ltype->elementCount, 0, 16);
     openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle);
     DxWriteString(2, ltype->name);
@@ -155,7 +156,7 @@ int DxTableWriteLType(const DX_LTYPE_TYPE* ltype, std::uint32_t tableHandle) {
     DxWriteDouble(40, ltype->totalLength);
     for (int i = 0; i < count; ++i) {
         DxWriteDouble(49, ltype->dashes[i]);
-        DxWriteIntVer(6, 74, 0);
+        DxWriteIntVer(DX_LEVEL_HANDLES, 74, 0);
     }
     return DxWriteError();
 }
@@ -165,7 +166,7 @@ int DxTableWriteLTypes() {
     std::uint32_t table = 0;
     std::uint32_t byLayer = 0;
     openTable("LTYPE", static_cast<std::size_t>(std::count(marks.begin(), marks.end(), true)), table);
-    if (DxMiscCheckVersion(6)) {
+    if (DxMiscCheckVersion(DX_LEVEL_HANDLES)) {
         DxTableWriteConstLType("ByBlock", table, &DxByBlockLtypeHandle);
         DxTableWriteConstLType("ByLayer", table, &byLayer);
     }
@@ -184,7 +185,7 @@ static int validLineWeight(int weight) {
 }
 
 static int writeLayerPlotGroups(const DX_LAYER_TYPE& layer) {
-    if (!DxMiscCheckVersion(6)) return 0;
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES)) return 0;
     const bool defpoints = equalsIgnoringCase(layer.name.view(), "DEFPOINTS");
     if (defpoints || layer.plot != 1) DxWriteInt(290, defpoints ? 0 : layer.plot);
     DxWriteInt(370, validLineWeight(layer.lineWeight));
@@ -192,7 +193,7 @@ static int writeLayerPlotGroups(const DX_LAYER_TYPE& layer) {
 }
 
 int DxWriteNewLayer(const DX_LAYER_TYPE* layer, std::uint32_t tableHandle) {
-    if (!layer) return 3011;
+    if (!layer) return DX_ERR_ARGUMENT;
     FILE* stream = DxDocuments.currentStream();
     DxDocuments.select(DxHeaderStream);
     openRecord("LAYER", "AcDbLayerTableRecord", tableHandle);
@@ -215,7 +216,7 @@ int DxTableWriteLayers() {
 // ---- STYLE, DIMSTYLE, VIEW, UCS, APPID, BLOCK_RECORD -----------------------------------------------
 
 static int writeFontFamily(const DX_STYLE_TYPE& style) {
-    if (!DxMiscCheckVersion(6) || style.fontFamily.empty()) return 0;
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES) || style.fontFamily.empty()) return 0;
     const int flags = (style.bold > 0 ? 0x2000000 : 0) | (style.italic > 0 ? 0x1000000 : 0);
     DxWriteString(1001, "ACAD");
     DxWriteExtendedString(1000, style.fontFamily);
@@ -244,12 +245,12 @@ int DxTableWriteStyles() {
 }
 
 int DxTableWriteDimStyles() {
-    if (!DxMiscCheckVersion(7)) return 0;
+    if (!DxMiscCheckVersion(DX_LEVEL_3D)) return 0;
     std::uint32_t table = 0;
     const std::size_t count = DxDimparCount();
     openTable("DIMSTYLE", count, table);
     DxWriteSubClass("AcDbDimStyleTable");
-    DxWriteIntVer(6, 71, 0);
+    DxWriteIntVer(DX_LEVEL_HANDLES, 71, 0);
     for (std::size_t i = 0; i < count; ++i) DxDimparWrite(i, table);
     return closeTable();
 }
@@ -287,7 +288,7 @@ static int writeBlockRecord(const DX_BLOCK_RECORD_TYPE& record, std::uint32_t ta
 }
 
 int DxTableWriteBlockRecords() {
-    if (!DxMiscCheckVersion(6)) return 0;
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES)) return 0;
     std::uint32_t table = 0;
     openTable("BLOCK_RECORD", tables().blockRecords.size(), table);
     for (const DX_BLOCK_RECORD_TYPE& record : tables().blockRecords) writeBlockRecord(record, table);

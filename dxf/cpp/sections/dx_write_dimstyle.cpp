@@ -1,4 +1,5 @@
 #include "dx_write_dimstyle.h"
+#include "dx_codes.h"
 
 #include "../session/dx_writer.h"
 
@@ -47,7 +48,7 @@ int DxDimparWrite(std::size_t /*index*/, std::uint32_t tableHandle) {
     DxWriteSubClass("AcDbDimStyleTableRecord");
     DxWriteString(2, "STANDARD");
     DxWriteInt(70, 0);
-    if (!DxMiscCheckVersion(6))
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES))
         for (const int code : {3, 4, 5, 6, 7}) DxWriteString(code, "");
     for (const Real& row : REALS) DxWriteDouble(row.code, row.value);
     for (const auto& row : INTEGERS) DxWriteInt(row[0], row[1]);

@@ -14,6 +14,7 @@
 #include "../sections/dx_objects_export.h"
 #include "../sections/dx_tables_export.h"
 #include "../sections/dx_tables_import.h"
+#include "dx_codes.h"
 #include "dx_driver_frame.h"
 #include "dx_encoding.h"
 #include "dx_session.h"
@@ -26,17 +27,9 @@
 #include <set>
 #include <string>
 
-namespace {
-
-constexpr int EASY = 8;
-constexpr int TEMPORARY_FAILED = 1008;
-constexpr int OPEN_FAILED = 9001;
-
-} // namespace
-
 int DxWriteEntitySection() {
     DxDocuments.select(DxBodyStream);
-    if (DxModus == 3 && DxWriteVersion == EASY) {
+    if (DxModus == 3 && DxWriteVersion == DX_FORMAT_EASY) {
         DxModus = 2;
         DxProtoMsg(DxMsg(5742), 1);
     }
@@ -55,7 +48,7 @@ namespace {
 int appendFile(const UtCString& path) {
     if (const int error = DxWriteFlush()) return error;
     const int error = UtFileAppend(DxHeaderStream, path);
-    return error == OPEN_FAILED ? TEMPORARY_FAILED : error;
+    return error == DX_ERR_OPEN ? DX_ERR_TEMPORARY : error;
 }
 
 } // namespace
@@ -65,9 +58,9 @@ int DxConcatHeader() {
     if (const int error = DxWriteCloseStream(DxHeaderStream)) return error;
     const UtCString tables = UtTempFileName(UtGetTempDir(), "DXH");
     if (UtFileRename(DxHeaderPath, tables) != 0 && UtFileMove(DxHeaderPath, tables) != 0)
-        return TEMPORARY_FAILED;
+        return DX_ERR_TEMPORARY;
     DxHeaderStream = UtFileOpen(DxHeaderPath, "w");
-    int error = DxHeaderStream ? 0 : TEMPORARY_FAILED;
+    int error = DxHeaderStream ? 0 : DX_ERR_TEMPORARY;
     DxDocuments.select(DxHeaderStream);
     if (!error) error = DxWriteHeaderSection();
     if (!error) error = appendFile(tables);
@@ -85,7 +78,7 @@ namespace {
 
 /// The tables of the template that is open, which is closed.
 void readTemplateTables() {
-    if (DxMiscCheckVersion(4)) DxFileVersion = 1021; // its strings are UTF-8
+    if (DxMiscCheckVersion(DX_LEVEL_UTF8)) DxFileVersion = 1021; // its strings are UTF-8
     if (DxReadUntil(0, "SECTION") == 0 && DxReadUntil(2, "TABLES") == 0) {
         DxUnGetLine();
         DxReadTableSection(1);
@@ -189,7 +182,7 @@ void Export::report() const {
     DxReportUnwritten();
     if (outcome_ == 0)
         DxDisplay(DxMsg(5710));
-    else if (outcome_ != -1 && outcome_ != OPEN_FAILED)
+    else if (outcome_ != -1 && outcome_ != DX_ERR_OPEN)
         DxProtoMsg(DxMsg(5705, outcome_), 1);
     if (outcome_ == 0 || outcome_ == -1) UoPutMacVarD("&DxfStat", outcome_);
 }

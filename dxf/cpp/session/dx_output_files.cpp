@@ -1,12 +1,11 @@
 // The files of an export: the target and what is gathered beside it.
+#include "dx_codes.h"
 #include "dx_documents.h"
 #include "dx_messages.h"
 #include "dx_protocol.h"
 #include "dx_writer.h"
 #include "session_state.h"
 #include "ut.h"
-
-static constexpr int OPEN_FAILED = 9001;
 
 static FILE* openTemporary(const char* prefix, UtCString& path, int message) {
     path = UtTempFileName(UtGetTempDir(), prefix);
@@ -31,14 +30,14 @@ int DxWriteOpen() {
     if (!DxHeaderStream) {
         DxProtoMsg(DxMsg(5809, DxFileName.c_str()), 1);
         DxHeaderPath = UtCString();
-        return OPEN_FAILED;
+        return DX_ERR_OPEN;
     }
     DxBodyStream = openTemporary("DXF", DxBodyPath, 5707);
-    if (!DxBodyStream) return OPEN_FAILED;
+    if (!DxBodyStream) return DX_ERR_OPEN;
     DxImageStream1 = openTemporary("DXF_IMG1", DxImagePath1, 5809);
-    if (!DxImageStream1) return OPEN_FAILED;
+    if (!DxImageStream1) return DX_ERR_OPEN;
     DxImageStream2 = openTemporary("DXF_IMG2", DxImagePath2, 5809);
-    return DxImageStream2 ? 0 : OPEN_FAILED;
+    return DxImageStream2 ? 0 : DX_ERR_OPEN;
 }
 
 static void removeFile(UtCString& path) {

@@ -6,6 +6,7 @@
 // out all it has without looking at each result, and asks DxWriteError() at its end.
 #pragma once
 
+#include "dx_codes.h"
 #include "writer_state.h"
 
 #include <cstddef>
@@ -15,7 +16,7 @@
 /// 0, or the export's first failure: 9000 for a write that failed.
 int DxWriteError();
 /// Lets the export end with this error, unless it fails already. Gives DxWriteError().
-int DxWriteFail(int error = 9000);
+int DxWriteFail(int error = DX_ERR_WRITE);
 
 /// Most bytes that DxSinkRoom gives at a time.
 inline constexpr std::size_t DX_SINK_MOST = sizeof DX_PENDING::bytes / 2;

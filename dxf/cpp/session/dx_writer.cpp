@@ -2,6 +2,7 @@
 
 #include "../config/config_state.h"
 #include "../export/export_state.h"
+#include "dx_codes.h"
 #include "dx_decimals.h"
 #include "dx_documents.h"
 #include "dx_encoding.h"
@@ -127,8 +128,8 @@ std::string singleLine(std::string text) {
 
 /// The bytes of a value in the encoding of its code and the target version.
 std::string encoded(int code, std::string_view text) {
-    const bool utf8 = code >= 1 && code <= 9 && DxMiscCheckVersion(4);
-    return singleLine(utf8 ? wellFormed(text) : ansiText(text, DxMiscCheckVersion(6)));
+    const bool utf8 = code >= 1 && code <= 9 && DxMiscCheckVersion(DX_LEVEL_UTF8);
+    return singleLine(utf8 ? wellFormed(text) : ansiText(text, DxMiscCheckVersion(DX_LEVEL_HANDLES)));
 }
 
 } // namespace
@@ -195,7 +196,7 @@ int DxWriteString(int code, DxOutText value) {
 }
 
 int DxWriteExtendedString(int code, DxOutText value) {
-    const bool isUtf8File = DxMiscCheckVersion(4);
+    const bool isUtf8File = DxMiscCheckVersion(DX_LEVEL_UTF8);
     return isUtf8File ? DxWriteString(code, ansiText(value.view, true, true)) : DxWriteString(code, value);
 }
 
@@ -257,11 +258,11 @@ int DxWriteVariableReference(int code) {
 }
 
 int DxWriteVariableReference2(int code, std::uint32_t handle) {
-    return DxMiscCheckVersion(6) ? writeHandle(currentStream(), code, handle) : DxWriteError();
+    return DxMiscCheckVersion(DX_LEVEL_HANDLES) ? writeHandle(currentStream(), code, handle) : DxWriteError();
 }
 
 int DxWriteSubClass(const char* name) {
-    return DxMiscCheckVersion(6) ? DxWriteString(100, name) : DxWriteError();
+    return DxMiscCheckVersion(DX_LEVEL_HANDLES) ? DxWriteString(100, name) : DxWriteError();
 }
 
 // ---- several pairs at once -------------------------------------------------------------------------
@@ -304,7 +305,7 @@ void DxPairRun::real(int code, double value) {
 }
 
 void DxPairRun::handle(int code, std::uint32_t handle) {
-    if (!DxMiscCheckVersion(6)) return;
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES)) return;
     reserve(LONGEST_NUMBER);
     at_ = putHandle(putCode(at_, code), handle);
     *at_++ = '\n';

@@ -6,6 +6,7 @@
 #include "../export/dx_pattern_walk.h"
 #include "../export/dx_write_blocks.h"
 #include "../session/session_state.h"
+#include "dx_codes.h"
 #include "dx_write_text.h"
 #include "ov.h"
 #include "uo.h"
@@ -14,7 +15,6 @@
 
 namespace {
 
-constexpr int NO_MORE = 1005;
 constexpr int WALK = 24, FIRST = 1, NEXT = 2, READ = 20, READ_STEP = 0x8014;
 
 struct Attribute {
@@ -124,5 +124,5 @@ int DxWritePatText(int pat) {
         error = writeText(pat, row, attributes);
         if (!error) error = ovtext(WALK, NEXT, pat, &row, nullptr);
     }
-    return error == NO_MORE ? writeAttributes(pat, attributes) : error;
+    return error == DX_ERR_NO_MORE ? writeAttributes(pat, attributes) : error;
 }

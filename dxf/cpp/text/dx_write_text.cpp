@@ -13,6 +13,7 @@
 #include "../session/session_state.h"
 #include "ci_text.h"
 #include "ds.h"
+#include "dx_codes.h"
 #include "dx_mtext.h"
 #include "dx_text_codes.h"
 #include "dx_text_fonts.h"
@@ -24,8 +25,6 @@
 #include <cmath>
 
 namespace {
-
-constexpr double degrees = 57.29577951308232;
 
 /// An import that meets a stroke font for the first time takes its depth of letters for all texts.
 void noteDescent(std::string_view font) {
@@ -86,7 +85,7 @@ private:
         padX_ = (parm_.spacing - 1) * width_ * 0.5;
         padY_ = (parm_.lineDistance - 1) * height_ * 0.5;
         isFace_ = parm_.font == 0 && !parm_.face.IsEmpty();
-        isMtext_ = isFace_ && text_.kind == DX_WRITE_PLAIN && DxMiscCheckVersion(6);
+        isMtext_ = isFace_ && text_.kind == DX_WRITE_PLAIN && DxMiscCheckVersion(DX_LEVEL_HANDLES);
     }
 
     /// The lines as the host shows them. An MTEXT breaks its line itself, to the width of its box.
@@ -102,7 +101,7 @@ private:
         const bool needsBox = isBroken || parm_.justification != 0; // a TEXT has none
         constexpr double usual = 5.0 / 3, least = 0.25, most = 4.0; // what the format's factor may be
         const double factor = isBroken ? parm_.lineDistance / usual : 1.0;
-        if (lines_.size() == 1 && factor >= least && factor <= most && DxMiscCheckVersion(6)) {
+        if (lines_.size() == 1 && factor >= least && factor <= most && DxMiscCheckVersion(DX_LEVEL_HANDLES)) {
             isMtext_ = isFace_ || needsBox;
             box_ = text_.lineLength;
             lineSpacing_ = factor;
@@ -153,7 +152,8 @@ private:
     /// Width factor, and the length that the text has in the DXF font.
     double widthFactor(const std::string& line, const DX_STYLE_TYPE* style, double* length) const {
         *length = isFace_ ? dxfFaceLength(line) : fontLength(line);
-        if (isFace_ && DxMiscCheckVersion(6)) return isMtext_ ? width_ / height_ : (padX_ + width_) / height_;
+        if (isFace_ && DxMiscCheckVersion(DX_LEVEL_HANDLES))
+            return isMtext_ ? width_ / height_ : (padX_ + width_) / height_;
         if (!style) return (padX_ + width_) / height_;
         double widths = 0;
         double spaces = 0;
@@ -264,8 +264,8 @@ private:
         out.point = {anchor.first.x, anchor.first.y, 0};
         out.second = {anchor.second.x, anchor.second.y, 0};
         out.height = height_;
-        out.rotation = angle_ * degrees;
-        out.oblique = parm_.slant * degrees;
+        out.rotation = angle_ * DX_DEGREES;
+        out.oblique = parm_.slant * DX_DEGREES;
         out.widthFactor = factor;
         out.horAlign = anchor.hor;
         out.verAlign = anchor.ver;
@@ -274,7 +274,7 @@ private:
             out.backFlag = fillColour_ == -1 ? 3 : 1;
             out.backColor = fillColour_;
         }
-        const bool holdsBackground = isMtext_ && DxMiscCheckVersion(5);
+        const bool holdsBackground = isMtext_ && DxMiscCheckVersion(DX_LEVEL_SHEETS);
         if (out.backFlag && !holdsBackground) ++DxUnwrittenCounts[DX_UNWRITTEN_BACKGROUND];
         if (isFace_ && !isMtext_) ++DxUnwrittenCounts[DX_UNWRITTEN_FACE];
         if (isMtext_) {
@@ -306,12 +306,12 @@ private:
         out.value = value;
         if (style) out.style = style->name;
         // A face in a style stands a little to the left of its points when it is drawn.
-        const double right = isFace_ && DxMiscCheckVersion(6) ? DX_FACE_SHIFT * height_ : 0;
+        const double right = isFace_ && DxMiscCheckVersion(DX_LEVEL_HANDLES) ? DX_FACE_SHIFT * height_ : 0;
         out.insertion = {anchor.first.x + right, anchor.first.y, 0};
         out.alignment = {anchor.second.x + right, anchor.second.y, 0};
         out.height = height_;
-        out.rotation = angle_ * degrees;
-        out.oblique = parm_.slant * degrees;
+        out.rotation = angle_ * DX_DEGREES;
+        out.oblique = parm_.slant * DX_DEGREES;
         out.widthFactor = factor;
         out.flags = attributeFlags();
         out.tag.assign(text_.tag);
@@ -351,7 +351,7 @@ int DxWriteBalloon(int pat, int row, const OV_TEXT_EXT& ext) {
     Dxovpat(5, &active);
     int frame = 0;
     int error = UoGetTextBalloonPat(pat, row, &frame);
-    if (error) return error == 1005 ? 0 : error;
+    if (error) return error == DX_ERR_NO_MORE ? 0 : error;
     error = DxWritePatEl(frame, DX_KIND_TEXT, pat);
     if (active) Dxovpat(23, &active);
     Dxovpat(17, &frame);

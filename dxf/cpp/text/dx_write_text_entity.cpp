@@ -2,6 +2,7 @@
 #include "../export/dx_write_entities.h"
 #include "../export/export_state.h"
 #include "../session/dx_writer.h"
+#include "dx_codes.h"
 #include "dx_text_codes.h"
 #include "dx_text_import.h"
 #include "dx_write_text.h"
@@ -14,8 +15,6 @@
 
 namespace {
 
-constexpr double degrees = 57.29577951308232;
-
 double roundedDegrees(double angle) {
     return std::round(angle * 1e4) / 1e4;
 }
@@ -27,10 +26,7 @@ int writePoint(int code, const RPT& p, double z) {
 }
 
 int writeHead(const char* name, const DX_TEXT_TYPE& text) {
-    DxWriteString(0, name);
-    DxWriteEntityIds(0, DxOwnerHandle);
-    DxWriteString(8, text.base.layer);
-    return DxWriteColor(text.base.color);
+    return DxWriteEntityHead(name, {UtCString(text.base.layer.view()), {}, text.base.color});
 }
 
 /// A format code with its value; a value that is `usual` needs none.
@@ -56,7 +52,7 @@ std::string formatCodes(const DX_TEXT_TYPE& text) {
 /// escape for a character: 7 bytes, or 14 for one that has four bytes here.
 std::size_t pieceEnd(std::string_view text) {
     constexpr std::size_t most = 250;
-    const bool isUtf8 = DxMiscCheckVersion(4);
+    const bool isUtf8 = DxMiscCheckVersion(DX_LEVEL_UTF8);
     std::size_t bytes = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const std::size_t start = pos;
@@ -89,7 +85,7 @@ int writeMtext(const DX_TEXT_TYPE& text, const RPT& point, double rotation, doub
     DxWriteString(7, text.style);
     DxWriteDouble(50, rotation);
     if (text.lineSpacing != 1.0) DxWriteDouble(44, text.lineSpacing);
-    if (text.backFlag && DxMiscCheckVersion(5)) {
+    if (text.backFlag && DxMiscCheckVersion(DX_LEVEL_SHEETS)) {
         DxWriteInt(90, text.backFlag);
         DxWriteInt(63, text.backColor < 0 ? 256 : text.backColor);
         DxWriteDouble(45, text.backScale); // a reader expects it with a background
@@ -120,7 +116,7 @@ int DxWriteTextOrMtext(const DX_TEXT_TYPE& text, const Mat32 matrix, double left
     RPT second;
     MtTransRPt({text.point.x, text.point.y}, matrix, &point);
     MtTransRPt({text.second.x, text.second.y}, matrix, &second);
-    const double rotation = roundedDegrees(MtGetRot(matrix) * degrees + text.rotation);
+    const double rotation = roundedDegrees(MtGetRot(matrix) * DX_DEGREES + text.rotation);
     const double scale = MtGetScale(matrix);
     if (!text.isMtext) return writeText(text, point, second, rotation, scale);
     point.x += text.height * scale * (leftShift + DxCharSpacingShift(text.charSpacing));
