@@ -15,8 +15,15 @@ int runRender(const Options& options) {
     const host::Drawing& drawing = host::openDrawing();
     if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
 
-    const std::string error =
-        host::renderDrawing(drawing, options.output, {options.size, options.view, options.dark});
+    host::RenderOptions picture;
+    picture.size = options.size;
+    picture.view = options.view;
+    picture.dark = options.dark;
+    picture.hidden = options.hidden;
+    picture.shade = options.shade;
+    picture.inSpace = options.hidden || options.shade || !options.direction.empty();
+    if (const auto& d = options.direction; !d.empty()) picture.direction = {d[0], d[1], d[2]};
+    const std::string error = host::renderDrawing(drawing, options.output, picture);
     if (error.empty()) return status;
     std::cerr << "torva-dxf: " << error << '\n';
     return STATUS_FAILED;

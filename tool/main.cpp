@@ -135,6 +135,12 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
         ->check(CLI::Range(16, 16000))
         ->capture_default_str();
     render->add_option("--view", options.view, "A view of the drawing instead of all, fitted");
+    render
+        ->add_option("--direction", options.direction, "x,y,z: where the viewer of a picture in space stands")
+        ->delimiter(',')
+        ->expected(3);
+    render->add_flag("--hidden", options.hidden, "In space: without the lines behind faces");
+    render->add_flag("--shade", options.shade, "In space: faces lit");
     render->add_flag("--dark", options.dark, "On black");
     addReadOptions(*render, options);
 

@@ -28,6 +28,8 @@ struct Options {
     bool json = false, strict = false, dark = false;
     int size = 1200;
     std::string view;
+    std::vector<double> direction;      ///< of the viewer; empty: from above
+    bool hidden = false, shade = false; ///< lines behind faces left out; faces lit
     std::string format;   ///< of an export: ACAD32 … ACAD11, EASY; empty: the newest
     std::string language; ///< "de", "en", empty: by the locale
 };

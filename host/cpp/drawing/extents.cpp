@@ -114,12 +114,18 @@ Extents chainExtents(const std::vector<Element>& chain, const std::vector<Spline
     return box;
 }
 
-Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
-    Extents box = chainExtents(pattern.elements, &pattern.splines);
+Extents flatExtents(const Pattern& pattern, double millimetresPerUnit, bool withElements) {
+    Extents box;
+    if (withElements) box = chainExtents(pattern.elements, &pattern.splines);
     for (const Hatch& hatch : pattern.hatches)
         for (const Contour& contour : hatch.contours) box.add(chainExtents(contour, nullptr));
     for (const Text& text : pattern.texts)
         for (const RPT& corner : textCorners(text, millimetresPerUnit).p) box.add(corner.x, corner.y);
+    return box;
+}
+
+Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
+    Extents box = flatExtents(pattern, millimetresPerUnit);
     forEachPoints(pattern, [&](const std::vector<RPT3>& points) {
         for (const RPT3& p : points) box.add(p.x, p.y);
     });

@@ -92,7 +92,11 @@ void SpaceView::add(const SpaceContent& content) {
     forEachFaceList(content, [&](const FaceList& list) { addList(list); });
     for (const Curve& curve : content.curves)
         for (std::size_t i = 1; i < curve.points.size(); ++i)
-            edges_.push_back({axes_.map(curve.points[i - 1]), axes_.map(curve.points[i]), curve.pen, 1, false, 0});
+            addLine(curve.points[i - 1], curve.points[i], curve.pen, 1);
+}
+
+void SpaceView::addLine(const RPT3& a, const RPT3& b, int pen, int lineType) {
+    edges_.push_back({axes_.map(a), axes_.map(b), pen, lineType, false, 0});
 }
 
 // ---- seeing ----------------------------------------------------------------------------------------

@@ -34,6 +34,7 @@ class SpaceView {
 public:
     explicit SpaceView(const ViewAxes& axes) : axes_(axes) {}
     void add(const SpaceContent& content);
+    void addLine(const RPT3& a, const RPT3& b, int pen, int lineType); ///< in the drawing's frame
     /// All edges that are to be shown: each once, and those that the outline of a round surface runs along.
     std::vector<SeenLine> lines() const;
     /// What of these lines is in front of all faces, and the lines along which faces run through each other.

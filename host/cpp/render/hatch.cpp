@@ -81,7 +81,8 @@ void Painter::drawFamily(const FillPath& path, const Hatch& hatch, const HatchFa
     const LineField field = layLines(family, frame_, box);
     const int pen = family.pen > 0 ? family.pen : hatch.fillPen;
     const double alpha = 1 - std::clamp(hatch.transparency, 0, 100) / 100.0;
-    if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth)) {
+    if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth) ||
+        frame_.isTilted()) {
         setSource(cairo_, visiblePen(drawing_, pen, dark_), 0.4 * alpha);
         path.emit(cairo_);
         cairo_fill(cairo_);

@@ -136,7 +136,8 @@ void Painter::drawTexts(const Pattern& pattern) {
         local.height *= frame_.unitsPerMm * frame_.scale;
         local.width *= frame_.unitsPerMm * frame_.scale;
         local.lineLength *= frame_.scale;
-        const cairo_matrix_t matrix{1, 0, 0, -1, at.x, at.y};
+        const RPT &ax = frame_.alongX, &ay = frame_.alongY;
+        const cairo_matrix_t matrix{ax.x, -ax.y, ay.x, -ay.y, at.x, at.y};
         cairo_save(cairo_);
         cairo_set_matrix(cairo_, &matrix);
         const Rgb sheet = dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255};

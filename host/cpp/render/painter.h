@@ -1,6 +1,7 @@
 // Draws the objects of a drawing into a picture.
 #pragma once
 
+#include "drawing/space_view.h"
 #include "render/device_path.h"
 #include "render/style.h"
 #include "render/text.h"
@@ -18,6 +19,8 @@ public:
     void drawFaces(const Pattern& pattern); ///< their edges, seen from above
     void drawCurves(const Pattern& pattern);
     void drawPoints(const Pattern& pattern); ///< point clouds
+    void drawPointsSeen(const Pattern& pattern, const ViewAxes& axes);
+    void drawLines(const std::vector<SeenLine>& lines);
     void drawTexts(const Pattern& pattern);
 
 private:

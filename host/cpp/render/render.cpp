@@ -1,6 +1,7 @@
 #include "render/render.h"
 
 #include "render/painter.h"
+#include "render/space_picture.h"
 #include "store/replace.h"
 #include "text/layout.h"
 
@@ -11,7 +12,9 @@
 #include <cctype>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace host {
 
@@ -61,9 +64,14 @@ static bool isShown(const Drawing& drawing, const Pattern& pattern) {
 }
 
 /// Settles what the picture shows. Empty, or what is wrong with the wish.
-static std::string makeFrame(const Drawing& drawing, const RenderOptions& options, Frame& frame) {
+static std::string makeFrame(const Drawing& drawing, const RenderOptions& options, const SpacePicture* space,
+                             Frame& frame) {
     const int size = std::clamp(options.size, 16, 16'000);
-    if (options.view.empty()) {
+    if (space && !options.view.empty()) return "A view is seen from above; leave out the direction";
+    if (space) {
+        frame = fitFrame(space->extents(), size);
+        space->tilt(frame);
+    } else if (options.view.empty()) {
         frame = fitFrame(drawing.extents(), size);
     } else {
         const auto view = std::find_if(drawing.views.begin(), drawing.views.end(),
@@ -78,9 +86,7 @@ static std::string makeFrame(const Drawing& drawing, const RenderOptions& option
 }
 
 /// Fills lie under all lines and texts over them, whatever the order of the patterns.
-static void paint(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark) {
-    setSource(cairo, dark ? Rgb{0, 0, 0} : Rgb{255, 255, 255});
-    cairo_paint(cairo);
+static void paintFlat(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark) {
     Painter painter(cairo, drawing, frame, dark);
     using Stage = void (Painter::*)(const Pattern&);
     for (const Stage stage : {&Painter::drawHatches, &Painter::drawFaces, &Painter::drawCurves,
@@ -90,12 +96,12 @@ static void paint(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bo
     }
 }
 
-static cairo_status_t writePicture(const Drawing& drawing, const Frame& frame, Format format, bool dark,
-                                   FILE* file) {
+static cairo_status_t writePicture(const Frame& frame, Format format, FILE* file,
+                                   const std::function<void(cairo_t*)>& paint) {
     const Surface surface = makeSurface(format, frame.width, frame.height, file);
     {
         const Context cairo(cairo_create(surface.get()), cairo_destroy);
-        paint(cairo.get(), drawing, frame, dark);
+        paint(cairo.get());
         cairo_show_page(cairo.get());
         if (const cairo_status_t status = cairo_status(cairo.get())) return status;
     }
@@ -108,13 +114,22 @@ static cairo_status_t writePicture(const Drawing& drawing, const Frame& frame, F
 std::string renderDrawing(const Drawing& drawing, const std::string& path, const RenderOptions& options) {
     const Format format = formatOf(path);
     if (format == Format::None) return "A picture's name ends with .svg, .png or .pdf: " + path;
+    std::optional<SpacePicture> space;
+    if (options.inSpace) space.emplace(drawing, options);
     Frame frame;
-    if (std::string wrong = makeFrame(drawing, options, frame); !wrong.empty()) return wrong;
+    if (std::string wrong = makeFrame(drawing, options, space ? &*space : nullptr, frame); !wrong.empty()) return wrong;
 
     ReplacementFile target(path);
     FILE* file = std::fopen(target.path().c_str(), "wb");
     if (!file) return "Can't write " + path;
-    const cairo_status_t status = writePicture(drawing, frame, format, options.dark, file);
+    const cairo_status_t status = writePicture(frame, format, file, [&](cairo_t* cairo) {
+        setSource(cairo, options.dark ? Rgb{0, 0, 0} : Rgb{255, 255, 255});
+        cairo_paint(cairo);
+        if (space)
+            space->paint(cairo, frame);
+        else
+            paintFlat(cairo, drawing, frame, options.dark);
+    });
     const bool closed = std::fclose(file) == 0;
     if (status) return "Can't draw " + path + ": " + cairo_status_to_string(status);
     return closed ? target.commit() : "Can't write " + path;

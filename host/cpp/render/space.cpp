@@ -1,4 +1,4 @@
-// What stands in space, seen from above.
+// What stands in space.
 #include "render/painter.h"
 
 namespace host {
@@ -30,11 +30,25 @@ void Painter::drawCurves(const Pattern& pattern) {
     strokePending();
 }
 
+void Painter::drawLines(const std::vector<SeenLine>& lines) {
+    for (const SeenLine& line : lines) {
+        usePen(line.pen, line.lineType);
+        path_.moveTo(frame_.mapView(line.a.x, line.a.y));
+        path_.lineTo(frame_.mapView(line.b.x, line.b.y));
+    }
+    strokePending();
+}
+
 void Painter::drawPoints(const Pattern& pattern) {
+    drawPointsSeen(pattern, {});
+}
+
+void Painter::drawPointsSeen(const Pattern& pattern, const ViewAxes& axes) {
     for (const PointCloud& cloud : pattern.pointClouds) {
         for (std::size_t i = 0; i < cloud.points.size(); ++i) {
             usePen(cloud.pens[i], 1);
-            dot(frame_.map(cloud.points[i].x, cloud.points[i].y));
+            const RPT3 seen = axes.map(cloud.points[i]);
+            dot(frame_.mapView(seen.x, seen.y));
         }
     }
     strokePending();
