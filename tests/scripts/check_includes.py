@@ -4,6 +4,8 @@
 dxf/    includes the standard library, host/inc, dxf/inc and its own headers, by floors (floors.txt)
 host/   never includes dxf/
 tool/validate  includes only its own headers and libraries
+
+And that the host's drawing calls stand in dxf/cpp/host alone, which keeps shift, unit and order in one place.
 """
 import fnmatch
 import pathlib
@@ -12,6 +14,13 @@ import sys
 
 root = pathlib.Path(__file__).resolve().parents[2]
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.M)
+# Calls that put something into the drawing. Reading and settings are free.
+DRAWING = re.compile(r"""(?<![\w.:>])(
+      ov(draw|arc|spline|elem|copy|hatch|addtext|dim|dodim|arrow|addarrow|3dgenflaeche|3dgenepsi)
+    | Uo3dWertUserToNm | UoGen3DZylinder
+    )\s*\(
+    | \bCi(Pat|Elem|Text|Hatch|Dim|Arrow|Bitmap|3d)\([^()]*\)\s*\.\s*(Add|Draw|Gen|Create|Insert)\w*\s*\(
+    """, re.X)
 problems = []
 
 
@@ -60,6 +69,17 @@ def check_module():
                 problems.append(f"{path.relative_to(root)}: {name} is neither the module's nor the host API's")
 
 
+def check_drawing_calls():
+    for path in sources("dxf/cpp"):
+        if path.is_relative_to(root / "dxf/cpp/host"):
+            continue
+        for number, line in enumerate(path.read_text().splitlines(), 1):
+            code = line.split("//")[0]
+            for call in DRAWING.finditer(code):
+                problems.append(f"{path.relative_to(root)}:{number}: {call.group().strip('( ')} is a drawing call of "
+                                f"the host; dxf/cpp/host has the module's own (dx_host.h)")
+
+
 def check_other(folder, forbidden, why):
     for path in sources(folder):
         for quote, name in INCLUDE.findall(path.read_text()):
@@ -68,6 +88,7 @@ def check_other(folder, forbidden, why):
 
 
 check_module()
+check_drawing_calls()
 module_headers = {p.name for p in sources("dxf") if p.suffix == ".h"}
 check_other("host", lambda p, n: pathlib.Path(n).name in module_headers and not (root / "host/inc" / n).exists()
             and not (root / "host/cpp" / n).exists(), "is the module's; the host never includes it")

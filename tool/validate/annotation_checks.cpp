@@ -145,7 +145,7 @@ void checkMultiLeader(Session& session, const Record& record) {
         const Nesting* nesting = nestingOf(tag);
         if (!nesting) continue;
         if (level != nesting->level - nesting->opens) {
-            session.out.add(Rule::NestedData, session.at(tag), "group ", tag.code, ' ', quoted(tag.value),
+            session.out.add(Rule::NestedData, session.at(tag), "group ", tag.code, ' ', inQuotes(tag.value),
                             " does not fit the nesting");
             return;
         }

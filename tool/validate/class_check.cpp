@@ -11,7 +11,7 @@ void checkClass(Session& session, std::span<const Tag> tags) {
     session.place = {start.line, 0, start.value, Section::Classes};
     checkValues(session, tags.subspan(1));
     if (start.value != "CLASS") {
-        session.out.add(Rule::OutOfPlace, session.place, quoted(start.value), " is no class");
+        session.out.add(Rule::OutOfPlace, session.place, inQuotes(start.value), " is no class");
         return;
     }
     constexpr int codes[] = {1, 2, 3, 90, 91, 280, 281};

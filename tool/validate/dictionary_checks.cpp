@@ -62,7 +62,7 @@ void checkEntryOwners(Session& session) {
             if (model.objects[target].owner == model.objects[dictionary.object].handle) continue;
             session.out.addAs(session.atLeast(Version::R2000) ? Level::Error : Level::Warning,
                               Rule::ForeignEntry, model.placeOf(dictionary.object).at(entry.line),
-                              "the entry ", quoted(entry.key), " belongs to ",
+                              "the entry ", inQuotes(entry.key), " belongs to ",
                               handleText(model.objects[target].owner));
         }
 }
@@ -78,10 +78,10 @@ void checkLayoutNames(Session& session, const Dictionary& root) {
         const auto key = keys.find(model.objects[layout.object].handle);
         if (key == keys.end())
             session.out.add(Rule::LayoutName, model.placeOf(layout.object),
-                            "ACAD_LAYOUT does not list the layout ", quoted(layout.name));
+                            "ACAD_LAYOUT does not list the layout ", inQuotes(layout.name));
         else if (!sameName(key->second, layout.name))
             session.out.add(Rule::LayoutName, model.placeOf(layout.object), "the layout ",
-                            quoted(layout.name), " has the key ", quoted(key->second));
+                            inQuotes(layout.name), " has the key ", inQuotes(key->second));
     }
 }
 
@@ -122,10 +122,10 @@ void checkKind(Session& session, uint32_t object, bool hasClass) {
     if (!rules) {
         if (hasClass) return;
         if (session.atLeast(Version::R14) && entity)
-            session.out.add(Rule::MissingClass, place, "the entity ", quoted(place.kind),
+            session.out.add(Rule::MissingClass, place, "the entity ", inQuotes(place.kind),
                             " is not built in and has no CLASS");
         else
-            session.out.add(Rule::UnknownKind, place, quoted(place.kind), " is not known and has no CLASS");
+            session.out.add(Rule::UnknownKind, place, inQuotes(place.kind), " is not known and has no CLASS");
         return;
     }
     const Kind& kind = rules->kind();

@@ -23,7 +23,7 @@ void EntityWalk::record(std::span<const Tag> tags) {
     readRecord(session_, record, rows_);
     if (record.rules && record.rules->kind().home != Home::Entity &&
         record.rules->kind().home != Home::Member && record.rules->kind().home != Home::BlockMark)
-        session_.out.add(Rule::OutOfPlace, session_.place, quoted(record.name), " is no entity");
+        session_.out.add(Rule::OutOfPlace, session_.place, inQuotes(record.name), " is no entity");
     checkRecord(session_, record, rows_);
     if (record.rules && record.rules->kind().home == Home::Member) {
         member(record);
@@ -127,8 +127,8 @@ void EntityWalk::openBlock(const Record& record) {
     layoutTold_ = false;
     session_.model.blocks.push_back({record.object, name});
     if (record.find(3) && !sameName(name, second))
-        session_.out.add(Rule::BlockNames, session_.place, "the block is called ", quoted(name), " and ",
-                         quoted(second));
+        session_.out.add(Rule::BlockNames, session_.place, "the block is called ", inQuotes(name), " and ",
+                         inQuotes(second));
     if (record.integer(70) & 4 && record.string(1).empty())
         session_.out.add(Rule::ReferencePath, session_.place, "an external reference without a path");
 }
@@ -147,7 +147,7 @@ void EntityWalk::closeBlock(const Record& record) {
 void EntityWalk::entity(Record& record) {
     const bool inBlocks = session_.section == Section::Blocks;
     if (inBlocks && !inBlock_)
-        session_.out.add(Rule::OutOfPlace, session_.place, quoted(record.name),
+        session_.out.add(Rule::OutOfPlace, session_.place, inQuotes(record.name),
                          " stands outside of all blocks");
     if (inBlocks && inBlock_ && layoutBlock_ && !layoutTold_) {
         session_.out.add(Rule::LayoutEntities, session_.place,
@@ -187,7 +187,7 @@ void ObjectWalk::record(std::span<const Tag> tags) {
     Record record{.tags = tags, .name = tags.front().value};
     readRecord(session_, record, rows_);
     if (record.rules && record.rules->kind().home != Home::Object)
-        session_.out.add(Rule::OutOfPlace, session_.place, quoted(record.name), " is no object");
+        session_.out.add(Rule::OutOfPlace, session_.place, inQuotes(record.name), " is no object");
     checkRecord(session_, record, rows_);
 }
 

@@ -66,7 +66,7 @@ private:
     void openApp(const Tag& tag) {
         closeApp();
         if (std::find(apps_.begin(), apps_.end(), tag.value) != apps_.end())
-            session_.out.add(Rule::ExtendedTwice, session_.at(tag), "application ", quoted(tag.value),
+            session_.out.add(Rule::ExtendedTwice, session_.at(tag), "application ", inQuotes(tag.value),
                              " has extended data twice");
         else if (apps_.size() < 64)
             apps_.push_back(tag.value);
@@ -86,7 +86,7 @@ private:
         if (text == "{") {
             ++depth_;
         } else if (text != "}") {
-            session_.out.add(Rule::ExtendedBraces, session_.at(tag), quoted(tag.value), " is no brace");
+            session_.out.add(Rule::ExtendedBraces, session_.at(tag), inQuotes(tag.value), " is no brace");
         } else if (depth_ == 0) {
             report(Rule::ExtendedBraces, tag, "a brace is closed that was not opened");
         } else {
@@ -120,7 +120,7 @@ void checkExtendedData(Session& session, const Record& record) {
 size_t checkAppGroup(Session& session, const Record& record, size_t at) {
     const Tag& open = record.tags[at];
     if (open.value.empty() || open.value.front() != '{') {
-        session.out.add(Rule::AppGroup, session.at(open), "application group ", quoted(open.value),
+        session.out.add(Rule::AppGroup, session.at(open), "application group ", inQuotes(open.value),
                         " does not begin with a brace");
         return at;
     }
@@ -137,7 +137,7 @@ size_t checkAppGroup(Session& session, const Record& record, size_t at) {
         else if (valueType(tag.code) == ValueType::Handle && tag.code >= 330)
             addPointer(session, record, tag, reactors ? Strength::Reactor : Strength::Soft);
     }
-    session.out.add(Rule::AppGroup, session.at(open), "application group ", quoted(open.value),
+    session.out.add(Rule::AppGroup, session.at(open), "application group ", inQuotes(open.value),
                     " is not closed");
     return at;
 }

@@ -123,7 +123,7 @@ private:
         if (session_.versionText.empty()) return;
         session_.version = kLast; // newer than all that are known
         session_.out.add(Rule::UnknownVersion, {0, 0, "$ACADVER", Section::Header},
-                         quoted(session_.versionText), " is no version of the format");
+                         inQuotes(session_.versionText), " is no version of the format");
     }
 
     /// Reads a record: from the group 0 at hand to the next. False at the end of the file.
@@ -217,7 +217,7 @@ private:
         sectionPlace_ = {tags.front().line, 0, {}, session_.section};
         session_.place = sectionPlace_;
         if (named && (row == std::end(kSections) || session_.version < row->since))
-            session_.out.add(Rule::UnknownSection, sectionPlace_, "the section ", quoted(name),
+            session_.out.add(Rule::UnknownSection, sectionPlace_, "the section ", inQuotes(name),
                              " is not known in ", versionName(session_.version));
         if (row != std::end(kSections)) noteSection(*row);
         enterSection(tags.subspan(named ? 2 : 1));
@@ -267,11 +267,11 @@ private:
         case Section::Entities: entities_.record(tags_); break;
         case Section::Objects: objects_.record(tags_); break;
         case Section::None:
-            session_.out.add(Rule::OutsideSections, session_.place, quoted(tags_.front().value),
+            session_.out.add(Rule::OutsideSections, session_.place, inQuotes(tags_.front().value),
                              " stands outside of all sections");
             break;
         case Section::Header:
-            session_.out.add(Rule::OutOfPlace, session_.place, quoted(tags_.front().value),
+            session_.out.add(Rule::OutOfPlace, session_.place, inQuotes(tags_.front().value),
                              " is no header variable");
             break;
         case Section::Thumbnail:

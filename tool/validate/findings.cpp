@@ -22,7 +22,7 @@ bool Findings::count(Level level, Rule rule) {
 
 void Findings::keep(Level level, Rule rule, const Place& place, std::string text) {
     std::string kind =
-        quoted(place.kind); // as a message shows it: a hostile name can't bring control bytes in
+        inQuotes(place.kind); // as a message shows it: a hostile name can't bring control bytes in
     kept_.push_back({static_cast<int>(rule), level, place.line, place.handle ? handleText(place.handle) : "",
                      std::string(sectionName(place.section)), kind.substr(1, kind.size() - 2),
                      std::move(text)});

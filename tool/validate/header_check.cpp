@@ -79,7 +79,7 @@ void checkShape(Session& session, const Variable& variable, const HeaderVariable
 void checkVariable(Session& session, const Variable& variable) {
     const auto rows = rowsOf(variable.name);
     if (rows.empty()) {
-        session.out.add(Rule::UnknownVariable, session.place, "the variable ", quoted(variable.name),
+        session.out.add(Rule::UnknownVariable, session.place, "the variable ", inQuotes(variable.name),
                         " is not known");
         return;
     }
@@ -106,7 +106,7 @@ void takeSettings(Session& session, const Variable& variable) {
     } else if (variable.name == "$DWGCODEPAGE") {
         session.page = findCodePage(value.value);
         if (!session.page && !session.atLeast(Version::R2007))
-            session.out.add(Rule::UnknownCodePage, session.place, "the code page ", quoted(value.value),
+            session.out.add(Rule::UnknownCodePage, session.place, "the code page ", inQuotes(value.value),
                             " is not known");
     }
 }
@@ -170,7 +170,7 @@ void checkHeaderReferences(Session& session, std::span<const Tag> tags) {
         if (names != Names::None && !isNamed(session, names, value.value))
             session.out.addAs(session.atLeast(Version::R13) && names != Names::Block ? Level::Warning
                                                                                      : Level::Note,
-                              Rule::VariableName, place, variable.name, " names ", quoted(value.value),
+                              Rule::VariableName, place, variable.name, " names ", inQuotes(value.value),
                               ", which is not defined");
         if (value.code >= 340 && valueType(value.code) == ValueType::Handle && handleValue(value) != 0 &&
             session.model.find(handleValue(value)) == kNone)

@@ -41,7 +41,7 @@ void checkUses(Session& session, const TableRule& row) {
         if (old && inList(row.builtIn, upperCase(entry.shown))) continue;
         // Up to R12, readers make up what is missing, except blocks. Case beyond ASCII is not compared.
         const Level level = isAscii(entry.shown) ? usual : Level::Note;
-        session.out.addAs(level, row.rule, entry.used, "the ", row.what, ' ', quoted(entry.shown),
+        session.out.addAs(level, row.rule, entry.used, "the ", row.what, ' ', inQuotes(entry.shown),
                           " is not defined, used ", entry.uses, entry.uses == 1 ? " time" : " times");
     }
 }
@@ -85,16 +85,17 @@ void checkBlockRecords(Session& session) {
     for (const BlockRecord& record : model.blockRecords) {
         const Place place = model.placeOf(record.object);
         if (!records.emplace(upperCase(record.name), place.handle).second)
-            session.out.add(Rule::RepeatedName, place, "the name ", quoted(record.name), " is defined twice");
+            session.out.add(Rule::RepeatedName, place, "the name ", inQuotes(record.name),
+                            " is defined twice");
         else if (!blocks.count(upperCase(record.name)))
-            session.out.add(Rule::RecordNoBlock, place, "there is no BLOCK ", quoted(record.name));
+            session.out.add(Rule::RecordNoBlock, place, "there is no BLOCK ", inQuotes(record.name));
     }
     for (const Block& block : model.blocks) {
         const auto record = records.find(upperCase(block.name));
         const Object& object = model.objects[block.object];
         if (record == records.end())
             session.out.add(Rule::BlockNoRecord, model.placeOf(block.object), "there is no BLOCK_RECORD ",
-                            quoted(block.name));
+                            inQuotes(block.name));
         else if (object.hasOwner && object.owner != record->second && session.atLeast(Version::R2000))
             session.out.add(Rule::WrongOwner, model.placeOf(block.object), "the owner ",
                             handleText(object.owner), " is not the BLOCK_RECORD ", handleText(record->second),
@@ -123,17 +124,17 @@ void checkLayoutBlocks(Session& session) {
         const auto found = layouts.find(record.layout);
         const Place place = model.placeOf(record.object);
         if (found != layouts.end() && found->second->blockRecord != handle)
-            session.out.add(Rule::LayoutNoBlock, place, "the layout ", quoted(found->second->name),
+            session.out.add(Rule::LayoutNoBlock, place, "the layout ", inQuotes(found->second->name),
                             " does not point back at this block");
         else if (record.layout == 0 && isLayoutBlock(record.name))
             // Readers make layouts up when there are none at all.
             session.out.addAs(layouts.empty() ? Level::Note : Level::Warning, Rule::LayoutNoBlock, place,
-                              "the block ", quoted(record.name), " has no layout (340)");
+                              "the block ", inQuotes(record.name), " has no layout (340)");
     }
     for (const Layout& layout : model.layouts)
         if (!recordHandles.count(layout.blockRecord))
             session.out.add(Rule::LayoutNoBlock, model.placeOf(layout.object), "the layout ",
-                            quoted(layout.name), " has no block (330)");
+                            inQuotes(layout.name), " has no block (330)");
 }
 
 /// Finds rings in the graph of who inserts whom, without recursion.
@@ -184,7 +185,7 @@ private:
 
     void report(uint32_t block) {
         const NameEntry& entry = session_.model.table(Names::Block).entries[block];
-        session_.out.add(Rule::BlockRing, entry.defined, "the block ", quoted(entry.shown),
+        session_.out.add(Rule::BlockRing, entry.defined, "the block ", inQuotes(entry.shown),
                          " inserts itself, directly or through others");
     }
 
@@ -205,7 +206,7 @@ void checkBlocks(Session& session) {
     for (const BlockUse& use : session.model.blockUses)
         if (!blocks.isDefined(use.name))
             session.out.addAs(session.atLeast(Version::R13) ? Level::Error : Level::Warning, use.rule,
-                              use.place, "the block ", quoted(use.name), " is not defined");
+                              use.place, "the block ", inQuotes(use.name), " is not defined");
     if (session.atLeast(Version::R13)) checkBlockRecords(session);
     if (session.atLeast(Version::R2000)) checkLayoutBlocks(session);
     RingSearch(session).run();

@@ -20,12 +20,12 @@ void checkDictionary(Session& session, const Record& record) {
             Cursor next = cursor;
             next.step();
             if (next.code() != 350 && next.code() != 360) {
-                session.out.add(Rule::EntryPair, session.at(key), "the key ", quoted(key.value),
+                session.out.add(Rule::EntryPair, session.at(key), "the key ", inQuotes(key.value),
                                 " has no handle");
                 continue;
             }
             if (!keys.insert(upperCase(key.value)).second)
-                session.out.add(Rule::RepeatedKey, session.at(key), "the key ", quoted(key.value),
+                session.out.add(Rule::RepeatedKey, session.at(key), "the key ", inQuotes(key.value),
                                 " stands twice");
             model.entries.push_back({key.value, handleValue(next.tag()), next.tag().line});
             cursor = next;

@@ -81,7 +81,7 @@ void checkMarkerCounts(Session& session, std::span<const Part* const> wanted,
         const bool known = std::any_of(wanted.begin(), wanted.end(),
                                        [&](const Part* part) { return inList(part->marker, tag->value); });
         if (!known)
-            session.out.add(Rule::StrangeMarker, session.at(*tag), "the marker ", quoted(tag->value),
+            session.out.add(Rule::StrangeMarker, session.at(*tag), "the marker ", inQuotes(tag->value),
                             " does not belong to this kind");
     }
 }
@@ -98,7 +98,7 @@ void checkMarkerOrder(Session& session, std::span<const Part* const> wanted,
         if (place != wanted.end()) {
             next = static_cast<size_t>(place - wanted.begin()) + 1;
         } else if (std::find(seen.begin(), seen.end(), tag->value) == seen.end()) {
-            session.out.add(Rule::MarkerOrder, session.at(*tag), "the marker ", quoted(tag->value),
+            session.out.add(Rule::MarkerOrder, session.at(*tag), "the marker ", inQuotes(tag->value),
                             " is in the wrong order");
             return;
         }

@@ -87,7 +87,7 @@ private:
     void wrong(uint32_t index, uint32_t owner, Level level, std::string_view wanted) {
         session_.out.addAs(level, Rule::WrongOwner, model_.placeOf(index), "the owner ",
                            handleText(model_.objects[owner].handle), " is ",
-                           quoted(model_.kindOf(model_.objects[owner])), ", not ", wanted);
+                           inQuotes(model_.kindOf(model_.objects[owner])), ", not ", wanted);
     }
 
     void checkKind(uint32_t index, uint32_t owner) {
@@ -124,7 +124,7 @@ private:
         if (!model && !paper)
             wrong(index, owner, Level::Warning, "the record of the model or a paper");
         else if (paper != object.paper)
-            session_.out.add(Rule::SpaceFlag, model_.placeOf(index), "the entity belongs to ", quoted(name),
+            session_.out.add(Rule::SpaceFlag, model_.placeOf(index), "the entity belongs to ", inQuotes(name),
                              paper ? " and lacks 67=1" : " and has 67=1");
     }
 
@@ -167,7 +167,7 @@ void checkPointers(Session& session) {
         if (pointer.wanted.empty() || inList(pointer.wanted, kind) || kind.rfind("ACAD_PROXY", 0) == 0)
             continue;
         session.out.addAs(hard ? Level::Error : Level::Warning, Rule::WrongTarget, place(), "group ",
-                          pointer.code, " leads to ", quoted(kind), " ", handleText(pointer.target),
+                          pointer.code, " leads to ", inQuotes(kind), " ", handleText(pointer.target),
                           ", not to ", pointer.wanted);
     }
 }

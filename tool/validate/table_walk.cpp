@@ -56,7 +56,7 @@ void TableWalk::record(std::span<const Tag> tags) {
         if (!isOpen_) session_.out.add(Rule::OutOfPlace, place, "ENDTAB without TABLE");
         close(place);
     } else if (!isOpen_ || start.value != table_) {
-        session_.out.add(Rule::OutOfPlace, place, quoted(start.value),
+        session_.out.add(Rule::OutOfPlace, place, inQuotes(start.value),
                          isOpen_ ? " stands in the table " : " stands outside of all tables", table_);
     } else {
         Record record{.tags = tags, .name = start.value};
@@ -100,7 +100,7 @@ void TableWalk::open(std::span<const Tag> tags) {
     if (valueOf(tags, 2).empty())
         session_.out.add(Rule::SectionName, place_, "a table without a name");
     else if (index == std::size(kTables) || (table_ == "BLOCK_RECORD" && !session_.atLeast(Version::R13)))
-        session_.out.add(Rule::UnknownTable, place_, quoted(table_), " is no table of ",
+        session_.out.add(Rule::UnknownTable, place_, inQuotes(table_), " is no table of ",
                          versionName(session_.version));
     else if (has(table_))
         session_.out.add(Rule::RepeatedTable, place_, "the table ", table_, " stands twice");

@@ -88,7 +88,7 @@ bool TagReader::next(Tag& tag) {
             line_ = line;
             if (!hasMore()) break;
             takeLine();
-            findings_.add(Rule::BadCode, {line}, "group code expected, not ", quoted(codeLine));
+            findings_.add(Rule::BadCode, {line}, "group code expected, not ", inQuotes(codeLine));
             resynchronise();
             continue;
         }
@@ -99,7 +99,7 @@ bool TagReader::next(Tag& tag) {
         const size_t behindCode = position_;
         tag = {takeLine(), *code, line};
         if (*code >= 0 && *code <= kLastCode) return true;
-        findings_.add(Rule::CodeRange, {line}, "group code ", quoted(trimmed(codeLine)),
+        findings_.add(Rule::CodeRange, {line}, "group code ", inQuotes(trimmed(codeLine)),
                       " is outside of 0 to ", kLastCode);
         position_ = behindCode;
         line_ = line + 1;

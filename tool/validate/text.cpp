@@ -117,7 +117,7 @@ std::string handleText(uint64_t handle) {
     return upperCase({buffer, static_cast<size_t>(end - buffer)});
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     constexpr size_t longest = 60;
     constexpr char hex[] = "0123456789ABCDEF";
     const bool clip = text.size() > longest;

@@ -42,7 +42,7 @@ std::optional<uint64_t> readHandle(std::string_view text);
 std::string handleText(uint64_t handle);
 
 /// The text in double quotes for a message: clipped when long, control bytes and broken UTF-8 as \xHH.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 /// Length of the well-formed UTF-8 sequence that starts at `at`, 0 when it is broken or cut.
 size_t utf8Length(std::string_view text, size_t at);

@@ -12,14 +12,14 @@ constexpr size_t kHexLimit = 254;
 
 void checkReal(Session& session, const Tag& tag) {
     if (!isPlainReal(tag.value))
-        session.out.add(Rule::BadReal, session.at(tag), "group ", tag.code, ": ", quoted(tag.value),
+        session.out.add(Rule::BadReal, session.at(tag), "group ", tag.code, ": ", inQuotes(tag.value),
                         " is not a finite decimal number");
 }
 
 void checkInteger(Session& session, const Tag& tag, int64_t low, int64_t high) {
     const auto number = readInteger(tag.value);
     if (!number)
-        session.out.add(Rule::BadInteger, session.at(tag), "group ", tag.code, ": ", quoted(tag.value),
+        session.out.add(Rule::BadInteger, session.at(tag), "group ", tag.code, ": ", inQuotes(tag.value),
                         " is not an integer");
     else if (*number < low || *number > high)
         session.out.add(Rule::IntegerRange, session.at(tag), "group ", tag.code, ": ", trimmed(tag.value),
@@ -52,7 +52,7 @@ void checkHandle(Session& session, const Tag& tag) {
     // Up to R14, group 5 of a dimension style is the name of an arrow block.
     if (tag.code == 5 && session.place.kind == "DIMSTYLE") return;
     if (!readHandle(tag.value))
-        session.out.add(Rule::BadHandle, session.at(tag), "group ", tag.code, ": ", quoted(tag.value),
+        session.out.add(Rule::BadHandle, session.at(tag), "group ", tag.code, ": ", inQuotes(tag.value),
                         " is not a handle of 1 to 16 hexadecimal digits");
 }
 
@@ -63,7 +63,7 @@ void checkEncoding(Session& session, const Tag& tag) {
             const size_t length = utf8Length(tag.value, at);
             if (length == 0) {
                 session.out.add(Rule::BadUtf8, session.at(tag), "group ", tag.code, ": broken UTF-8 in ",
-                                quoted(tag.value.substr(at)));
+                                inQuotes(tag.value.substr(at)));
                 return;
             }
             at += length;
@@ -71,7 +71,7 @@ void checkEncoding(Session& session, const Tag& tag) {
         return;
     }
     if (looksLikeUtf8(tag.value)) {
-        session.out.add(Rule::Utf8InCodePage, session.at(tag), "group ", tag.code, ": ", quoted(tag.value),
+        session.out.add(Rule::Utf8InCodePage, session.at(tag), "group ", tag.code, ": ", inQuotes(tag.value),
                         " looks like UTF-8, which comes with 2007 only");
         return;
     }
@@ -81,7 +81,7 @@ void checkEncoding(Session& session, const Tag& tag) {
         if (length == 0) {
             session.out.add(Rule::BadByte, session.at(tag), "group ", tag.code, ": code page ",
                             session.page->number, " has no character for the start of ",
-                            quoted(tag.value.substr(at)));
+                            inQuotes(tag.value.substr(at)));
             return;
         }
         at += length;
@@ -101,18 +101,18 @@ bool checkBytes(Session& session, const Tag& tag) {
         }
         if (byte == 0) {
             session.out.add(Rule::NulByte, session.at(tag), "group ", tag.code, ": NUL byte in ",
-                            quoted(tag.value));
+                            inQuotes(tag.value));
             return false;
         }
         control = control || (byte < 0x20 && byte != '\t');
         // Group 3 is the earlier part of a longer text, which may be cut anywhere.
         if (byte == '\\' && isCutEscape(tag.value, at) && !(tag.code == 3 && at + 8 > tag.value.size()))
             session.out.add(Rule::CutEscape, session.at(tag), "group ", tag.code, ": ",
-                            quoted(tag.value.substr(at, 8)), " lacks hexadecimal digits");
+                            inQuotes(tag.value.substr(at, 8)), " lacks hexadecimal digits");
     }
     if (control)
         session.out.add(Rule::ControlByte, session.at(tag), "group ", tag.code, ": control byte in ",
-                        quoted(tag.value));
+                        inQuotes(tag.value));
     return beyondAscii;
 }
 
@@ -189,19 +189,19 @@ void checkDefinedName(Session& session, const Place& place, Names table, std::st
         return;
     }
     if (isBlank(name.front()) || isBlank(name.back()))
-        session.out.add(Rule::NameBlanks, place, "the name ", quoted(name), " begins or ends with a blank");
+        session.out.add(Rule::NameBlanks, place, "the name ", inQuotes(name), " begins or ends with a blank");
     // The names of applications follow no rule that files keep.
     if (table == Names::App) return;
     const bool longNames = session.longNames && session.atLeast(Version::R2000);
     const size_t limit = longNames ? 255 : 31;
     const size_t length = nameLength(name);
     if (length > limit)
-        session.out.add(Rule::LongName, place, "the name ", quoted(name), " has ", length,
+        session.out.add(Rule::LongName, place, "the name ", inQuotes(name), " has ", length,
                         " characters, more than ", limit);
     const size_t bad = findBadCharacter(trimmed(name), longNames);
     if (bad != name.npos)
-        session.out.add(Rule::BadName, place, "the name ", quoted(name), " has the forbidden character ",
-                        quoted(trimmed(name).substr(bad, 1)));
+        session.out.add(Rule::BadName, place, "the name ", inQuotes(name), " has the forbidden character ",
+                        inQuotes(trimmed(name).substr(bad, 1)));
 }
 
 void useName(Session& session, const Place& place, Names table, std::string_view name) {
@@ -216,7 +216,7 @@ void defineName(Session& session, const Place& place, Names table, std::string_v
     if (entry.defined.line == 0)
         entry.defined = place;
     else if (table != Names::Viewport) // tiled views share a name
-        session.out.add(Rule::RepeatedName, place, "the name ", quoted(name), " is defined in line ",
+        session.out.add(Rule::RepeatedName, place, "the name ", inQuotes(name), " is defined in line ",
                         entry.defined.line, " already");
 }
 

@@ -12,10 +12,9 @@ static int addHiddenLines(int pat) {
     if (const int error = Dxovpat(211, &image)) return error;
     int hide = 1;
     int redraw = 7;
-    int copy = 8;
     int error = ov3dhidden(&hide, &pat, &image);
     if (!error) error = ovredraw(&redraw);
-    if (!error) error = ovcopy(&copy, &image, &pat);
+    if (!error) error = Dxovcopy(image, pat);
     const int removed = Dxovpat(17, &image);
     return error ? error : removed;
 }

@@ -1,21 +1,63 @@
-// Elements of the active pattern: the drawing shift, counting, filled figures.
-#include "../session/session_state.h"
+// Elements of patterns: counting, splines, outlines, filled figures.
+#include "dx_frame.h"
 #include "dx_host.h"
 
 #include "ov.h"
 
-int Dxovdraw(int op, double x, double y, unsigned char info) {
+#include <vector>
+
+/// Counts an element and notes where it ends.
+static int announce(double x, double y) {
     if (const int error = DxNewElement(1)) return error;
-    DxLastOutX = x - DxShiftX;
-    DxLastOutY = y - DxShiftY;
+    const RPT to = DxPointToContext(x, y);
+    DxLastOutX = to.x;
+    DxLastOutY = to.y;
+    return 0;
+}
+
+int Dxovdraw(int op, double x, double y, unsigned char info) {
+    if (const int error = announce(x, y)) return error;
     return DxCiElemAddElem(op, 0, 0, DxLastOutX, DxLastOutY, info);
 }
 
 int Dxovarc(int op, double x, double y, double cx, double cy, unsigned char info) {
-    if (const int error = DxNewElement(1)) return error;
-    DxLastOutX = x - DxShiftX;
-    DxLastOutY = y - DxShiftY;
-    return DxCiElemAddElem(op, cx - DxShiftX, cy - DxShiftY, DxLastOutX, DxLastOutY, info);
+    if (const int error = announce(x, y)) return error;
+    const RPT centre = DxPointToContext(cx, cy);
+    return DxCiElemAddElem(op, centre.x, centre.y, DxLastOutX, DxLastOutY, info);
+}
+
+int Dxovspline(int count, const double* x, const double* y, double startAngle, double endAngle,
+               bool* isDrawn) {
+    *isDrawn = false;
+    if (const int error = DxCiElemDrawPat()) return error;
+    std::vector<double> hostX, hostY;
+    for (int i = 0; i < count; ++i) {
+        const RPT point = DxPointToHost(x[i], y[i]);
+        hostX.push_back(point.x);
+        hostY.push_back(point.y);
+    }
+    int degree = 3, one = 1, flags[2] = {1, 1};
+    *isDrawn =
+        ovspline(&count, hostX.data(), hostY.data(), &degree, &one, flags, &startAngle, &endAngle) == 0;
+    return 0;
+}
+
+int Dxovelem(DX_ELEM_STEP step, UO_ELEM* elem) {
+    if (const int error = DxCiElemDrawPat()) return error;
+    int code = step;
+    return ovelem(&code, elem);
+}
+
+int Dxovcopy(int fromPat, int toPat) {
+    if (const int error = DxCiElemDrawPat()) return error;
+    int code = 8;
+    return ovcopy(&code, &fromPat, &toPat);
+}
+
+int Dxovhatch(int toPat, int contourPat) {
+    if (const int error = DxCiElemDrawPat()) return error;
+    int code = 1;
+    return ovhatch(&code, &toPat, &contourPat);
 }
 
 static int activate(int patNo) {
@@ -41,15 +83,13 @@ int Dxovfillelem(int op, double x, double y, double cx, double cy, int mode) {
     if (const int error = DxNewElement(1)) return error;
     int kept = 0;
     if (const int error = Dxovpat(5, &kept)) return error;
-    int result =
-        addToOutline(op, {x - DxShiftX, y - DxShiftY}, {cx - DxShiftX, cy - DxShiftY}, mode == 1, kept);
+    int result = addToOutline(op, DxPointToHost(x, y), DxPointToHost(cx, cy), mode == 1, kept);
     if (result) {
         if (DxFillPat) dropOutline();
         return result;
     }
     if (mode != 2) return 0;
-    int code = 1;
-    result = ovhatch(&code, &kept, &DxFillPat);
+    result = Dxovhatch(kept, DxFillPat);
     const int dropped = dropOutline();
     return result ? result : dropped;
 }

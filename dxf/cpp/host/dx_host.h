@@ -4,6 +4,10 @@
 #include "ci.h"
 #include "dx_types.h"
 #include "host_state.h"
+#include "ov_text.h"
+#include "uo_elem.h"
+
+#include <vector>
 
 // ---- patterns --------------------------------------------------------------------------------------
 /// The host's pattern control (ovpat), passing over invisible patterns of a 2D export when it steps.
@@ -29,13 +33,38 @@ int DxCiSetAttrSingle(int patNo, const UtCString& name, const UtCString& value, 
 /// The host's 2D placement of a pattern, or its inverse.
 int DxGetPatMatrix(int patNo, Mat32 m, bool inverted);
 
-// ---- drawing: points in the drawing's frame ahead of the shift --------------------------------------
+// ---- drawing: points and lengths of the active space, ahead of the shift ----------------------------
+// All drawing calls of the host stand in this folder; each hands over what waits in the element queue first,
+// so that the order stays. dx_frame.h has the frames.
 int Dxovdraw(int op, double x, double y, unsigned char info = 0); ///< op 1 draws, 2 moves to (x, y).
 /// From the current point to (x, y) about (cx, cy): op 3 clockwise, 4 counter-clockwise, 22 a full circle.
 int Dxovarc(int op, double x, double y, double cx, double cy, unsigned char info = 0);
 /// One element of the outline of a filled figure, straight to a contour pattern: op as above; mode 1 begins
 /// the figure, 2 ends it and makes its fill in the active pattern.
 int Dxovfillelem(int op, double x, double y, double cx, double cy, int mode);
+
+/// A spline through `count` points with tangents (radians) at its ends. `isDrawn` says whether the host made
+/// it; the result is that of the queue.
+int Dxovspline(int count, const double* x, const double* y, double startAngle, double endAngle,
+               bool* isDrawn);
+/// What Dxovelem does: the first element of `elem->patNo`, the one behind `*elem`, or a new one at the end.
+enum DX_ELEM_STEP { DX_ELEM_FIRST = 38, DX_ELEM_NEXT = 24, DX_ELEM_APPEND = 29 };
+/// Elements of a contour as records, in the host's frame (dx_frame.h). 1005 at the end.
+int Dxovelem(DX_ELEM_STEP step, UO_ELEM* elem);
+int Dxovcopy(int fromPat, int toPat); ///< All that a pattern holds, behind what stands in another.
+/// Makes a hatch in pattern `toPat` from the contours in `contourPat`, as the fill settings say.
+int Dxovhatch(int toPat, int contourPat);
+int Dxovtextparams(OV_TEXT_PARM parm, OV_TEXT_EXT ext); ///< Sizes in millimetres on the sheet.
+int Dxovaddtext(const UtCString& text, double x, double y);
+/// Makes a text in the cursor's pattern with the current parameters and aims the cursor at it.
+int Dxovtext(DsCsr& cursor, const RPT3& point, const UtCString& text);
+
+/// Tolerance of the 3D calls; `replaced`, which may be null, receives the one before.
+int Dxov3dgenepsi(double tolerance, double* replaced);
+int Dxov3dJoinFaces(int patNo); ///< Joins the faces of a pattern to one set.
+/// A curve in space through the points, in a pattern of its own with the attributes of the active one. Fewer
+/// than two points are none. 0 or the host's error.
+int DxCiDraw3DCurveByPoints(const std::vector<RPT3>& points);
 
 // ---- element queue ---------------------------------------------------------------------------------
 /// Appends an element for the active pattern; points after the shift. Elements that wait for another pattern

@@ -1,5 +1,6 @@
 // ARC.
 #include "../config/dx_pens.h"
+#include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "../session/session_state.h"
 #include "dx_entity_base.h"
@@ -49,7 +50,7 @@ RPT3 pointAt(const DX_ARC_TYPE& arc, double degrees) {
 /// An arc whose ends the drawing can't tell apart, and that isn't a full turn either.
 bool isTiny(const DX_ARC_TYPE& arc, const RPT3& start, const RPT3& end) {
     if (!(std::fabs(arc.endAngle - arc.startAngle) < 180)) return false;
-    const double tolerance = UtConv(50);
+    const double tolerance = DxDrawingTolerance();
     return std::fabs(start.x - end.x) < tolerance && std::fabs(start.y - end.y) < tolerance;
 }
 

@@ -6,7 +6,6 @@
 #include "dx_extents.h"
 #include "dx_linework_import.h"
 #include "dx_transform.h"
-#include "ov.h"
 
 #include <cmath>
 #include <utility>
@@ -127,22 +126,13 @@ int drawPolygon(const Samples& samples) {
     return 0;
 }
 
-/// Hands the samples to the host as a spline, which goes past the element queue and the shift.
-bool drawSpline(Samples samples) {
-    for (int i = 0; i < samples.count; ++i) {
-        samples.x[i] -= DxShiftX;
-        samples.y[i] -= DxShiftY;
-    }
-    int degree = 3, one = 1, flags[2] = {1, 1};
-    return ovspline(&samples.count, samples.x, samples.y, &degree, &one, flags, &samples.startAngle,
-                    &samples.endAngle) == 0;
-}
-
 int drawSamples(const Samples& samples, const Mat44 m, int inFigure) {
     if (isEdgeOn(m)) return drawPolygon(samples);
-    // What waits in the queue stands ahead of the spline, which goes past it.
-    if (const int error = DxCiElemDrawPat()) return error;
-    if (!drawSpline(samples)) return drawPolygon(samples);
+    bool isDrawn = false;
+    if (const int error =
+            Dxovspline(samples.count, samples.x, samples.y, samples.startAngle, samples.endAngle, &isDrawn))
+        return error;
+    if (!isDrawn) return drawPolygon(samples);
     return inFigure ? Dxovdraw(2, samples.last.x, samples.last.y) : 0;
 }
 

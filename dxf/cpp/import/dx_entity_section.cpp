@@ -22,7 +22,6 @@
 #include "dx_point_clouds.h"
 #include "dx_spaces.h"
 #include "mt.h"
-#include "ov.h"
 #include "uo.h"
 
 namespace {
@@ -214,17 +213,9 @@ int DxClearPatterns() {
 }
 
 void DxSyncAll3dPat() {
-    int code = 5;
     double saved = 0;
-    ov3dgenepsi(&code, &saved);
-    code = 6;
-    double wide = DxScale * 1000;
-    ov3dgenepsi(&code, &wide);
-    for (const DX_PAT_ENTRY& pattern : DxPatTable) {
-        if (!pattern.elements || !pattern.faces3d) continue;
-        int joinFaces = 205, number = pattern.number;
-        ov3dgenflaeche(&joinFaces, &number);
-    }
-    code = 6;
-    ov3dgenepsi(&code, &saved);
+    Dxov3dgenepsi(DxScale * 1000, &saved);
+    for (const DX_PAT_ENTRY& pattern : DxPatTable)
+        if (pattern.elements && pattern.faces3d) Dxov3dJoinFaces(pattern.number);
+    Dxov3dgenepsi(saved, nullptr);
 }

@@ -1,6 +1,7 @@
 // Draw stages of POLYLINE and LWPOLYLINE.
 #include "../config/config_state.h"
 #include "../config/dx_pens.h"
+#include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "../session/session_state.h"
 #include "dx_entity_base.h"
@@ -90,7 +91,7 @@ int drawArcPiece(const RPT3& world, double bulge, unsigned char info) {
         DxCheckXYZ(world.x, world.y, world.z);
         return 0;
     }
-    if (isNear(DxLastPoint, world, UtConv(50)) || !std::isfinite(cx) || !std::isfinite(cy))
+    if (isNear(DxLastPoint, world, DxDrawingTolerance()) || !std::isfinite(cx) || !std::isfinite(cy))
         return Dxovdraw(1, world.x, world.y, info);
     return Dxovarc(bulge > 0 ? 4 : 3, world.x, world.y, cx, cy, info);
 }

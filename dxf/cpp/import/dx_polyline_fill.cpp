@@ -1,11 +1,11 @@
 // The outline of a wide polyline: two sides and two ends around its centre line, filled or as a contour.
 #include "../config/config_state.h"
+#include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "dx_polyline_import.h"
 #include "ge.h"
 #include "import_state.h"
 #include "ln.h"
-#include "ov.h"
 #include "uo_elem.h"
 #include "ut.h"
 
@@ -27,7 +27,7 @@ bool isPiece(const UO_ELEM& e) {
     return (e.type == 3 || e.type == 4) && radiusOf(e) > smallestArcRadius;
 }
 
-/// The centre line, with the widths at the start and end of each of its elements.
+/// The centre line in the host's frame, with the widths at the start and end of each of its elements.
 struct CentreLine {
     LiList list;
     std::vector<double> widths; ///< two an element, in the order of chaining
@@ -45,7 +45,7 @@ void addWidths(const DX_VERTEX_TYPE& vertex, const LI_ELEM* first, std::vector<d
     for (const LI_ELEM* e = first; e; e = e->next) total += e->length;
     const auto widthAt = [&](double length) {
         const double t = total > 0 ? length / total : 0;
-        return std::fabs(std::lerp(vertex.startWidth, vertex.endWidth, t) * DxBlockScaleX);
+        return DxLengthToHost(std::fabs(std::lerp(vertex.startWidth, vertex.endWidth, t) * DxBlockScaleX));
     };
     for (const LI_ELEM* e = first; e; e = e->next) {
         widths.push_back(widthAt(behind));
@@ -64,8 +64,7 @@ int collectCentreLine(int pat, CentreLine& line) {
         if (pieceStart) addWidths(DxActPolyline.vertices[vertex], pieceStart, line.widths);
         pieceStart = nullptr;
     };
-    int first = 38, next = 24;
-    for (int end = ovelem(&first, &e); !end; end = ovelem(&next, &e)) {
+    for (int end = Dxovelem(DX_ELEM_FIRST, &e); !end; end = Dxovelem(DX_ELEM_NEXT, &e)) {
         if (e.type == 2 || !isPiece(e)) continue;
         LI_ELEM* elem = LiNew(line.list);
         if (!elem) return 1001;
@@ -86,7 +85,8 @@ int collectCentreLine(int pat, CentreLine& line) {
 
 /// Half the width, not wider than the tightest arc.
 double halfWidth(const LiList& list) {
-    double h = std::fabs((DxActPolyline.startWidth + DxActPolyline.endWidth) * 0.5 * DxBlockScaleX * 0.5);
+    const double width = (DxActPolyline.startWidth + DxActPolyline.endWidth) * 0.5 * DxBlockScaleX;
+    double h = DxLengthToHost(std::fabs(width * 0.5));
     for (const LI_ELEM* e = LiSucc(list, nullptr); e; e = LiSucc(list, e))
         if (e->isArc()) h = std::min(h, e->radius);
     return h;
@@ -128,12 +128,11 @@ struct Look {
 };
 
 int append(int pat, UO_ELEM elem, const Look& look) {
-    int code = 29;
     elem.patNo = pat;
     elem.pen = look.pen;
     elem.lineType = look.lineType;
     elem.info = look.info;
-    return ovelem(&code, &elem);
+    return Dxovelem(DX_ELEM_APPEND, &elem);
 }
 
 /// Writes elements from `first` to `last` into a pattern.
@@ -170,9 +169,7 @@ int moveToKept(int pat) {
     if (const int error = UoElemS(27, pat, &count)) return error;
     const int announced = std::max(count, 1); // a fill alone keeps its pattern too
     if (const int error = DxNewElement(announced)) return error;
-    int code = 8;
-    int target = DxActPat;
-    return ovcopy(&code, &pat, &target);
+    return Dxovcopy(pat, DxActPat);
 }
 
 /// Makes the pattern that shows the wide line: its outline and its fill, as the switches say, and lines where
@@ -190,9 +187,9 @@ int outlineInto(const std::vector<Contour>& contours, const UO_ELEM& model, int*
     if (!error && DxFillContour) error = writeContours(*outline, contours, Parts::Areas, look(closedFigure));
     if (!error) error = writeContours(*outline, contours, Parts::Hairlines, look(figure));
     if (!error && DxFillMode) {
-        int code = 1, count = 0;
+        int count = 0;
         UoElemS(27, scratch, &count);
-        if (count) error = ovhatch(&code, outline, &scratch);
+        if (count) error = Dxovhatch(*outline, scratch);
     }
     removePattern(scratch);
     return error;

@@ -1,6 +1,7 @@
 // Draw stage of SPLINE: sampled, and given to the host as lines or as biarcs.
 #include "../config/config_state.h"
 #include "../config/dx_pens.h"
+#include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "../session/session_state.h"
 #include "bs.h"
@@ -27,7 +28,7 @@ struct Samples {
     std::vector<RPT> points;
     std::vector<RPT> tangents;
     RPT3 last{0, 0, 0};
-    UtCList<GeRpt3>* inSpace = nullptr; ///< receives the points behind the shift, for the 3D stage
+    std::vector<RPT3>* inSpace = nullptr; ///< receives the points, for the 3D stage
 };
 
 /// The record in the form that the host evaluates; it points into its own arrays.
@@ -59,7 +60,7 @@ bool addSample(Samples& samples, RPT3 point, const RPT& tangent, const Mat44 m) 
     samples.points.push_back({point.x, point.y});
     samples.tangents.push_back(tangent);
     samples.last = point;
-    if (samples.inSpace) samples.inSpace->push_back({point.x - DxShiftX, point.y - DxShiftY, point.z});
+    if (samples.inSpace) samples.inSpace->push_back(point);
     if (DxCheckPass) DxCheckXYZ(point.x, point.y, point.z);
     return true;
 }
@@ -142,7 +143,7 @@ bool findBiarc(const RPT* p, const RPT* t, Biarc& biarc) {
 }
 
 int drawPiece(const RPT& from, const RPT& to, const RPT& centre, short sense, unsigned char info) {
-    const double tolerance = UtConv(50);
+    const double tolerance = DxDrawingTolerance();
     if (std::fabs(to.x - from.x) < tolerance && std::fabs(to.y - from.y) < tolerance)
         return Dxovdraw(1, to.x, to.y, info);
     return Dxovarc(sense == 1 ? 4 : 3, to.x, to.y, centre.x, centre.y, info);
@@ -178,7 +179,7 @@ int DxDrawSpline(const DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage
     const bool linear = rec->flags & LINEAR || rec->degree == 1;
     const bool hasCurve = rec->knotCount != 0 && rec->controlCount != 0;
     bool useArcs = approx && !linear && hasCurve;
-    UtCList<GeRpt3> list;
+    std::vector<RPT3> list;
     Samples samples;
     if (inSpace) samples.inSpace = &list;
     const int error = hasCurve ? sampleCurve(*rec, m, useArcs, samples) : sampleFitPoints(*rec, m, samples);
@@ -196,16 +197,6 @@ int DxDrawSpline(const DX_SPLINE_TYPE* rec, const Mat44 m, int approx, int stage
         if (const int failed = DxCiDraw3DCurveByPoints(list)) return failed;
     DxLastPoint = samples.last;
     return 0;
-}
-
-int DxCiDraw3DCurveByPoints(UtCList<GeRpt3>& points) {
-    if (points.size() < 2) return 0;
-    DsCsr cursor;
-    if (const int error = CiPat(DxCiContextId).Add(cursor)) return error;
-    if (const int error = UoCopyAllAttrs(DxActPat, DsCursorToPatNo(&cursor))) return error;
-    int curve = 0, part = 0;
-    return Ci3d(DxCiContextId)
-        .DrawCurveByPoints(&cursor, points.data(), static_cast<int>(points.size()), &curve, &part);
 }
 
 int DxDrawFlatSpline(const DX_SPLINE_TYPE* rec, const DxEntityContext& context) {

@@ -3,6 +3,7 @@
 #include "../host/dx_host.h"
 #include "../session/dx_encoding.h"
 #include "../session/dx_reader.h"
+#include "../session/session_state.h"
 #include "dx_template.h"
 #include "ov_text.h"
 #include "sections_state.h"
@@ -66,7 +67,7 @@ void store(const std::vector<std::string>& lines) {
     UoTextSetParamsSimple(2.5, 1.5);
     std::string text;
     for (const std::string& line : lines) text += (text.empty() ? "" : "\n") + line;
-    ovaddtext(text, 0.0, 0.0);
+    Dxovaddtext(text, DxShiftX, DxShiftY);
     Dxovpat(211, &pattern); // nothing else is to land in the pattern of the header
 }
 

@@ -1,6 +1,7 @@
 #include "dx_scale.h"
 
 #include "../config/config_state.h"
+#include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "../import/dx_extents.h"
 #include "dx_messages.h"
@@ -49,7 +50,7 @@ int formatOfWord(const UtCString& word, int format) {
 /// Whether the drawing fits on a sheet A0 about the origin at scale `scale`.
 bool fits(double scale) {
     constexpr double HALF_WIDTH = 841.0, HALF_HEIGHT = 594.5; // millimetres, with as much again to spare
-    const double factor = scale * DxDrawUnit;
+    const double factor = DxLengthToHost(scale * DxDrawUnit);
     return !(factor * DxExtMax.x > HALF_WIDTH || factor * DxExtMin.x < -HALF_WIDTH ||
              factor * DxExtMax.y > HALF_HEIGHT || factor * DxExtMin.y < -HALF_HEIGHT);
 }

@@ -1,4 +1,5 @@
 #include "dx_mtext_flow.h"
+#include "../host/dx_frame.h"
 
 #include "../session/session_state.h"
 #include "dx_text_codes.h"
@@ -125,7 +126,7 @@ public:
         const DxTextCadParams parms = DxTextCalcCadParams(
             run.height, room, charset_.font, charset_.font == 0 ? text : std::string_view(converted(text)),
             length.space, spacing);
-        width_ = parms.width / (DxScale * DxDrawUnit);
+        width_ = DxLengthFromSheet(parms.width);
         gap_ = (parms.spacing - 1) * width_;
         face_.height = 1.0;
         face_.factor = 1.0;

@@ -1,8 +1,8 @@
 // The arithmetic between DXF's and the host's way of placing and sizing a text.
 #include "../config/config_state.h"
+#include "../host/dx_frame.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
-#include "../session/session_state.h"
 #include "dx_text_codes.h"
 #include "dx_text_host.h"
 #include "dx_text_import.h"
@@ -89,8 +89,7 @@ int DxTextCalcBreite(const DX_TEXT_TYPE& text, int count, const RPT3& p1, const 
 
 DxTextCadParams DxTextCalcCadParams(double height, double length, int font, std::string_view converted,
                                     double space, double dx) {
-    const double toSheet = DxScale * DxDrawUnit;
-    DxTextCadParams parms{height * toSheet, length * toSheet, dx != 0 ? dx : space + 1.0};
+    DxTextCadParams parms{DxLengthToSheet(height), DxLengthToSheet(length), dx != 0 ? dx : space + 1.0};
     if (DxCiTextIsTtf(static_cast<unsigned short>(font))) return parms;
     int proportional = 0;
     const int count = DxTextHostCount(converted);
@@ -122,7 +121,7 @@ double DxTextCalcTextRahmenLen(std::string_view converted, int font, double widt
 }
 
 double DxTextCalcTextLen(std::string_view converted, int font, double width, double spacing) {
-    return DxTextCalcTextRahmenLen(converted, font, width, spacing) / (DxScale * DxDrawUnit);
+    return DxLengthFromSheet(DxTextCalcTextRahmenLen(converted, font, width, spacing));
 }
 
 int DxTextConvOrigin(const DxTextAlignment& a, int* origin, int* justification, RPT3* point,

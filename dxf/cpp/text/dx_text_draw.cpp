@@ -4,6 +4,7 @@
 // characters; DXF by the characters themselves. So width, spacing and point are worked out anew.
 #include "../config/config_state.h"
 #include "../config/dx_pens.h"
+#include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "../import/dx_entity_base.h"
 #include "../import/dx_extents.h"
@@ -202,9 +203,9 @@ RPT3 setOrigin(const Placing& placing, OV_TEXT_PARM& parm) {
         parm.justification = record.justification;
         return point;
     }
-    const double toSheet = DxScale * DxDrawUnit;
     DxTextConvOrigin({record.horAlign, record.verAlign, record.justification, placing.height,
-                      parm.width / toSheet, parm.spacing, parm.lineDistance, parm.angle, placing.isMirrored},
+                      DxLengthFromSheet(parm.width), parm.spacing, parm.lineDistance, parm.angle,
+                      placing.isMirrored},
                      &parm.origin, &parm.justification, &point, placing.second);
     return point;
 }
@@ -237,14 +238,12 @@ int make(Placing& placing, int pen, DX_TEXT_KIND kind) {
     parm.slant = record.oblique == 360.0 ? 0.0 : record.oblique * toRadians;
     setSize(placing, parm);
     setFont(placing, parm);
-    RPT3 point = setOrigin(placing, parm);
+    const RPT3 point = setOrigin(placing, parm);
     if (!isUsable(parm, point)) return 0;
     if (!(parm.height > smallestHeight)) return tellTooSmall();
-    OV_TEXT_EXT ext = backgroundOf(record);
+    const OV_TEXT_EXT ext = backgroundOf(record);
     if (const int error = DxNewElement(1)) return error;
-    if (const int error = ovtextparamsttf(6, &parm)) return error;
-    if (const int error = ovtextparamext(6, &ext)) return error;
-    point = {point.x - DxShiftX, point.y - DxShiftY, 0};
+    if (const int error = Dxovtextparams(parm, ext)) return error;
     const double box = record.boxWidth > record.height ? record.boxWidth * std::fabs(DxBlockScaleY) : 0;
     int row = 0;
     if (const int error = DxCiTextAdd(DxActPat, &row, point, std::move(placing.converted), kind, box))

@@ -1,7 +1,6 @@
 #include "dx_text_host.h"
 
-#include "../host/dx_context.h"
-#include "../host/host_state.h"
+#include "../host/dx_host.h"
 #include "ci_text.h"
 #include "ds.h"
 #include "dx_text_codes.h"
@@ -49,8 +48,7 @@ int DxCiTextAdd(int pat, int* row, const RPT3& point, const UtCString& text, int
     DsCsr cursor;
     if (const int error = DsCursorFromPatNo(pat, &cursor)) return error;
     const bool hasEscapes = text.str().find('\\') != std::string::npos;
-    const int added = hasEscapes ? texts.Add(cursor, point, DxTextConv2Unicode(text.str()))
-                                 : texts.Add(cursor, point, text);
+    const int added = Dxovtext(cursor, point, hasEscapes ? DxTextConv2Unicode(text.str()) : text);
     if (added) return added;
     *row = cursor.Get().elRow;
     if (lineLength > 0) {

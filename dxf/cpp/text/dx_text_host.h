@@ -4,9 +4,9 @@
 #include "rpt.h"
 #include "ut_string.h"
 
-/// Makes a text in pattern `pat` with the host's current parameters, its escapes resolved; `row` receives
-/// where it stands. A `lineLength` above 0 breaks its lines to that width; `type` 3 makes it part of a
-/// dimension. 0 or the host's error.
+/// Makes a text at `point`, which is ahead of the shift, in pattern `pat` with the host's current parameters,
+/// its escapes resolved; `row` receives where it stands. A `lineLength` above 0 breaks its lines to that
+/// width; `type` 3 makes it part of a dimension. 0 or the host's error.
 int DxCiTextAdd(int pat, int* row, const RPT3& point, const UtCString& text, int type, double lineLength);
 /// `point` may be null.
 int DxCiTextGet(int pat, int row, RPT3* point, UtCString* text);

@@ -1,5 +1,6 @@
 // Lengths of texts on either side.
 #include "../config/config_state.h"
+#include "../host/dx_frame.h"
 #include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
@@ -130,7 +131,7 @@ double measureChar(const DxTextMeasure& what, char32_t c) {
     std::string text;
     DxAppendChar(text, c);
     if (ovtextparamsttf(6, &parm) || DxCiTextSize(text, &width, &height)) return 0;
-    return width * DxScale * DxDrawUnit / size;
+    return DxLengthToSheet(width) / size;
 }
 
 DxFaceTable& faceTableOf(const DxTextMeasure& what) {
