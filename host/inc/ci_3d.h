@@ -20,6 +20,8 @@ public:
     int First(DsCsr& cursor);
     int Next(DsCsr& cursor);
     static int Count(const DsCsr& pattern, long* count);
+    static int CountSolids(const DsCsr& pattern, long* count);
+    static int CountClouds(const DsCsr& pattern, long* count); ///< point clouds
 
     /// Adds a curve through the points, in the drawing's frame and the context's unit, to the cursor's
     /// pattern, with the host's current pen. `*curve` is its place among the curves of the pattern, `*parts`

@@ -26,7 +26,7 @@ int DxWriteMatrix(int ownerPat, Mat32 matrix) {
 
 // ---- one pattern -----------------------------------------------------------------------------------
 
-static void showProgress() {
+void DxShowPattern() {
     if (DxPatCounter++ % 100 == 1)
         DxDisplay(UtFormat("%d %s", DxPatCounter, DxPatNames[DX_PAT_NAME].c_str()));
 }
@@ -45,7 +45,7 @@ static int writeDimensions(int pat) {
 }
 
 int DxWritePat(int pat) {
-    showProgress();
+    DxShowPattern();
     int error = DxCiWritePatBitmap(pat);
     if (!error) error = DxWritePatHatch(pat, 0);
     if (!error) error = writeChains(pat);
@@ -56,8 +56,10 @@ int DxWritePat(int pat) {
 
 static int writeContent(int pat) {
     int error = DxPatsOneWork ? DxWritePat(pat) : 0;
-    if (!error) error = DxModus == 3 ? DxWrite3dPat(pat) : DxCountUnwritten(pat, DX_UNWRITTEN_3D);
-    return error;
+    if (error) return error;
+    DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
+    if (DxModus != 3) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 
 static int writeAsBlock(int pat) {

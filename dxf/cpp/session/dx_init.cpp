@@ -13,10 +13,12 @@
 #include "../import/dx_kinds.h"
 #include "../import/dx_point_clouds.h"
 #include "../import/import_state.h"
+#include "../import/point_cloud_state.h"
 #include "../import/polyline_state.h"
 #include "../sections/dx_tables_import.h"
 #include "../sections/sections_state.h"
 #include "../solid/dx_acds.h"
+#include "../solid/space_state.h"
 #include "../solid/sat/dx_od.h"
 #include "../text/text_state.h"
 #include "dx_encoding.h"
@@ -38,6 +40,8 @@ void resetAllState(int isExport) {
     DxResetHostState();
     DxResetImportState();
     DxResetPolylineState();
+    DxResetPointCloudState();
+    DxResetSpaceState();
     DxResetBlocksState();
     DxResetSectionsState();
     DxResetTextState();

@@ -44,6 +44,20 @@ int Ci3d::Count(const DsCsr& pattern, long* count) {
     return 0;
 }
 
+int Ci3d::CountSolids(const DsCsr& pattern, long* count) {
+    const Pattern* counted = patternAt(pattern);
+    if (!counted) return errorNoSuchObject;
+    *count = static_cast<long>(counted->solids.size());
+    return 0;
+}
+
+int Ci3d::CountClouds(const DsCsr& pattern, long* count) {
+    const Pattern* counted = patternAt(pattern);
+    if (!counted) return errorNoSuchObject;
+    *count = static_cast<long>(counted->pointClouds.size());
+    return 0;
+}
+
 int Ci3d::DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts) {
     Pattern* target = targetAt(pattern);
     if (!target) return errorNoSuchObject;

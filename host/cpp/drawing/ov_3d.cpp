@@ -1,11 +1,15 @@
 // Faces in space by pattern number: made, joined, read.
 #include "ov_3d.h"
 
+#include "ds.h"
+
 #include "drawing/host_state.h"
 #include "drawing/space_frame.h"
+#include "geometry/face_triangles.h"
 #include "services/failure.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
 
@@ -40,11 +44,20 @@ struct GivenFaces {
 
 } // namespace
 
-static FaceList makeList(const GivenFaces& given) {
-    FaceList list;
-    list.points.reserve(given.pointCount());
-    list.marks.reserve(given.pointCount());
-    list.ends.reserve(given.ends.size());
+/// The list that goes on taking faces; a pattern needs more than one only where a list is full.
+static FaceList& listFor(Pattern& pattern, std::size_t points) {
+    constexpr std::size_t mostPoints = std::size_t(1) << 30;
+    if (pattern.faceLists.empty() || pattern.faceLists.back().points.size() + points > mostPoints)
+        pattern.faceLists.emplace_back();
+    return pattern.faceLists.back();
+}
+
+static void addFaces(FaceList& list, const GivenFaces& given) {
+    if (given.pointCount() > list.points.size()) {
+        list.points.reserve(list.points.size() + given.pointCount());
+        list.marks.reserve(list.marks.size() + given.pointCount());
+        list.ends.reserve(list.ends.size() + given.ends.size());
+    }
     const double length = spaceLength();
     std::size_t i = 0;
     for (std::size_t face = 0; face < given.ends.size(); ++face) {
@@ -53,7 +66,6 @@ static FaceList makeList(const GivenFaces& given) {
                           given.pens[i], given.lineTypes[i]);
         list.endFace(given.facePens[face]);
     }
-    return list;
 }
 
 int ov3dgenflaeche(int* /*typeCode*/, int* pattern, int* /*one*/, int* faceCount, int* faceEnds, double* x,
@@ -66,7 +78,7 @@ int ov3dgenflaeche(int* /*typeCode*/, int* pattern, int* /*one*/, int* faceCount
     const GivenFaces given{
         {faceEnds, static_cast<std::size_t>(*faceCount)}, x, y, z, ops, pens, lineTypes, invisible, facePens};
     if (!given.isSound()) return errorNotApplicable;
-    target->faceLists.push_back(makeList(given));
+    addFaces(listFor(*target, given.pointCount()), given);
     openDrawing().elementCount += static_cast<std::size_t>(*faceCount);
     return 0;
 }
@@ -88,6 +100,10 @@ int Uo3dInitSonder(int /*kind*/, double /*height*/, int pattern, int /*flags*/, 
     return 0;
 }
 
+int DsResetFlag(_ObObject* object, int /*flag*/) {
+    return callFails() || !object ? errorNoSuchObject : 0; // nothing here is shown while it is made
+}
+
 // ---- reading ---------------------------------------------------------------------------------------
 
 namespace {
@@ -98,14 +114,16 @@ public:
     explicit FaceWriter(FaceArrays& out) : out_(out), length_(spaceLength()) {}
 
     void list(const FaceList& list) {
-        EdgeLooks looks(list);
+        EdgeLooks reader(list);
+        std::vector<EdgeLook> looks;
         forEachFace(list, [&](const FaceView& face) {
-            for (int i = 0; i < face.count; ++i) {
-                const EdgeLook look = looks.at(face.first + i);
-                const bool isEdge = i > 0 && (face.marks[i] & EDGE);
-                point(face.points[i], isEdge, look.pen, look.lineType, face.marks[i] & HIDDEN);
-            }
-            end(face.isArea() ? face.pen : 0);
+            looks.clear();
+            for (int i = 0; i < face.count; ++i) looks.push_back(reader.at(face.first + i));
+            constexpr int quadrilateral = 5;
+            if (face.isArea() && face.count > quadrilateral)
+                triangles(face, looks);
+            else
+                whole(face, looks);
         });
     }
     void curve(const Curve& curve) {
@@ -115,6 +133,31 @@ public:
     }
 
 private:
+    void whole(const FaceView& face, const std::vector<EdgeLook>& looks) {
+        for (int i = 0; i < face.count; ++i) {
+            const EdgeLook& look = looks[static_cast<std::size_t>(i)];
+            const bool isEdge = i > 0 && (face.marks[i] & EDGE);
+            point(face.points[i], isEdge, look.pen, look.lineType, face.marks[i] & HIDDEN);
+        }
+        end(face.isArea() ? face.pen : 0);
+    }
+    /// A face of many corners, in triangles; edges that it hasn't itself aren't shown.
+    void triangles(const FaceView& face, const std::vector<EdgeLook>& looks) {
+        const int corners = face.count - 1;
+        std::vector<std::array<int, 3>> cut;
+        triangulate(face.points, corners, cut);
+        for (const std::array<int, 3>& t : cut) {
+            point(face.points[t[0]], false, looks[0].pen, looks[0].lineType, false);
+            for (int k = 0; k < 3; ++k) {
+                const int from = t[static_cast<std::size_t>(k)], to = t[static_cast<std::size_t>((k + 1) % 3)];
+                const bool isOwn = to == (from + 1) % corners;
+                const EdgeLook& look = looks[static_cast<std::size_t>(from + 1)];
+                point(face.points[to], true, look.pen, look.lineType,
+                      !isOwn || (face.marks[from + 1] & HIDDEN));
+            }
+            end(face.pen);
+        }
+    }
     void point(const RPT3& p, bool isEdge, int pen, int lineType, bool isHidden) {
         out_.x.push_back(p.x * length_);
         out_.y.push_back(p.y * length_);
