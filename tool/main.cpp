@@ -101,9 +101,15 @@ static void addFormat(CLI::App& command, Options& options) {
 }
 
 static void addWriteCommands(CLI::App& app, Options& options, Run& chosen) {
-    CLI::App* write = addCommand(app, "export", "A drawing file becomes a DXF file", runExport, chosen);
+    CLI::App* write =
+        addCommand(app, "export", "A drawing file becomes a DXF file, or its faces a mesh (.obj, .stl, .ply)",
+                   runExport, chosen);
     addInput(*write, options);
-    write->add_option("OUT", options.output, "The DXF file; - is standard output")->required();
+    write
+        ->add_option(
+            "OUT", options.output,
+            "The DXF file; - is standard output. A name with .obj, .stl or .ply: a mesh of the faces")
+        ->required();
     addReadOptions(*write, options);
     addFormat(*write, options);
 

@@ -30,8 +30,8 @@ struct Options {
     std::string view;
     std::vector<double> direction;      ///< of the viewer; empty: from above
     bool hidden = false, shade = false; ///< lines behind faces left out; faces lit
-    std::string format;   ///< of an export: ACAD32 … ACAD11, EASY; empty: the newest
-    std::string language; ///< "de", "en", empty: by the locale
+    std::string format;                 ///< of an export: ACAD32 … ACAD11, EASY; empty: the newest
+    std::string language;               ///< "de", "en", empty: by the locale
 };
 
 /// Exit status of the command.

@@ -1,5 +1,5 @@
-// Objects in space, by cursor: facets, curves, point clouds. Points are in the drawing's frame and the unit of
-// the context.
+// Objects in space, by cursor: facets, curves, point clouds. Points are in the drawing's frame and the unit
+// of the context.
 #pragma once
 
 #include "ds.h"
@@ -28,7 +28,7 @@ public:
     /// the number of its stretches. 3011 for fewer than two points.
     int DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts);
 
-    void SetParams(long pen) { pen_ = pen; }                   ///< of what this object makes from now on
+    void SetParams(long pen) { pen_ = pen; } ///< of what this object makes from now on
     void SetVisMatKey(MatDbKey material) { material_ = material; }
     /// Adds an object of facets to the cursor's pattern. A flag of 0 begins a facet, which repeats its first
     /// point at the end; each point has the normal of its facet there. `normal` is the first of them, `none`

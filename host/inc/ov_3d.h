@@ -24,9 +24,9 @@ int ov3dgenflaeche(int* typeCode, int* pattern, int* one, int* faceCount, int* f
 int ov3dgenflaeche(int* code, int* patNo);
 
 /// Reads the 3D data of a pattern (mode 20): faces, facets and, as runs of edges, curves. The arrays are the
-/// host's and hold up to the next call; they may be changed. A face has 4 or 5 entries: three or four corners and
-/// the first again; one of more corners comes in triangles. `facePen` 0 marks a run of edges, whose pens and
-/// line types are the edges'. 1005 when the pattern has none.
+/// host's and hold up to the next call; they may be changed. A face has 4 or 5 entries: three or four corners
+/// and the first again; one of more corners comes in triangles. `facePen` 0 marks a run of edges, whose pens
+/// and line types are the edges'. 1005 when the pattern has none.
 int ov3dleseflaechen(int* mode, int* pattern, int* one, int* polygonCount, int** ends, double** x, double** y,
                      double** z, double** none1, double** none2, double** none3, int** edgeKind,
                      int** edgePen, int** edgeLt, int** hidden, int** facePen);

@@ -16,7 +16,8 @@ int DxUseByLayer;
 UtCString DxByLayerFile;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxFillSegType;
 double DxFillSegValue;
-int DxMeshEdges, DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
+int DxMeshEdges, DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly,
+    DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
 int DxLayerKinds[DX_CLASS_COUNT];

@@ -28,8 +28,8 @@ int DxFacets::draw(int pen, std::uint32_t /*materialHandle*/) const {
     if (const int error = DsCursorFromPatNo(DxActPat, &cursor)) return error;
     Ci3d body(DxCiContextId);
     body.SetParams(pen);
-    const CI_FACETS* facets = body.CreateFacets(&cursor, points_.data(), normals_[0], normals_.data(), nullptr,
-                                                flags_.data(), points_.size(), 0);
+    const CI_FACETS* facets = body.CreateFacets(&cursor, points_.data(), normals_[0], normals_.data(),
+                                                nullptr, flags_.data(), points_.size(), 0);
     return facets ? 0 : noFacets;
 }
 

@@ -78,9 +78,12 @@ private:
         for (long long i = 0; i < top; ++i) cell(at(i, last), at(i, 0), at(i + 1, 0), at(i + 1, last));
         const bool hasFirst = !coincide(at(0, 0), at(0, last));
         const bool hasLast = !coincide(at(top, 0), at(top, last));
-        if (hasFirst) cap(size_.columns, [&](long long k) { return at(0, last - k); }, DX_EDGE_SHOWN);
+        if (hasFirst)
+            cap(
+                size_.columns, [&](long long k) { return at(0, last - k); }, DX_EDGE_SHOWN);
         if (hasLast)
-            cap(size_.columns, [&](long long k) { return at(top, k); },
+            cap(
+                size_.columns, [&](long long k) { return at(top, k); },
                 hasFirst ? DX_EDGE_SHOWN : DX_EDGE_PENLESS);
     }
 
@@ -88,9 +91,11 @@ private:
         const long long last = size_.columns - 1, top = size_.rows - 1;
         for (long long j = 0; j < last; ++j) cell(at(top, j), at(top, j + 1), at(0, j + 1), at(0, j));
         if (!coincide(at(0, last), at(top, last)))
-            cap(size_.rows, [&](long long k) { return at(top - k, last); }, DX_EDGE_SHOWN);
+            cap(
+                size_.rows, [&](long long k) { return at(top - k, last); }, DX_EDGE_SHOWN);
         if (!coincide(at(0, 0), at(top, 0)))
-            cap(size_.rows, [&](long long k) { return at(k, 0); }, DX_EDGE_SHOWN);
+            cap(
+                size_.rows, [&](long long k) { return at(k, 0); }, DX_EDGE_SHOWN);
     }
 
     /// A face over a whole row or column; `edge` for all edges but the one that closes it.

@@ -22,9 +22,9 @@ public:
         int resolution = 0;
         result_ = Uo3dAufloesung(20, &resolution);
         if (result_) return;
-        result_ = UoGen3DZylinder(resolution, height, radius, span, 0, &x_, &y_, &z_, &none_[0], &none_[1],
-                                  &none_[2], &pens_, &lineTypes_, &invisible_, &ops_, &ends_, &faces_,
-                                  &total_);
+        result_ =
+            UoGen3DZylinder(resolution, height, radius, span, 0, &x_, &y_, &z_, &none_[0], &none_[1],
+                            &none_[2], &pens_, &lineTypes_, &invisible_, &ops_, &ends_, &faces_, &total_);
     }
     ~Wall() {
         for (double** array : {&x_, &y_, &z_, &none_[0], &none_[1], &none_[2]}) free(*array);
@@ -37,7 +37,8 @@ public:
     /// Adds its faces, each point through `m`. 0 or an allocation error.
     int addTo(DxFaceList& list, const Mat44 m) const {
         const int points = faces_ > 0 ? ends_[faces_ - 1] : 0;
-        if (const int error = list.reserve(static_cast<std::size_t>(points), static_cast<std::size_t>(faces_)))
+        if (const int error =
+                list.reserve(static_cast<std::size_t>(points), static_cast<std::size_t>(faces_)))
             return error;
         for (int face = 0, i = 0; face < faces_; ++face) {
             for (; i < ends_[face]; ++i) {

@@ -42,8 +42,7 @@ struct Piece {
 bool asArc(const Piece& piece, DX_ARC_TYPE& arc) {
     const RPT3& from = Dx3dLastPoint;
     double cx = 0, cy = 0;
-    if (Dx3dPolyBulge == 0 ||
-        !DxGetMidXY(from.x, from.y, piece.to.x, piece.to.y, Dx3dPolyBulge, &cx, &cy))
+    if (Dx3dPolyBulge == 0 || !DxGetMidXY(from.x, from.y, piece.to.x, piece.to.y, Dx3dPolyBulge, &cx, &cy))
         return false;
     DxCopyEntityBase(&arc.base, &piece.base);
     for (int i = 0; i < 3; ++i) arc.extrusion[i] = DxActPolyline.extrusion[i];
@@ -63,8 +62,8 @@ int drawPiece(const Piece& piece, const Mat44 m) {
     const bool isThick = piece.thickness != 0;
     Mat44 storage;
     DxFaceList faces(piece.pen, piece.lineType);
-    const int error = DxAddStrip(faces, Dx3dLastPoint, piece.to, {0, 0, piece.thickness}, isThick,
-                                 toWorld(m, storage));
+    const int error =
+        DxAddStrip(faces, Dx3dLastPoint, piece.to, {0, 0, piece.thickness}, isThick, toWorld(m, storage));
     return error ? error : DxFinishFaces(faces, isThick);
 }
 
@@ -113,9 +112,8 @@ int DxDraw3dVertex(DX_VERTEX_TYPE* vertex, const Mat44 m) {
 int DxSeqEnd3d(const Mat44 m) {
     if (!DxPolylineOpen || !DxActPolyline.closed || Dx3dPolyFirst) return 0;
     if (DxCheckPass) return measure(Dx3dPolyStart, m);
-    const int error = drawPiece({Dx3dPolyStart, DxActPolyline.thickness, baseOf(DxActVertex), Dx3dPolyPen,
-                                 Dx3dPolyLineType},
-                                m);
+    const int error = drawPiece(
+        {Dx3dPolyStart, DxActPolyline.thickness, baseOf(DxActVertex), Dx3dPolyPen, Dx3dPolyLineType}, m);
     Dx3dLastPoint = Dx3dPolyStart;
     return error;
 }

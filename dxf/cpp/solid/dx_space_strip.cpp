@@ -9,8 +9,11 @@
 int DxAddStrip(DxFaceList& faces, const RPT3& from, const RPT3& to, const RPT3& rise, bool isThick,
                const Mat44 m) {
     const RPT3 up = isThick ? rise : RPT3{0, 0, 1};
-    RPT3 points[5] = {from, to, {to.x + up.x, to.y + up.y, to.z + up.z},
-                      {from.x + up.x, from.y + up.y, from.z + up.z}, from};
+    RPT3 points[5] = {from,
+                      to,
+                      {to.x + up.x, to.y + up.y, to.z + up.z},
+                      {from.x + up.x, from.y + up.y, from.z + up.z},
+                      from};
     for (RPT3& point : points) DxTrans3DRpt(&point, m);
     const DxEdge behind = isThick ? DX_EDGE_SHOWN : DX_NO_EDGE;
     const DxEdge edges[5] = {DX_NO_EDGE, DX_EDGE_SHOWN, behind, behind, behind};

@@ -89,7 +89,7 @@ int Uo3dAufloesung(int code, int* resolution) {
 int UoGen3DZylinder(int resolution, double height, double radius, double span, int /*flags*/, double** x,
                     double** y, double** z, double** none1, double** none2, double** none3, int** pens,
                     int** lineTypes, int** invisible, int** ops, int** faceEnds, int* faceCount, int* total) {
-    Wall wall{GivenArray(x),    GivenArray(y),         GivenArray(z),         GivenArray(pens),
+    Wall wall{GivenArray(x),         GivenArray(y),         GivenArray(z),   GivenArray(pens),
               GivenArray(lineTypes), GivenArray(invisible), GivenArray(ops), GivenArray(faceEnds)};
     *none1 = *none2 = *none3 = nullptr;
     *faceCount = *total = 0;
@@ -99,7 +99,8 @@ int UoGen3DZylinder(int resolution, double height, double radius, double span, i
         return errorNotApplicable;
     const bool closes = span == 0;
     const double turn = closes ? fullTurn : span;
-    const int count = std::max(1, static_cast<int>(std::ceil(std::fabs(turn) / fullTurn * resolution - 1e-9)));
+    const int count =
+        std::max(1, static_cast<int>(std::ceil(std::fabs(turn) / fullTurn * resolution - 1e-9)));
     const auto at = [&](int i) {
         if (closes && i == count) i = 0;
         const double angle = turn * i / count;

@@ -72,7 +72,7 @@ private:
 /// Faces as one object, each point with a normal.
 struct Facets {
     FaceList list;
-    std::vector<RPT3> normals;          ///< each for the points of a run
+    std::vector<RPT3> normals;            ///< each for the points of a run
     std::vector<std::int32_t> normalEnds; ///< of a run: number of points up to its end
     int pen = 1;
     std::int64_t material = 0; ///< in the host's material base, 0: none

@@ -149,7 +149,8 @@ private:
         for (const std::array<int, 3>& t : cut) {
             point(face.points[t[0]], false, looks[0].pen, looks[0].lineType, false);
             for (int k = 0; k < 3; ++k) {
-                const int from = t[static_cast<std::size_t>(k)], to = t[static_cast<std::size_t>((k + 1) % 3)];
+                const int from = t[static_cast<std::size_t>(k)],
+                          to = t[static_cast<std::size_t>((k + 1) % 3)];
                 const bool isOwn = to == (from + 1) % corners;
                 const EdgeLook& look = looks[static_cast<std::size_t>(from + 1)];
                 point(face.points[to], true, look.pen, look.lineType,

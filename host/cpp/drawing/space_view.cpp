@@ -129,7 +129,8 @@ std::vector<SeenLine> SpaceView::visibleLines() const {
     const Sight sight(std::move(plates));
     std::vector<SeenLine> all = lines();
     for (const Sight::Crossing& crossing : sight.crossings())
-        all.push_back({crossing.a, crossing.b, triangles_[static_cast<std::size_t>(crossing.triangle)].pen, 1});
+        all.push_back(
+            {crossing.a, crossing.b, triangles_[static_cast<std::size_t>(crossing.triangle)].pen, 1});
     std::vector<SeenLine> seen;
     const auto at = [](const SeenLine& line, double t) {
         return RPT3{line.a.x + t * (line.b.x - line.a.x), line.a.y + t * (line.b.y - line.a.y),

@@ -33,8 +33,10 @@ public:
             const RPT3& p = points[i];
             RPT flat{p.x, p.y};
             double sign = n.z;
-            if (ax >= ay && ax >= az) flat = {p.y, p.z}, sign = n.x;
-            else if (ay >= az) flat = {p.z, p.x}, sign = n.y;
+            if (ax >= ay && ax >= az)
+                flat = {p.y, p.z}, sign = n.x;
+            else if (ay >= az)
+                flat = {p.z, p.x}, sign = n.y;
             if (sign < 0) flat.y = -flat.y;
             flat_.push_back(flat);
             left_.push_back(i);

@@ -167,8 +167,10 @@ struct Line {
     RPT3 a, b;
     double low[3], high[3];
     Line(const RPT3& from, const RPT3& to)
-        : a(from), b(to), low{std::min(a.x, b.x), std::min(a.y, b.y), std::min(a.z, b.z)},
-          high{std::max(a.x, b.x), std::max(a.y, b.y), std::max(a.z, b.z)} {}
+        : a(from),
+          b(to), low{std::min(a.x, b.x), std::min(a.y, b.y), std::min(a.z, b.z)}, high{std::max(a.x, b.x),
+                                                                                       std::max(a.y, b.y),
+                                                                                       std::max(a.z, b.z)} {}
     /// Whether something in the box may stand in front of it.
     template <class Box>
     bool mayBeBehind(const Box& box) const {
@@ -178,8 +180,8 @@ struct Line {
         const double dx = b.x - a.x, dy = b.y - a.y;
         const double mx = (box.low[0] + box.high[0]) / 2, my = (box.low[1] + box.high[1]) / 2;
         const double off = std::fabs(dx * (my - a.y) - dy * (mx - a.x));
-        const double reach = std::fabs(dx) * (box.high[1] - box.low[1]) / 2 +
-                             std::fabs(dy) * (box.high[0] - box.low[0]) / 2;
+        const double reach =
+            std::fabs(dx) * (box.high[1] - box.low[1]) / 2 + std::fabs(dy) * (box.high[0] - box.low[0]) / 2;
         return off <= reach * (1 + 1e-9) + 1e-300;
     }
 };
@@ -237,7 +239,7 @@ std::optional<std::pair<RPT3, RPT3>> cutByPlane(const SightTriangle& t, const do
 /// The line along which two plates run through each other.
 bool Sight::crosses(const Plate& p, const Plate& q, RPT3& from, RPT3& to) const {
     const double least = kInPlane * size_;
-    const auto distances = [](const Plate& plane, const SightTriangle& t, double (&d)[3]) {
+    const auto distances = [](const Plate& plane, const SightTriangle& t, double(&d)[3]) {
         d[0] = dot(plane.normal, t.a - plane.t.a);
         d[1] = dot(plane.normal, t.b - plane.t.a);
         d[2] = dot(plane.normal, t.c - plane.t.a);

@@ -22,8 +22,8 @@ class Sight {
 public:
     explicit Sight(std::vector<SightTriangle> triangles);
 
-    /// The stretches of the line from `a` to `b` that can be seen, in order. A line in the plane of a triangle
-    /// can be seen.
+    /// The stretches of the line from `a` to `b` that can be seen, in order. A line in the plane of a
+    /// triangle can be seen.
     std::vector<Stretch> visible(const RPT3& a, const RPT3& b) const;
 
     /// Where two triangles run through each other.

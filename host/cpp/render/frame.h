@@ -13,7 +13,7 @@ struct Frame {
     double margin = 0;
     double lineWidth = 1;
     RPT alongX{1, 0}, alongY{0, 1}; ///< how the drawing's axes lie in the picture
-    double unitsPerMm = 1; ///< drawing units per millimetre on the sheet
+    double unitsPerMm = 1;          ///< drawing units per millimetre on the sheet
 
     /// Device point of (x, y). Subtracts first, so that detail survives far from the origin. Not finite for
     /// points that aren't.
@@ -22,10 +22,11 @@ struct Frame {
         return mapView(x, y);
     }
     /// Device point of a point in view coordinates.
-    RPT mapView(double x, double y) const { return {(x - left) * scale + margin, (top - y) * scale + margin}; }
+    RPT mapView(double x, double y) const {
+        return {(x - left) * scale + margin, (top - y) * scale + margin};
+    }
     /// Whether the drawing's plane is seen from another side than above.
     bool isTilted() const { return alongX.x != 1 || alongX.y != 0 || alongY.x != 0 || alongY.y != 1; }
-
 };
 
 /// Frame with a longer side of `size` that shows `extents` with a margin around. Any extents will do: empty

@@ -117,7 +117,8 @@ std::string renderDrawing(const Drawing& drawing, const std::string& path, const
     std::optional<SpacePicture> space;
     if (options.inSpace) space.emplace(drawing, options);
     Frame frame;
-    if (std::string wrong = makeFrame(drawing, options, space ? &*space : nullptr, frame); !wrong.empty()) return wrong;
+    if (std::string wrong = makeFrame(drawing, options, space ? &*space : nullptr, frame); !wrong.empty())
+        return wrong;
 
     ReplacementFile target(path);
     FILE* file = std::fopen(target.path().c_str(), "wb");

@@ -259,9 +259,9 @@ template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
-               Holder<Bitmap>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>, Holder<PointCloud>, Holder<Layer>,
-               Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>,
-               Holder<NamedTextState>, Holder<ImportedPattern>>;
+               Holder<Bitmap>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
+               Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
+               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {
