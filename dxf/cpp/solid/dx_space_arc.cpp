@@ -31,13 +31,13 @@ int drawWall(const DX_ENTITY_BASE_TYPE& base, const DxWall& wall, const RPT3& ce
 } // namespace
 
 int DxDraw3dCircle(const DX_CIRCLE_TYPE* rec, const Mat44 m) {
-    return drawDxWall(rec->base, DxWall(rec->thickness, rec->radius, 0), rec->centre, 0, rec->extrusion,
-                      rec->thickness != 0, m);
+    return drawWall(rec->base, DxWall(rec->thickness, rec->radius, 0), rec->centre, 0, rec->extrusion,
+                    rec->thickness != 0, m);
 }
 
 int DxDraw3dArc(const DX_ARC_TYPE* rec, const Mat44 m) {
     double span = (rec->endAngle - rec->startAngle) * radiansADegree;
     if (span < 0) span += fullTurn;
-    return drawDxWall(rec->base, DxWall(rec->thickness, rec->radius, span), rec->centre, rec->startAngle,
-                      rec->extrusion, rec->thickness != 0, m);
+    return drawWall(rec->base, DxWall(rec->thickness, rec->radius, span), rec->centre, rec->startAngle,
+                    rec->extrusion, rec->thickness != 0, m);
 }
