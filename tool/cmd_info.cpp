@@ -27,6 +27,23 @@ static Json entitiesJson(const DxImportReport& report) {
     return entities;
 }
 
+/// INSERTs whose attributes have a pattern of their own, with them.
+static Json insertsJson(const host::Drawing& drawing) {
+    constexpr std::string_view ownPrefix = "dxf::";
+    Json inserts = Json::array();
+    for (const host::Pattern& pattern : drawing.patterns) {
+        Json insert = {{"layer", pattern.ids.layer}, {"attributes", Json::object()}};
+        for (const auto& [name, value] : pattern.attributes) {
+            if (name == "insert")
+                insert["block"] = value;
+            else if (std::string_view(name).starts_with(ownPrefix))
+                insert["attributes"][name.substr(ownPrefix.size())] = value;
+        }
+        if (insert.contains("block")) inserts.push_back(std::move(insert));
+    }
+    return inserts;
+}
+
 static Json infoJson(const std::string& input, const Loaded& loaded, const host::Drawing& drawing) {
     const host::Counts counts = host::countDrawing(drawing);
     Json info;
@@ -52,6 +69,7 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["solids"] = counts.solids;
     info["views"] = counts.views;
     info["attributes"] = counts.attributes;
+    info["inserts"] = insertsJson(drawing);
     info["extents"] = extentsJson(drawing);
     info["entities"] = entitiesJson(loaded.report);
     info["messages"] = loaded.messages;

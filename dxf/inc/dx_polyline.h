@@ -29,7 +29,7 @@ struct DX_POLYLINE_TYPE {
     int flags;                      ///< 70; 8: a 3D polyline
     int smoothCountM, smoothCountN; ///< 73, 74
     int curveType;                  ///< 75
-    int vertexCount;                ///< counted; LWPOLYLINE 90 as it stands
+    int vertexCount;                ///< LWPOLYLINE 90 as it stands; POLYLINE: its vertices
     int variableWidth;              ///< LWPOLYLINE: a vertex has a width
     int revisionCloud;              ///< the first 1001 is "RevcloudProps"
     std::vector<DX_VERTEX_TYPE> vertices;

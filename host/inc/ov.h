@@ -68,10 +68,10 @@ int ovhatchsetreppar(int index, int high, int low);
 
 // ---- sheet, unit, scale ----------------------------------------------------------------------------
 
-/// The drawing's form. Mode 5 reads format (0 A00 … 6 A5), scale and unit; 7 sets the scale (2030 for one
-/// outside 1e-8 … 1e8, 3012 when the sheet would be smaller than the tolerance); 8 sets the unit.
-/// `factor3d`, which may be null, receives what a length of the drawing is multiplied with, beside the scale,
-/// to become one of the 3D calls (5).
+/// The drawing's form. Mode 5 reads format (0 A00 … 6 A5), scale and unit; 7 sets format, if it is one, and
+/// scale (2030 for one outside 1e-8 … 1e8, 3012 when the sheet would be smaller than the tolerance); 8 sets
+/// the unit. `factor3d`, which may be null, receives what a length of the drawing is multiplied with, beside
+/// the scale, to become one of the 3D calls (5).
 int ovform(int mode, int* format, double* scale, int* unit, double* factor3d = nullptr);
 
 /// Converts lengths. unitCode 100, mode 3: `value` in the drawing's unit to millimetres on the sheet

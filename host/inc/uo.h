@@ -17,8 +17,9 @@ int SuVarGetString(const char* name, UtCString* value); ///< As UoGetMacVarS, th
 
 // ---- session ---------------------------------------------------------------------------------------
 
-/// Non-zero when the user asked to stop, or when the drawing has grown beyond the host's limit of elements.
-/// 11: a run begins, forget earlier requests; 16: within a long loop.
+/// 11: a run begins, forget earlier requests; 16: within a long loop. 1 when the user asked to stop, or when
+/// the drawing has grown beyond the host's limit of elements; 2 when the loop has gone on for so long without
+/// a new element that it should end, though what follows it may go on; else 0.
 int UoCheckAbort(int code);
 /// Tells the host the size of one unit of the drawing for its tolerances.
 int UoStartInitEpsNew(double factor);

@@ -48,8 +48,7 @@ protected:
         DxResetImportState();
         DxDocuments.tables.clear();
         DxModus = 2;
-        DxInsertStack.clear();
-        DxInsertStack.add(DX_INSERT_LEVEL{{}, {}, 7});
+        DxBeginInsertStack(7, {});
     }
     std::string write(const std::string& name, const std::string& text) {
         const std::filesystem::path path = folder / name;

@@ -48,12 +48,11 @@ protected:
         addLayer(DxDocuments.tables, "A", 3);
     }
     static void enterBlock(int color, std::string_view lineType, std::string_view layer) {
-        DX_INSERT_LEVEL level{};
-        level.color = color;
-        level.lineType.assign(lineType);
-        DxInsertStack.add(level);
-        DxInsertLayer.assign(layer);
-        ++DxBlockLevel;
+        ++DxActLevel.depth;
+        DxActLevel.color = color;
+        DxActLevel.lineType.assign(lineType);
+        DxActLevel.layer.assign(layer);
+        DxInsertStack.add(DxActLevel);
     }
     static int penOf(const DX_ENTITY_BASE_TYPE& base) {
         int pen = -7, lineType = -7;
@@ -138,7 +137,6 @@ TEST_F(Mapping, WhatIsDrawn) {
     base = entity("A", 1);
     base.paperSpace = 1;
     EXPECT_FALSE(isDrawn(base));
-    DxInsertSpace = 0;
     enterBlock(7, "", "A");
     EXPECT_TRUE(isDrawn(base)) << "inside a block the space of the INSERT counts";
     DxCheckPass = 1;

@@ -123,6 +123,12 @@ TEST(Ellipse, ItsEndTangentsFollowTheCurve) {
               "move 10 0\nspline start 1.57079633 end 3.14159265");
 }
 
+TEST(Ellipse, RunsOneWayHoweverFarItsParametersAreApart) {
+    constexpr double turn = 6.283185307179586;
+    EXPECT_EQ(pointsOf(drawnEntity("ELLIPSE", ellipse(10, 0.5, 10, 0))),
+              pointsOf(drawnEntity("ELLIPSE", ellipse(10, 0.5, 10 - turn, turn))));
+}
+
 TEST(Ellipse, TurnsItsSenseUnderAMirroringExtrusion) {
     const auto plain = pointsOf(drawnEntity("ELLIPSE", ellipse(10, 0.5, 0, 1)));
     const auto mirrored = pointsOf(drawnEntity("ELLIPSE", ellipse(10, 0.5, 0, 1) + extrusion(0, 0, -1)));

@@ -1,3 +1,4 @@
+#include "drawing/host_state.h"
 #include "drawn.h"
 #include "dx_report.h"
 #include "services/failure.h"
@@ -165,6 +166,39 @@ TEST(Section, TheUserIsAskedEveryHundredEntities) {
     const std::string elements = elementsOf(result.dump);
     // 150 entities measured, so the second question comes behind the fiftieth that is drawn.
     EXPECT_EQ(std::count(elements.begin(), elements.end(), '\n'), 100);
+}
+
+TEST(Section, StoppedWhileItIsMeasuredDrawsNothing) {
+    DxfText text = dxf().header("AC1015");
+    for (int i = 0; i < 250; ++i) text.entity("LINE", line(i, i + 1));
+    TempDir folder;
+    folder.write("a.dxf", text.text());
+    host::resetSession();
+    int asked = 0;
+    host::session().wantsAbort = [&] { return ++asked == 1; };
+    ImportOptions options = unshifted();
+    options.keepsSession = true;
+    const ImportResult result = importFile(folder, "a.dxf", options);
+    host::resetSession();
+    EXPECT_EQ(result.stat, 9009);
+    EXPECT_EQ(elementsOf(result.dump), "");
+}
+
+TEST(Section, RegionsOfBothSpacesAreCountedOnce) {
+    DxfText text = dxf().header("AC1015").block("B", {{0, "REGION"}});
+    text.entity("REGION", {}).entity("REGION", {{67, "1"}});
+    text.entity("INSERT", DxfGroups{{2, "B"}} + at(10, {0, 0}));
+    text.entity("INSERT", DxfGroups{{2, "B"}, {67, "1"}} + at(10, {0, 0}));
+    const ImportResult result = importText(text.text(), ofSpace(2));
+    EXPECT_TRUE(result.hasLine("Warnung: 4 REGION-Objekte wurden beim 2D Lesen ignoriert!"))
+        << result.protocol;
+}
+
+TEST(Section, ACommentSettlesSheetAndScale) {
+    const std::string comment = dxfLines({{999, "SCALE 1:50"}, {999, "FORMAT A3"}});
+    importText(comment + dxf().header("AC1015").entity("LINE", line(0, 1)).text(), unshifted());
+    EXPECT_EQ(host::openDrawing().format, 4);
+    EXPECT_DOUBLE_EQ(host::openDrawing().scale, 0.02);
 }
 
 TEST(Section, TheUserIsAskedWithinALongPolyline) {

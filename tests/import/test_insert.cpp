@@ -76,6 +76,15 @@ DxfGroups shapes() {
            at(11, {0, 0, 0}) + at(11, {5, 5, 0}) + text("TEXT") + text("MTEXT");
 }
 
+TEST(Insert, OnATiltedPlaneACircleIsSeenAsAnEllipse) {
+    const DxfText text = drawing()
+                             .block("B", DxfGroups{{0, "CIRCLE"}, {40, "5"}} + at(10, {0, 0}))
+                             .entity("INSERT", insertOf("B", 0, 0, {{210, "1"}, {220, "0"}, {230, "1"}}));
+    const std::string result = drawn(text);
+    EXPECT_NE(result.find("spline"), std::string::npos) << result;
+    EXPECT_NE(result.find("3.5355"), std::string::npos) << "as wide as the tilt leaves it\n" << result;
+}
+
 TEST(Insert, DrawnOftenIsDrawnAlike) {
     constexpr int times = 6;
     const auto inserted = [](const DxfGroups& content, int n) {
@@ -350,6 +359,26 @@ TEST(Attributes, OfAMappedTagGoUnderTheHostsName) {
         importText(withAttributes(0, attrib(" PART ", "v") + attrib("part", "w")).text(), options);
     EXPECT_NE(result.dump.find("dxf::part"), std::string::npos) << result.dump;
     EXPECT_EQ(result.dump.find("dxf::PART"), std::string::npos);
+}
+
+TEST(Attributes, OfEachInsertStayTogetherWithInsertAttr) {
+    DxfText text = drawing({{9, "$ATTMODE"}, {70, "1"}}).layer("A", 1).layer("B", 2);
+    text.block("B", line(0, 0, 1, 0) + DxfGroups{{0, "ATTDEF"}, {2, "FIX"}, {1, "f"}, {70, "2"}, {40, "1"}});
+    for (const char* value : {"one", "two"})
+        text.entity("INSERT", insertOf("B", 0, 0, {{8, "A"}, {66, "1"}}) + attrib("T", value, {{8, "B"}}))
+            .raw({{0, "SEQEND"}});
+    ImportOptions options = unshifted();
+    options.config = flags("READ_LAYER=ATTR\n");
+    const std::string plain = importText(text.text(), options).dump;
+    EXPECT_EQ(count(plain, "\"dxf::T\""), 1) << "on one pattern, the last one's value";
+    options.config = flags("READ_LAYER=ATTR\nINSERT_ATTR=1\n");
+    const std::string dump = importText(text.text(), options).dump;
+    EXPECT_EQ(count(dump, "attribute \"insert\" \"B\""), 2) << dump;
+    for (const char* value : {"one", "two"}) {
+        EXPECT_NE(dump.find("attribute \"dxf::T\" \"" + std::string(value)), std::string::npos) << dump;
+        EXPECT_EQ(count(dump, "pen 3 \"" + std::string(value) + "\""), 1) << dump;
+    }
+    EXPECT_EQ(count(dump, "\"dxf::FIX\""), 2) << "constant ones too\n" << dump;
 }
 
 TEST(BlockPatterns, OrdersSayWhereTheNamesGo) {

@@ -1,3 +1,4 @@
+#include "drawing/host_state.h"
 #include "drawn.h"
 
 #include <gtest/gtest.h>
@@ -256,6 +257,30 @@ TEST(WidePolyline, StaysALineWhereItHasNoWidth) {
     }
     const std::string hidden = lwPolyline(arrow, configured("LINE_AS_HATCH=1\nFILLMODE=0\nFILL_CONTOUR=0\n"));
     EXPECT_EQ(hidden, "move 0 0\ndraw 10 0 info 4\ndraw 16 0 info 4\n") << "no width is to be shown";
+}
+
+/// Most elements that a pattern of the drawing has.
+std::size_t fullestPattern() {
+    std::size_t most = 0;
+    for (const host::Pattern& pattern : host::openDrawing().patterns)
+        most = std::max(most, pattern.elements.size());
+    return most;
+}
+
+TEST(WidePolyline, KeepsToTheLimitOfAPattern) {
+    DxfText text = dxf().header("AC1015");
+    for (int i = 0; i < 300; ++i) {
+        text.entity("LWPOLYLINE", DxfGroups{{43, "2"}} + vertices({{0, 5.0 * i}, {10, 5.0 * i}}));
+        text.entity("LINE", at(10, {0, 1.0 * i}) + at(11, {5, 1.0 * i}));
+    }
+    for (const char* config : {"LINE_AS_HATCH=1\nFILLMODE=1\nFILL_CONTOUR=1\n", "LINE_AS_HATCH=0\n",
+                               "LINE_AS_HATCH=1\nFILLMODE=1\nFILL_CONTOUR=1\nREAD_LAYER=ATTR\n"}) {
+        const std::string result = drawn(text, configured(config));
+        EXPECT_EQ(count(result, "draw 5 "), 300) << config;
+        EXPECT_LE(fullestPattern(), 1001u) << config << "with the Move that begins a pattern";
+        if (config[14] == '1')
+            EXPECT_GT(fullestPattern(), 990u) << config << "what follows an outline fills its pattern up";
+    }
 }
 
 TEST(WidePolyline, WidthsGrowWithTheBlocksScale) {

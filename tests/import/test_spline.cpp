@@ -49,6 +49,15 @@ TEST(Spline, SamplesLieOnTheCurve) {
     EXPECT_EQ(samples, 7) << "twice the order, and the end";
 }
 
+TEST(Spline, WeightsStandAheadOfTheirPointsOrBehind) {
+    const DxfGroups weights = at(41, {1}) + at(41, {std::sqrt(0.5)}) + at(41, {1});
+    const DxfGroups controls = at(10, {10, 0, 0}) + at(10, {10, 10, 0}) + at(10, {0, 10, 0});
+    const DxfGroups start = head(0, 2, 6, 3) + knots({0, 0, 0, 1, 1, 1});
+    const std::string wanted = spline(quarter);
+    EXPECT_EQ(spline(start + weights + controls), wanted);
+    EXPECT_EQ(spline(start + controls + weights), wanted);
+}
+
 TEST(Spline, BiarcsOfACircleAreThatCircle) {
     std::istringstream lines(spline(quarter, 1));
     int arcs = 0;

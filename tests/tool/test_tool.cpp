@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+#include <set>
 #include <sstream>
 #include <thread>
 
@@ -173,6 +174,46 @@ TEST_F(Tool, NothingOfAFileIsLost) {
     EXPECT_THAT(outcome.err, AllOf(HasSubstr("9 line types are drawn solid"), HasSubstr("miles")));
 }
 
+/// The lines of a text that have this part, without what stands ahead of it.
+std::multiset<std::string> linesWith(const std::string& text, const std::string& part) {
+    std::multiset<std::string> found;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        if (const auto at = line.find(part); at != std::string::npos) found.insert(line.substr(at));
+    return found;
+}
+
+TEST_F(Tool, AttributesStayWithTheirInsertsThroughARoundTrip) {
+    DxfText text = dxf();
+    text.header("AC1027", {{9, "$ATTMODE"}, {70, "1"}}).layer("A", 1);
+    text.block("PART", {{0, "LINE"}, {10, "0"}, {20, "0"}, {11, "9"}, {21, "0"}});
+    for (const char* value : {"one", "two", "two"})
+        text.raw({{0, "INSERT"}, {8, "A"}, {66, "1"}, {2, "PART"}, {10, "5"}, {20, "5"}})
+            .raw({{0, "ATTRIB"},
+                  {8, "A"},
+                  {10, "5"},
+                  {20, "6"},
+                  {40, "2"},
+                  {1, value},
+                  {2, "NAME"},
+                  {70, "0"}})
+            .raw({{0, "ATTRIB"}, {8, "A"}, {10, "5"}, {20, "9"}, {40, "2"}, {1, "7"}, {2, "NO"}, {70, "1"}})
+            .raw({{0, "SEQEND"}, {8, "A"}});
+    dir.write("a.dxf", text.text());
+    ASSERT_EQ(run("convert a.dxf b.dxf --format ACAD32").status, 0);
+    EXPECT_EQ(run("validate b.dxf").status, 0) << run("validate b.dxf").out;
+    EXPECT_EQ(linesWith(dir.read("b.dxf"), "ATTRIB").size(), 6u);
+    const std::string before = dump("a.dxf"), after = dump("b.dxf");
+    for (const char* part : {"\"dxf::NAME\"", "\"dxf::NO\"", "text "})
+        EXPECT_EQ(linesWith(after, part), linesWith(before, part)) << before << after;
+    EXPECT_EQ(linesWith(before, "\"insert\" \"PART\"").size(), 3u) << before;
+    EXPECT_EQ(linesWith(after, "\"insert\" \"PART").size(), 3u) << after;
+    const json inserts = info("b.dxf")["inserts"];
+    ASSERT_EQ(inserts.size(), 3u) << inserts;
+    EXPECT_EQ(inserts[0]["attributes"], json({{"NAME", "one"}, {"NO", "7"}}));
+    EXPECT_EQ(inserts[2]["layer"], "A");
+}
+
 TEST_F(Tool, OptionsChangeWhatIsRead) {
     dir.write("a.dxf", dxf()
                            .header("AC1015", {{9, "$INSUNITS"}, {70, "6"}})
@@ -185,6 +226,8 @@ TEST_F(Tool, OptionsChangeWhatIsRead) {
     EXPECT_THAT(dump("a.dxf --center"), HasSubstr("move -5 0\n"));
     EXPECT_THAT(dump("a.dxf --unit cm"), HasSubstr("unit cm "));
     EXPECT_THAT(dump("a.dxf --space paper"), AllOf(HasSubstr("move 5 5\n"), Not(HasSubstr("move 100 100"))));
+    EXPECT_THAT(dump("a.dxf --plain --space paper --set '&DxfInsbase=1'"),
+                AllOf(HasSubstr("move 5 5\n"), Not(HasSubstr("move 100 100"))));
     EXPECT_THAT(dump("a.dxf --plain"),
                 AllOf(HasSubstr("unit mm "), HasSubstr("move -5 0\n"), HasSubstr("pen 2 lt 1")));
     EXPECT_THAT(dump("a.dxf --config my.dxd"), HasSubstr("pen 77 lt 1"));

@@ -7,8 +7,8 @@
 #include <iterator>
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
-int DxDigits, DxBlockToPattern, DxBlockOrder, DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol,
-    DxExoMode;
+int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerToPattern, DxLayerOrder, DxDimInBlock,
+    DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
@@ -43,8 +43,7 @@ DX_NAME DxFinishText;
 
 DX_NAME DxActLayer, DxActLt;
 int DxActColor;
-DX_NAME DxInsertLayer;
-int DxInsertSpace, DxByLayerColor;
+int DxByLayerColor;
 DX_NAME DxByLayerLt;
 int DxAttrPen, DxAttrFill;
 UtCString DxPatNames[6];
@@ -62,6 +61,7 @@ static void resetImportOptions() {
     DxFillMode = 2;
     DxPdMode = 0;
     DxBlockToPattern = 0;
+    DxInsertAttr = 0;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;
     DxLayerOrder = DX_ORDER_NONE;
@@ -144,8 +144,6 @@ static void resetRunningValues() {
     DxActLayer.assign("0");
     DxActLt.clear();
     DxActColor = 8;
-    DxInsertLayer.assign("0");
-    DxInsertSpace = 0;
     DxByLayerColor = 0;
     DxByLayerLt.clear();
     DxAttrPen = -1;

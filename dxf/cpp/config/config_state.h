@@ -61,6 +61,7 @@ extern int DxPdMode;                       ///< READ_PDMODE
 extern int DxExportView;                   ///< EXPORT_VIEW
 extern int DxDigits;                       ///< NO_KOMMA, DIGITS: decimals of all doubles written
 extern int DxBlockToPattern, DxBlockOrder; ///< READ_BLOCK
+extern int DxInsertAttr; ///< INSERT_ATTR: attributes of an INSERT have a pattern of their own
 extern int DxLayerToPattern, DxLayerOrder; ///< READ_LAYER
 extern int DxDimInBlock;                   ///< DIM_IN_BLOCK
 extern int DxWriteTol;                     ///< TOL
@@ -123,8 +124,6 @@ extern DX_NAME DxFinishText;            ///< what the text ends with then, bytes
 extern DX_NAME DxActLayer;        ///< layer of the current entity
 extern DX_NAME DxActLt;           ///< line type of that layer
 extern int DxActColor;            ///< colour of that layer
-extern DX_NAME DxInsertLayer;     ///< layer of the innermost INSERT
-extern int DxInsertSpace;         ///< space of the outermost INSERT
 extern int DxByLayerColor;        ///< colour of the classification's layer, 0 when unset
 extern DX_NAME DxByLayerLt;       ///< line type of the classification's layer
 extern int DxAttrPen, DxAttrFill; ///< colour attribute of the current pattern, -1 if none

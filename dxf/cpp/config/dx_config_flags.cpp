@@ -155,6 +155,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"NO_KOMMA",        DxKeyWhen::Always,  setDigits},
     {"READ_BLOCK",      DxKeyWhen::Always,  setReadBlock},
     {"READ_LAYER",      DxKeyWhen::Always,  setReadLayer},
+    {"INSERT_ATTR",     DxKeyWhen::Always,  &DxInsertAttr},
     {"VERSION",         DxKeyWhen::Always,  setVersion},
     {"DIM_IN_BLOCK",    DxKeyWhen::Always,  &DxDimInBlock},
     {"UNIT",            DxKeyWhen::Always,  setUnitOption},

@@ -29,23 +29,11 @@ bool collectsContour() {
 }
 
 /// Makes the pattern of a layer the active one.
-void enterLayerPattern(DX_LAYER_TYPE& layer) {
+void enterPatternOf(DX_LAYER_TYPE& layer) {
     if (layer.patIndex < 0 || static_cast<std::size_t>(layer.patIndex) >= DxPatTable.size()) {
         if (DxCreateLayerPattern(layer)) return;
     }
-    DxActPatIndex = layer.patIndex;
-    int number = DxPatTable[static_cast<std::size_t>(DxActPatIndex)].number;
-    if (number == DxActPat) return;
-    DxActPat = number;
-    Dxovpat(23, &number);
-}
-
-/// Layer and pattern of an entity that will be drawn.
-void settlePattern(DX_LAYER_TYPE* layer, int layerColour, std::string_view layerLineType) {
-    if (!DxLayerToPattern) return;
-    if (!layer && DxPenltAddLayer(DxActLayer.view(), layerColour, layerLineType, &layer)) return;
-    if (collectsContour() || (DxBlockLevel > 0 && DxBlockToPattern)) return;
-    enterLayerPattern(*layer);
+    DxReturnToPat(layer.patIndex, DxPatTable[static_cast<std::size_t>(layer.patIndex)].number);
 }
 
 /// The host's setting of the pattern's state for one kind of content, -1 for what it leaves alone. 0 when
@@ -100,33 +88,42 @@ int DxColorToCAD(DxTable<DX_COLOR_PAIR>& pairs, DxPairIndex& index, int colour, 
     return fallback;
 }
 
+bool DxFindEntityLayer(const DX_ENTITY_BASE_TYPE& entity, DxEntityLayer& layer) {
+    layer.colour = 7;
+    layer.record = nullptr;
+    layer.lineType.clear();
+    return DxSetActLayer(&entity, &layer.colour, &layer.lineType, &layer.record) != 0;
+}
+
+void DxEnterLayerPattern(DxEntityLayer& layer) {
+    if (!DxLayerToPattern) return;
+    if (!layer.record &&
+        DxPenltAddLayer(DxActLayer.view(), layer.colour, layer.lineType.view(), &layer.record) != 0)
+        return;
+    if (collectsContour() || (DxBlockLevel > 0 && (DxBlockToPattern || DxActLevel.keepsPattern))) return;
+    enterPatternOf(*layer.record);
+}
+
 int DxPenLtToCAD(const DX_ENTITY_BASE_TYPE* entity, int* pen, int* lineType) {
-    int layerColour = 7;
-    DX_NAME layerLineType;
-    DX_LAYER_TYPE* layer = nullptr;
-    const int drawn = DxSetActLayer(entity, &layerColour, &layerLineType, &layer);
-    if (!drawn || DxCheckPass) {
-        *pen = 1;
-        *lineType = 1;
-        return drawn;
-    }
-    settlePattern(layer, layerColour, layerLineType.view());
+    DxEntityLayer layer;
+    const bool isDrawn = DxFindEntityLayer(*entity, layer);
+    *pen = *lineType = 1;
+    if (!isDrawn || DxCheckPass) return isDrawn;
+    DxEnterLayerPattern(layer);
     *pen =
-        DxColorToCAD(DxPenToCad, DxPenToCadIndex, DxResolveColor(*entity, layerColour), DxDefaultPen, 5721);
-    *lineType = DxResolveLinetype(*entity, layerLineType.view());
-    return drawn;
+        DxColorToCAD(DxPenToCad, DxPenToCadIndex, DxResolveColor(*entity, layer.colour), DxDefaultPen, 5721);
+    *lineType = DxResolveLinetype(*entity, layer.lineType.view());
+    return 1;
 }
 
 int DxFillPenToCAD(const DX_ENTITY_BASE_TYPE* entity, int* fillPen) {
-    int layerColour = 7;
-    DX_NAME layerLineType;
-    DX_LAYER_TYPE* layer = nullptr;
-    const int drawn = DxSetActLayer(entity, &layerColour, &layerLineType, &layer);
-    if (!drawn || DxCheckPass) return drawn;
-    settlePattern(layer, layerColour, layerLineType.view());
-    *fillPen = DxColorToCAD(DxFillToCad, DxFillToCadIndex, DxResolveColor(*entity, layerColour),
+    DxEntityLayer layer;
+    const bool isDrawn = DxFindEntityLayer(*entity, layer);
+    if (!isDrawn || DxCheckPass) return isDrawn;
+    DxEnterLayerPattern(layer);
+    *fillPen = DxColorToCAD(DxFillToCad, DxFillToCadIndex, DxResolveColor(*entity, layer.colour),
                             DxDefaultFill, 5730);
-    return drawn;
+    return 1;
 }
 
 void DxPenLtToDXF(int pen, int lineType, int* colour, DX_NAME* lineTypeName, int kind) {

@@ -4,7 +4,22 @@
 #include "config_state.h"
 #include "dx_types.h"
 
-/// Layer, pen and line type of an entity. Non-zero if it is to be drawn.
+/// The layer of an entity, as it rules in the place where the entity stands.
+struct DxEntityLayer {
+    DX_LAYER_TYPE* record; ///< null for a layer that no table has
+    int colour;
+    DX_NAME lineType;
+};
+/// Settles the layer of an entity. True if the entity is to be drawn: its layer is on, its space is read.
+bool DxFindEntityLayer(const DX_ENTITY_BASE_TYPE& entity, DxEntityLayer& layer);
+/// Makes the pattern of an entity's layer active, where each layer has patterns of its own and no contour or
+/// INSERT keeps another; a layer that no table has gets a record.
+void DxEnterLayerPattern(DxEntityLayer& layer);
+/// What an entity is drawn with.
+struct DxPenLt {
+    int pen = 0, lineType = 0;
+};
+/// Layer, pen and line type of an entity, with its layer's pattern active. Non-zero if it is to be drawn.
 int DxPenLtToCAD(const DX_ENTITY_BASE_TYPE* entity, int* pen, int* lineType);
 /// The same for a fill; `fillPen` unchanged if the result is 0.
 int DxFillPenToCAD(const DX_ENTITY_BASE_TYPE* entity, int* fillPen);

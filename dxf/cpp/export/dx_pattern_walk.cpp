@@ -18,6 +18,7 @@
 #include "dx_write_blocks.h"
 #include "dx_write_images.h"
 #include "mt.h"
+#include "uo.h"
 
 int DxWriteMatrix(int ownerPat, Mat32 matrix) {
     MtIdentMat(matrix);
@@ -62,8 +63,16 @@ static int writeContent(int pat) {
     return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 
+/// The block of the INSERT whose attributes the pattern holds; empty for other patterns.
+static UtCString insertOf(int pat) {
+    UtCString block;
+    if (!DxInsertAttr || UoGetSingleAttr(pat, DX_INSERT_ATTRIBUTE, &block) != 0) return {};
+    return block;
+}
+
 static int writeAsBlock(int pat) {
     DxBlockMatrixMode = DxBlockBufferWanted = DxBlockCopies;
+    if (const UtCString block = insertOf(pat); !block.IsEmpty()) DxPatNames[DX_PAT_NAME] = block;
     DxCheckBlockname(DxPatNames[DX_PAT_NAME]);
     DxBlockOpen = 0;
     DxBlockLayer = "0";
@@ -99,7 +108,8 @@ int DxWriteBlockPass() {
             if (!error && DxWriteHatch == 2) error = DxWriteHatchBlock(pat);
         }
         if (!error)
-            error = DxPatternToBlock ? DxWritePattern(pat, DX_PATTERN_AS_BLOCK) : DxPlainPats.add(pat);
+            error = DxPatternToBlock || !insertOf(pat).IsEmpty() ? DxWritePattern(pat, DX_PATTERN_AS_BLOCK)
+                                                                 : DxPlainPats.add(pat);
     }
     return error == DX_ERR_NO_MORE ? 0 : error;
 }

@@ -39,6 +39,7 @@ int Dxovspline(int count, const double* x, const double* y, double startAngle, d
     int degree = 3, one = 1, flags[2] = {1, 1};
     *isDrawn =
         ovspline(&count, hostX.data(), hostY.data(), &degree, &one, flags, &startAngle, &endAngle) == 0;
+    if (*isDrawn) ++DxElemsOut;
     return 0;
 }
 

@@ -76,6 +76,7 @@ int append(int op, double x1, double y1, double x2, double y2, unsigned char inf
         if (const int error = growAll()) return error;
     }
     const short i = queue.count++;
+    ++DxElemsOut;
     const Kind kind = kindOf(op);
     queue.type[i] = kind.type;
     queue.direction[i] = kind.direction;

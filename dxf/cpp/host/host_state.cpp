@@ -10,6 +10,7 @@ int DxActPat = 0;
 int DxPolyFillActive = 0;
 int DxHatchActive = 0;
 double DxLastOutX = 0, DxLastOutY = 0;
+long DxElemsOut = 0;
 int DxElemQueuePat = -1;
 int DxElemPen = 1, DxElemLineType = 1;
 int DxFillPat = 0;
@@ -25,6 +26,7 @@ void DxResetHostState() {
     DxPolyFillActive = 0;
     DxHatchActive = 0;
     DxLastOutX = DxLastOutY = 0;
+    DxElemsOut = 0;
     DxElemQueuePat = -1;
     DxElemPen = DxElemLineType = 1;
     DxFillPat = 0;

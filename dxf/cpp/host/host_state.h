@@ -20,6 +20,7 @@ extern int DxActPat;                     ///< host number of the active pattern
 extern int DxPolyFillActive;             ///< a polyline's outline goes to a fill contour: no counting
 extern int DxHatchActive;                ///< a hatch draws its contours: no counting
 extern double DxLastOutX, DxLastOutY;    ///< last target given to the host, after the shift
+extern long DxElemsOut;                  ///< elements and splines handed over or waiting, of the session
 extern int DxElemQueuePat;               ///< pattern the queue belongs to, -1 when none
 extern int DxElemPen, DxElemLineType;    ///< stamped on new queue entries
 extern int DxFillPat;                    ///< contour pattern of the running SOLID fill
@@ -28,6 +29,8 @@ extern int DxExportVisibleOnly;          ///< export restricted to visible patte
 /// Attributes that the module makes up belong to a class of its own, by these names.
 inline constexpr char DxAttrClass[] = "dxf";
 inline constexpr char DxAttrPrefix[] = "dxf::";
+/// A pattern that holds the attributes of one INSERT names its block in this attribute.
+inline constexpr char DX_INSERT_ATTRIBUTE[] = "insert";
 
 /// The drawing as it was before its hatches became patterns of their own for an export; empty: untouched.
 extern UtCString DxSplitWorkFile, DxSplitLockFile, DxSplitFileName;

@@ -26,20 +26,6 @@ constexpr auto fields = dxFields<R>({
     {210, &R::extrusion},
 });
 
-/// The same arc as an ellipse, to be placed by a matrix that holds its extrusion already.
-DX_ELLIPSE_TYPE asEllipse(const DX_ARC_TYPE& arc) {
-    DX_ELLIPSE_TYPE ellipse;
-    DxCopyEntityBase(&ellipse.base, &arc.base);
-    DxInitExtrusion(ellipse.extrusion);
-    ellipse.centre = arc.centre;
-    ellipse.majorAxis = {arc.radius, 0, 0};
-    ellipse.ratio = 1.0;
-    ellipse.startParam = arc.startAngle * radiansADegree;
-    ellipse.endParam = arc.endAngle * radiansADegree;
-    ellipse.counterClockwise = arc.counterClockwise;
-    return ellipse;
-}
-
 /// Point of the arc at `degrees`, in the object plane. A clockwise arc counts its angles clockwise too.
 RPT3 pointAt(const DX_ARC_TYPE& arc, double degrees) {
     const double angle = (arc.counterClockwise ? degrees : 360.0 - degrees) * radiansADegree;
@@ -69,32 +55,24 @@ int DxReadArc(DX_ARC_TYPE* rec) {
 }
 
 int DxDrawArc(const DX_ARC_TYPE* rec, const Mat44 m) {
-    int pen = 0, lineType = 0;
-    if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
+    DxPenLt look;
+    if (!DxPenLtToCAD(&rec->base, &look.pen, &look.lineType)) return 0;
     if (rec->startAngle == rec->endAngle || std::fabs(rec->radius) <= DX_SMALLEST_RADIUS) return 0;
     Mat44 storage;
     const auto* toWorld = DxObjectMatrix(rec->extrusion, m, storage);
     if (!DxStaysRound(rec->extrusion)) {
-        DX_ELLIPSE_TYPE ellipse = asEllipse(*rec);
+        const DX_ELLIPSE_TYPE ellipse =
+            DxAsEllipse(rec->base, rec->centre, rec->radius, rec->startAngle * radiansADegree,
+                        rec->endAngle * radiansADegree, rec->counterClockwise != 0);
         return DxDrawEllipse(&ellipse, toWorld, 0);
     }
-    RPT3 start = pointAt(*rec, rec->startAngle), end = pointAt(*rec, rec->endAngle), centre = rec->centre;
+    RPT3 points[] = {pointAt(*rec, rec->startAngle), pointAt(*rec, rec->endAngle), rec->centre};
+    RPT3 &start = points[0], &end = points[1], &centre = points[2];
     if (DxMirrors(toWorld)) std::swap(start, end);
-    DxTrans3DRpt(&start, toWorld);
-    DxTrans3DRpt(&end, toWorld);
-    DxTrans3DRpt(&centre, toWorld);
-    if (!DxIsFinite(start) || !DxIsFinite(end) || !DxIsFinite(centre)) return 0;
-    if (DxCheckPass) {
-        DxCheckXYZ(start.x, start.y, start.z);
-        DxCheckXYZ(end.x, end.y, end.z);
-        return 0;
-    }
-    if (const int error = DxStartDrawing(pen, lineType)) return error;
-    if (const int error = Dxovdraw(2, start.x, start.y)) return error;
-    const int error = isTiny(*rec, start, end)
-                          ? Dxovdraw(1, end.x, end.y)
-                          : Dxovarc(rec->counterClockwise ? 4 : 3, end.x, end.y, centre.x, centre.y);
-    if (error) return error;
-    DxLastPoint = end;
-    return 0;
+    return DxDrawFlat(look, points, toWorld, 2, end, [&] {
+        if (const int error = Dxovdraw(2, start.x, start.y)) return error;
+        return isTiny(*rec, start, end)
+                   ? Dxovdraw(1, end.x, end.y)
+                   : Dxovarc(rec->counterClockwise ? 4 : 3, end.x, end.y, centre.x, centre.y);
+    });
 }

@@ -1,7 +1,9 @@
 #include "dx_attributes.h"
 
 #include "../config/config_state.h"
+#include "../config/dx_layers.h"
 #include "../config/dx_pens.h"
+#include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
 #include "../sections/sections_state.h"
 #include "../session/dx_encoding.h"
@@ -11,8 +13,10 @@
 #include "blocks_state.h"
 #include "dx_entity_base.h"
 #include "import_state.h"
+#include "uo.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -88,31 +92,45 @@ void setOnPattern(const DX_ATTRIB_TYPE& rec) {
     mapped->host.clear(); // told once
 }
 
-/// The pattern of the running INSERT is active for the time of an attribute.
+/// With INSERT_ATTR the first attribute of an INSERT makes a pattern for them all, which names block and
+/// layer: on the pattern of a layer the next INSERT would overwrite them.
+int beginAttributePattern() {
+    if (!DxInsertAttr || DxBlockLevel == 0 || DxActLevel.hasAttributePat) return 0;
+    DxPatternScope around;
+    if (const int error = DxNewPat(0)) return error;
+    DxActLevel.attributePat = DxActPatIndex;
+    DxActLevel.hasAttributePat = 1;
+    UoSetSingleAttr(DxActPat, DX_INSERT_ATTRIBUTE, DxHostText(DxActLevel.block->name.view()));
+    DxNameLayerOfPattern(DxActLevel.layer);
+    return around.leave();
+}
+
+/// The pattern of the running INSERT is active for the time of an attribute, in a drawing pass; one that
+/// holds nothing but attributes takes their texts too.
 class AttributePattern {
 public:
     AttributePattern() {
-        if (DxCheckPass || DxBlockPatIndex < 0) return;
-        switched_ = true;
-        error_ = DxReturnToPat(DxBlockPatIndex, DxPatTable[static_cast<std::size_t>(DxBlockPatIndex)].number);
+        if (DxCheckPass) return;
+        error_ = beginAttributePattern();
+        if (error_ || DxBlockPatIndex < 0) return;
+        scope_.emplace(DxBlockPatIndex);
+        error_ = scope_->error();
+        DxActLevel.keepsPattern = DxInsertAttr && DxActLevel.hasAttributePat;
     }
+    ~AttributePattern() { DxActLevel.keepsPattern = 0; }
     AttributePattern(const AttributePattern&) = delete;
     AttributePattern& operator=(const AttributePattern&) = delete;
-    ~AttributePattern() {
-        if (switched_) DxReturnToPat(index_, pat_);
-    }
     int error() const { return error_; }
 
 private:
-    int pat_ = DxActPat;
-    int index_ = DxActPatIndex;
-    bool switched_ = false;
+    std::optional<DxPatternScope> scope_;
     int error_ = 0;
 };
 
+/// Sets the attribute on the pattern of the running INSERT, whatever layer it stands on itself.
 int setAttribute(const DX_ATTRIB_TYPE& rec) {
-    int pen = 0, lineType = 0;
-    if (DxCheckPass || !DxPenLtToCAD(&rec.base, &pen, &lineType)) return 0;
+    DxEntityLayer layer;
+    if (DxCheckPass || !DxFindEntityLayer(rec.base, layer)) return 0;
     if (const int error = DxNewElement(1)) return error;
     setOnPattern(rec);
     return 0;
@@ -134,6 +152,20 @@ int DxReadAttrib(DX_ATTRIB_TYPE* rec) {
     trimTag(rec->tag);
     if (rec->height < smallestHeight) rec->flags |= INVISIBLE;
     return 0;
+}
+
+const char* DxAttributeOfOrder(int order, const char* ownName) {
+    static constexpr const char* NAMES[] = {"#G", "#E", "#K", "#M"};
+    if (order >= DX_ORDER_GROUP && order <= DX_ORDER_NAME) return NAMES[order];
+    return order == DX_ORDER_ATTR ? ownName : nullptr;
+}
+
+void DxNameLayerOfPattern(const DX_NAME& layer) {
+    const char* name = DxAttributeOfOrder(DxLayerOrder, "layer");
+    if (!DxLayerToPattern || !name) return;
+    DX_NAME hostName = layer;
+    DxTableConvLayer(1, &hostName);
+    UoSetSingleAttr(DxActPat, name, DxHostText(hostName.view()));
 }
 
 void DxAttribCopyToText(const DX_ATTRIB_TYPE* rec, DX_TEXT_TYPE* text) {

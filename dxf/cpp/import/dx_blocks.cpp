@@ -7,6 +7,7 @@
 #include "../sections/dx_section.h"
 #include "../sections/dx_tables_import.h"
 #include "../session/dx_encoding.h"
+#include "import_state.h"
 
 #include <new>
 #include <string>
@@ -118,11 +119,14 @@ int readReferencedFile(DX_BLOCK_TYPE& block) {
     return error == END_OF_FILE ? 0 : error;
 }
 
-/// Whether the current document stands within this one.
+/// Whether the entities of this document are those that are being read: the main file's always are.
 bool isBeingDrawn(const DxfDocument& document) {
-    const DxfDocument* around = DxDocuments.current_;
-    while (around && around != &document) around = around->parent.Get();
-    return around != nullptr;
+    if (!document.parent.Get()) return true;
+    for (int level = DxBlockLevel; level >= 1; --level) {
+        const DX_BLOCK_TYPE* block = DxInsertStack[static_cast<std::size_t>(level)].block;
+        if (block && block->flags & EXTERNAL_REFERENCE && block->document == &document) return true;
+    }
+    return false;
 }
 
 } // namespace

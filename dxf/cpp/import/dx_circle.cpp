@@ -19,21 +19,6 @@ constexpr auto fields = dxFields<R>({
     {210, &R::extrusion},
 });
 
-/// The same circle as an ellipse, to be placed by a matrix that holds its extrusion already.
-DX_ELLIPSE_TYPE asEllipse(const DX_CIRCLE_TYPE& circle) {
-    constexpr double fullTurn = 6.283185307179586;
-    DX_ELLIPSE_TYPE ellipse;
-    DxCopyEntityBase(&ellipse.base, &circle.base);
-    DxInitExtrusion(ellipse.extrusion);
-    ellipse.centre = circle.centre;
-    ellipse.majorAxis = {circle.radius, 0, 0};
-    ellipse.ratio = 1.0;
-    ellipse.startParam = 0;
-    ellipse.endParam = fullTurn;
-    ellipse.counterClockwise = 1;
-    return ellipse;
-}
-
 } // namespace
 
 int DxReadCircle(DX_CIRCLE_TYPE* rec) {
@@ -48,28 +33,20 @@ int DxReadCircle(DX_CIRCLE_TYPE* rec) {
 }
 
 int DxDrawCircle(const DX_CIRCLE_TYPE* rec, const Mat44 m) {
-    int pen = 0, lineType = 0;
-    if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
+    constexpr double fullTurn = 6.283185307179586;
+    DxPenLt look;
+    if (!DxPenLtToCAD(&rec->base, &look.pen, &look.lineType)) return 0;
     if (std::fabs(rec->radius) <= DX_SMALLEST_RADIUS) return 0;
     Mat44 storage;
     const auto* toWorld = DxObjectMatrix(rec->extrusion, m, storage);
     if (!DxStaysRound(rec->extrusion)) {
-        DX_ELLIPSE_TYPE ellipse = asEllipse(*rec);
+        const DX_ELLIPSE_TYPE ellipse = DxAsEllipse(rec->base, rec->centre, rec->radius, 0, fullTurn, true);
         return DxDrawEllipse(&ellipse, toWorld, 0);
     }
-    RPT3 centre = rec->centre;
-    RPT3 onCircle = {centre.x + rec->radius, centre.y, centre.z};
-    DxTrans3DRpt(&centre, toWorld);
-    DxTrans3DRpt(&onCircle, toWorld);
-    if (!DxIsFinite(centre) || !DxIsFinite(onCircle)) return 0;
-    if (DxCheckPass) {
-        DxCheckXYZ(centre.x, centre.y, centre.z);
-        DxCheckXYZ(onCircle.x, onCircle.y, onCircle.z);
-        return 0;
-    }
-    if (const int error = DxStartDrawing(pen, lineType)) return error;
-    if (const int error = Dxovdraw(2, onCircle.x, onCircle.y)) return error;
-    if (const int error = Dxovarc(22, onCircle.x, onCircle.y, centre.x, centre.y)) return error;
-    DxLastPoint = onCircle;
-    return 0;
+    RPT3 points[] = {rec->centre, {rec->centre.x + rec->radius, rec->centre.y, rec->centre.z}};
+    const RPT3 &centre = points[0], &onCircle = points[1];
+    return DxDrawFlat(look, points, toWorld, 2, onCircle, [&] {
+        const int error = Dxovdraw(2, onCircle.x, onCircle.y);
+        return error ? error : Dxovarc(22, onCircle.x, onCircle.y, centre.x, centre.y);
+    });
 }

@@ -72,7 +72,7 @@ Shape shapeOf(const DX_ELLIPSE_TYPE& rec) {
     shape.start = mirrored ? -rec.startParam : rec.startParam;
     shape.counterClockwise = (rec.counterClockwise != 0) != mirrored;
     shape.sweep = shape.counterClockwise ? end - shape.start : shape.start - end;
-    if (shape.sweep < 0) shape.sweep += fullTurn;
+    if (shape.sweep < 0) shape.sweep = std::fmod(shape.sweep, fullTurn) + fullTurn;
     return shape;
 }
 

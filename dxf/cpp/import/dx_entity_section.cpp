@@ -43,14 +43,7 @@ bool isLoadedInto() {
 /// The section itself as the outermost block: white, in the first line type of the document.
 int startInsertStack() {
     const auto& lineTypes = DxDocuments.currentTables().lineTypes;
-    if (DxInsertStack.empty()) {
-        if (const int error = DxInsertStack.add({})) return error;
-    }
-    DX_INSERT_LEVEL& base = DxInsertStack[0];
-    base = {};
-    base.color = 7;
-    if (!lineTypes.empty()) base.lineType = lineTypes[0].name;
-    return 0;
+    return DxBeginInsertStack(7, lineTypes.empty() ? std::string_view() : lineTypes[0].name.view());
 }
 
 int drawViews(const Mat44 m) {
@@ -69,36 +62,28 @@ int finishSpace(Space space, const Mat44 m) {
 /// Runs through the entities once.
 int walkSection(int message, bool measuring, const Mat44 m) {
     DxCheckPass = measuring ? 1 : 0;
-    DxBlockLevel = 0;
     DxDisplay(DxMsg(message));
     DxResetPercent();
     return DxDrawCAD("ENDSEC", m);
 }
 
-/// What a pass that was stopped within blocks leaves behind; the block may be one of another document.
+/// Back to the section's file and place: the pass may have been stopped within the blocks of another.
 void leaveBlocks(DX_SAVE& start) {
     DxRestoreActPos(&start);
-    DxBlockLevel = 0;
-    DxBlockScaleX = DxBlockScaleY = DxBlockScaleZ = 1;
-    DxBlockRotation = 0;
-    DxBlockIsEven = 1;
-    DxTopBlock = nullptr;
     DxPolylineOpen = 0;
 }
 
-/// True when the extents so far will do. A host that stops the measuring for its length, not for its user,
-/// says no when asked again. A file that is cut shows what it has; the drawing pass tells of the cut.
+/// True when the extents so far will do: measuring was stopped for its length, not by the user. A file that
+/// is cut shows what it has; the drawing pass tells of the cut.
 bool goesOn(int error, DX_SAVE& start) {
-    constexpr int longLoop = 16;
-    const bool stoppedByHost = error == stoppedByUser && !UoCheckAbort(longLoop);
-    if (!stoppedByHost && error != endOfFile) return false;
+    const bool stoppedForLength = error == stoppedByUser && DxPassIsLong;
+    if (!stoppedForLength && error != endOfFile) return false;
     leaveBlocks(start);
     return true;
 }
 
 int measure(Space space, const Mat44 m, DX_SAVE& start) {
     DxCheckPass = 1;
-    DxBlockLevel = 0;
     if (!DxIsExtentsUnInizialized()) return 0;
     int error = walkSection(5858, true, m);
     if (goesOn(error, start)) error = 0;
@@ -204,7 +189,7 @@ int DxClearPatterns() {
         error = DxPatTable[i].elements ? DxImportedObjects.add(DsObListGetOb(number)) : Dxovpat(17, &number);
     }
     DxPatTable.free();
-    DxActPatIndex = DxBlockPatIndex = -1;
+    DxActPatIndex = DxActLevel.attributePat = -1;
     for (auto& [name, document] : DxDocuments.byName)
         for (DX_LAYER_TYPE& layer : document->tables.layers) layer.patIndex = -1;
     DxDimChainFree();

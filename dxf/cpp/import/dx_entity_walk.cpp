@@ -39,11 +39,14 @@ int drawEntity(const DxEntityKind& kind, const DxEntityContext& context, DxEntit
     return error;
 }
 
-bool userStops() {
-    if (DxEntitiesLeft > 0 && --DxEntitiesLeft == 0) return true;
+bool isStopped() {
+    if (DxEntitiesLeft > 0 && --DxEntitiesLeft == 0) {
+        DxPassIsLong = 1;
+        return true;
+    }
     if (++DxAbortCount < entitiesBetweenAbortQuestions) return false;
     DxAbortCount = 0;
-    return UoCheckAbort(16) != 0;
+    return DxAskForStop();
 }
 
 /// Whether a name ends a run of entities. Blocks don't nest, and a section's end is theirs too.
@@ -66,13 +69,20 @@ int handleEntity(std::string_view name, const DxEntityContext& context) {
     if (tally && DxCountEntities) ++tally->read;
     if (kind && kind->run) {
         if (const int error = drawEntity(*kind, context, tally)) return error;
-    } else if (name == "REGION" && DxModus == 2 && !DxCheckPass) {
+    } else if (name == "REGION" && DxModus == 2 && !DxCheckPass && (DxCountEntities || DxBlockLevel > 0)) {
         ++DxRegionCount;
     }
-    return userStops() ? 9009 : 0;
+    return isStopped() ? 9009 : 0;
 }
 
 } // namespace
+
+bool DxAskForStop() {
+    constexpr int withinLoop = 16, enoughOfThisPass = 2;
+    const int answer = UoCheckAbort(withinLoop);
+    DxPassIsLong = answer == enoughOfThisPass;
+    return answer != 0;
+}
 
 void DxSetEntityKinds(std::span<const DxEntityKind> kinds) {
     DxKinds = kinds.data();
@@ -141,7 +151,7 @@ int DxDrawStored(const DxStoredEntities& stored, const Mat44 m) {
     const DxEntityContext context = contextOf(m);
     for (const auto& entity : stored.entities) {
         if (const int error = entity->draw(context)) return error;
-        if (userStops()) return 9009;
+        if (isStopped()) return 9009;
     }
     return 0;
 }

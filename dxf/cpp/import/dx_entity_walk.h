@@ -150,6 +150,8 @@ void DxCountPart(std::string_view name);
 /// missing ends with the section or where the next one begins. 0, an error of a reader or draw function, or
 /// 9009 when the user stopped.
 int DxDrawCAD(const char* end, const Mat44 m);
+/// Asks the host whether to stop; DxPassIsLong tells whether that is for the length of the pass.
+bool DxAskForStop();
 
 /// Entities in their order, read once.
 struct DxStoredEntities {

@@ -1,6 +1,7 @@
 // Draw stage of INSERT: the block's entities are read again from the file, under the INSERT's placement.
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
+#include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
 #include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
@@ -11,6 +12,7 @@
 #include "dx_blocks.h"
 #include "dx_expansion.h"
 #include "dx_insert_import.h"
+#include "dx_insert_level.h"
 #include "dx_spaces.h"
 #include "import_state.h"
 #include "ov.h"
@@ -19,7 +21,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -37,101 +38,67 @@ struct InsertLayer {
     int colour;
 };
 
-/// What is put back behind an INSERT. After an error the import ends, and nothing is.
-struct Outer {
-    double scaleX = DxBlockScaleX, scaleY = DxBlockScaleY, scaleZ = DxBlockScaleZ;
-    double rotation = DxBlockRotation;
-    int isEven = DxBlockIsEven;
-    int patIndex = DxActPatIndex;
-    int pat = DxActPat;
-
-    void restoreScales() const {
-        DxBlockScaleX = scaleX;
-        DxBlockScaleY = scaleY;
-        DxBlockScaleZ = scaleZ;
-        DxBlockRotation = rotation;
-        DxBlockIsEven = isEven;
-    }
-    /// A pattern that was full within the block goes on in another one, which is the active one then.
-    int restorePattern() const { return DxCheckPass ? 0 : DxReturnToPat(patIndex, pat); }
-};
-
 double factor(double scale) {
     return scale == 0 ? 1 : scale;
 }
 
-/// Whether the matrix takes the plane's axes to axes of one length at right angles, or nearly so.
+/// Whether the matrix takes the plane's axes, as they are seen in the drawing, to axes of one length at right
+/// angles, or nearly so.
 bool keepsCircles(const Mat44 m) {
     constexpr double tolerance = 0.001;
-    const auto dot = [](const double* a, const double* b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; };
+    const auto dot = [](const double* a, const double* b) { return a[0] * b[0] + a[1] * b[1]; };
     const double xx = dot(m[0], m[0]), yy = dot(m[1], m[1]);
     const double most = tolerance * std::max(xx, yy);
     return std::fabs(xx - yy) <= 2 * most && std::fabs(dot(m[0], m[1])) <= most;
 }
 
-void addPlacement(const DX_INSERT_TYPE& insert) {
-    DxBlockScaleX *= factor(insert.scaleX);
-    DxBlockScaleY *= factor(insert.scaleY);
-    DxBlockScaleZ *= factor(insert.scaleZ);
-    DxBlockRotation += insert.rotation;
-}
-
-/// Colour and line type that ByBlock stands for within the block.
-void fillLevel(const DX_INSERT_TYPE& insert, int layerColour) {
-    const auto level = static_cast<std::size_t>(DxBlockLevel);
-    DX_INSERT_LEVEL& entry = DxInsertStack[level];
-    const DX_INSERT_LEVEL& below = DxInsertStack[level - 1];
-    entry.blockName = insert.blockName;
+/// Colour and line type that ByBlock stands for within the block; `level` has those around it.
+void settleByBlock(const DX_INSERT_TYPE& insert, int layerColour, DX_INSERT_LEVEL& level) {
     const std::string_view lineType = insert.base.lineType.view();
-    if (equalsIgnoringCase(lineType, "ByBlock"))
-        entry.lineType = below.lineType;
-    else if (lineType.empty() || equalsIgnoringCase(lineType, "ByLayer"))
-        entry.lineType = DxInsertLt;
-    else
-        entry.lineType.assign(lineType);
-    entry.color = insert.base.color;
-    if (entry.color == 0)
-        entry.color = below.color;
-    else if (entry.color < 0 || entry.color == 256)
-        entry.color = layerColour;
+    if (lineType.empty() || equalsIgnoringCase(lineType, "ByLayer"))
+        level.lineType = DxInsertLt;
+    else if (!equalsIgnoringCase(lineType, "ByBlock"))
+        level.lineType.assign(lineType);
+    if (insert.base.color < 0 || insert.base.color == 256)
+        level.color = layerColour;
+    else if (insert.base.color != 0)
+        level.color = insert.base.color;
 }
 
-/// Name of the attribute that an order value stands for; null for the orders that name none.
-const char* attributeOf(int order, const char* ownName) {
-    static constexpr const char* NAMES[] = {"#G", "#E", "#K", "#M"};
-    if (order >= DX_ORDER_GROUP && order <= DX_ORDER_NAME) return NAMES[order];
-    return order == DX_ORDER_ATTR ? ownName : nullptr;
+/// The place within the block, whose entities go through `matrix`.
+DX_INSERT_LEVEL levelOf(const DX_INSERT_TYPE& insert, const DX_BLOCK_TYPE& block, const InsertLayer& layer,
+                        const Mat44 matrix) {
+    DX_INSERT_LEVEL level = DxActLevel;
+    level.block = &block;
+    if (++level.depth == 1) {
+        level.topBlock = &block;
+        level.space = insert.base.paperSpace;
+    }
+    settleByBlock(insert, layer.colour, level);
+    level.layer = layer.name;
+    level.hasAttributePat = DxBlockToPattern;
+    level.keepsPattern = 0;
+    DX_BLOCK_PLACEMENT& placement = level.placement;
+    placement.scaleX *= factor(insert.scaleX);
+    placement.scaleY *= factor(insert.scaleY);
+    placement.scaleZ *= factor(insert.scaleZ);
+    placement.rotation += insert.rotation;
+    placement.isEven = keepsCircles(matrix);
+    return level;
 }
 
 /// The pattern of this INSERT, with the names of block and layer where the configuration wants them.
 int beginPattern(const DX_INSERT_TYPE& insert, const InsertLayer& layer) {
-    if (!DxBlockToPattern) {
-        DxBlockPatIndex = DxActPatIndex;
-        return 0;
-    }
-    if (const int error = DxNewPat(0)) return error;
-    DxBlockPatIndex = DxActPatIndex;
-    if (const char* name = attributeOf(DxBlockOrder, "block"))
+    if (DxBlockToPattern)
+        if (const int error = DxNewPat(0)) return error;
+    DxActLevel.attributePat = DxActPatIndex;
+    if (!DxBlockToPattern) return 0;
+    if (const char* name = DxAttributeOfOrder(DxBlockOrder, "block"))
         UoSetSingleAttr(DxActPat, name, DxHostText(insert.blockName.view()));
-    if (DxLayerToPattern) {
-        DX_NAME hostName = layer.name;
-        DxTableConvLayer(1, &hostName);
-        if (const char* name = attributeOf(DxLayerOrder, "layer"))
-            UoSetSingleAttr(DxActPat, name, DxHostText(hostName.view()));
-    }
+    DxNameLayerOfPattern(layer.name);
     if (DxBlockOrder != DX_ORDER_GROUP && !(DxLayerToPattern && DxLayerOrder == DX_ORDER_GROUP) && DxTopBlock)
         UoSetSingleAttr(DxActPat, "#G", DxHostText(DxTopBlock->name.view()));
     return 0;
-}
-
-int enterLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const InsertLayer& layer) {
-    if (DxBlockLevel == 0) DxTopBlock = &block;
-    ++DxBlockLevel;
-    while (DxInsertStack.size() <= static_cast<std::size_t>(DxBlockLevel))
-        if (const int error = DxInsertStack.add(DX_INSERT_LEVEL{})) return error;
-    if (DxBlockLevel == 1) DxInsertSpace = insert.base.paperSpace;
-    fillLevel(insert, layer.colour);
-    return DxCheckPass ? 0 : beginPattern(insert, layer);
 }
 
 int drawEntities(DX_BLOCK_TYPE& block, const Mat44 matrix, bool viewportsOnly) {
@@ -142,24 +109,17 @@ int drawEntities(DX_BLOCK_TYPE& block, const Mat44 matrix, bool viewportsOnly) {
 /// The block's entities, then the INSERT's attributes: for both, ByBlock and layer 0 mean this INSERT.
 int drawLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const InsertLayer& layer, const Mat44 m,
               bool viewportsOnly) {
-    const Outer outer;
-    addPlacement(insert);
     Mat44 matrix;
     if (const int error = DxInsertBlockTrans(&insert, &block, m, matrix)) return error;
-    DxBlockIsEven = keepsCircles(matrix);
-    int error = enterLevel(insert, block, layer);
-    const int attributePattern = DxBlockPatIndex; // INSERTs within the block have patterns of their own
-    DxInsertLayer = layer.name;
+    const DxInsertScope scope(levelOf(insert, block, layer, matrix));
+    DxPatternScope pattern;
+    int error = scope.error();
+    if (!error && !DxCheckPass) error = beginPattern(insert, layer);
     if (!error && !DxHoldsNothing(block)) error = drawEntities(block, matrix, viewportsOnly);
-    if (!error) error = outer.restorePattern();
-    if (!error) {
-        outer.restoreScales();
-        DxBlockPatIndex = attributePattern;
-        DxInsertLayer = layer.name;
-        error = DxInsertDrawAttribs(&insert, m);
-    }
-    --DxBlockLevel;
-    return error;
+    if (!error) error = pattern.leave();
+    if (error) return error;
+    scope.endEntities();
+    return DxInsertDrawAttribs(&insert, m);
 }
 
 bool isTooDeep() {
@@ -199,8 +159,10 @@ void reportStop(const DX_BLOCK_TYPE& block) {
 } // namespace
 
 int DxCheckRecursion(const DX_NAME& block) {
-    for (int level = DxBlockLevel; level >= 1; --level) {
-        if (std::strcmp(DxInsertStack[static_cast<std::size_t>(level)].blockName.s, block.s) != 0) continue;
+    const DX_BLOCK_TYPE* found =
+        DxDocuments.current_ ? DxDocuments.current_->findBlockOutwards(block.view()) : nullptr;
+    for (int level = DxBlockLevel; found && level >= 1; --level) {
+        if (!DxIsDrawnAt(level, *found)) continue;
         const UtCString name = DxHostText(block.view());
         DxProtoMsg(DxMsg(level == DxBlockLevel ? 5717 : 5719, name.c_str()), 1);
         DxProtoMsg(DxMsg(5718), 1);
@@ -235,7 +197,6 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     } else if (error == STOPPED && DxBlockLevel == 0 && !DxCheckPass) {
         reportStop(*reference.block);
     }
-    if (DxTopBlock == reference.block && DxBlockLevel == 0) DxTopBlock = nullptr;
     return error;
 }
 

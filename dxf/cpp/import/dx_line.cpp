@@ -32,20 +32,12 @@ int DxReadLine(DX_LINE_TYPE* rec) {
 }
 
 int DxDrawLine(const DX_LINE_TYPE* rec, const Mat44 m) {
-    int pen = 0, lineType = 0;
-    if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
-    RPT3 start = rec->start, end = rec->end;
-    DxTrans3DRpt(&start, m);
-    DxTrans3DRpt(&end, m);
-    if (!DxIsFinite(start) || !DxIsFinite(end)) return 0;
-    if (DxCheckPass) {
-        DxCheckXYZ(start.x, start.y, start.z);
-        DxCheckXYZ(end.x, end.y, end.z);
-        return 0;
-    }
-    if (const int error = DxStartDrawing(pen, lineType)) return error;
-    if (const int error = Dxovdraw(2, start.x, start.y)) return error;
-    if (const int error = Dxovdraw(1, end.x, end.y)) return error;
-    DxLastPoint = end;
-    return 0;
+    DxPenLt look;
+    if (!DxPenLtToCAD(&rec->base, &look.pen, &look.lineType)) return 0;
+    RPT3 points[] = {rec->start, rec->end};
+    const RPT3 &start = points[0], &end = points[1];
+    return DxDrawFlat(look, points, m, 2, end, [&] {
+        const int error = Dxovdraw(2, start.x, start.y);
+        return error ? error : Dxovdraw(1, end.x, end.y);
+    });
 }

@@ -6,7 +6,14 @@
 // nothing to draw.
 #pragma once
 
+#include "../config/dx_pens.h"
+#include "../session/session_state.h"
+#include "dx_entity_base.h"
+#include "dx_extents.h"
 #include "dx_linework.h"
+#include "dx_transform.h"
+
+#include <cstddef>
 
 int DxReadLine(DX_LINE_TYPE* rec);
 int DxDrawLine(const DX_LINE_TYPE* rec, const Mat44 m);
@@ -23,6 +30,31 @@ int DxDrawEllipse(const DX_ELLIPSE_TYPE* rec, const Mat44 m, int inFigure);
 int DxDrawOneEllipse(const DX_ELLIPSE_TYPE* rec, const Mat44 m); ///< An ellipse on its own.
 int DxReadSolid(DX_SOLID_TYPE* rec);
 int DxDrawSolid(const DX_SOLID_TYPE* rec, const Mat44 m);
+
+/// The frame of a flat entity's draw stage: takes the points, which the stage has computed, through `m`; in
+/// the check pass the first `measured` of them widen the extents; in the drawing pass `draw` (→ int) hands
+/// elements over, and `last` is where they end. Nothing is drawn when a point isn't finite. 0 or an error.
+template <std::size_t N, class Draw>
+int DxDrawFlat(const DxPenLt& look, RPT3 (&points)[N], const Mat44 m, std::size_t measured, const RPT3& last,
+               Draw&& draw) {
+    for (RPT3& point : points) {
+        DxTrans3DRpt(&point, m);
+        if (!DxIsFinite(point)) return 0;
+    }
+    if (DxCheckPass) {
+        for (std::size_t i = 0; i < measured; ++i) DxCheckXYZ(points[i].x, points[i].y, points[i].z);
+        return 0;
+    }
+    if (const int error = DxStartDrawing(look.pen, look.lineType)) return error;
+    if (const int error = draw()) return error;
+    DxLastPoint = last;
+    return 0;
+}
+
+/// A circle or arc as an ellipse, angles in radians, to be placed by a matrix that holds its extrusion
+/// already.
+DX_ELLIPSE_TYPE DxAsEllipse(const DX_ENTITY_BASE_TYPE& base, const RPT3& centre, double radius, double start,
+                            double end, bool counterClockwise);
 
 /// Arcs and circles up to this radius draw nothing.
 inline constexpr double DX_SMALLEST_RADIUS = 1e-8;

@@ -27,18 +27,12 @@ int DxReadPoint(DX_POINT_TYPE* rec) {
 int DxDrawPoint(const DX_POINT_TYPE* rec, const Mat44 m) {
     constexpr int dropsPoints = 1;
     if (DxModus == 3) return 0;
-    int pen = 0, lineType = 0;
-    if (!DxPenLtToCAD(&rec->base, &pen, &lineType) || DxPdMode == dropsPoints) return 0;
-    RPT3 p = rec->point;
-    DxTrans3DRpt(&p, m);
-    if (!DxIsFinite(p)) return 0;
-    if (DxCheckPass) {
-        DxCheckXYZ(p.x, p.y, p.z);
-        return 0;
-    }
-    if (const int error = DxStartDrawing(pen, lineType)) return error;
-    if (const int error = Dxovdraw(2, p.x, p.y)) return error;
-    if (const int error = Dxovdraw(1, p.x, p.y)) return error;
-    DxLastPoint = p;
-    return 0;
+    DxPenLt look;
+    if (!DxPenLtToCAD(&rec->base, &look.pen, &look.lineType) || DxPdMode == dropsPoints) return 0;
+    RPT3 points[] = {rec->point};
+    const RPT3& p = points[0];
+    return DxDrawFlat(look, points, m, 1, p, [&] {
+        const int error = Dxovdraw(2, p.x, p.y);
+        return error ? error : Dxovdraw(1, p.x, p.y);
+    });
 }

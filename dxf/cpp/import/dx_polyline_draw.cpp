@@ -6,6 +6,7 @@
 #include "../session/session_state.h"
 #include "../solid/dx_space_import.h"
 #include "dx_entity_base.h"
+#include "dx_entity_walk.h"
 #include "dx_extents.h"
 #include "dx_linework_import.h"
 #include "dx_polyline_import.h"
@@ -71,17 +72,11 @@ bool isNear(const RPT3& a, const RPT3& b, double tolerance) {
 /// The arc as an ellipse, for matrices that don't leave a circle round.
 int drawEllipsePiece(const RPT3& to, double bulge, const DX_ENTITY_BASE_TYPE& base,
                      const PolylineMatrix& matrix) {
-    DX_ELLIPSE_TYPE piece;
     double cx = 0, cy = 0;
     if (!DxGetMidXY(DxPolyPrev.x, DxPolyPrev.y, to.x, to.y, bulge, &cx, &cy)) return 0;
-    DxCopyEntityBase(&piece.base, &base);
-    DxInitExtrusion(piece.extrusion);
-    piece.centre = {cx, cy, DxPolyPrev.z};
-    piece.majorAxis = {std::hypot(DxPolyPrev.x - cx, DxPolyPrev.y - cy), 0, 0};
-    piece.ratio = 1;
-    piece.startParam = std::atan2(DxPolyPrev.y - cy, DxPolyPrev.x - cx);
-    piece.endParam = std::atan2(to.y - cy, to.x - cx);
-    piece.counterClockwise = bulge > 0;
+    const DX_ELLIPSE_TYPE piece = DxAsEllipse(
+        base, {cx, cy, DxPolyPrev.z}, std::hypot(DxPolyPrev.x - cx, DxPolyPrev.y - cy),
+        std::atan2(DxPolyPrev.y - cy, DxPolyPrev.x - cx), std::atan2(to.y - cy, to.x - cx), bulge > 0);
     return DxDrawEllipse(&piece, matrix.rows(), 1);
 }
 
@@ -146,22 +141,18 @@ int drawStep(const DX_VERTEX_TYPE& vertex, const PolylineMatrix& matrix) {
     return 0;
 }
 
-/// Notes which rows of the outline pattern the last piece has got: a piece is none, one or several elements,
-/// and its widths hold for these.
-int noteRows() {
-    if (DxCheckPass || !DxPolyFillActive || !DxActPolyline.variableWidth || !DxLineAsHatch) return 0;
-    int rows = 0;
-    if (const int error = DxCiElemDrawPat()) return error;
-    if (const int error = UoElemS(27, DxActPat, &rows)) return error;
-    DxPolyRows.push_back(rows);
-    return 0;
+/// Notes how many elements the centre line has behind the last piece: a piece is none, one or several, and
+/// its widths hold for these.
+void noteElements() {
+    if (DxCheckPass || !DxPolyFillActive || !DxActPolyline.variableWidth || !DxLineAsHatch) return;
+    DxPolyRows.push_back(DxElemsOut - DxPolyElemsBefore);
 }
 
 int drawVertices(const std::vector<DX_VERTEX_TYPE>& vertices, const Mat44 m) {
     const PolylineMatrix matrix(m);
     for (std::size_t i = 0; i < vertices.size(); ++i) {
         if (const int error = drawStep(vertices[i], matrix)) return error;
-        if (const int error = noteRows()) return error;
+        noteElements();
         if (DxIsStoppedAt(i)) return 9009;
     }
     if (!vertices.empty()) DxActVertex = vertices.back();
@@ -176,17 +167,31 @@ int beginOutlinePattern(int fillPen) {
     if (const int error = Dxovpat(211, &pattern)) return error;
     UoCopyAllAttrs(DxActPat, pattern);
     DxActPat = pattern;
+    DxPolyElemsBefore = DxElemsOut;
     if (const int error = DxSetFillPen(pattern, fillPen)) return error;
     int pen = 0, lineType = 0;
     return DxPenLtToCAD(&DxActPolyline.base, &pen, &lineType) ? DxStartDrawing(pen, lineType) : 0;
 }
 
+/// The pattern of the centre line stays the active one, and counts its elements from here on.
+int keepOutlinePattern() {
+    int elements = 0;
+    if (const int error = DxCiElemDrawPat()) return error;
+    if (const int error = UoElemS(27, DxActPat, &elements)) return error;
+    if (const int error = DxPatTable.add({DxActPat, elements, 0, 0})) return error;
+    DxActPatIndex = static_cast<int>(DxPatTable.size()) - 1;
+    return 0;
+}
+
 int finishOutline() {
     DxPolyFillActive = 0;
-    if (DxCheckPass || !DxLineAsHatch) return 0;
+    if (DxCheckPass) return 0;
+    if (!DxLineAsHatch) return keepOutlinePattern();
     DxDrawPolyfill(); // a failed outline is no error of the import
-    DxActPat = DxFillSavedPat;
-    return Dxovpat(23, &DxActPat);
+    // A pattern that has become full goes on in another, which is active already then.
+    return DxActPatIndex >= 0 && DxPatTable[static_cast<std::size_t>(DxActPatIndex)].number == DxActPat
+               ? 0
+               : DxReturnToPat(DxActPatIndex, DxFillSavedPat);
 }
 
 } // namespace
@@ -222,7 +227,7 @@ int DxSeqEnd(const Mat44 m) {
     if (DxActPolyline.closed && !DxPolyFirst) {
         const PolylineMatrix matrix(m);
         error = drawPiece(DxPolyStart, DxPolyStartWorld, figureInfo(), baseOf(DxActVertex), matrix, false);
-        if (!error) error = noteRows();
+        if (!error) noteElements();
         DxLastPoint = DxPolyStartWorld;
     }
     if (DxPolyFillActive) {
@@ -259,7 +264,7 @@ int DxDrawPolyline(const DX_POLYLINE_TYPE* rec, const Mat44 m) {
 
 bool DxIsStoppedAt(std::size_t vertex) {
     constexpr std::size_t verticesBetweenQuestions = 1000;
-    return vertex % verticesBetweenQuestions == verticesBetweenQuestions - 1 && UoCheckAbort(16) != 0;
+    return vertex % verticesBetweenQuestions == verticesBetweenQuestions - 1 && DxAskForStop();
 }
 
 // ---- rows of the table of kinds ----------------------------------------------------------------------

@@ -214,8 +214,8 @@ int DxDrawPolyfill() {
 
     int outline = 0;
     int error = outlineInto(contoursOf(shape->Contours()), *line.list.first, &outline);
-    DxActPat = DxFillSavedPat;
-    Dxovpat(23, &DxActPat);
+    const int returned = DxReturnToPat(DxActPatIndex, DxFillSavedPat);
+    if (!error) error = returned;
     if (!error) {
         removePattern(centreLine);
         error = moveToKept(outline);

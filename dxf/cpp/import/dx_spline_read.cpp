@@ -42,7 +42,8 @@ public:
         case 20: putControl(value, &RPT3::y); return true;
         case 30: putControl(value, &RPT3::z); return true;
         case 41:
-            if (!controlsFull_ && !rec_.controlPoints.empty()) rec_.controlPoints.back().weight = value;
+            if (!controlsFull_ && hasRoom(weights_, rec_.controlCount))
+                weights_.push_back({rec_.controlPoints.size(), value});
             return true;
         case 11: beginFit(value); return true;
         case 21: putFit(value, &RPT3::y); return true;
@@ -51,7 +52,24 @@ public:
         }
     }
 
+    /// Gives the weights to their points, when all groups are read. Some files have each weight behind its
+    /// point; others have a list of them, ahead of the points or behind.
+    void settleWeights() {
+        const bool isList = std::adjacent_find(weights_.begin(), weights_.end(), [](auto& a, auto& b) {
+                                return a.points == b.points;
+                            }) != weights_.end();
+        for (std::size_t i = 0; i < weights_.size(); ++i) {
+            const std::size_t point = isList || weights_[0].points == 0 ? i : weights_[i].points - 1;
+            if (point < rec_.controlPoints.size()) rec_.controlPoints[point].weight = weights_[i].value;
+        }
+    }
+
 private:
+    struct Weight {
+        std::size_t points; ///< read ahead of it
+        double value;
+    };
+
     static bool isListGroup(int code) {
         return code == 40 || code == 41 || (code >= 10 && code <= 31 && code % 10 <= 1);
     }
@@ -71,6 +89,7 @@ private:
     }
 
     DX_SPLINE_TYPE& rec_;
+    std::vector<Weight> weights_;
     bool controlsFull_ = false, fitsFull_ = false;
 };
 
@@ -82,6 +101,7 @@ int DxReadSpline(DX_SPLINE_TYPE* rec) {
     DxInitExtrusion(rec->extrusion);
     SplineLists lists(*rec);
     if (const int error = DxReadEntity(*rec, fields, lists)) return error;
+    lists.settleWeights();
     rec->knotCount = static_cast<int>(rec->knots.size());
     rec->controlCount = static_cast<int>(rec->controlPoints.size());
     rec->fitCount = static_cast<int>(rec->fitPoints.size());

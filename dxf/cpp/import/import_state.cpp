@@ -4,15 +4,13 @@ RPT3 DxExtMin{DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
 RPT3 DxExtMax{DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
 RPT3 DxInsBase{};
 RPT3 DxLastPoint{};
-int DxBlockLevel = 0;
+DX_INSERT_LEVEL DxActLevel;
 DxTable<DX_INSERT_LEVEL> DxInsertStack;
-double DxBlockScaleX = 1, DxBlockScaleY = 1, DxBlockScaleZ = 1;
-double DxBlockRotation = 0;
-int DxBlockIsEven = 1;
 int DxPlotCount = 1, DxViewportCount = 1;
 int DxPolylineOpen = 0;
 int DxAbortCount = 0;
 long DxEntitiesLeft = 0;
+int DxPassIsLong = 0;
 int DxSplineApprox = -1;
 int DxEntityDrawn = 0;
 DxTable<_ObObject*> DxImportedObjects;
@@ -31,17 +29,25 @@ void DxResetImportState() {
     DxExtMin = {DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
     DxExtMax = {DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
     DxInsBase = DxLastPoint = {0, 0, 0};
-    DxBlockLevel = 0;
-    DxBlockScaleX = DxBlockScaleY = DxBlockScaleZ = 1;
-    DxBlockRotation = 0;
-    DxBlockIsEven = 1;
+    DxActLevel = DX_INSERT_LEVEL{};
+    DxActLevel.layer.assign("0");
     DxPlotCount = DxViewportCount = 1;
     DxPolylineOpen = 0;
     DxAbortCount = 0;
     DxEntitiesLeft = 0;
+    DxPassIsLong = 0;
     DxSplineApprox = -1;
     DxEntityDrawn = 0;
     DxEntityPartCount = 0;
     DxImportedObjects.free();
     DxResetImportReport();
+}
+
+int DxBeginInsertStack(int color, std::string_view lineType) {
+    DxActLevel = DX_INSERT_LEVEL{};
+    DxActLevel.color = color;
+    DxActLevel.lineType.assign(lineType);
+    DxActLevel.layer.assign("0");
+    DxInsertStack.clear();
+    return DxInsertStack.add(DxActLevel);
 }

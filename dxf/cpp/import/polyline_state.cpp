@@ -8,7 +8,8 @@ RPT3 DxPolyPrev{};
 RPT3 DxPolyStart{}, DxPolyStartWorld{};
 int DxPolyPat = 0;
 int DxFillSavedPat = 0;
-std::vector<int> DxPolyRows;
+std::vector<long> DxPolyRows;
+long DxPolyElemsBefore = 0;
 DX_POLY_STYLE DxPolyStyle;
 
 void DxResetPolylineState() {
@@ -19,5 +20,6 @@ void DxResetPolylineState() {
     DxPolyPrev = DxPolyStart = DxPolyStartWorld = {0, 0, 0};
     DxPolyPat = DxFillSavedPat = 0;
     DxPolyRows = {};
+    DxPolyElemsBefore = 0;
     DxPolyStyle = DX_POLY_STYLE{};
 }

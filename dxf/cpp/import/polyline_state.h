@@ -11,8 +11,10 @@ extern double DxPolyBulge;                 ///< bulge of the previous vertex
 extern RPT3 DxPolyPrev;                    ///< previous vertex, object coordinates
 extern RPT3 DxPolyStart, DxPolyStartWorld; ///< first vertex, object and world coordinates
 extern int DxPolyPat;                      ///< DxActPat at the last vertex
-extern int DxFillSavedPat;                 ///< active pattern ahead of the outline pattern
-extern std::vector<int> DxPolyRows;        ///< varying widths: rows of the outline pattern behind each vertex
+extern int DxFillSavedPat;                 ///< active pattern ahead of the outline pattern; its entry stays
+                                           ///< DxActPatIndex meanwhile
+extern std::vector<long> DxPolyRows;       ///< varying widths: elements of the centre line behind each vertex
+extern long DxPolyElemsBefore;             ///< DxElemsOut ahead of the centre line
 
 /// What all vertices of one style share: whether they are drawn, and with what.
 struct DX_POLY_STYLE {

@@ -139,8 +139,7 @@ void settleExport() {
 } // namespace
 
 void DxInitialize() {
-    DxInsertStack.clear();
-    DxInsertStack.add(DX_INSERT_LEVEL{});
+    DxBeginInsertStack(0, {});
 }
 
 int DxfInit(const UtCString& configName, int isExport) {

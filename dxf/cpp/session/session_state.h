@@ -1,5 +1,6 @@
-// Values of one session, shared by all subsystems. Only DxResetSessionState and the setters named in the
-// comments change them.
+// Values of one session, shared by all subsystems: what the reader, the drivers and the passes over a file
+// know. DxResetSessionState gives them their start values; each comment says who else sets them, or what
+// from.
 #pragma once
 
 #include "ut_string.h"

@@ -5,6 +5,7 @@
 #include "../export/dx_layer_choice.h"
 #include "../export/dx_pattern_walk.h"
 #include "../export/dx_write_blocks.h"
+#include "../host/host_state.h"
 #include "../session/session_state.h"
 #include "dx_codes.h"
 #include "dx_write_text.h"
@@ -29,14 +30,29 @@ std::vector<Attribute> attributesOf(int pat) {
     return list;
 }
 
-/// A text "%Name" or "#Name" stands for the attribute of that name.
+bool holdsAttributesOfInsert(const std::vector<Attribute>& attributes) {
+    return DxInsertAttr && std::any_of(attributes.begin(), attributes.end(),
+                                       [](const Attribute& a) { return a.name == DX_INSERT_ATTRIBUTE; });
+}
+
+/// A text "%Name" or "#Name" stands for the attribute of that name; among the attributes of an INSERT it
+/// shows the value of one.
+auto attributeOfText(const std::string& line, std::vector<Attribute>& attributes) {
+    if (line[0] == '%' || line[0] == '#') {
+        const std::string name = line[0] == '%' ? line.substr(1) : line;
+        const auto found = std::find_if(attributes.begin(), attributes.end(),
+                                        [&](const Attribute& a) { return a.name.str() == name; });
+        if (found != attributes.end()) return found;
+    }
+    if (!holdsAttributesOfInsert(attributes)) return attributes.end();
+    return std::find_if(attributes.begin(), attributes.end(), [&](const Attribute& a) {
+        return !a.used && a.name.str().starts_with(DxAttrPrefix) && a.value.str() == line;
+    });
+}
+
 void findAttribute(DX_WRITE_TEXT& text, std::vector<Attribute>& attributes) {
     if (text.lines.size() != 1 || text.lines[0].empty()) return;
-    const std::string& line = text.lines[0];
-    if (line[0] != '%' && line[0] != '#') return;
-    const std::string name = line[0] == '%' ? line.substr(1) : line;
-    const auto found = std::find_if(attributes.begin(), attributes.end(),
-                                    [&](const Attribute& a) { return a.name.str() == name; });
+    const auto found = attributeOfText(text.lines[0], attributes);
     if (found == attributes.end()) return;
     found->used = true;
     text.tag = DxAttribConvert(found->name).str();

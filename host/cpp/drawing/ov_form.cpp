@@ -14,14 +14,18 @@
 
 using namespace host;
 
-static int setScale(double scale) {
+static constexpr int smallestFormat = 6; // A5
+
+static int setScale(int format, double scale) {
     constexpr int errorScaleRange = 2030;
     constexpr int errorSheetTooSmall = 3012;
     if (!(scale >= 1e-8 && scale <= 1e8)) return errorScaleRange;
     Drawing& drawing = openDrawing();
-    const GeFormat sheet(drawing.format);
+    if (format < 0 || format > smallestFormat) format = drawing.format;
+    const GeFormat sheet(format);
     const double side = std::min(sheet.width(), sheet.height()) / scale / unitInMm(drawing);
     if (side < drawingTolerance(drawing)) return errorSheetTooSmall;
+    drawing.format = format;
     drawing.scale = scale;
     return 0;
 }
@@ -29,7 +33,7 @@ static int setScale(double scale) {
 int ovform(int mode, int* format, double* scale, int* unit, double* factor3d) {
     if (callFails()) return errorNotApplicable;
     Drawing& drawing = openDrawing();
-    if (mode == 7) return setScale(*scale);
+    if (mode == 7) return setScale(*format, *scale);
     if (mode == 8) {
         if (GeUnit(*unit).factor() <= 0) return errorNotApplicable;
         drawing.changeUnit(*unit);

@@ -80,6 +80,7 @@ int UoCheckAbort(int code) {
         return 0;
     }
     if (openDrawing().elementCount > s.maxElements) s.elementLimitHit = true;
-    if (s.elementLimitHit || readsWithoutEnd(s)) return 1;
-    return s.wantsAbort && s.wantsAbort() ? 1 : 0;
+    constexpr int stop = 1, enoughOfThisPass = 2;
+    if (s.elementLimitHit || (s.wantsAbort && s.wantsAbort())) return stop;
+    return readsWithoutEnd(s) ? enoughOfThisPass : 0;
 }
