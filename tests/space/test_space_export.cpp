@@ -3,6 +3,7 @@
 #include "../import/drawn.h"
 #include "faces.h"
 
+#include <cmath>
 #include <cstdlib>
 #include <random>
 
@@ -25,13 +26,16 @@ Exported export3d(const std::string& config) {
 std::string corners(const DxfGroups& face) {
     std::string all;
     for (const DxfGroup& g : face)
-        if (g.code >= 10 && g.code < 40) all += (all.empty() ? "" : " ") + g.value;
+        if (g.code >= 10 && g.code < 40)
+            all += (all.empty() ? "" : " ") + UtFormat("%g", std::atof(g.value.c_str())).str();
     return all + " / " + valueOf(face, 70);
 }
 
 /// An unwarped face with an odd corner in every digit.
 DxfGroups oddFace(std::mt19937& random) {
-    const auto real = [&] { return std::uniform_real_distribution<double>(-1000, 1000)(random); };
+    const auto real = [&] {
+        return std::round(std::uniform_real_distribution<double>(-1000, 1000)(random) * 1e12) / 1e12;
+    };
     const double x = real(), y = real(), z = real(), w = real();
     return at(10, {x, y, z}) + at(11, {x, y + w, z}) + at(12, {x, y + w, w}) + at(13, {x, y, w});
 }
@@ -91,7 +95,7 @@ TEST_F(SpaceExport, FlagsOfTrianglesHideTheEdgeWithoutLength) {
     pattern.faceLists.push_back(faceList({{0, 0, 0}, {1, 0, 0}, {0, 1, 5}}));
     pattern.faceLists[0].marks[2] |= host::HIDDEN;
     const Exported file = export3d(exportConfig("ACAD24"));
-    EXPECT_EQ(corners(file.first(0, "3DFACE")), "0.0 0.0 0.0 1.0 0.0 0.0 0.0 1.0 5.0 0.0 0.0 0.0 / 10");
+    EXPECT_EQ(corners(file.first(0, "3DFACE")), "0 0 0 1 0 0 0 1 5 0 0 0 / 10");
 }
 
 TEST_F(SpaceExport, APairOfTrianglesIsOneFace) {
@@ -158,7 +162,7 @@ TEST_F(SpaceExport, LinesAndMeshesMakeTheRoundTrip) {
     EXPECT_EQ(shown(file.first(0, "LINE", file.count(0, "LINE") - 1)).substr(0, 6), "0=LINE");
     EXPECT_TRUE(file.has("AcDbFace"));
     EXPECT_EQ(file.errors(), "");
-    EXPECT_EQ(corners(file.first(0, "3DFACE")), "0.0 0.0 0.0 1.0 0.0 0.0 1.0 1.0 2.0 0.0 1.0 2.0 / 0");
+    EXPECT_EQ(corners(file.first(0, "3DFACE")), "0 0 0 1 0 0 1 1 2 0 1 2 / 0");
 }
 
 } // namespace

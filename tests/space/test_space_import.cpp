@@ -1,5 +1,6 @@
 // What a 3D import makes of faces, meshes and thickness.
 #include "../import/drawn.h"
+#include "rpt.h"
 
 #include <gtest/gtest.h>
 
@@ -201,7 +202,7 @@ TEST(SubDMesh, IsOneObjectOfFacetsInSpace) {
 
 TEST(SubDMesh, WhatIsSoundOfABrokenListIsDrawn) {
     EXPECT_EQ(
-        spaceOf("MESH", subdivision(kPentagon, {3, 0, 1, 99, 3, 0, 1, 2, 3, -1, 0, 1, 4, 0, 1}, 4000000)),
+        spaceOf("MESH", subdivision(kPentagon, {3, 0, 1, 99, 3, 0, 1, 2, 3, -1, 0, 1, 9, 0, 1}, 4000000)),
         "facets pen 1 normal 0 0 1\n  face pen 1 0 0 1 2 0 1 3 1 1\n");
     EXPECT_EQ(spaceOf("MESH", {{92, "2000000000"}, {93, "2000000000"}, {90, "2000000000"}}), "");
 }
@@ -224,7 +225,7 @@ TEST(MeshEdges, AreDrawnOnceInsteadOfTheChain) {
     EXPECT_EQ(both.substr(0, both.find("face")),
               "move 0 0\ndraw 1 0\nmove 1 1\ndraw 0 0\nmove 1 1\ndraw 0 1\ndraw 0 0\n");
     EXPECT_EQ(drawnEntity("MESH", subdivision(kPentagon, {5, 0, 1, 2, 3, 4, 3, 2, 1, 0}), flat),
-              "move 0 0\ndraw 2 0\ndraw 3 1\ndraw 1 3\ndraw 0 2\ndraw 0 0\nmove 0 0\ndraw 3 1\n");
+              "move 0 0\ndraw 2 0\ndraw 3 1\ndraw 1 3\ndraw 0 2\ndraw 0 0\ndraw 3 1\n");
 }
 
 // ---- clouds ------------------------------------------------------------------------------------------
@@ -235,7 +236,7 @@ TEST(PointClouds, HoldThePointsOfALayerFromAllBlocks) {
     text.entity("POINT", DxfGroups{{8, "B"}} + at(10, {1, 2, 3}));
     text.entity("POINT", DxfGroups{{8, "A"}} + at(10, {4, 5, 6}));
     text.entity("INSERT", DxfGroups{{2, "K"}} + at(10, {100, 0, 50}));
-    EXPECT_EQ(spaceOf(text), "pointcloud pen 1 1 2 3\npointcloud pen 1 4 5 6 101 1 51\n");
+    EXPECT_EQ(spaceOf(text), "pointcloud pen 853 1 2 3\npointcloud pen 2 4 5 6 pen 4 101 1 51\n");
     ImportOptions dropped = in3d();
     dropped.config = flags("READ_PDMODE=1\n");
     EXPECT_EQ(spaceOf(text, dropped), "");

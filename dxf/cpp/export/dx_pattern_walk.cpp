@@ -59,7 +59,8 @@ static int writeContent(int pat) {
     int error = DxPatsOneWork ? DxWritePat(pat) : 0;
     if (error) return error;
     DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
-    if (DxModus != 3) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    // The blocks of an EASY target stand ahead of the section that turns to 2D.
+    if (DxModus != 3 || !DxMiscCheckVersion(DX_LEVEL_3D)) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
     return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 

@@ -4,6 +4,7 @@
 #include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "../host/dx_host_facets.h"
+#include "../session/session_state.h"
 #include "dx_entity_base.h"
 #include "dx_transform.h"
 #include "import_state.h"
@@ -51,7 +52,10 @@ int DxCiDrawPointClouds() {
     int result = 0;
     for (const DX_POINT_CLOUD& cloud : DxPointClouds) {
         int pen = 0, lineType = 0;
-        if (DxPenLtToCAD(&cloud.base, &pen, &lineType)) result = drawCloud(cloud);
+        // The clouds of an earlier space are given again, in the one that is read now.
+        DX_ENTITY_BASE_TYPE base = cloud.base;
+        base.paperSpace = DxActSpace;
+        if (DxPenLtToCAD(&base, &pen, &lineType)) result = drawCloud(cloud);
     }
     return result;
 }

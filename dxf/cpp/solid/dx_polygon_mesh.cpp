@@ -61,11 +61,12 @@ public:
 
     void run() {
         const long long rows = size_.rows, columns = size_.columns;
+        if (rows == 0) return;
         for (long long j = 0; j + 1 < columns; ++j)
             for (long long i = 0; i + 1 < rows; ++i)
                 cell(at(i, j), at(i, j + 1), at(i + 1, j + 1), at(i + 1, j));
-        if (mesh_.closedInN && rows > 0) closeRows();
-        if (mesh_.closed && rows > 0 && !size_.isCut) closeColumns();
+        if (mesh_.closedInN) closeRows();
+        if (mesh_.closed && !size_.isCut) closeColumns();
     }
 
 private:
@@ -168,10 +169,10 @@ int DxCollectPolygonMesh(const DX_POLYLINE_TYPE& mesh, const Mat44 m, DxFaceList
                                mesh.meshCountN, static_cast<int>(mesh.vertices.size())),
                    0);
     FaceCounter counter;
-    MeshWalk(mesh, size, m, counter).run();
+    MeshWalk<FaceCounter>(mesh, size, m, counter).run();
     if (const int error = faces.reserve(counter.points, counter.faces)) return error;
     FaceFiller filler{faces};
-    MeshWalk(mesh, size, m, filler).run();
+    MeshWalk<FaceFiller>(mesh, size, m, filler).run();
     return 0;
 }
 
