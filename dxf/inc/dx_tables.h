@@ -15,6 +15,7 @@ struct DX_LAYER_TYPE {
     int plot;             ///< 290
     int lineWeight;       ///< 370
     std::uint32_t handle; ///< 5
+    bool isOfTemplate;    ///< export: as the template has it, not one that the drawing brought
 };
 
 struct DX_LTYPE_TYPE {

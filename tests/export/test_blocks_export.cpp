@@ -126,6 +126,7 @@ TEST_F(Export, KeptHeaderVariablesComeBack) {
     EXPECT_EQ(valueOf(file.first(9, "$AUPREC"), 70), "6");
     EXPECT_EQ(valueOf(file.first(9, "$CLAYER"), 8), "0") << "not one of those that are kept";
     EXPECT_EQ(file.count(0, "MTEXT") + file.count(0, "TEXT"), 0u) << "their text is no content";
+    EXPECT_LE(host::openDrawing().extents().maxX, 5.001) << "nor does it widen the drawing";
 }
 
 TEST_F(Export, TheUnitStandsInTheHeader) {

@@ -277,6 +277,23 @@ TEST_F(Export, HiddenLinesOfAPatternAreDrawnIntoIt) {
 
 // ---- a failing host ----------------------------------------------------------------------------------
 
+/// The entities of a file without what a missing template or character table may change: handles, and where
+/// exactly a text stands.
+std::string contentOf(const std::string& text) {
+    std::string all, entity;
+    bool isInside = false;
+    for (const DxfGroup& pair : pairsOf(text)) {
+        if (pair.code == 2 && (pair.value == "BLOCKS" || pair.value == "OBJECTS"))
+            isInside = pair.value == "BLOCKS";
+        if (pair.code == 0) entity = pair.value;
+        const bool isHandle = pair.code == 5 || pair.code == 330;
+        const bool isNumber = pair.code >= 10 && pair.code < 60;
+        if (!isInside || isHandle || entity == "SECTION" || entity == "EOF") continue;
+        if (!isNumber || entity == "LINE") all += std::to_string(pair.code) + "=" + pair.value + "\n";
+    }
+    return all;
+}
+
 TEST_F(Export, SurvivesEachFailureOfTheHost) {
     const std::string config = exportConfig("ACAD15", "LAYER_ELEM=ATTR\nWRITE_BLOCKS=YES\n");
     const auto draw = [] {
@@ -288,7 +305,7 @@ TEST_F(Export, SurvivesEachFailureOfTheHost) {
         host::session().pen = 7;
     };
     draw();
-    const std::string whole = exportDrawing(config).text;
+    const std::string whole = contentOf(exportDrawing(config).text);
     int notRemoved = 0, pensLost = 0;
     for (long n = 1;; ++n) {
         ASSERT_LT(n, 5000);
@@ -300,14 +317,11 @@ TEST_F(Export, SurvivesEachFailureOfTheHost) {
         const bool hasFailed = host::callCount() >= n;
         host::failCall(0);
         const std::string text = folder.read("out.dxf");
-        EXPECT_TRUE(text == OLD || text.ends_with("  0\nEOF\n")) << "call " << n;
-        if (stat != 0) {
+        if (stat != 0)
             EXPECT_EQ(text, OLD) << "call " << n;
-        }
-        if (!hasFailed) {
-            EXPECT_EQ(text, whole);
-            break;
-        }
+        else
+            EXPECT_EQ(contentOf(text), whole) << "call " << n << ": a whole drawing, or an error";
+        if (!hasFailed) break;
         notRemoved += installation_.leftovers() + filesIn(folder.path()) > 3 ? 1 : 0;
         installation_.clearLeftovers();
         pensLost += host::session().pen != 7 ? 1 : 0;

@@ -203,4 +203,63 @@ TEST_F(Export, RulesDivideAWallIntoLayers) {
     }
 }
 
+TEST_F(Export, OnlyLayersOfTheTemplateGiveColours) {
+    for (const char* layer : {"KNOWN", "B"})
+        addPattern({moveTo(0, 0), drawTo(1, 0, 2, 2), drawTo(2, 0, 3), drawTo(3, 0, 4)}, "P", layer);
+    const TempDir folder;
+    const std::string path = folder.write("layers.dxf", dxf().layer("KNOWN", 5).text());
+    const Exported file = exportDrawing(exportConfig(
+        "ACAD15", "LAYER_ELEM=ATTR\nUSE_BYLAYER=1\nUSE_TEMPLATE=1\nTEMPLATE_NAME=" + path + "\n"));
+    EXPECT_EQ(file.errors(), "");
+    std::string colours;
+    for (std::size_t i = 0; i < 6; ++i) colours += valueOf(file.first(0, "LINE", i), 62) + " ";
+    EXPECT_EQ(colours, "none none none 1 2 3 ")
+        << "a layer that the drawing brings is no layer of the template";
+    EXPECT_EQ(valueOf(file.first(2, "KNOWN"), 62), "5");
+    EXPECT_EQ(valueOf(file.first(2, "B"), 62), "7");
+    EXPECT_NE(file.protocol.find("Layer B ist nicht"), std::string::npos);
+    EXPECT_EQ(file.protocol.find("Layer KNOWN ist nicht"), std::string::npos);
+}
+
+/// The layers of the lines of a pattern on layer "X", and of its text.
+std::string layersOfPart() {
+    const Exported file =
+        exportDrawing(exportConfig("ACAD15", "LAYER_ELEM=ATTR\nLAYERFLAG_TEXT=0\nUSE_BYLAYER=1\n"));
+    EXPECT_EQ(file.errors(), "");
+    std::string all;
+    for (std::size_t i = 0; i < file.count(0, "LINE"); ++i) all += valueOf(file.first(0, "LINE", i), 8) + " ";
+    return all + valueOf(file.first(0, "TEXT"), 8);
+}
+
+TEST_F(Export, RulesKnowBuildingParts) {
+    struct Case {
+        const char *object, *source, *parent, *heightcut, *layers;
+    };
+    // Line 1 is a centre line, line 2 has pen 3 and line type 2.
+    const Case cases[] = {
+        {"windowplan", "", "", "", "X-AXIS X X-TEXT"},
+        {"doorplan", "", "", "", "X-AXIS X X-TEXT"},
+        {"dxf-export", "windowplan", "", "", "X-AXIS X X-TEXT"},
+        {"wallplan", "", "wall", "1,3,2", "X X-BEYOND X"},
+        {"wallplan", "", "wall", "0,3,2", "X X X"},
+        {"wallplan", "", "wall", "1,4,2", "X X X"},
+        {"wallplan", "", "roof", "1,3,2", "X X X"},
+        {"columnvol", "", "", "", "X X X"},
+        {"other", "", "", "", "X X X"},
+    };
+    for (const Case& c : cases) {
+        startDrawing();
+        const int wall = addPattern({}).number;
+        host::openDrawing().find(wall)->attributes = {{"object", c.parent}, {"heightcut", c.heightcut}};
+        host::Pattern& part = addPattern({moveTo(0, 0), drawTo(1, 0), drawTo(2, 0, 3, 2)}, "P", "X");
+        part.attributes = {{"object", c.object}, {"obsource", c.source}};
+        part.relation.parent = wall;
+        part.elementAttributes = {{1, "object", "centerline"}};
+        host::Text text;
+        text.lines = {"abc"};
+        part.texts.push_back(text);
+        EXPECT_EQ(layersOfPart(), c.layers) << c.object << " " << c.parent << " " << c.heightcut;
+    }
+}
+
 } // namespace

@@ -106,6 +106,18 @@ bool isAscii(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) > 0; });
 }
 
+/// Attributes as they can come back: blocks of equal names are numbered, and older targets know capitals
+/// only.
+std::map<std::string, std::string> comparable(std::map<std::string, std::string> attributes) {
+    const auto insert = attributes.find("insert");
+    if (insert == attributes.end()) return attributes;
+    std::string& name = insert->second;
+    const std::size_t tail = name.find_last_not_of("0123456789");
+    if (tail != std::string::npos && name[tail] == '-' && tail + 1 < name.size()) name.resize(tail);
+    name = oldName(name);
+    return attributes;
+}
+
 void expectComesBack(const std::map<std::string, Shown>& before, const std::string& version,
                      const std::string& what) {
     const bool isOld = version == "EASY" || version < "ACAD14";
@@ -117,7 +129,7 @@ void expectComesBack(const std::map<std::string, Shown>& before, const std::stri
         // Splines come back as arcs, the frames of texts as lines.
         if (!shown.hasSpline && !shown.hasFrame) expectEqual(shown.strokes, back.strokes, where);
         expectEqual(shown.lines, back.lines, isOld, where);
-        EXPECT_EQ(shown.attributes, back.attributes) << where;
+        EXPECT_EQ(comparable(shown.attributes), comparable(back.attributes)) << where;
     }
 }
 

@@ -162,4 +162,24 @@ TEST_F(Export, AttributesBecomeAttdefAndAttrib) {
     EXPECT_EQ(valueOf(plain.first(0, "TEXT"), 1), "%width") << "it stays a text";
 }
 
+TEST_F(Export, AttributesGoOutUnderTheNamesOfAFile) {
+    addPattern({moveTo(0, 0), drawTo(1, 0)}, "Q", "BEFORE");
+    host::Pattern& pattern = addPattern({}, "P", "ALONE"); // nothing but attributes, which have no rectangle
+    pattern.attributes = {{"Raum", "12"}, {"dxf::tag", "a"}, {"dxf", "class"}, {"free", "b"}};
+    installation_.with("write_attr", "Raum  ROOM\n\nincomplete\n");
+    const std::string lines = "LAYER_ELEM=ATTR\nLAYERFLAG_TEXT=0\nWRITE_BLOCKS=YES\n";
+    const auto tags = [&](const std::string& more) {
+        const Exported file = exportDrawing(exportConfig("ACAD24", lines + more));
+        EXPECT_EQ(file.errors(), "");
+        std::string all;
+        EXPECT_EQ(valueOf(file.first(0, "ATTRIB"), 8), "ALONE");
+        for (std::size_t i = 0; i < file.count(0, "ATTRIB"); ++i)
+            all +=
+                valueOf(file.first(0, "ATTRIB", i), 2) + "=" + valueOf(file.first(0, "ATTRIB", i), 1) + " ";
+        return all;
+    };
+    EXPECT_EQ(tags("WRITE_ATTR=1\n"), "ROOM=12 tag=a free=b ");
+    EXPECT_EQ(tags("WRITE_ATTR=0\n"), "tag=a ");
+}
+
 } // namespace

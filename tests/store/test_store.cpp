@@ -65,6 +65,8 @@ Drawing fullDrawing() {
     p.visible = false, p.groupNumber = 12, p.workId = 3;
     p.ids = {"G", "E", "K", "M", "Wände", "o"};
     p.attributes = {{"layer", "Wände"}, {"empty", ""}};
+    p.relation = {1, {0, 1, -1, 0, 3.5, 4}};
+    p.elementAttributes = {{2, "object", "centerline"}, {0, "", ""}};
     p.splines = {{{{0, 0}, {1, 1}, {2, 0}}, 3, true, true, 0.5, -0.5}};
     p.elements = {{0.1, -0.0, 0, 0, 255, 62, ElementType::Move, 2, 0},
                   {1e300, 5e-324, 0, 0, 1, 1, ElementType::Draw, 5, 0},
@@ -141,6 +143,12 @@ static auto fields(const Text& t) {
 }
 
 static void expectSame(const Pattern& a, const Pattern& b) {
+    EXPECT_EQ(a.relation, b.relation);
+    ASSERT_EQ(a.elementAttributes.size(), b.elementAttributes.size());
+    for (std::size_t i = 0; i < a.elementAttributes.size(); ++i) {
+        const ElementAttribute &x = a.elementAttributes[i], &y = b.elementAttributes[i];
+        EXPECT_EQ(std::tie(x.row, x.name, x.value), std::tie(y.row, y.name, y.value));
+    }
     EXPECT_EQ(std::tie(a.number, a.visible, a.groupNumber, a.workId, a.attributes, a.facesJoined),
               std::tie(b.number, b.visible, b.groupNumber, b.workId, b.attributes, b.facesJoined));
     EXPECT_EQ(std::tie(a.ids.group, a.ids.level, a.ids.cls, a.ids.name, a.ids.layer, a.ids.obstat),
@@ -220,7 +228,8 @@ TEST_F(DrawingFile, EverythingComesBackToTheBit) {
 TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
     const Drawing saved = fullDrawing();
     ASSERT_EQ(saveDrawing(saved, path), "");
-    sql("DROP TABLE curves; DROP TABLE text_states; PRAGMA user_version = 1");
+    sql("DROP TABLE curves; DROP TABLE text_states; DROP TABLE pattern_relations;"
+        "DROP TABLE element_attributes; PRAGMA user_version = 1");
     Drawing d;
     ASSERT_EQ(loadDrawing(d, path), "");
     for (const int number : {1, 3}) {
@@ -229,6 +238,8 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
         expected.faceLists.clear();
         expected.facets.clear();
         expected.pointClouds.clear();
+        expected.relation = {};
+        expected.elementAttributes.clear();
         expectSame(*d.find(number), expected);
     }
 }
@@ -255,7 +266,7 @@ TEST_F(DrawingFile, WhatIsNoDrawingOfOursIsRefusedAndLeavesTheOpenDrawing) {
 
 TEST_F(DrawingFile, DamageIsFound) {
     const char* const damages[] = {
-        "PRAGMA user_version = 5",
+        "PRAGMA user_version = 99",
         "PRAGMA user_version = 0",
         "DROP TABLE layers",
         "ALTER TABLE layers ADD COLUMN more",

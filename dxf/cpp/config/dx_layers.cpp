@@ -37,6 +37,11 @@ DX_LAYER_TYPE* DxFindLayer(std::string_view name) {
     return layer;
 }
 
+const DX_LAYER_TYPE* DxFindTemplateLayer(std::string_view name) {
+    const DX_LAYER_TYPE* layer = DxFindLayer(name);
+    return layer && layer->isOfTemplate ? layer : nullptr;
+}
+
 /// A layer of the documents around the current one: an INSERT of an external reference stands on it.
 static DX_LAYER_TYPE* findAround(std::string_view name) {
     DX_LAYER_TYPE* layer = nullptr;

@@ -11,6 +11,8 @@ void DxInitLayer(DX_LAYER_TYPE* layer);
 /// The layer record that rules for `name` in the current document: the outermost document's that knows it.
 /// Null when there is none. Valid until a layer is added.
 DX_LAYER_TYPE* DxFindLayer(std::string_view name);
+/// Export: the layer of this name in the template; null when that has none. Valid until a layer is added.
+const DX_LAYER_TYPE* DxFindTemplateLayer(std::string_view name);
 /// Sets DxActLayer and its values for an entity. Result non-zero if the entity is to be drawn.
 /// `layerLineType` receives at most 160 bytes.
 int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* layerLineType,

@@ -5,48 +5,76 @@
 #include "../sections/dx_tables_import.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
+#include "../session/dx_numbers.h"
 #include "../session/dx_protocol.h"
 #include "../session/dx_writer.h"
 #include "block_table_state.h"
 #include "dx_attributes_export.h"
-#include "dx_codes.h"
 #include "export_state.h"
-#include "mt.h"
+#include "ut.h"
 
 #include <cmath>
 #include <string_view>
 
 namespace {
 
-/// A block's body as it is compared: names, handles and owners without their values, which differ between
-/// equal blocks.
-std::string comparableBody(std::string_view lines) {
+/// A pair as it stands in a body.
+struct BodyPair {
+    std::string_view code, value; ///< with their line feeds
+    int number = 0;
+};
+
+bool takePair(std::string_view& lines, BodyPair& pair) {
+    if (lines.empty()) return false;
     const auto takeLine = [&lines] {
         const std::string_view line = lines.substr(0, lines.find('\n') + 1);
         lines.remove_prefix(line.size());
         return line;
     };
-    std::string body;
-    while (!lines.empty()) {
-        const std::string_view code = takeLine();
-        const std::string_view value = takeLine();
-        body += code;
-        if (code != "  2\n" && code != "  5\n" && code != "330\n") body += value;
-    }
-    return body;
+    pair.code = takeLine();
+    pair.value = takeLine();
+    pair.number = DxAtoi(pair.code);
+    return true;
 }
 
-/// Base, scale and rotation of the INSERT are those of the pattern's own placement.
-int placeByPattern(int pat, DX_WRITE_BLOCK& block) {
-    Mat32 m;
-    if (const int error = DxGetPatMatrix(pat, m, false)) return error;
-    block.base[0] = m[2][0];
-    block.base[1] = m[2][1];
-    const double scale = MtGetScale(m);
-    block.scale[0] = block.scale[2] = scale;
-    block.scale[1] = MtIsMirrored(m) ? -scale : scale;
-    block.rotation = MtGetRot(m) * DX_DEGREES;
-    return 0;
+/// Grid that values of a group are compared on, 0 for values that must be equal. Copies that were taken back
+/// through different matrices differ in their last digits.
+double gridOf(int code) {
+    constexpr double fine = 1e-9;
+    if (code == 42 || (code >= 50 && code <= 59) || (code >= 210 && code <= 239)) return fine;
+    const bool isLength = (code >= 10 && code <= 59) || (code >= 110 && code <= 149);
+    return isLength ? UtConv(50) * 0.01 : 0;
+}
+
+void addComparable(std::string& body, const BodyPair& pair) {
+    body += pair.code;
+    if (pair.number == 2 || pair.number == 5 || pair.number == 330) return;
+    const double grid = gridOf(pair.number);
+    if (grid == 0) {
+        body += pair.value;
+        return;
+    }
+    long long value = std::llround(DxAtof(pair.value) / grid);
+    const bool isAngle = pair.number >= 50 && pair.number <= 59;
+    const long long turn = std::llround(360 / grid);
+    if (isAngle) value = (value % turn + turn) % turn; // 0 and 360 are one
+    body += std::to_string(value) + '\n';
+}
+
+/// A block's body as it is compared: names, handles and owners without their values, which differ between
+/// equal blocks. Of a definition of an attribute tag and flags count: where and what it is says the INSERT's
+/// own attribute.
+std::string comparableBody(std::string_view lines) {
+    std::string body;
+    bool isDefinition = false;
+    for (BodyPair pair; takePair(lines, pair);) {
+        if (pair.number == 0) isDefinition = pair.value == "ATTDEF\n";
+        if (!isDefinition)
+            addComparable(body, pair);
+        else if (pair.number == 0 || pair.number == 2 || pair.number == 70)
+            body.append(pair.code).append(pair.value);
+    }
+    return body;
 }
 
 } // namespace
@@ -81,7 +109,8 @@ int DxAddBlock(const UtCString& name, const UtCString& layer, int pat) {
         DxBlockList.push_back(std::move(block));
         return 0;
     }
-    int error = placeByPattern(pat, block);
+    int error = 0;
+    if (DxBlockMatrixMode) error = DxPlacementOfPattern(pat, block.place);
     const auto [earlier, isNew] = DxBlockByBody.emplace(comparableBody(*DxBlockLines), DxBlockList.size());
     if (isNew) {
         if (!error) error = DxWriteBytes(DxBlockLines->data(), DxBlockLines->size());

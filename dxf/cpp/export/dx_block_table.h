@@ -3,6 +3,7 @@
 
 #include "../session/writer_state.h"
 #include "dx_insert.h"
+#include "dx_placement.h"
 #include "ut_string.h"
 
 #include <memory>
@@ -14,10 +15,8 @@ struct DX_WRITE_BLOCK {
     UtCString name;
     UtCString layer; ///< of the INSERT
     int pattern = 0;
-    int counter = 1; ///< of names derived from this one
-    double base[3] = {0, 0, 0};
-    double scale[3] = {1, 1, 1};
-    double rotation = 0; ///< degrees
+    int counter = 1;    ///< of names derived from this one
+    DX_PLACEMENT place; ///< of the INSERT
     std::vector<DX_ATTRIB_TYPE> attribs;
     int copies = 0; ///< later patterns that share this block
 };

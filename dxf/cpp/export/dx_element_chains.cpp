@@ -90,10 +90,10 @@ private:
         return known.look;
     }
 
-    /// All elements of a pattern have the layer of its names; only colour attributes and the classification
-    /// look at the single element.
+    /// All elements of a pattern have the layer of its names; only the classification looks at the single
+    /// element.
     int chooseLayer(int row) {
-        if (layerChosen_ && !DxColAttr && !DxUseByLayer) return 0;
+        if (layerChosen_ && !DxUseByLayer) return 0;
         layerChosen_ = true;
         return DxPatSetLayerAttribs(pat_, row, DX_KIND_ELEMENT);
     }

@@ -3,6 +3,7 @@
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
 #include "../host/dx_host.h"
+#include "../sections/sections_state.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "dx_bylayer_table.h"
@@ -17,14 +18,14 @@ static UtCString trimmed(const UtCString& text) {
 }
 
 int DxPatGetInfo(int pat) {
+    // The pattern that keeps the header variables is no content: the names of the one before stay.
+    if (pat == DxHeaderPat) return 0;
     UtCString names[DX_PAT_OBSTAT + 1];
     int code = 20;
     int number = pat;
     if (const int error = ovpatinfo(&code, &number, &names[DX_PAT_LEVEL], &names[DX_PAT_CLASS],
                                     &names[DX_PAT_GROUP], &names[DX_PAT_NAME]))
         return error;
-    // The pattern that keeps the header variables is no content: the names of the one before stay.
-    if (names[DX_PAT_NAME] == "DXF-HEADER") return 0;
     UoGetSingleAttr(pat, "layer", &names[DX_PAT_LAYER]);
     UoGetSingleAttr(pat, "obstat", &names[DX_PAT_OBSTAT]);
 
@@ -63,20 +64,26 @@ int DxPatSetColAttrInfo(int pat, int /*kind*/) {
     return 0;
 }
 
-int DxPatSetByLayerAttribs(int pat, int row, int kind) {
-    DxByLayerColor = 0;
-    DxByLayerLt.clear();
-    UtCString name;
-    if (const int error = DxCiGetByLayerName(pat, row, kind, &name)) return error;
-    if (pat < 0) return 0;
-    if (!name.IsEmpty()) DxNewLayer(DX_ORDER_FIXED, name);
-    if (const DX_LAYER_TYPE* layer = DxFindLayer(DxActLayer.view())) {
-        DxByLayerColor = layer->color;
-        DxByLayerLt = layer->lineType;
+int DxClassify(int pat, int row, int kind, DX_CLASSIFIED& out) {
+    out = {};
+    if (const int error = DxCiGetByLayerName(pat, row, kind, &out.layer)) return error;
+    if (!out.layer.IsEmpty()) DxNewLayer(DX_ORDER_FIXED, out.layer);
+    if (const DX_LAYER_TYPE* layer = DxFindTemplateLayer(DxActLayer.view())) {
+        out.colour = layer->color;
+        out.lineType = UtCString(layer->lineType.view());
     } else if (!DxActLayer.empty()) {
         DxProtoMsg(DxMsg(5776, UtCString(DxActLayer.view())), 0);
     }
     return 0;
+}
+
+int DxPatSetByLayerAttribs(int pat, int row, int kind) {
+    DX_CLASSIFIED answer;
+    const int error =
+        pat < 0 ? DxCiGetByLayerName(pat, row, kind, &answer.layer) : DxClassify(pat, row, kind, answer);
+    DxByLayerColor = answer.colour;
+    DxByLayerLt.assign(answer.lineType.str());
+    return error;
 }
 
 int DxPatSetLayerAttribs(int pat, int row, int kind) {

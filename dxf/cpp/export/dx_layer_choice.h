@@ -8,5 +8,13 @@ int DxPatGetInfo(int pat); ///< Reads the names of a pattern into DxPatNames, wi
 /// classification's answer (with USE_BYLAYER) for element `row` of the pattern.
 int DxPatSetLayerAttribs(int pat, int row, int kind);
 int DxPatSetColAttrInfo(int pat, int kind); ///< Reads the colour attributes of the pattern.
-/// Layer, colour and line type by the classification. A negative `pat` ends the classification.
+/// What the classification says of an element.
+struct DX_CLASSIFIED {
+    UtCString layer;    ///< empty: the one that its kind of content has
+    int colour = 0;     ///< of that layer in the template, 0: the template lacks it
+    UtCString lineType; ///< the same, empty: the template lacks it
+};
+/// Asks the classification for element `row` of the pattern.
+int DxClassify(int pat, int row, int kind, DX_CLASSIFIED& out);
+/// Sets layer, colour and line type as the classification says. A negative `pat` ends the classification.
 int DxPatSetByLayerAttribs(int pat, int row, int kind);

@@ -64,6 +64,16 @@ static int writeContent(int pat) {
     return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 
+/// A copy of a block is written without its pattern's placement, where an INSERT can give that back.
+static int settleMatrixMode(int pat) {
+    DxBlockMatrixMode = 0;
+    if (!DxBlockCopies) return 0;
+    DX_PLACEMENT placement;
+    const int error = DxPlacementOfPattern(pat, placement);
+    DxBlockMatrixMode = !error && DxHoldsUntransformed(pat, placement);
+    return error == DX_ERR_ARGUMENT ? 0 : error;
+}
+
 /// The block of the INSERT whose attributes the pattern holds; empty for other patterns.
 static UtCString insertOf(int pat) {
     UtCString block;
@@ -72,7 +82,8 @@ static UtCString insertOf(int pat) {
 }
 
 static int writeAsBlock(int pat) {
-    DxBlockMatrixMode = DxBlockBufferWanted = DxBlockCopies;
+    DxBlockBufferWanted = DxBlockCopies;
+    if (const int error = settleMatrixMode(pat)) return error;
     if (const UtCString block = insertOf(pat); !block.IsEmpty()) DxPatNames[DX_PAT_NAME] = block;
     DxCheckBlockname(DxPatNames[DX_PAT_NAME]);
     DxBlockOpen = 0;

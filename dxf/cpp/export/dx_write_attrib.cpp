@@ -20,10 +20,10 @@ static int writePoint(int code, const RPT3& p, const Mat32 matrix) {
 static int writeText(const DX_ATTRIB_TYPE& a, const Mat32 matrix) {
     DxWriteSubClass("AcDbText");
     writePoint(10, a.insertion, matrix);
-    DxWriteDouble(40, a.height * std::hypot(matrix[1][0], matrix[1][1]));
+    DxWriteSize(40, a.height * std::hypot(matrix[1][0], matrix[1][1]));
     DxWriteString(1, a.value);
     DxWriteDouble(50, std::round((MtGetRot(matrix) * DX_DEGREES + a.rotation) * 1e4) / 1e4);
-    DxWriteDouble(41, a.widthFactor);
+    DxWriteSize(41, a.widthFactor);
     DxWriteDouble(51, a.oblique);
     DxWriteString(7, a.style);
     DxWriteInt(72, a.horizontalJustify);

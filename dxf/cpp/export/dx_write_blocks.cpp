@@ -125,8 +125,8 @@ int DxWriteInsert(const DX_WRITE_BLOCK& block) {
     DxWriteEntityStart("INSERT", block.layer, handle);
     DxWriteSubClass("AcDbBlockReference");
     DxWriteString(2, block.name);
-    for (int axis = 0; axis < 3; ++axis) DxWriteDouble(10 + 10 * axis, block.base[axis]);
-    for (int axis = 0; axis < 3; ++axis) DxWriteDouble(41 + axis, block.scale[axis]);
-    DxWriteDouble(50, block.rotation);
+    for (int axis = 0; axis < 3; ++axis) DxWriteDouble(10 + 10 * axis, block.place.base[axis]);
+    for (int axis = 0; axis < 3; ++axis) DxWriteDouble(41 + axis, block.place.scale[axis]);
+    DxWriteDouble(50, block.place.rotation);
     return block.attribs.empty() ? DxWriteError() : writeAttributes(block, handle);
 }

@@ -48,6 +48,7 @@ public:
         if (DxMiscCheckVersion(DX_LEVEL_HANDLES)) run_.pairs(pair);
     }
     void real(int code, double value) { run_.real(code, value); }
+    void size(int code, double value) { run_.size(code, value); }
     /// A point under group `code` and `code` + 10.
     void point(int code, const RPT& p) {
         run_.real(code, p.x);
@@ -123,13 +124,16 @@ int DxWriteLine(double x1, double y1, double x2, double y2, int pen, int lt, con
     return DxWriteLine({x1, y1}, {x2, y2}, DxWriteLookOf(pen, lt), mat);
 }
 
-int DxWritePoint(double x, double y, int pen, int lt, const Mat32 mat) {
-    const DX_WRITE_LOOK look = DxWriteLookOf(pen, lt);
-    if (!look.isShown) return 0;
+static int writePoint(const RPT& at, const DX_WRITE_LOOK& look, const Mat32 mat) {
     Entity point("  0\nPOINT\n", look.groups);
     point.marker("100\nAcDbPoint\n");
-    point.point(10, through({x, y}, mat));
-    return point.end({x, y});
+    point.point(10, through(at, mat));
+    return point.end(at);
+}
+
+int DxWritePoint(double x, double y, int pen, int lt, const Mat32 mat) {
+    const DX_WRITE_LOOK look = DxWriteLookOf(pen, lt);
+    return look.isShown ? writePoint({x, y}, look, mat) : 0;
 }
 
 void DxGetAngle(double x0, double y0, double x1, double y1, double* angle) {
@@ -149,11 +153,13 @@ int DxWriteArc(int type, const RPT& from, const RPT& to, const RPT& about, doubl
     const RPT centre = through(about, mat);
     const bool counterClockwise = (type == 4) != MtIsMirrored(mat);
     const bool circle = near(start, end, tolerance);
+    const double radius = std::hypot(end.x - centre.x, end.y - centre.y);
+    if (!(radius > 0)) return writePoint(to, look, mat); // no circle is that small
 
     Entity arc(circle ? "  0\nCIRCLE\n" : "  0\nARC\n", look.groups);
     arc.marker("100\nAcDbCircle\n");
     arc.point(10, centre);
-    arc.real(40, std::hypot(end.x - centre.x, end.y - centre.y));
+    arc.size(40, radius);
     if (circle) return arc.end(to);
     arc.marker("100\nAcDbArc\n");
     arc.real(50, angleDegrees(centre, counterClockwise ? start : end));

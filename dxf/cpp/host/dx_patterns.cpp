@@ -95,7 +95,8 @@ int DxNewElement(int n) {
 
 int DxCiPatIsVisible2d(int patNo) {
     DsCsr cursor;
-    return DsCursorFromPatNo(patNo, &cursor) == 0 && DsVisTest2d(&cursor) ? 1 : 0;
+    // A pattern that can't be asked is not left out.
+    return DsCursorFromPatNo(patNo, &cursor) != 0 || DsVisTest2d(&cursor) ? 1 : 0;
 }
 
 int DxCiPatDelElems(int patNo) {

@@ -156,7 +156,7 @@ static void tellMissingUnit() {
 
 int DxWriteHeaderSection() {
     std::vector<UtCString> lines;
-    DxHeaderReadDrawingHeader(&lines);
+    if (const int error = DxHeaderReadDrawingHeader(&lines)) return DxWriteFail(error);
     DxTemplate source(templateName());
     if (!source.isOpen()) return writeBuiltInHeader();
     int code = 0;

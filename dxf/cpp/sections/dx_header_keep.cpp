@@ -4,13 +4,16 @@
 #include "../session/dx_encoding.h"
 #include "../session/dx_reader.h"
 #include "../session/session_state.h"
+#include "dx_codes.h"
 #include "dx_template.h"
 #include "ov_text.h"
+#include "pattern.h"
 #include "sections_state.h"
 #include "uo.h"
 #include "uo_text.h"
 #include "ut.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -68,6 +71,7 @@ void store(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) text += (text.empty() ? "" : "\n") + line;
     Dxovaddtext(text, DxShiftX, DxShiftY);
+    UoPatSetVisible(pattern, false);
     Dxovpat(211, &pattern); // nothing else is to land in the pattern of the header
 }
 
@@ -82,11 +86,23 @@ int DxHeaderMakeDrawingHeader() {
     return error;
 }
 
+/// "$NAME=value": what store() puts down. A user's own pattern of that name holds something else.
+static bool isKeptLine(const UtCString& line) {
+    return line.str().size() > 1 && line.str()[0] == '$' && line.str().find('=') != std::string::npos;
+}
+
 int DxHeaderReadDrawingHeader(std::vector<UtCString>* lines) {
     lines->clear();
     DxHeaderPat = -1;
     int row = 0;
-    if (UoFiltPatPerAttr("#M", HEADER_NAME, &DxHeaderPat) == 0 && UoFirstText(DxHeaderPat, &row) == 0)
-        UoTextGetMultiLines(DxHeaderPat, row, lines);
+    int pattern = -1;
+    int error = UoFiltPatPerAttr("#M", HEADER_NAME, &pattern);
+    if (!error) error = UoFirstText(pattern, &row);
+    std::vector<UtCString> found;
+    if (!error) error = UoTextGetMultiLines(pattern, row, &found);
+    if (error) return error == DX_ERR_NO_MORE ? 0 : error;
+    if (found.empty() || !std::all_of(found.begin(), found.end(), isKeptLine)) return 0;
+    *lines = std::move(found);
+    DxHeaderPat = pattern;
     return 0;
 }

@@ -10,5 +10,6 @@
 /// section; it stands at the section's end then. At most 400 lines of at most 80 bytes. 0 or the reader's
 /// error.
 int DxHeaderMakeDrawingHeader();
-/// The lines that the drawing keeps; none when it keeps nothing. Sets DxHeaderPat. 0.
+/// The lines that the drawing keeps; none when it keeps nothing. Sets DxHeaderPat. 0 or the
+/// host's error.
 int DxHeaderReadDrawingHeader(std::vector<UtCString>* lines);

@@ -25,8 +25,7 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
                       [](unsigned char x, unsigned char y) { return std::toupper(x) == std::toupper(y); });
 }
 
-/// Head of a table. `handle` receives the table's handle; `afterMarker` writes what stands between marker and
-/// count.
+/// Head of a table, up to its count. `handle` receives the table's handle.
 int openTable(const char* name, std::size_t count, std::uint32_t& handle) {
     handle = DxGetNextReference();
     DxWriteString(0, "TABLE");
@@ -115,6 +114,16 @@ int DxTableWriteVports() {
 
 // ---- LTYPE -----------------------------------------------------------------------------------------
 
+/// The flags of a record whose name may have lost the bar that divides a reference from its own name.
+static int ownFlags(int flags, const DX_NAME& name) {
+    constexpr int ofReference = DX_LAYER_XREF | DX_LAYER_XREF_RESOLVED;
+    return name.view().find('|') == std::string_view::npos ? flags & ~ofReference : flags;
+}
+
+static bool isConstLType(std::string_view name) {
+    return equalsIgnoringCase(name, "ByBlock") || equalsIgnoringCase(name, "ByLayer");
+}
+
 /// Which line types are written: of equal names the first, and of those without a host number the ones in
 /// use.
 static std::vector<bool> markLTypes() {
@@ -124,9 +133,9 @@ static std::vector<bool> markLTypes() {
     std::vector<bool> marks;
     std::set<std::string> seen;
     for (const DX_LTYPE_TYPE& ltype : tables().lineTypes) {
-        const bool constant = equalsIgnoringCase(ltype.name.view(), "ByBlock") ||
-                              equalsIgnoringCase(ltype.name.view(), "ByLayer");
-        const bool used = ltype.number != 0 || layerLTypes.count(upper(ltype.name)) != 0;
+        const bool constant = isConstLType(ltype.name.view());
+        // The first one also stands for all that is missing.
+        const bool used = marks.empty() || ltype.number != 0 || layerLTypes.count(upper(ltype.name)) != 0;
         const bool first = seen.insert(upper(ltype.name)).second;
         marks.push_back(!constant && used && first);
     }
@@ -149,7 +158,7 @@ int DxTableWriteLType(const DX_LTYPE_TYPE* ltype, std::uint32_t tableHandle) {
     const int count = std::clamp(ltype->elementCount, 0, 16);
     openRecord("LTYPE", "AcDbLinetypeTableRecord", tableHandle);
     DxWriteString(2, ltype->name);
-    DxWriteInt(70, ltype->flags);
+    DxWriteInt(70, ownFlags(ltype->flags, ltype->name));
     DxWriteString(3, ltype->description);
     DxWriteInt(72, ltype->alignment);
     DxWriteInt(73, count);
@@ -192,15 +201,30 @@ static int writeLayerPlotGroups(const DX_LAYER_TYPE& layer) {
     return DxWriteVariableReference2(390, DxHandles.plotStyle);
 }
 
+/// Colour of a layer, negative for one that is off.
+static int validLayerColor(int colour) {
+    constexpr int white = 7, most = 255;
+    if (colour != 0 && colour >= -most && colour <= most) return colour;
+    return colour < 0 ? -white : white;
+}
+
+/// The line type of a layer, one that the table has: the first one stands for others.
+static std::string_view definedLType(const DX_NAME& name) {
+    for (const DX_LTYPE_TYPE& ltype : tables().lineTypes)
+        if (equalsIgnoringCase(ltype.name.view(), name.view()) && !isConstLType(ltype.name.view()))
+            return name.view();
+    return tables().lineTypes.empty() ? "CONTINUOUS" : tables().lineTypes[0].name.view();
+}
+
 int DxWriteNewLayer(const DX_LAYER_TYPE* layer, std::uint32_t tableHandle) {
     if (!layer) return DX_ERR_ARGUMENT;
     FILE* stream = DxDocuments.currentStream();
     DxDocuments.select(DxHeaderStream);
     openRecord("LAYER", "AcDbLayerTableRecord", tableHandle);
     DxWriteString(2, layer->name);
-    DxWriteInt(70, layer->flags);
-    DxWriteInt(62, layer->color);
-    DxWriteString(6, layer->lineType);
+    DxWriteInt(70, ownFlags(layer->flags, layer->name));
+    DxWriteInt(62, validLayerColor(layer->color));
+    DxWriteString(6, definedLType(layer->lineType));
     writeLayerPlotGroups(*layer);
     DxDocuments.select(stream);
     return DxWriteError();

@@ -9,7 +9,8 @@
 /// Reads a template pair by pair. Values are cut to 160 bytes and trimmed as DxLineTrim says.
 class DxTemplate {
 public:
-    /// Opens the template `name` of the installation ("header_32", "vport" …). False when it can't be opened.
+    /// Opens the template `name` of the installation ("header_32", "vport" …); isOpen() says whether it
+    /// could.
     explicit DxTemplate(const char* name);
     ~DxTemplate();
     DxTemplate(const DxTemplate&) = delete;

@@ -129,6 +129,7 @@ void makeNamesFit() {
     for (DX_LAYER_TYPE& layer : tables.layers) {
         fitName(layer.name);
         fitName(layer.lineType);
+        layer.isOfTemplate = true;
         if (!layer.name.empty() && seen.insert(UtCString(layer.name.view()).Upper().str()).second)
             layers.add(layer);
     }
@@ -169,9 +170,9 @@ int Export::settleFile() {
 int Export::writeSections() {
     if (const int error = DxWriteOpen()) return error;
     std::vector<UtCString> kept;
-    DxHeaderReadDrawingHeader(&kept); // says which pattern is no content
+    int error = DxHeaderReadDrawingHeader(&kept); // says which pattern is no content
     DxPatsOneWork = DxCiCheckPatsWork();
-    int error = DxWriteBlockSection();
+    if (!error) error = DxWriteBlockSection();
     if (!error) error = DxWriteEntitySection();
     if (!error) error = DxWriteTableSection();
     if (!error) error = DxConcatHeader();

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <iterator>
 
 namespace {
@@ -65,6 +66,14 @@ int putPair(FILE* stream, int code, std::string_view value) {
     return DxWriteError();
 }
 
+/// The number as DxWriteSize has it. Gives the end.
+char* putSize(char* at, double value) {
+    constexpr int digits = 9;
+    const double smallest = 100 * std::pow(10.0, -DxDigits);
+    if (!(value > 0 && value < smallest)) return DxPutFixed(at, value, DxDigits);
+    return std::to_chars(at, at + DX_LONGEST_FIXED, value, std::chars_format::general, digits).ptr;
+}
+
 bool isPlainAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= 32 && c < 127; });
 }
@@ -95,7 +104,8 @@ std::string ansiText(std::string_view text, bool escapes, bool isAscii = false) 
     for (std::size_t i = 0; i < text.size();) {
         const unsigned c = nextCodePoint(text, i);
         unsigned char byte = 0;
-        const bool isControl = escapes && c >= 28 && c <= 31;
+        // What stands for a byte that the code page doesn't have must not become that byte again.
+        const bool isControl = escapes && ((c >= 28 && c <= 31) || (c >= 0x80 && c <= 0x9F));
         if (c < 128 && !isControl) {
             out += static_cast<char>(c);
         } else if (!isControl && !isAscii && UtCUtf_Unicode2Ansi(c, DxCodePage, byte)) {
@@ -165,6 +175,15 @@ int DxWriteFileDouble(FILE* stream, int code, double value) {
     return DxWriteError();
 }
 
+int DxWriteSize(int code, double value) {
+    FILE* stream = currentStream();
+    char* at = putCode(DxSinkRoom(stream, LONGEST_CODE + DX_LONGEST_FIXED + 1), code);
+    at = putSize(at, value);
+    *at++ = '\n';
+    DxSinkTake(stream, at);
+    return DxWriteError();
+}
+
 int DxWriteDouble(int code, double value) {
     return DxWriteFileDouble(currentStream(), code, value);
 }
@@ -204,7 +223,12 @@ static bool isWrittenColor(int colour) {
     return colour != -9998 && colour != -1;
 }
 static int fileColor(int colour) {
-    return colour == -9999 ? 0 : colour;
+    return colour == -9999 ? 0 : DxEntityColor(colour);
+}
+
+int DxEntityColor(int colour) {
+    constexpr int byLayer = 256, white = 7;
+    return colour >= 0 && colour <= byLayer ? colour : white;
 }
 
 int DxWriteFileColor(FILE* stream, int colour) {
@@ -301,6 +325,12 @@ void DxPairRun::pairs(std::string_view bytes) {
 void DxPairRun::real(int code, double value) {
     reserve(LONGEST_NUMBER);
     at_ = DxPutFixed(putCode(at_, code), value, DxDigits);
+    *at_++ = '\n';
+}
+
+void DxPairRun::size(int code, double value) {
+    reserve(LONGEST_NUMBER);
+    at_ = putSize(putCode(at_, code), value);
     *at_++ = '\n';
 }
 

@@ -34,6 +34,8 @@ int DxWriteFileDouble(FILE* stream, int code, double value);
 int DxWriteDoubleFix(int code, double value); ///< left-aligned in 20 columns
 int DxWriteFileDoubleFix(FILE* stream, int code, double value);
 int DxWriteDoubleVer(int level, int code, double value);
+/// A size that must not become 0: with more digits than others have where it is too small for those.
+int DxWriteSize(int code, double value);
 
 /// A string. Codes 1 to 9 of a target from ACAD21 on are UTF-8. Else the bytes of code page DxCodePage; from
 /// ACAD14 on, what it can't hold travels as "\U+XXXX", before as "?".
@@ -43,6 +45,8 @@ int DxWriteString(int code, DxOutText value);
 int DxWriteExtendedString(int code, DxOutText value);
 int DxWriteFileString(FILE* stream, int code, DxOutText value);
 
+/// A colour of an entity as a file may have it: 0 to 256, what isn't one is 7.
+int DxEntityColor(int colour);
 /// Group 62. -9999 writes 0 (by block); -9998 and -1 write nothing.
 int DxWriteColor(int colour);
 std::string DxColorText(int colour); ///< the same as it stands in the file
@@ -68,6 +72,7 @@ public:
     DxPairRun();
     void pairs(std::string_view bytes);          ///< pairs as they stand in the file
     void real(int code, double value);           ///< as DxWriteDouble
+    void size(int code, double value);           ///< as DxWriteSize
     void handle(int code, std::uint32_t handle); ///< as DxWriteVariableReference2
     int end();                                   ///< Hands all of it over. 0 or the export's error.
 

@@ -133,16 +133,12 @@ double DxMtextBlock::lineTop(double least) const {
     return top;
 }
 
-static bool reachesBelow(char c) {
-    return c == 'g' || c == 'j' || c == 'p' || c == 'q' || c == 'y';
-}
-
 /// How far letters reach below the line, relative to its height.
 double DxMtextBlock::descent() const {
     if (DxFontTables.empty()) return 0;
-    const bool hasDescender = std::any_of(
-        runs_.begin() + static_cast<std::ptrdiff_t>(lineFirst_), runs_.end(),
-        [](const DxMtextRun& run) { return std::any_of(run.text.begin(), run.text.end(), reachesBelow); });
+    const bool hasDescender =
+        std::any_of(runs_.begin() + static_cast<std::ptrdiff_t>(lineFirst_), runs_.end(),
+                    [](const DxMtextRun& run) { return DxReachesBelow(run.text); });
     return hasDescender ? DxFontTables.front()->heightValue * 0.01 : 0;
 }
 

@@ -60,6 +60,10 @@ double DxCharSpacingToDXF(double dx) {
     return dx != 1.0 && isCharSpacing(spacing) ? spacing : -1.0;
 }
 
+bool DxReachesBelow(std::string_view text) {
+    return text.find_first_of("gjpqy") != std::string_view::npos;
+}
+
 double DxCharSpacingShift(double charSpacing) {
     return isCharSpacing(charSpacing) ? shiftPerSpacing * (charSpacing - smallestSpacing) : 0;
 }

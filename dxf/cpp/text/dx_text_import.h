@@ -48,6 +48,8 @@ void DxCharSpacingFactor(double charSpacing, double* dx);
 /// The way back: the character spacing of an MTEXT for a spacing of the host, -1 for none: characters side by
 /// side, or a spacing that the format doesn't have.
 double DxCharSpacingToDXF(double dx);
+/// Whether a line has letters that reach below it.
+bool DxReachesBelow(std::string_view text);
 /// How far that spacing moves a text to the left, relative to its height.
 double DxCharSpacingShift(double charSpacing);
 

@@ -68,11 +68,12 @@ int openBlock() {
     return error;
 }
 
-bool readText(int pat, int row, DX_WRITE_TEXT& out) {
+/// A text without lines or without a height is none: `out` has no lines then.
+int readText(int pat, int row, DX_WRITE_TEXT& out) {
     OV_TEXT read;
     int at = row;
-    if (ovtext(READ, READ_STEP, pat, &at, &read) != 0 || read.lines.empty() || !(read.parm.height > 0))
-        return false;
+    if (const int error = ovtext(READ, READ_STEP, pat, &at, &read)) return error;
+    if (!(read.parm.height > 0)) return 0;
     for (const UtCString& line : read.lines) out.lines.push_back(line.str());
     out.pat = pat;
     out.x = read.point.x;
@@ -87,13 +88,14 @@ bool readText(int pat, int row, DX_WRITE_TEXT& out) {
         out.parm.slant = 0;
     }
     if (DxTextColor) out.parm.pen = DxTextColor;
-    return true;
+    return 0;
 }
 
 int writeText(int pat, int row, std::vector<Attribute>& attributes) {
     if (const int error = DxPatSetLayerAttribs(pat, row, DX_KIND_TEXT)) return error;
     DX_WRITE_TEXT text;
-    if (!readText(pat, row, text)) return 0;
+    if (const int error = readText(pat, row, text)) return error;
+    if (text.lines.empty()) return 0;
     if (const int error = openBlock()) return error;
     findAttribute(text, attributes);
     if (const int error = DxWriteBalloon(pat, row, text.ext)) return error;
@@ -102,12 +104,22 @@ int writeText(int pat, int row, std::vector<Attribute>& attributes) {
     return DxAddLayer(DxActLayer.view());
 }
 
+/// The rectangle of what the pattern holds; one that holds nothing has it at the origin.
+int rectangleOf(int pat, double rect[4]) {
+    int code = 256;
+    const int error = ovpatrect(&code, &pat, rect);
+    if (error != DX_ERR_NO_MORE) return error;
+    std::fill(rect, rect + 4, 0.0);
+    return 0;
+}
+
 /// Attributes without a text go out invisibly, one below the other.
 int writeAttributes(int pat, const std::vector<Attribute>& attributes) {
+    if (attributes.empty()) return 0;
     double rect[4] = {0, 0, 0, 0};
-    int code = 256;
-    int number = pat;
-    if (attributes.empty() || ovpatrect(&code, &number, rect) != 0) return 0;
+    if (const int error = rectangleOf(pat, rect)) return error;
+    if (DxEntityCount == 0) // nothing of this pattern has settled a layer yet
+        if (const int error = DxPatSetLayerAttribs(pat, 0, DX_KIND_TEXT)) return error;
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         const Attribute& attribute = attributes[i];
         const UtCString tag = attribute.used ? UtCString() : DxAttribConvert(attribute.name);

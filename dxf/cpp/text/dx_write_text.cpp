@@ -19,10 +19,10 @@
 #include "dx_text_fonts.h"
 #include "dx_text_host.h"
 #include "dx_text_import.h"
+#include "dx_text_placement.h"
 #include "text_state.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -33,7 +33,7 @@ void noteDescent(std::string_view font) {
         DxWrittenDescent = DxFontTables[static_cast<std::size_t>(known->second)]->heightValue * 0.01;
 }
 
-/// A text in the frame and the unit of the drawing.
+/// A text in the frame and the unit of the drawing: how it looks, what its lines are and what they measure.
 class TextWriter {
 public:
     explicit TextWriter(const DX_WRITE_TEXT& text)
@@ -41,16 +41,16 @@ public:
 
     int write() {
         if (!settleColours()) return 0;
-        settleSizes();
+        settleShape();
         settleLines();
         if (const int error = DxWriteMatrix(text_.pat, matrix_)) return error;
         RPT p{text_.x, text_.y};
-        if (isBlock_) moveToTop(p);
+        if (isBlock_) p = topLine(p);
         // The lines follow each other downwards; the point of the first stands at the top one.
         for (const std::string& line : lines_) {
             if (!line.empty() || text_.kind != DX_WRITE_PLAIN)
                 if (const int error = writeLine(p, line)) return error;
-            p = moved(p, 0, -step_);
+            p = DxTextMoved(shape_, p, 0, -shape_.step);
         }
         return 0;
     }
@@ -74,18 +74,20 @@ private:
         if (state.swapsColours && fillColour_ != -1) std::swap(colour_, fillColour_);
     }
 
-    void settleSizes() {
+    void settleShape() {
         const double unit = 1 / (DxScale * DxDrawUnit);
-        height_ = parm_.height * unit;
-        width_ = (parm_.width > 0 ? parm_.width : parm_.height) * unit;
-        angle_ = parm_.angle - DsCoordSysActiveAngle();
-        along_ = {std::cos(angle_), std::sin(angle_)};
-        origin_ = std::clamp(parm_.origin, 0, 9);
-        step_ = parm_.lineDistance * height_;
-        padX_ = (parm_.spacing - 1) * width_ * 0.5;
-        padY_ = (parm_.lineDistance - 1) * height_ * 0.5;
-        isFace_ = parm_.font == 0 && !parm_.face.IsEmpty();
-        isMtext_ = isFace_ && text_.kind == DX_WRITE_PLAIN && DxMiscCheckVersion(DX_LEVEL_HANDLES);
+        shape_.height = parm_.height * unit;
+        shape_.width = (parm_.width > 0 ? parm_.width : parm_.height) * unit;
+        shape_.angle = parm_.angle - DsCoordSysActiveAngle();
+        shape_.origin = std::clamp(parm_.origin, 0, 9);
+        shape_.step = parm_.lineDistance * shape_.height;
+        shape_.padX = (parm_.spacing - 1) * shape_.width * 0.5;
+        shape_.padY = (parm_.lineDistance - 1) * shape_.height * 0.5;
+        shape_.isFace = parm_.font == 0 && !parm_.face.IsEmpty();
+        shape_.isMtext =
+            shape_.isFace && text_.kind == DX_WRITE_PLAIN && DxMiscCheckVersion(DX_LEVEL_HANDLES);
+        shape_.justification = parm_.justification;
+        shape_.pointsMode = DxWriteTxtOrg;
     }
 
     /// The lines as the host shows them. An MTEXT breaks its line itself, to the width of its box.
@@ -98,11 +100,11 @@ private:
 
     void breakLines() {
         const bool isBroken = text_.shownLines.size() > lines_.size();
-        const bool needsBox = isBroken || parm_.justification != 0; // a TEXT has none
-        constexpr double usual = 5.0 / 3, least = 0.25, most = 4.0; // what the format's factor may be
+        const bool needsBox = isBroken || shape_.justification != 0; // a TEXT has none
+        constexpr double usual = 5.0 / 3, least = 0.25, most = 4.0;  // what the format's factor may be
         const double factor = isBroken ? parm_.lineDistance / usual : 1.0;
         if (lines_.size() == 1 && factor >= least && factor <= most && DxMiscCheckVersion(DX_LEVEL_HANDLES)) {
-            isMtext_ = isFace_ || needsBox;
+            shape_.isMtext = shape_.isFace || needsBox;
             box_ = text_.lineLength;
             lineSpacing_ = factor;
             return;
@@ -110,20 +112,20 @@ private:
         if (!needsBox && lines_.size() == 1) return;
         lines_ = text_.shownLines;
         room_ = text_.lineLength;
-        if (parm_.justification == 0) parm_.justification = column();
+        if (shape_.justification == 0) shape_.justification = shape_.column();
     }
 
-    int column() const { return origin_ == 0 ? 0 : (origin_ - 1) % 3; }
-    int row() const { return origin_ == 0 ? 0 : (origin_ - 1) / 3; }
-
-    /// The point, `right` along the text and `up` across it.
-    RPT moved(const RPT& p, double right, double up) const {
-        return {p.x + right * along_.x - up * along_.y, p.y + right * along_.y + up * along_.x};
+    RPT topLine(const RPT& p) {
+        blockWidth_ = text_.parm.justification != 0 ? room_ : 0;
+        for (const std::string& line : lines_) blockWidth_ = std::max(blockWidth_, hostLength(line));
+        return DxTextTopLine(shape_, p, static_cast<int>(lines_.size()), blockWidth_);
     }
+
+    // ---- lengths ---------------------------------------------------------------------------------------
 
     /// Length without the space behind the last character.
     double fontLength(const std::string& line) const {
-        return DxTextCalcTextRahmenLen(line, parm_.font, width_, parm_.spacing);
+        return DxTextCalcTextRahmenLen(line, parm_.font, shape_.width, parm_.spacing);
     }
 
     double faceLength(const std::string& line) const {
@@ -136,33 +138,7 @@ private:
 
     /// Length as the host counts it, with the space behind the last character.
     double hostLength(const std::string& line) const {
-        return isFace_ ? faceLength(line) : fontLength(line) + (parm_.spacing - 1) * width_;
-    }
-
-    /// Several lines: the point of the block's top left corner.
-    void moveToTop(RPT& p) {
-        blockWidth_ = text_.parm.justification != 0 ? room_ : 0;
-        for (const std::string& line : lines_) blockWidth_ = std::max(blockWidth_, hostLength(line));
-        const double blockHeight = static_cast<double>(lines_.size()) * step_;
-        p = moved(p, -column() * 0.5 * blockWidth_, (1 - row() * 0.5) * blockHeight);
-        p = moved(p, 0, -step_);
-        if (origin_ != 0) origin_ = 1;
-    }
-
-    /// Width factor, and the length that the text has in the DXF font.
-    double widthFactor(const std::string& line, const DX_STYLE_TYPE* style, double* length) const {
-        *length = isFace_ ? dxfFaceLength(line) : fontLength(line);
-        if (isFace_ && DxMiscCheckVersion(DX_LEVEL_HANDLES))
-            return isMtext_ ? width_ / height_ : (padX_ + width_) / height_;
-        if (!style) return (padX_ + width_) / height_;
-        double widths = 0;
-        double spaces = 0;
-        DxTextGetDxfFontSpace(line, style->fontFile.view(), &widths, &spaces);
-        if (text_.kind != DX_WRITE_INVISIBLE_ATTRIBUTE) noteDescent(style->fontFile.view());
-        // A stroke font that stands in for a face of the target keeps the text's length.
-        const double wanted = isFace_ ? hostLength(line) - 2 * padX_ : *length;
-        constexpr double smallest = 0.01;
-        return widths + spaces > smallest ? wanted / ((widths + spaces) * height_) : 1.0;
+        return shape_.isFace ? faceLength(line) : fontLength(line) + (parm_.spacing - 1) * shape_.width;
     }
 
     /// A little longer than it is, so that an MTEXT isn't broken where the face is replaced by another.
@@ -174,75 +150,72 @@ private:
         what.font = face;
         what.isFontFile = false;
         what.bits = parm_.bits;
-        what.height = height_;
+        what.height = shape_.height;
         DxTextLength measured;
         DxTextGetDxfFontLen(what, &measured);
         return std::max(measured.length, hostLength(line)) * reserve;
     }
 
-    struct Anchor {
-        RPT first, second;
-        int hor, ver;
+    DX_LINE_LENGTHS lengthsOf(const std::string& line) const {
+        return {hostLength(line), shape_.isFace ? dxfFaceLength(line) : fontLength(line)};
+    }
+
+    double widthFactor(const std::string& line, const DX_STYLE_TYPE* style,
+                       const DX_LINE_LENGTHS& lengths) const {
+        const double padded = (shape_.padX + shape_.width) / shape_.height;
+        if (shape_.isFace && DxMiscCheckVersion(DX_LEVEL_HANDLES))
+            return shape_.isMtext ? shape_.width / shape_.height : padded;
+        if (!style) return padded;
+        double widths = 0;
+        double spaces = 0;
+        DxTextGetDxfFontSpace(line, style->fontFile.view(), &widths, &spaces);
+        if (text_.kind != DX_WRITE_INVISIBLE_ATTRIBUTE) noteDescent(style->fontFile.view());
+        // A stroke font that stands in for a face of the target keeps the text's length.
+        const double wanted = shape_.isFace ? lengths.host - 2 * shape_.padX : lengths.dxf;
+        constexpr double smallest = 0.01;
+        return widths + spaces > smallest ? wanted / ((widths + spaces) * shape_.height) : 1.0;
+    }
+
+    // ---- lines -----------------------------------------------------------------------------------------
+
+    /// A line on its way: where it stands, and in which style.
+    struct Line {
+        std::string text;
+        const DX_STYLE_TYPE* style;
+        double factor;
+        DX_LINE_LENGTHS lengths;
+        DX_LINE_PLACE place;
     };
 
-    /// Reference points and alignment of a line whose host origin is the writer's.
-    Anchor anchorOf(const RPT& p, double length, double dxfLength) const {
-        Anchor a;
-        a.hor = column();
-        a.ver = row() == 0 ? 0 : row() + 1;
-        a.first = moved(p, -column() * 0.5 * length, -row() * 0.5 * step_);
-        const double up = row() * 0.5 * height_;
-        if (origin_ == 0) {
-            a.first = moved(p, 0.5 * dxfLength, 0);
-            a.second = a.first;
-        } else if (isMtext_ || (isFace_ && column() > 0)) {
-            a.second = moved(p, 0, row() * 0.5 * (height_ - step_));
-        } else {
-            a.second = moved(a.first, column() * 0.5 * dxfLength, up);
-        }
-        if (!isMtext_ && (DxWriteTxtOrg == 1 || DxWriteTxtOrg == 2)) { // an MTEXT has one point alone
-            a.ver = 0;
-            a.hor = DxWriteTxtOrg == 1 ? 5 : 3;
-            a.second = moved(a.first, dxfLength, 0);
-        }
-        return a;
-    }
-
-    /// From the host's cell to the character in it. Characters that stand closer than side by side are moved
-    /// forward as well.
-    void moveToCharacters(Anchor& a, const std::string& line) const {
-        a.first = moved(a.first, std::abs(padX_), padY_);
-        const bool isAtCell = isMtext_ || (isFace_ && a.hor == column()); // not at the characters' length
-        // The block of an MTEXT that hangs on its middle or its bottom begins below the line.
-        const bool isRaised = isMtext_ && line.find_first_of("gjpqy") != std::string::npos;
-        const double below = isRaised ? (1 - row() * 0.5) * DxWrittenDescent * height_ : 0;
-        a.second = moved(a.second, isAtCell ? (1 - column()) * padX_ : std::abs(padX_), padY_ - below);
-    }
-
-    int writeLine(const RPT& start, std::string line) {
-        DxTextCheckIllegalChars(line);
-        const double length = hostLength(line);
-        const DX_STYLE_TYPE* style = DxTextGetDXFStyle(parm_.font, parm_.face, parm_.bits);
-        double dxfLength = 0;
-        const double factor = widthFactor(line, style, &dxfLength);
-        RPT p = start;
-        if (isBlock_ && parm_.justification >= 1 && parm_.justification <= 2)
-            p = moved(p, parm_.justification * 0.5 * (blockWidth_ - length), 0);
-        Anchor anchor = anchorOf(p, length, dxfLength);
-        moveToCharacters(anchor, line);
-        if (const DX_STYLE_TYPE* converted = DxConvTextToDXF(line, parm_.font, parm_.face, parm_.bits))
-            style = converted;
-        DxTextCheckPolierText(line);
-        const int error = text_.kind == DX_WRITE_PLAIN ? writePlain(anchor, line, style, factor, dxfLength)
-                                                       : writeAttribute(anchor, line, style, factor);
+    int writeLine(const RPT& start, std::string text) {
+        DxTextCheckIllegalChars(text);
+        Line line;
+        line.lengths = lengthsOf(text);
+        line.style = DxTextGetDXFStyle(parm_.font, parm_.face, parm_.bits);
+        line.factor = widthFactor(text, line.style, line.lengths);
+        const RPT p = isBlock_ ? DxTextJustified(shape_, start, blockWidth_, line.lengths.host) : start;
+        line.place = DxPlaceLine(shape_, p, line.lengths, DxReachesBelow(text) ? DxWrittenDescent : 0);
+        if (const DX_STYLE_TYPE* converted = DxConvTextToDXF(text, parm_.font, parm_.face, parm_.bits))
+            line.style = converted;
+        DxTextCheckPolierText(text);
+        line.text = std::move(text);
+        const int error = text_.kind == DX_WRITE_PLAIN ? writePlain(line) : writeAttribute(line);
         if (error) return error;
-        DxStoreMaxXY(anchor.first.x, anchor.first.y);
-        DxStoreMaxXY(anchor.second.x, anchor.second.y);
+        for (const RPT& point : {line.place.first, line.place.second}) DxStoreMaxXY(point.x, point.y);
         return 0;
     }
 
-    /// Attachment of an MTEXT at the second point: from the row of the origin upside down.
-    int attachment() const { return origin_ == 0 ? 7 : 3 * (2 - row()) + column() + 1; }
+    /// What a TEXT or MTEXT and an attribute have in common.
+    template <class Record>
+    void fillCommon(Record& out, const Line& line) const {
+        out.base.layer = DxActLayer;
+        out.base.color = colour_;
+        if (line.style) out.style = line.style->name;
+        out.height = shape_.height;
+        out.rotation = shape_.angle * DX_DEGREES;
+        out.oblique = parm_.slant * DX_DEGREES;
+        out.widthFactor = line.factor;
+    }
 
     /// A line along the whole of a TEXT is a code at its start.
     std::string withLines(std::string line) const {
@@ -253,39 +226,38 @@ private:
         return line;
     }
 
-    int writePlain(const Anchor& anchor, const std::string& line, const DX_STYLE_TYPE* style, double factor,
-                   double dxfLength) const {
-        DX_TEXT_TYPE out;
-        out.base.layer = DxActLayer;
-        out.base.color = colour_;
-        out.isMtext = isMtext_ ? 1 : 0;
-        out.text = isMtext_ ? line : withLines(line);
-        if (style) out.style = style->name;
-        out.point = {anchor.first.x, anchor.first.y, 0};
-        out.second = {anchor.second.x, anchor.second.y, 0};
-        out.height = height_;
-        out.rotation = angle_ * DX_DEGREES;
-        out.oblique = parm_.slant * DX_DEGREES;
-        out.widthFactor = factor;
-        out.horAlign = anchor.hor;
-        out.verAlign = anchor.ver;
-        out.boxWidth = box_ > 0 ? box_ : dxfLength;
+    void fillBackground(DX_TEXT_TYPE& out) const {
         if (backOn_ && text_.ext.backType != 2 && text_.ext.backType != 3) {
             out.backFlag = fillColour_ == -1 ? 3 : 1;
             out.backColor = fillColour_;
         }
-        const bool holdsBackground = isMtext_ && DxMiscCheckVersion(DX_LEVEL_SHEETS);
+        const bool holdsBackground = shape_.isMtext && DxMiscCheckVersion(DX_LEVEL_SHEETS);
         if (out.backFlag && !holdsBackground) ++DxUnwrittenCounts[DX_UNWRITTEN_BACKGROUND];
-        if (isFace_ && !isMtext_) ++DxUnwrittenCounts[DX_UNWRITTEN_FACE];
-        if (isMtext_) {
-            out.attachment = attachment();
-            out.point = out.second;
-            if (isFace_) out.charSpacing = DxCharSpacingToDXF(parm_.spacing);
-            out.lineSpacing = lineSpacing_;
-            if (box_ > 0) out.justification = parm_.justification;
-            DxMtextEscapeCharacters(out.text, parm_.bits);
-        }
-        return DxWriteTextOrMtext(out, matrix_, isFace_ ? DX_FACE_SHIFT : 0);
+    }
+
+    void fillMtext(DX_TEXT_TYPE& out) const {
+        out.attachment = DxTextAttachment(shape_);
+        out.point = out.second;
+        if (shape_.isFace) out.charSpacing = DxCharSpacingToDXF(parm_.spacing);
+        out.lineSpacing = lineSpacing_;
+        if (box_ > 0) out.justification = shape_.justification;
+        DxMtextEscapeCharacters(out.text, parm_.bits);
+    }
+
+    int writePlain(const Line& line) const {
+        DX_TEXT_TYPE out;
+        fillCommon(out, line);
+        out.isMtext = shape_.isMtext ? 1 : 0;
+        out.text = shape_.isMtext ? line.text : withLines(line.text);
+        out.point = {line.place.first.x, line.place.first.y, 0};
+        out.second = {line.place.second.x, line.place.second.y, 0};
+        out.horAlign = line.place.hor;
+        out.verAlign = line.place.ver;
+        out.boxWidth = box_ > 0 ? box_ : line.lengths.dxf;
+        fillBackground(out);
+        if (shape_.isFace && !shape_.isMtext) ++DxUnwrittenCounts[DX_UNWRITTEN_FACE];
+        if (shape_.isMtext) fillMtext(out);
+        return DxWriteTextOrMtext(out, matrix_, shape_.isFace ? DX_FACE_SHIFT : 0);
     }
 
     /// Without a block no ATTRIB follows with the value: the definition holds it, as a constant.
@@ -295,24 +267,18 @@ private:
         return DxPatternToBlock ? invisible : invisible | constant;
     }
 
-    int writeAttribute(const Anchor& anchor, const std::string& value, const DX_STYLE_TYPE* style,
-                       double factor) const {
+    int writeAttribute(const Line& line) const {
         DX_ATTRIB_TYPE out{};
-        out.base.layer = DxActLayer;
-        out.base.color = colour_;
+        fillCommon(out, line);
         out.extrusion[2] = 1;
-        out.horizontalJustify = anchor.hor;
-        out.verticalJustify = anchor.ver;
-        out.value = value;
-        if (style) out.style = style->name;
-        // A face in a style stands a little to the left of its points when it is drawn.
-        const double right = isFace_ && DxMiscCheckVersion(DX_LEVEL_HANDLES) ? DX_FACE_SHIFT * height_ : 0;
-        out.insertion = {anchor.first.x + right, anchor.first.y, 0};
-        out.alignment = {anchor.second.x + right, anchor.second.y, 0};
-        out.height = height_;
-        out.rotation = angle_ * DX_DEGREES;
-        out.oblique = parm_.slant * DX_DEGREES;
-        out.widthFactor = factor;
+        out.horizontalJustify = line.place.hor;
+        out.verticalJustify = line.place.ver;
+        out.value = line.text;
+        // An import draws a face in a style a little to the left of its points.
+        const bool hasShift = shape_.isFace && DxMiscCheckVersion(DX_LEVEL_HANDLES);
+        const double right = hasShift ? DX_FACE_SHIFT * shape_.height : 0;
+        out.insertion = {line.place.first.x + right, line.place.first.y, 0};
+        out.alignment = {line.place.second.x + right, line.place.second.y, 0};
         out.flags = attributeFlags();
         out.tag.assign(text_.tag);
         const int error = DxAttribWrite("ATTDEF", out, matrix_);
@@ -321,21 +287,16 @@ private:
 
     const DX_WRITE_TEXT& text_;
     OV_TEXT_PARM parm_;
+    DX_TEXT_SHAPE shape_;
     Mat32 matrix_{};
     int colour_ = 7, fillColour_ = -1;
-    int origin_ = 1;
     bool backOn_;
-    bool isFace_ = false, isMtext_ = false;
-    bool isBlock_ = false;                      ///< lines are placed in a block, from its top
-    std::vector<std::string> lines_;            ///< as they are written, an entity each
-    double height_ = 0, width_ = 0, angle_ = 0; ///< drawing's unit, radians
-    double step_ = 0;                           ///< from line to line
-    double padX_ = 0, padY_ = 0;                ///< from a cell's corner to its character
+    std::vector<std::string> lines_; ///< as they are written, an entity each
+    bool isBlock_ = false;           ///< lines are placed in a block, from its top
     double blockWidth_ = 0;
     double room_ = 0;        ///< line length that the lines were broken to, 0: they weren't
     double box_ = 0;         ///< width of the MTEXT that breaks its line itself, 0: its line's
     double lineSpacing_ = 1; ///< of that MTEXT
-    RPT along_{1, 0};
 };
 
 } // namespace

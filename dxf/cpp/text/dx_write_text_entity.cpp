@@ -19,6 +19,12 @@ double roundedDegrees(double angle) {
     return std::round(angle * 1e4) / 1e4;
 }
 
+/// What a matrix does to a text.
+struct Turn {
+    double rotation; ///< of the text, degrees
+    double xScale, yScale;
+};
+
 int writePoint(int code, const RPT& p, double z) {
     DxWriteDouble(code, p.x);
     DxWriteDouble(code + 10, p.y);
@@ -73,34 +79,34 @@ int writeMtextValue(std::string_view rest) {
     return DxWriteString(1, UtCString(rest));
 }
 
-int writeMtext(const DX_TEXT_TYPE& text, const RPT& point, double rotation, double scale) {
+int writeMtext(const DX_TEXT_TYPE& text, const RPT& point, const Turn& turn) {
     writeHead("MTEXT", text);
     DxWriteString(100, "AcDbMText");
     writePoint(10, point, text.point.z);
-    DxWriteDouble(40, text.height * scale);
-    DxWriteDouble(41, text.boxWidth * scale);
+    DxWriteSize(40, text.height * turn.yScale);
+    DxWriteDouble(41, text.boxWidth * turn.xScale);
     DxWriteInt(71, text.attachment);
     DxWriteInt(72, 5);
     writeMtextValue(formatCodes(text) + text.text);
     DxWriteString(7, text.style);
-    DxWriteDouble(50, rotation);
+    DxWriteDouble(50, turn.rotation);
     if (text.lineSpacing != 1.0) DxWriteDouble(44, text.lineSpacing);
     if (text.backFlag && DxMiscCheckVersion(DX_LEVEL_SHEETS)) {
         DxWriteInt(90, text.backFlag);
-        DxWriteInt(63, text.backColor < 0 ? 256 : text.backColor);
+        DxWriteInt(63, text.backColor < 0 ? 256 : DxEntityColor(text.backColor));
         DxWriteDouble(45, text.backScale); // a reader expects it with a background
     }
     return DxWriteError();
 }
 
-int writeText(const DX_TEXT_TYPE& text, const RPT& point, const RPT& second, double rotation, double scale) {
+int writeText(const DX_TEXT_TYPE& text, const RPT& point, const RPT& second, const Turn& turn) {
     writeHead("TEXT", text);
     DxWriteSubClass("AcDbText");
     writePoint(10, point, text.point.z);
-    DxWriteDouble(40, text.height * scale);
+    DxWriteSize(40, text.height * turn.yScale);
     DxWriteString(1, text.text);
-    DxWriteDouble(50, rotation);
-    DxWriteDouble(41, text.widthFactor);
+    DxWriteDouble(50, turn.rotation);
+    DxWriteSize(41, text.widthFactor);
     DxWriteDouble(51, text.oblique);
     DxWriteString(7, text.style);
     DxWriteInt(72, text.horAlign);
@@ -116,9 +122,9 @@ int DxWriteTextOrMtext(const DX_TEXT_TYPE& text, const Mat32 matrix, double left
     RPT second;
     MtTransRPt({text.point.x, text.point.y}, matrix, &point);
     MtTransRPt({text.second.x, text.second.y}, matrix, &second);
-    const double rotation = roundedDegrees(MtGetRot(matrix) * DX_DEGREES + text.rotation);
-    const double scale = MtGetScale(matrix);
-    if (!text.isMtext) return writeText(text, point, second, rotation, scale);
-    point.x += text.height * scale * (leftShift + DxCharSpacingShift(text.charSpacing));
-    return writeMtext(text, point, rotation, scale);
+    const Turn turn{roundedDegrees(MtGetRot(matrix) * DX_DEGREES + text.rotation), MtGetScale(matrix),
+                    std::hypot(matrix[1][0], matrix[1][1])};
+    if (!text.isMtext) return writeText(text, point, second, turn);
+    point.x += text.height * turn.yScale * (leftShift + DxCharSpacingShift(text.charSpacing));
+    return writeMtext(text, point, turn);
 }

@@ -10,10 +10,6 @@
 
 using namespace host;
 
-static const Pattern* patternAt(const DsCsr& cursor) {
-    return callFails() ? nullptr : openDrawing().find(cursor.Get().patNo);
-}
-
 static Pattern* targetAt(const DsCsr* cursor) {
     return callFails() || !cursor ? nullptr : openDrawing().find(cursor->Get().patNo);
 }
@@ -21,11 +17,26 @@ static Pattern* targetAt(const DsCsr* cursor) {
 static std::size_t bodies(const Pattern& p) {
     return p.spaceSize() - p.pointClouds.size() + p.solids.size();
 }
+static std::size_t solids(const Pattern& p) {
+    return p.solids.size();
+}
+static std::size_t clouds(const Pattern& p) {
+    return p.pointClouds.size();
+}
 
 static int aim(DsCsr& cursor, int row) {
-    const Pattern* pattern = patternAt(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = openDrawing().find(cursor.Get().patNo);
     if (!pattern || row < 0 || static_cast<std::size_t>(row) >= bodies(*pattern)) return errorNoSuchObject;
     cursor.Get().partNo = row;
+    return 0;
+}
+
+static int countObjects(const DsCsr& cursor, long* count, std::size_t (*countOf)(const Pattern&)) {
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = openDrawing().find(cursor.Get().patNo);
+    if (!pattern) return errorNoSuchObject;
+    *count = static_cast<long>(countOf(*pattern));
     return 0;
 }
 
@@ -38,28 +49,20 @@ int Ci3d::Next(DsCsr& cursor) {
 }
 
 int Ci3d::Count(const DsCsr& pattern, long* count) {
-    const Pattern* counted = patternAt(pattern);
-    if (!counted) return errorNoSuchObject;
-    *count = static_cast<long>(bodies(*counted));
-    return 0;
+    return countObjects(pattern, count, bodies);
 }
 
 int Ci3d::CountSolids(const DsCsr& pattern, long* count) {
-    const Pattern* counted = patternAt(pattern);
-    if (!counted) return errorNoSuchObject;
-    *count = static_cast<long>(counted->solids.size());
-    return 0;
+    return countObjects(pattern, count, solids);
 }
 
 int Ci3d::CountClouds(const DsCsr& pattern, long* count) {
-    const Pattern* counted = patternAt(pattern);
-    if (!counted) return errorNoSuchObject;
-    *count = static_cast<long>(counted->pointClouds.size());
-    return 0;
+    return countObjects(pattern, count, clouds);
 }
 
 int Ci3d::DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts) {
-    Pattern* target = targetAt(pattern);
+    if (callFails()) return errorNoMemory;
+    Pattern* target = openDrawing().find(pattern->Get().patNo);
     if (!target) return errorNoSuchObject;
     if (count < 2) return errorNotApplicable;
     *curve = static_cast<int>(target->curves.size());
@@ -113,7 +116,8 @@ CI_FACETS* Ci3d::CreateFacets(DsCsr* pattern, const RPT3* points, RPT3 /*normal*
 
 int Ci3d::AddPointCloud(DsCsr* pattern, const RPT3* points, const unsigned long* pens, unsigned long count,
                         int /*kind*/) {
-    Pattern* target = targetAt(pattern);
+    if (callFails()) return errorNoMemory;
+    Pattern* target = openDrawing().find(pattern->Get().patNo);
     if (!target) return errorNoSuchObject;
     if (count == 0) return errorNotApplicable;
     const double factor = contextFactor(contextId_);

@@ -58,13 +58,15 @@ static int aimAt(DsCsr& cursor, const Pattern& pattern, int row, bool lastPiece,
 }
 
 int CiElem::First(DsCsr& cursor, int* type) {
-    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
     drawingState().chainRow = -1; // a walk begins: what is kept of a spline may be of an older state
     return pattern ? aimAt(cursor, *pattern, 0, false, type) : errorNoSuchObject;
 }
 
 int CiElem::Next(DsCsr& cursor, int* type) {
-    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
     DS_CURSOR_STRUCT& at = cursor.Get();
     const auto row = static_cast<std::size_t>(at.elRow);
@@ -79,7 +81,8 @@ int CiElem::Next(DsCsr& cursor, int* type) {
 }
 
 int CiElem::Last(DsCsr& cursor, int* type) {
-    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
     drawingState().chainRow = -1;
     return aimAt(cursor, *pattern, static_cast<int>(pattern->elements.size()) - 1, true, type);
@@ -180,6 +183,14 @@ int CiElem::GetParams(const DsCsr& cursor, int* pen, short* lineType, unsigned c
     return 0;
 }
 
-int CiElem::GetAttr(const DsCsr& /*cursor*/, const UtCString& /*name*/, UtCString* /*value*/) {
-    return errorNoSuchObject; // elements carry no attributes of their own
+int CiElem::GetAttr(const DsCsr& cursor, const UtCString& name, UtCString* value) {
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
+    if (!pattern) return errorNoSuchObject;
+    for (const ElementAttribute& attribute : pattern->elementAttributes) {
+        if (attribute.row != cursor.Get().elRow || attribute.name != name.str()) continue;
+        *value = attribute.value;
+        return 0;
+    }
+    return errorNoSuchObject;
 }

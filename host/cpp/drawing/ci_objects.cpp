@@ -11,10 +11,11 @@ namespace {
 using CountOf = std::size_t (*)(const Pattern&);
 
 const Pattern* patternAt(const DsCsr& cursor) {
-    return callFails() ? nullptr : openDrawing().find(cursor.Get().patNo);
+    return openDrawing().find(cursor.Get().patNo);
 }
 
 int aim(DsCsr& cursor, int row, CountOf countOf) {
+    if (callFails()) return errorNoMemory;
     const Pattern* pattern = patternAt(cursor);
     if (!pattern || row < 0 || static_cast<std::size_t>(row) >= countOf(*pattern)) return errorNoSuchObject;
     cursor.Get().partNo = row;
@@ -22,6 +23,7 @@ int aim(DsCsr& cursor, int row, CountOf countOf) {
 }
 
 int countObjects(const DsCsr& cursor, long* count, CountOf countOf) {
+    if (callFails()) return errorNoMemory;
     const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
     *count = static_cast<long>(countOf(*pattern));

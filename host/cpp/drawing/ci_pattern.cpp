@@ -28,7 +28,8 @@ int CiPat::Add(DsCsr& cursor) {
 }
 
 static int aimAtNext(DsCsr& cursor, int number) {
-    const Pattern* next = callFails() ? nullptr : openDrawing().next(number);
+    if (callFails()) return errorNoMemory;
+    const Pattern* next = openDrawing().next(number);
     if (!next) return errorNoSuchObject;
     cursor.PutId(objectOf(next->number));
     return 0;
@@ -74,7 +75,8 @@ static std::pair<double, double> heightRange(const Pattern& pattern) {
 }
 
 int CiPat::GetBox(const DsCsr& cursor, RPT3* min, RPT3* max) {
-    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
     const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing()));
     if (box.empty) return errorNoSuchObject;
@@ -91,6 +93,7 @@ int CiPat::DelElems(const DsCsr& cursor) {
     if (!pattern) return errorNoSuchObject;
     openDrawing().elementCount -= std::min(openDrawing().elementCount, pattern->elements.size());
     pattern->elements.clear();
+    pattern->elementAttributes.clear();
     pattern->splines.clear();
     return 0;
 }
@@ -103,6 +106,7 @@ static Pattern& addLike(const Pattern& original) {
     pattern.workId = original.workId;
     pattern.ids = original.ids;
     pattern.attributes = original.attributes;
+    pattern.relation = original.relation;
     return pattern;
 }
 
@@ -128,7 +132,8 @@ int CiPat::ChgWork(const DsCsr& cursor, int workId) {
 }
 
 int CiPat::GetWork(const DsCsr& cursor, int* workId) {
-    const Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
     *workId = pattern->workId;
     return 0;
@@ -163,6 +168,10 @@ int CiPat::AddElemsColLtAttrInfo(const DsCsr& cursor, int /*flags*/, int count, 
     return 0;
 }
 
-int CiPat::GetParent(const DsCsr& /*cursor*/, DsCsr& /*parent*/) {
-    return errorNoSuchObject; // patterns don't nest
+int CiPat::GetParent(const DsCsr& cursor, DsCsr& parent) {
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternAt(cursor);
+    if (!pattern || !openDrawing().find(pattern->relation.parent)) return errorNoSuchObject;
+    parent.PutId(objectOf(pattern->relation.parent));
+    return 0;
 }

@@ -96,6 +96,26 @@ struct Solid {
     std::string data;
 };
 
+/// An attribute of one element.
+struct ElementAttribute {
+    int row = 0;
+    std::string name, value;
+};
+
+/// Where a pattern's own frame lies in the drawing, row-vector form. Elements stand in the drawing's frame
+/// whatever it is: it only says what the pattern was placed by.
+struct Placement {
+    double xx = 1, xy = 0, yx = 0, yy = 1, tx = 0, ty = 0;
+    friend bool operator==(const Placement&, const Placement&) = default;
+};
+
+/// What a pattern belongs to.
+struct Relation {
+    int parent = 0; ///< number of the enclosing pattern, 0: none
+    Placement placement;
+    friend bool operator==(const Relation&, const Relation&) = default;
+};
+
 /// The six identifying strings.
 struct PatternIds {
     std::string group, level, cls, name, layer, obstat;
@@ -110,7 +130,9 @@ struct Pattern : SpaceContent {
     int workId = 0;
     PatternIds ids;
     std::vector<std::pair<std::string, std::string>> attributes; ///< in order of setting
+    Relation relation;
     std::vector<Element> elements;
+    std::vector<ElementAttribute> elementAttributes;
     std::vector<Spline> splines;
     std::vector<Hatch> hatches;
     std::vector<Text> texts;

@@ -18,7 +18,8 @@ void DsCsr::PutId(_ObObject* object) {
 }
 
 int DsCursorFromPatNo(int patNo, DsCsr* cursor) {
-    if (callFails() || !openDrawing().find(patNo)) return errorNoSuchObject;
+    if (callFails()) return errorNoMemory;
+    if (!openDrawing().find(patNo)) return errorNoSuchObject;
     cursor->PutId(objectOf(patNo));
     return 0;
 }
@@ -28,7 +29,8 @@ int DsCursorToPatNo(const DsCsr* cursor) {
 }
 
 int DsDpatToCursor(const DsDpatCsr& parts, DsCsr* cursor) {
-    if (callFails() || !openDrawing().find(parts.Get().patNo)) return errorNoSuchObject;
+    if (callFails()) return errorNoMemory;
+    if (!openDrawing().find(parts.Get().patNo)) return errorNoSuchObject;
     cursor->Get() = parts.Get();
     return 0;
 }
@@ -43,7 +45,8 @@ bool DsVisTest2d(const DsCsr* cursor) {
 }
 
 int DsElemGetTypeInfo(int patNo, int elRow, int* type) {
-    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = openDrawing().find(patNo);
     if (!pattern || elRow < 0 || static_cast<std::size_t>(elRow) >= pattern->elements.size())
         return errorNoSuchObject;
     const Element& element = pattern->elements[static_cast<std::size_t>(elRow)];

@@ -27,6 +27,7 @@ private:
     void head();
     void dumpPattern(const Pattern& pattern);
     void identify(const Pattern& pattern);
+    void relate(const Relation& relation);
     void elements(const std::vector<Element>& chain, const std::vector<Spline>* splines,
                   std::string_view indent);
     void element(const Element& e, const std::vector<Spline>* splines);
@@ -109,11 +110,23 @@ void Dumper::identify(const Pattern& pattern) {
     put(pattern.visible ? "\n" : " hidden\n");
     for (const auto& [name, value] : pattern.attributes)
         put("  attribute ").quoted(name).put(" ").quoted(value).put("\n");
+    relate(pattern.relation);
+}
+
+void Dumper::relate(const Relation& relation) {
+    if (relation.parent != 0) put("  parent").number(relation.parent).put("\n");
+    const Placement& p = relation.placement;
+    if (p == Placement{}) return;
+    put("  placed");
+    for (const double value : {p.xx, p.xy, p.yx, p.yy, p.tx, p.ty}) number(value);
+    put("\n");
 }
 
 void Dumper::dumpPattern(const Pattern& pattern) {
     identify(pattern);
     elements(pattern.elements, &pattern.splines, "  ");
+    for (const ElementAttribute& a : pattern.elementAttributes)
+        put("  of element").number(a.row).put(" ").quoted(a.name).put(" ").quoted(a.value).put("\n");
     for (const Hatch& h : pattern.hatches) hatch(h);
     for (const Text& t : pattern.texts) text(t);
     for (const Dimension& d : pattern.dimensions) put("  dimension ").quoted(d.data).put("\n");

@@ -37,6 +37,8 @@ private:
 void moveDrawing(Drawing& drawing, double dx, double dy) {
     const Move move(dx, dy);
     for (Pattern& pattern : drawing.patterns) {
+        pattern.relation.placement.tx += dx;
+        pattern.relation.placement.ty += dy;
         if (pattern.workId != 0) continue;
         move.chain(pattern.elements);
         for (Spline& spline : pattern.splines)

@@ -101,7 +101,8 @@ int Uo3dInitSonder(int /*kind*/, double /*height*/, int pattern, int /*flags*/, 
 }
 
 int DsResetFlag(_ObObject* object, int /*flag*/) {
-    return callFails() || !object ? errorNoSuchObject : 0; // nothing here is shown while it is made
+    if (callFails()) return errorNoMemory;
+    return object ? 0 : errorNoSuchObject; // nothing here is shown while it is made
 }
 
 // ---- reading ---------------------------------------------------------------------------------------

@@ -33,7 +33,7 @@ static int setScale(int format, double scale) {
 int ovform(int mode, int* format, double* scale, int* unit, double* factor3d) {
     if (callFails()) return errorNotApplicable;
     Drawing& drawing = openDrawing();
-    if (mode == 7) return setScale(*format, *scale);
+    if (mode == 7) return setScale(format ? *format : drawing.format, *scale);
     if (mode == 8) {
         if (GeUnit(*unit).factor() <= 0) return errorNotApplicable;
         drawing.changeUnit(*unit);

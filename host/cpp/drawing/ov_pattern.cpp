@@ -3,6 +3,7 @@
 
 #include "drawing/extents.h"
 #include "drawing/host_state.h"
+#include "pattern.h"
 #include "services/failure.h"
 #include "text/layout.h"
 
@@ -85,11 +86,20 @@ int ovgroup(int* code, int* patNo, int* group) {
 
 int ovpatmatrix(int* code, int* patNo, double matrix[6]) {
     if (callFails()) return errorNoMemory;
-    if (*code != 20) return errorNotApplicable;
-    if (!openDrawing().find(*patNo)) return errorNoSuchObject;
-    // Elements stand in the drawing's frame, so that every pattern is placed where it is.
-    constexpr double identity[6] = {1, 0, 0, 1, 0, 0};
-    for (int i = 0; i < 6; ++i) matrix[i] = identity[i];
+    if (*code != 20 && *code != 21) return errorNotApplicable;
+    Pattern* pattern = openDrawing().find(*patNo);
+    if (!pattern) return errorNoSuchObject;
+    Placement& p = pattern->relation.placement;
+    double* const members[6] = {&p.xx, &p.xy, &p.yx, &p.yy, &p.tx, &p.ty};
+    for (int i = 0; i < 6; ++i) *code == 20 ? matrix[i] = *members[i] : *members[i] = matrix[i];
+    return 0;
+}
+
+int UoPatSetVisible(int patNo, bool visible) {
+    if (callFails()) return errorNoMemory;
+    Pattern* pattern = openDrawing().find(patNo);
+    if (!pattern) return errorNoSuchObject;
+    pattern->visible = visible;
     return 0;
 }
 

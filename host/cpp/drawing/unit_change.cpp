@@ -51,6 +51,8 @@ private:
 
 void Rescale::operator()(Pattern& pattern) const {
     (*this)(pattern.elements);
+    (*this)(pattern.relation.placement.tx);
+    (*this)(pattern.relation.placement.ty);
     for (Spline& spline : pattern.splines)
         for (RPT& p : spline.points) (*this)(p);
     for (Hatch& hatch : pattern.hatches) (*this)(hatch);

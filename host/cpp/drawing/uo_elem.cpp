@@ -82,7 +82,8 @@ int give(const Pattern& pattern, int row, int piece, UO_ELEM* out) {
 } // namespace
 
 int UoElemS(int op, UO_ELEM* elem) {
-    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(elem->patNo);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = openDrawing().find(elem->patNo);
     if (!pattern) return errorNoSuchObject;
     if (op == FIRST) return give(*pattern, 0, 0, elem);
     return op == NEXT && elem->row >= 0 ? give(*pattern, elem->row, elem->piece + 1, elem)
@@ -90,7 +91,8 @@ int UoElemS(int op, UO_ELEM* elem) {
 }
 
 int UoElemS(int op, int patNo, int* count) {
-    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = openDrawing().find(patNo);
     if (!pattern) return errorNoSuchObject;
     if (op != COUNT) return errorNotApplicable;
     *count = static_cast<int>(pattern->elements.size());
@@ -119,7 +121,8 @@ int ovelem(int* code, UO_ELEM* elem) {
     constexpr int APPEND = 29;
     constexpr int ON_RECORD = 0x8000; // reading works the same with and without this bit
     if (*code != APPEND) return UoElemS(*code | ON_RECORD, elem);
-    Pattern* pattern = callFails() ? nullptr : openDrawing().find(elem->patNo);
+    if (callFails()) return errorNoMemory;
+    Pattern* pattern = openDrawing().find(elem->patNo);
     return pattern ? appendRecord(*pattern, *elem) : errorNoSuchObject;
 }
 

@@ -52,6 +52,10 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     drawing.lastNumber = head.lastNumber;
     drawing.activeNumber = drawing.find(head.activeNumber) ? head.activeNumber : 0;
     readPatternLists(db, drawing, &Pattern::attributes);
+    if (hasTable<ElementAttribute>(version)) readPatternLists(db, drawing, &Pattern::elementAttributes);
+    if (hasTable<Relation>(version))
+        readRows<Relation>(
+            db, [&](const Keys<Relation>& key) -> Relation& { return ownerOf(drawing, key[0]).relation; });
     readPatternLists(db, drawing, &Pattern::splines);
     readPatternLists(db, drawing, &Pattern::hatches);
     readPatternLists(db, drawing, &Pattern::texts);

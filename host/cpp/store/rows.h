@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/packing.h"
+#include "store/pattern_rows.h"
 #include "store/space_rows.h"
 
 #include <array>
@@ -13,7 +14,7 @@
 namespace host {
 
 inline constexpr int kDrawingFileId = 0x54445731; ///< PRAGMA application_id, "TDW1"
-inline constexpr int kDrawingFileVersion = 4;     ///< PRAGMA user_version; 2 has curves, 3 text_states
+inline constexpr int kDrawingFileVersion = 4;     ///< PRAGMA user_version; each Row says since which
 
 /// The drawing's own settings.
 struct DrawingHead {
@@ -261,7 +262,8 @@ using ForEachRow =
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
                Holder<Bitmap>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
                Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
-               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>>;
+               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
+               Holder<Relation>, Holder<ElementAttribute>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

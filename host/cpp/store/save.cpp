@@ -8,6 +8,8 @@ namespace host {
 static void putPattern(Tables& tables, const Pattern& pattern) {
     tables.of<Pattern>().put({pattern.number}, pattern);
     putList(tables, pattern.number, pattern.attributes);
+    putList(tables, pattern.number, pattern.elementAttributes);
+    if (pattern.relation != Relation{}) tables.of<Relation>().put({pattern.number}, pattern.relation);
     putList(tables, pattern.number, pattern.splines);
     putList(tables, pattern.number, pattern.hatches);
     putList(tables, pattern.number, pattern.texts);

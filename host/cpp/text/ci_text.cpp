@@ -147,7 +147,8 @@ bool OsUserIsSpecialChar(unsigned char byte) {
 }
 
 int CiText::First(DsCsr& cursor) {
-    const Pattern* pattern = callFails() ? nullptr : patternOf(cursor);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = patternOf(cursor);
     if (!pattern || pattern->texts.empty()) return errorNoSuchObject;
     cursor.Get().elRow = 0;
     cursor.Get().vertNo = 0;
@@ -156,7 +157,8 @@ int CiText::First(DsCsr& cursor) {
 }
 
 int CiText::Count(const DsCsr& pattern, long* count) {
-    const Pattern* found = callFails() ? nullptr : patternOf(pattern);
+    if (callFails()) return errorNoMemory;
+    const Pattern* found = patternOf(pattern);
     if (!found) return errorNoSuchObject;
     *count = static_cast<long>(found->texts.size());
     return 0;

@@ -21,14 +21,16 @@ int UoFiltPatPerAttr(const UtCString& name, const UtCString& value, int* patNo) 
 }
 
 int UoFirstText(int patNo, int* row) {
-    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = openDrawing().find(patNo);
     if (!pattern || pattern->texts.empty()) return errorNoSuchObject;
     *row = 0;
     return 0;
 }
 
 int UoTextGetMultiLines(int patNo, int row, std::vector<UtCString>* lines) {
-    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = openDrawing().find(patNo);
     if (!pattern || row < 0 || static_cast<std::size_t>(row) >= pattern->texts.size())
         return errorNoSuchObject;
     const std::vector<std::string>& text = pattern->texts[static_cast<std::size_t>(row)].lines;
@@ -45,7 +47,8 @@ int UoTextSetParamsSimple(double height, double lineDistance) {
 }
 
 int UoGetTextBalloonPat(int patNo, int row, int* framePat) {
-    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    if (callFails()) return errorNoMemory;
+    const Pattern* pattern = openDrawing().find(patNo);
     if (!pattern || row < 0 || static_cast<std::size_t>(row) >= pattern->texts.size())
         return errorNoSuchObject;
     const Text& text = pattern->texts[static_cast<std::size_t>(row)];
