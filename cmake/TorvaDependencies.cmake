@@ -6,6 +6,7 @@ pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo cairo-svg cairo-pdf cairo
 pkg_check_modules(FREETYPE REQUIRED IMPORTED_TARGET freetype2)
 pkg_check_modules(FONTCONFIG REQUIRED IMPORTED_TARGET fontconfig)
 pkg_check_modules(CLIPPER REQUIRED IMPORTED_TARGET polyclipping)
+pkg_check_modules(PICTURES REQUIRED IMPORTED_TARGET libjpeg libtiff-4 libpng)
 pkg_check_modules(FREEXL REQUIRED IMPORTED_TARGET freexl)
 find_package(CLI11 REQUIRED)
 find_package(nlohmann_json REQUIRED)

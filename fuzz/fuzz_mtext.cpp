@@ -2,6 +2,8 @@
 #include "config/config_state.h"
 #include "drawing/drawing.h"
 #include "session/dx_session.h"
+#include "session/dx_unicode.h"
+#include "session/session_state.h"
 #include "text/dx_mtext.h"
 #include "text/dx_text_codes.h"
 #include "text/dx_text_import.h"
@@ -26,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     text.rotation = data[1];
     if (data[2] & 1) text.extrusion[2] = -1;
     DxJoinTexts = data[2] >> 2 & 1;
-    text.text = DxTextFromFile({reinterpret_cast<const char*>(data + 3), size - 3});
+    text.text = DxFromCodePage({reinterpret_cast<const char*>(data + 3), size - 3}, DxCodePage);
     DxCutChars(text.text, DX_MTEXT_LIMIT);
     std::vector<DX_TEXT_TYPE> pieces;
     if (DxMtextToTexts(&text, &pieces, (data[2] & 2) != 0) != 0) std::abort();

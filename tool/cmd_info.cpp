@@ -8,8 +8,10 @@
 
 #include <nlohmann/json.hpp>
 
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <map>
 
 namespace tool {
 
@@ -25,6 +27,19 @@ static Json entitiesJson(const DxImportReport& report) {
     for (const auto& [name, count] : report.entities)
         entities[name] = {{"read", count.read}, {"drawn", count.drawn}, {"skipped", count.skipped}};
     return entities;
+}
+
+/// Pictures that the drawing names, each file once.
+static Json imagesJson(const Loaded& loaded, const host::Drawing& drawing) {
+    std::map<std::string, bool> images;
+    for (const DxImageReport& image : loaded.report.images) images.emplace(image.file, image.found);
+    if (!loaded.imported)
+        for (const host::Pattern& pattern : drawing.patterns)
+            for (const host::Bitmap& bitmap : pattern.bitmaps)
+                images.emplace(bitmap.file, std::filesystem::is_regular_file(bitmap.file));
+    Json list = Json::array();
+    for (const auto& [file, found] : images) list.push_back({{"file", file}, {"found", found}});
+    return list;
 }
 
 /// INSERTs whose attributes have a pattern of their own, with them.
@@ -61,6 +76,11 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["texts"] = counts.texts;
     info["hatches"] = counts.hatches;
     info["dimensions"] = counts.dimensions;
+    const DxDimensionTally& dimensions = loaded.report.dimensions;
+    info["dimension"] = {{"associative", dimensions.associative},
+                         {"free", dimensions.free},
+                         {"blocks", dimensions.blocks},
+                         {"chained", dimensions.chained}};
     info["bitmaps"] = counts.bitmaps;
     info["faces"] = counts.faces;
     info["facets"] = counts.facets;
@@ -73,6 +93,9 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["extents"] = extentsJson(drawing);
     info["entities"] = entitiesJson(loaded.report);
     info["messages"] = loaded.messages;
+    info["view_names"] = Json::array();
+    for (const host::View& view : drawing.views) info["view_names"].push_back(view.name);
+    info["images"] = imagesJson(loaded, drawing);
     info["seconds"] = loaded.seconds;
     return info;
 }
@@ -101,6 +124,11 @@ static void printInfo(const Json& info) {
     printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
     printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
     printNumbers(info, {"faces", "facets", "curves3d", "pointclouds", "solids", "views"});
+    if (info["view_names"].size() > 1)
+        for (const Json& name : info["view_names"]) std::cout << "  view " << name.get<std::string>() << '\n';
+    for (const Json& image : info["images"])
+        std::cout << "  picture " << image["file"].get<std::string>()
+                  << (image["found"].get<bool>() ? "\n" : " (not found)\n");
     for (const auto& [name, count] : info["entities"].items())
         std::cout << "  " << std::left << std::setw(20) << name << " read " << count["read"] << ", drawn "
                   << count["drawn"] << ", skipped " << count["skipped"] << '\n';

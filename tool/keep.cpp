@@ -18,16 +18,6 @@ static std::string lower(const std::string& text) {
     return UtCString(text).Lower().str();
 }
 
-/// From AC1021 on strings are UTF-8 and reach the module's tables in the file's code page.
-static std::string inCodePage(const std::string& name, const SourceScan& scan) {
-    if (scan.version < 1021) return name;
-    return UtCString(std::string_view(name), UT_CP_UTF8).Ansi(scan.codePage);
-}
-
-std::string sourceText(const std::string& name, const SourceScan& scan) {
-    return UtCString(std::string_view(name), scan.version < 1021 ? scan.codePage : UT_CP_UTF8).str();
-}
-
 /// Whether a line "name|number" of a configuration can carry the name.
 static bool isWritable(const std::string& name) {
     return std::none_of(name.begin(), name.end(),
@@ -39,13 +29,12 @@ namespace {
 /// Gives out numbers, one a name whatever its letter case.
 class LineTypeNumbers {
 public:
-    LineTypeNumbers(KeepPlan& plan, const SourceScan& scan) : plan_(plan), scan_(scan) {
+    explicit LineTypeNumbers(KeepPlan& plan) : plan_(plan) {
         for (const char* name : {"continuous", "bylayer", "byblock"}) numbers_[name] = 1;
     }
     void add(const SourceLineType& type) {
         if (!isWritable(type.name)) {
-            plan_.notes.push_back("Line type " + sourceText(type.name, scan_) +
-                                  " can't be configured: drawn solid");
+            plan_.notes.push_back("Line type " + type.name + " can't be configured: drawn solid");
             return;
         }
         const auto [entry, isNew] = numbers_.try_emplace(lower(type.name), next_);
@@ -57,21 +46,20 @@ public:
     }
     void finish() {
         if (left_.empty()) return;
-        plan_.notes.push_back(
-            std::to_string(left_.size()) + " line types are drawn solid, for the host knows " +
-            std::to_string(kLastLineType) + " only; the first is " + sourceText(left_[0], scan_));
+        plan_.notes.push_back(std::to_string(left_.size()) +
+                              " line types are drawn solid, for the host knows " +
+                              std::to_string(kLastLineType) + " only; the first is " + left_[0]);
     }
 
 private:
     void spell(const std::string& name, int number) {
         const std::string key = lower(name);
         if (key == "bylayer" || key == "byblock") return;
-        const std::pair<std::string, int> entry{inCodePage(name, scan_), number};
+        const std::pair<std::string, int> entry{name, number};
         if (spelled_.try_emplace(entry.first, number).second) plan_.spellings.push_back(entry);
     }
 
     KeepPlan& plan_;
-    const SourceScan& scan_;
     std::map<std::string, int> numbers_, spelled_;
     std::vector<std::string> left_;
     int next_ = kFirstLineType;
@@ -94,7 +82,10 @@ static void addFont(KeepPlan& plan, const std::string& font) {
 
 KeepPlan planKeeping(const SourceScan& scan) {
     KeepPlan plan;
-    LineTypeNumbers numbers(plan, scan);
+    // Paper is drawn in the unit of its plotter; sheets have one unit, so that most layouts decide.
+    constexpr int inch = 7;
+    if (scan.inchLayouts > scan.otherLayouts) plan.paperUnit = inch;
+    LineTypeNumbers numbers(plan);
     for (const SourceLineType& type : scan.lineTypes) numbers.add(type);
     for (const std::string& name : scan.lineTypesUsed) numbers.add({name, {}, {}});
     numbers.finish();
@@ -153,7 +144,7 @@ void applyKeeping(const KeepPlan& plan, const SourceScan& scan, host::Drawing& d
     const double factor = (scan.lineTypeScale > 0 ? scan.lineTypeScale : 1) * sheetMm;
     for (const auto& [number, type] : plan.lineTypes) {
         host::LineType& own = drawing.lineTypes[number];
-        own.name = sourceText(type.name, scan);
+        own.name = type.name;
         own.dashes = type.dashes;
         for (double& dash : own.dashes) dash *= factor;
     }

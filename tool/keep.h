@@ -12,6 +12,7 @@
 namespace tool {
 
 struct KeepPlan {
+    int paperUnit = 3; ///< host unit of paper space
     /// Line types by host number (2 … 62; 1 is continuous), dash lengths in the file's drawing units.
     std::map<int, SourceLineType> lineTypes;
     /// Each spelling of a name in the file and its number.
@@ -28,9 +29,6 @@ KeepPlan planKeeping(const SourceScan& scan);
 /// Writes the configuration of the run: the content of the file `keep`, then what the plan adds.
 /// False when a file can't be read or written.
 bool writeKeepConfig(const KeepPlan& plan, const std::string& keep, const std::string& target);
-
-/// A text of the scanned file in UTF-8.
-std::string sourceText(const std::string& bytes, const SourceScan& scan);
 
 /// Gives the imported drawing the line types of the plan and the RGB of each colour that it uses: pen n is
 /// DXF colour n.

@@ -4,6 +4,7 @@
 #include "drawing/move.h"
 #include "dx_select.h"
 #include "environment.h"
+#include "ge.h"
 #include "keep.h"
 #include "progress.h"
 #include "protocol.h"
@@ -64,6 +65,18 @@ static bool isDrawingFile(const std::string& path) {
     return firstBytes(path, 15) == "SQLite format 3" || UtPathExt(path).str() == "tdw";
 }
 
+/// A DWG by its name or by the version that it begins with.
+static bool isDwg(const std::string& path) {
+    const std::string head = firstBytes(path, 7);
+    return UtPathExt(path).str() == "dwg" || (head.size() == 7 && head.starts_with("AC1") && head[6] == '\0');
+}
+
+std::string missingConverter(const std::string& name) {
+    return name +
+           " is a DWG. Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; it is called "
+           "with the source and the target behind its own arguments";
+}
+
 /// The text of a DXF file looked through; of a DWG or binary DXF, its text form.
 static SourceScan scanFile(const std::string& path, const TemporaryFolder& folder) {
     std::string source = path;
@@ -119,6 +132,8 @@ void Loading::prepareKeeping(const std::string& path) {
     else
         note("Can't read " + dataFile("keep.dxd") + ": the module's defaults are used");
     if (!options_.read.center) host::session().numbers["&DxfInsbase"] = 1;
+    host::session().texts["$DxfPaperUnit"] = GeUnit(plan_.paperUnit).name().str();
+    host::session().numbers["&DxfPaperUnit"] = plan_.paperUnit;
     // The file's unit is that of model space; paper is measured in millimetres.
     if (options_.read.unit != 0 || options_.read.space == "paper") return;
     const FileUnit unit = unitOfFile(scan_.insUnits);
@@ -159,14 +174,13 @@ void Loading::finishKeeping() {
     if (options_.read.center) return;
     // The insertion base became the origin; coordinates are to stay what the file says.
     const RPT model{loaded_.report.insBase.x, loaded_.report.insBase.y};
-    const double paperUnit = 1 / host::unitInMm(drawing);
+    const double paperUnit = GeUnit(plan_.paperUnit).factor() * 1e-6 / host::unitInMm(drawing);
     const RPT paper{scan_.paperBaseX * paperUnit, scan_.paperBaseY * paperUnit};
     const bool isPaper = options_.read.space == "paper";
     const RPT& base = isPaper ? paper : model;
-    if (options_.read.space == "all" && (model.x != paper.x || model.y != paper.y))
-        note("Model and paper space have different insertion bases: coordinates are relative to them");
-    else if (base.x != 0 || base.y != 0)
-        host::moveDrawing(drawing, base.x, base.y);
+    if (options_.read.space == "all" && (paper.x != 0 || paper.y != 0))
+        note("Coordinates on the sheets are relative to the insertion base of paper space");
+    if (base.x != 0 || base.y != 0) host::moveModel(drawing, base.x, base.y);
 }
 
 void Loading::importDxf(const std::string& path) {
@@ -179,8 +193,11 @@ void Loading::importDxf(const std::string& path) {
     loaded_.imported = true;
     loaded_.stat = static_cast<int>(host::session().numbers["&DxfStat"]);
     loaded_.report = DxGetImportReport();
-    for (std::string& line : files.messages()) loaded_.messages.push_back(std::move(line));
-    for (const std::string& line : host::session().messageArea) loaded_.important.push_back(line);
+    for (const DxReportMessage& message : loaded_.report.messages) {
+        loaded_.messages.push_back(message.text);
+        if (message.level > 0) loaded_.important.push_back(message.text);
+    }
+    for (const std::string& dialog : host::session().dialogs) note(dialog);
     if (host::session().elementLimitHit)
         note("Stopped: more elements than allowed (--max-elements)");
     else if (loaded_.stat == 9009 && !isInterrupted())
@@ -202,6 +219,8 @@ Loaded Loading::run(const std::string& input) {
     }
     if (path.empty()) {
         loaded_.error = "Can't read " + (input == "-" ? "standard input" : input);
+    } else if (isDwg(path) && host::session().dwgConverter.empty()) {
+        loaded_.error = missingConverter(input);
     } else if (isDrawingFile(path)) {
         loaded_.error = host::loadDrawing(host::openDrawing(), path);
     } else {

@@ -17,11 +17,14 @@ struct Loaded {
     int stat = 0;                       ///< outcome: 0 or the error's number
     std::string error;                  ///< why nothing could be loaded at all, in words
     std::vector<std::string> messages;  ///< all that the run reported, in order
-    std::vector<std::string> important; ///< those of them that went to the message area, and the tool's own
+    std::vector<std::string> important; ///< those of them that call for attention, and the tool's own
     DxImportReport report;
     SourceScan scan; ///< of a DXF file that was imported to be kept
     double seconds = 0;
 };
+
+/// What to say of a DWG when no program is named that converts it.
+std::string missingConverter(const std::string& name);
 
 /// The macro variables of --set, for the run to come; a run uses most of them up.
 void setUserVariables(const Options& options);

@@ -118,6 +118,7 @@ static void addWriteCommands(CLI::App& app, Options& options, Run& chosen) {
     convert->add_option("FILES", options.inputs, "IN OUT (- is standard output), or IN... with -d")
         ->required();
     convert->add_option("-d,--directory", options.directory, "Folder for the DXF files");
+    convert->add_flag("--binary", options.binary, "Write binary DXF");
     addJobs(*convert, options);
     addReadOptions(*convert, options);
     addFormat(*convert, options);
@@ -136,11 +137,21 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     CLI::App* render =
         addCommand(app, "render", "A picture of a drawing: SVG, PNG or PDF", runRender, chosen);
     addInput(*render, options);
-    render->add_option("OUT", options.output, "Picture; its extension says the format")->required();
+    const auto picture = render->add_option("OUT", options.output, "Picture; its extension says the format");
     render->add_option("--size", options.size, "Longer side in pixels or points")
         ->check(CLI::Range(16, 16000))
         ->capture_default_str();
-    render->add_option("--view", options.view, "A view of the drawing instead of all, fitted");
+    const auto view =
+        render->add_option("--view", options.view, "A sheet or another view of the drawing, by its name");
+    const auto allViews = render->add_flag("--all-views", options.allViews,
+                                           "The model and each sheet: pages of a PDF, or with -d files");
+    allViews->excludes(view);
+    render->add_option("-d,--directory", options.directory, "Folder for a picture of each view")
+        ->needs(allViews)
+        ->excludes(picture);
+    render->add_option("--as", options.pictureType, "Format of the pictures in the folder")
+        ->check(CLI::IsMember({"png", "svg", "pdf"}))
+        ->capture_default_str();
     render
         ->add_option("--direction", options.direction, "x,y,z: where the viewer of a picture in space stands")
         ->delimiter(',')
@@ -175,6 +186,8 @@ static std::string checkUsage(const Options& options, Run chosen) {
     const auto standardInput =
         std::count(options.inputs.begin(), options.inputs.end() - (endsWithOutput ? 1 : 0), "-");
     if (standardInput > 1) return "standard input can be read once only";
+    if (chosen == runRender && options.output.empty() && options.directory.empty())
+        return "render needs the name of a picture, or --all-views with -d DIR";
     if (!isImport) return {};
     if (options.output.empty() && options.directory.empty()) return "import needs -o FILE or -d DIR";
     if (options.inputs.size() > 1 && options.directory.empty()) return "several inputs need -d DIR";
@@ -194,6 +207,9 @@ static int runCommandLine(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error, std::cout, std::cerr) == 0 ? STATUS_DONE : STATUS_USAGE;
     }
+    // Who asks for a sheet of a DXF file wants it read.
+    const bool wantsSheets = chosen == runRender && (options.allViews || !options.view.empty());
+    if (wantsSheets && app.get_subcommand("render")->count("--space") == 0) options.read.space = "all";
     if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) {
         std::cerr << wrong << "\nRun with --help for more information.\n";
         return STATUS_USAGE;

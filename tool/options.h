@@ -26,6 +26,9 @@ struct Options {
     int jobs = 1;
     bool quiet = false, verbose = false;
     bool json = false, strict = false, dark = false;
+    bool binary = false;             ///< write binary DXF
+    bool allViews = false;           ///< a picture, or a page, for each view
+    std::string pictureType = "png"; ///< of pictures in a folder: png, svg, pdf
     int size = 1200;
     std::string view;
     std::vector<double> direction;      ///< of the viewer; empty: from above

@@ -3,10 +3,8 @@
 
 #include "environment.h"
 
-#include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace tool {
 
@@ -18,14 +16,10 @@ public:
     ~RunFiles();
     RunFiles(const RunFiles&) = delete;
     RunFiles& operator=(const RunFiles&) = delete;
-    /// What the protocol tells of the run, without its frame.
-    std::vector<std::string> messages() const;
 
 private:
     std::optional<std::string> temporary_; ///< TMPDIR as it was
     bool hasOwnProtocol_;
-    std::string protocol_;
-    std::uintmax_t before_; ///< size of the protocol ahead of the run
 };
 
 } // namespace tool

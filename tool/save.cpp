@@ -1,6 +1,8 @@
 #include "save.h"
 
+#include "convert/binary_dxf.h"
 #include "drawing/drawing.h"
+#include "drawing/dump.h"
 #include "dx_select.h"
 #include "environment.h"
 #include "keep.h"
@@ -36,7 +38,7 @@ public:
             if (number != 1) lineType(type, drawing, scan);
         pair(0, "ENDTAB");
         table("LAYER");
-        for (const SourceLayer& source : scan.layers) layer(source, scan);
+        for (const SourceLayer& source : scan.layers) layer(source);
         for (const host::Layer& own : drawing.layers) layer(own);
         pair(0, "ENDTAB");
         pair(0, "ENDSEC");
@@ -73,20 +75,19 @@ private:
     }
 
     static std::string descriptionOf(const std::string& name, const SourceScan& scan) {
-        const auto known =
-            std::find_if(scan.lineTypes.begin(), scan.lineTypes.end(),
-                         [&](const SourceLineType& type) { return sourceText(type.name, scan) == name; });
-        return known == scan.lineTypes.end() ? std::string() : sourceText(known->description, scan);
+        const auto known = std::find_if(scan.lineTypes.begin(), scan.lineTypes.end(),
+                                        [&](const SourceLineType& type) { return type.name == name; });
+        return known == scan.lineTypes.end() ? std::string() : known->description;
     }
 
-    void layer(const SourceLayer& source, const SourceScan& scan) {
-        const std::string name = sourceText(source.name, scan);
+    void layer(const SourceLayer& source) {
+        const std::string name = source.name;
         if (!written_.insert(name).second) return;
         pair(0, "LAYER");
         pair(2, name);
         pair(70, source.flags & 7);
         pair(62, source.color);
-        pair(6, source.lineType.empty() ? "CONTINUOUS" : sourceText(source.lineType, scan));
+        pair(6, source.lineType.empty() ? "CONTINUOUS" : source.lineType);
         pair(290, source.plot);
         pair(370, source.lineWeight);
     }
@@ -168,16 +169,27 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
         return STATUS_FAILED;
     }
     if (!keeps && !options.read.config.empty()) session.texts["$DxfConfig"] = options.read.config;
+    if (UtPathExt(target).str() == "dwg" && session.dwgConverter.empty()) {
+        std::cerr << "torva-dxf: " << missingConverter(target) << '\n';
+        return STATUS_FAILED;
+    }
+    if (toStream && host::countDrawing(host::openDrawing()).bitmaps > 0)
+        std::cerr << name << ": pictures stand beside a DXF file; a stream has none\n";
     const RunFiles files(folder);
     DxfSelect(0, options.read.threeD ? DX_EXPORT_3D : DX_EXPORT_2D, target);
     hideProgress();
-    if (options.verbose) session.messageArea = files.messages();
-
     if (!options.quiet) {
-        for (const std::string& line : session.messageArea) std::cerr << name << ": " << line << '\n';
+        for (const DxReportMessage& message : DxGetExportReport().messages)
+            if (options.verbose || message.level > 0) std::cerr << name << ": " << message.text << '\n';
         for (const std::string& line : session.dialogs) std::cerr << name << ": " << line << '\n';
     }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);
+    if (stat == 0 && options.binary) {
+        if (const std::string error = host::makeBinaryDxf(target); !error.empty()) {
+            std::cerr << "torva-dxf: " << name << ": " << error << '\n';
+            return STATUS_FAILED;
+        }
+    }
     if (stat == 0 && (!toStream || copyToStream(target, name))) return STATUS_DONE;
     if (stat == 0 && name == "-") return STATUS_FAILED;
     std::cerr << "torva-dxf: " << name << ": the export ended with an error\n";

@@ -1,5 +1,7 @@
 #include "source_scan.h"
 
+#include "ut_string.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -11,7 +13,7 @@ namespace tool {
 namespace {
 
 constexpr std::size_t kMostNames = 5000;
-constexpr std::size_t kLongestName = 160; ///< the module keeps no more of a name
+constexpr std::size_t kLongestName = 640; ///< bytes; the module keeps 160 characters of a name
 constexpr std::size_t kMostDashes = 64;
 
 /// Group-code pairs of a text, without any demand on them.
@@ -76,10 +78,13 @@ public:
 private:
     void takeHeader(const PairReader& pair);
     void takeTables(const PairReader& pair);
+    void takeLayout(const PairReader& pair);
 
     SourceScan& scan_;
     NameList used_, fonts_;
     std::string section_, record_, variable_;
+    std::string subclass_; ///< of the record at hand
+    int paperUnits_ = 1;   ///< of the layout at hand, 0: inches
     bool namesSection_ = false;
 };
 
@@ -150,8 +155,18 @@ void Scanner::takeTables(const PairReader& pair) {
     if (pair.code == 49 && type.dashes.size() < kMostDashes) type.dashes.push_back(toReal(pair.value));
 }
 
+/// Layouts, each with its unit ahead of its name; the model is one of them.
+void Scanner::takeLayout(const PairReader& pair) {
+    if (pair.code == 100) subclass_ = pair.value.substr(0, 32);
+    if (subclass_ == "AcDbPlotSettings" && pair.code == 72) paperUnits_ = toInt(pair.value, 1);
+    if (subclass_ != "AcDbLayout" || pair.code != 1 || pair.value == "Model") return;
+    ++(paperUnits_ == 0 ? scan_.inchLayouts : scan_.otherLayouts);
+}
+
 void Scanner::take(const PairReader& pair) {
     if (pair.code == 0) {
+        subclass_.clear();
+        paperUnits_ = 1;
         record_ = pair.value.substr(0, 32);
         namesSection_ = record_ == "SECTION";
         if (record_ == "LTYPE" && section_ == "TABLES" && scan_.lineTypes.size() < kMostNames)
@@ -165,12 +180,25 @@ void Scanner::take(const PairReader& pair) {
     if (section_ == "HEADER") return takeHeader(pair);
     if (pair.code == 6) used_.add(pair.value);
     if (section_ == "TABLES") takeTables(pair);
+    if (section_ == "OBJECTS" && record_ == "LAYOUT") takeLayout(pair);
+}
+
+/// Makes UTF-8 of the texts, which the scan took as they stand: the code page may be told behind them.
+static void decodeNames(SourceScan& scan) {
+    const auto decode = [&](std::string& name) {
+        name = UtCString(std::string_view(name), scan.version < 1021 ? scan.codePage : UT_CP_UTF8).str();
+    };
+    for (SourceLineType& type : scan.lineTypes) decode(type.name), decode(type.description);
+    for (SourceLayer& layer : scan.layers) decode(layer.name), decode(layer.lineType);
+    std::for_each(scan.lineTypesUsed.begin(), scan.lineTypesUsed.end(), decode);
+    std::for_each(scan.fontFiles.begin(), scan.fontFiles.end(), decode);
 }
 
 SourceScan scanSource(std::string_view bytes) {
     SourceScan scan;
     Scanner scanner(scan);
     for (PairReader pairs(bytes); pairs.next();) scanner.take(pairs);
+    decodeNames(scan);
     std::erase_if(scan.layers, [](const SourceLayer& layer) { return layer.name.empty(); });
     std::erase_if(scan.lineTypes, [](const SourceLineType& type) { return type.name.empty(); });
     return scan;

@@ -8,17 +8,17 @@
 
 namespace tool {
 
-/// A line type of the TABLES section.
+/// A line type of the TABLES section. Texts of the scan are UTF-8, with escapes as they stand.
 struct SourceLineType {
-    std::string name;           ///< in the file's bytes
-    std::string description;    ///< in the file's bytes
+    std::string name;
+    std::string description;
     std::vector<double> dashes; ///< drawing units: positive dash, negative gap, 0 dot
 };
 
 /// A layer of the TABLES section.
 struct SourceLayer {
-    std::string name, lineType; ///< in the file's bytes
-    int color = 7;              ///< negative: off
+    std::string name, lineType;
+    int color = 7; ///< negative: off
     int flags = 0;
     int plot = 1;
     int lineWeight = -3;
@@ -30,6 +30,7 @@ struct SourceScan {
     int insUnits = 0;
     double paperBaseX = 0, paperBaseY = 0; ///< $PINSBASE
     double lineTypeScale = 1;
+    int inchLayouts = 0, otherLayouts = 0;  ///< layouts of paper, by the unit that they are plotted in
     std::vector<SourceLineType> lineTypes;  ///< in the order of the table
     std::vector<SourceLayer> layers;        ///< in the order of the table
     std::vector<std::string> lineTypesUsed; ///< each spelling in group 6 once

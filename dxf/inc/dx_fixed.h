@@ -10,22 +10,28 @@
 #include <type_traits>
 #include <utility>
 
-/// Bytes of a text of the file's code page that have room in `most`: no escape "\U+XXXX" is divided.
-inline std::size_t DxFittingLength(std::string_view text, std::size_t most) {
-    constexpr std::size_t escapeLength = 7;
-    if (text.size() <= most || most == 0) return text.size() < most ? text.size() : most;
-    const std::size_t at = text.substr(0, most + 2).rfind("\\U+", most - 1);
-    return at != std::string_view::npos && at + escapeLength > most ? at : most;
+/// Bytes of the first `count` characters of UTF-8, all of them when it has fewer.
+inline std::size_t DxCharsLength(std::string_view text, std::size_t count) {
+    if (text.size() <= count) return text.size();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool beginsChar = (static_cast<unsigned char>(text[i]) & 0xC0) != 0x80;
+        if (beginsChar && count-- == 0) return i;
+    }
+    return text.size();
 }
 
-/// A char array of N bytes that holds at most N - 1 bytes and a 0. Bytes are in the code page of the file.
-/// Longer texts are cut. Trivial on purpose: records are grown and copied as plain memory.
+/// A text of at most N - 1 characters within a record, UTF-8. Longer texts are cut. Plain memory, so that
+/// records can be grown and copied as such; an empty one costs a byte, not its room.
 template <std::size_t N>
 struct DxFixed {
-    char s[N];
+    static constexpr std::size_t LIMIT = N - 1; ///< characters
+    char s[4 * LIMIT + 1];                      ///< a character has up to four bytes
+
+    DxFixed() { s[0] = 0; } // NOLINT: the rest is never read
 
     void assign(std::string_view text) {
-        const std::size_t n = text.size() < N ? text.size() : DxFittingLength(text, N - 1);
+        std::size_t n = DxCharsLength(text, LIMIT);
+        if (n > 4 * LIMIT) n = 4 * LIMIT;      // continuation bytes of no character
         if (n) std::memcpy(s, text.data(), n); // a view of nothing has no address
         s[n] = 0;
     }
@@ -35,7 +41,7 @@ struct DxFixed {
     const char* c_str() const { return s; }
 };
 
-/// Names and other strings of records: at most 160 bytes.
+/// Names and other strings of records: at most 160 characters.
 using DX_NAME = DxFixed<161>;
 
 /// A list of plain records that grows through the host's memory service, so that a refused allocation is an

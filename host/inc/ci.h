@@ -48,6 +48,11 @@ public:
     int CheckReadLock(const UtCString& name);
     UtCString GetLastFileName() const;
     int SetLastFileName(const UtCString& name);
+    /// The drawing's georeference: a point of the drawing, its coordinates on the earth and the angle of
+    /// north, in the context's unit and radians. 1005 when it has none.
+    int ActGeoRef(RPT* point, double* x, double* y, double* angle);
+    /// Gives the drawing a georeference. `mode` is 0, `height` the altitude, `kind` 2.
+    int SetGeoRef(int mode, const RPT& point, double x, double y, double angle, double height, int kind);
     /// Remembers the objects that an import made.
     static int SetLastInterfaceIds(_ObObject* const* objects, int count);
 
@@ -70,6 +75,9 @@ public:
     int GetParent(const DsCsr& cursor, DsCsr& parent);
     /// Makes each hatch a pattern of its own, with the attributes of the pattern that it stood in.
     int SplitByHatchs(int mask, int a, int b);
+    /// Moves all that the pattern holds by a matrix whose lengths are in the context's unit. Both flags
+    /// are 1.
+    int Trans(const DsCsr& cursor, const Mat44 matrix, int elements, int objects);
     int ChgWork(const DsCsr& cursor, int workId);
     int GetWork(const DsCsr& cursor, int* workId);
 
@@ -129,18 +137,6 @@ class CiOutput {
 public:
     explicit CiOutput(int contextId) : contextId_(contextId) {}
     int String(const UtCString& text);
-
-private:
-    int contextId_;
-};
-
-/// Named views: sheets and viewports.
-class CiView {
-public:
-    explicit CiView(int contextId) : contextId_(contextId) {}
-    UtCString GetDfltViewName();
-    int Show(const UtCString& name);
-    int ExportToTempView(int phase, UtCString* name); ///< 1 enters, 0 leaves the view made for an export.
 
 private:
     int contextId_;

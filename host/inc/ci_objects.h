@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ci_3d.h"
+#include "ci_dim.h"
 #include "ds.h"
 #include "rpt.h"
 
@@ -21,9 +22,7 @@
     }
 
 TORVA_OBJECT_CLASS(CiHatch);
-TORVA_OBJECT_CLASS(CiDim);
 TORVA_OBJECT_CLASS(CiArrow);
-TORVA_OBJECT_CLASS(CiBitmap);
 
 // NOLINTEND(bugprone-macro-parentheses)
 #undef TORVA_OBJECT_CLASS

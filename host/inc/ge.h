@@ -33,6 +33,8 @@ private:
 class GeFormat {
 public:
     explicit GeFormat(int number = 1) : number_(number) {}
+    /// `turned` and `kind` are 0.
+    void Set(int number, int /*turned*/, int /*kind*/) { number_ = number; }
     int number() const { return number_; }
     double width() const;  ///< millimetres, landscape
     double height() const; ///< millimetres

@@ -50,7 +50,8 @@ int ovarc(int op, double x, double y, double cx, double cy, unsigned char info);
 int ovspline(int* count, double x[], double y[], int* degree, int* one, int flags[2], double* startAngle,
              double* endAngle);
 
-/// 8: copies elements, splines, hatches and texts of pattern *fromPat behind those of *toPat.
+/// 8: copies elements, splines, hatches, texts, arrows and dimensions of pattern *fromPat behind those of
+/// *toPat.
 int ovcopy(int* code, int* fromPat, int* toPat);
 
 // ---- hatches ---------------------------------------------------------------------------------------

@@ -1,7 +1,8 @@
-// The elements and arrows of a pattern as records, one by one, for an export.
+// The elements of a pattern as records, one by one, for an export.
 #pragma once
 
 #include "li.h"
+#include "ov_arrow.h"
 
 /// Walks the elements of pattern `elem->patNo`. 0x8026 gives the first record, 0x8018 the one behind `*elem`;
 /// 1005 at the end. A spline is given as lines and arcs along its curve, off it by the drawing tolerance at
@@ -14,7 +15,3 @@ int UoElemS(int op, int patNo, int* count);
 /// `*elem`, as UoElemS does; 29 appends a line, move or arc that runs from the pattern's last point to
 /// `elem->end`, with the record's pen, line type and info byte. 3011 for any other code or type.
 int ovelem(int* code, UO_ELEM* elem);
-
-/// Walks the arrows of pattern `patNo`: 0x8526 the first, 0x8518 the one behind `*row`; `*arrowPat` is the
-/// pattern that holds the arrow's elements. 1005 at the end.
-int ovarrowpat(int op, int patNo, int* row, int* arrowPat);

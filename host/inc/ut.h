@@ -79,3 +79,6 @@ double UtConv(int code);
 /// 0 on success; else an error number, and `target` doesn't exist: 9001 the source can't be opened, 9003 not
 /// one group in it, 9000 writing failed, 3011 no converter for DWG, or it failed.
 int UtConvertDwg2Dxf(const UtCString& source, const UtCString& target);
+/// The byte of the binary DXF `source` behind the group that became the lines up to `line` of its text, from
+/// 1; -1 when that isn't known, as for a DWG.
+long long UtConvertedByte(const UtCString& source, long line);

@@ -76,6 +76,12 @@ TEST_F(Sections, ColoursAndPens) {
     EXPECT_EQ(dumpPairs(DxFillToDxf), "0>8 ");
 }
 
+TEST_F(Sections, ASpaceThatIsNoneIsTold) {
+    EXPECT_EQ(readConf("READSPACE = 3\n"), 0);
+    EXPECT_EQ(DxReadSpace, 0);
+    EXPECT_THAT(messages(), ElementsAre("READSPACE = 3 is no space: 0 model, 1 paper, 2 both."));
+}
+
 TEST_F(Sections, LinetypesLayersAndAttributes) {
     const std::string longName(300, 'x');
     readDxd("#LT-DXF-TO-CAD\n2\nDASHED|2\nDASHED|3\n#ATTR-DXF-TO-CAD\n1\nPARTNO|Teil\n#LAYER-DXF-TO-CAD\n2\n"

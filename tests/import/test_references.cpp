@@ -45,6 +45,33 @@ TEST(ExternalReference, MissingOrNoDrawingCostsNoMoreThanItself) {
     }
 }
 
+TEST(ExternalReference, OneThatIsCutIsTheFileWhereTheReadingEnded) {
+    const std::string whole = lineOn("0").text();
+    const std::string cut = whole.substr(0, whole.find("11\n") + 3);
+    const auto result = importText(referring("other.dxf").text(), beside({{"other.dxf", cut}}));
+    EXPECT_EQ(result.stat, 9003);
+    const long lines = std::count(cut.begin(), cut.end(), '\n');
+    EXPECT_TRUE(
+        result.hasMessage("The reading ended in line " + std::to_string(lines) + " of file other.dxf."))
+        << result.protocol;
+}
+
+TEST(ExternalReference, OfACutBinaryFileTheByteIsTold) {
+    const TempDir folder;
+    const std::string text = folder.write("whole.dxf", lineOn("0").text());
+    std::FILE* const out = std::fopen(folder.file("in.dxf").c_str(), "wb");
+    ASSERT_TRUE(host::textDxfToBinary(lineOn("0").text(), out));
+    std::fclose(out);
+    const std::string binary = folder.read("in.dxf");
+    const std::size_t end = binary.find("ENDSEC", binary.find("ENTITIES"));
+    folder.write("in.dxf", binary.substr(0, end + 3)); // in the text of a group 0
+    const auto result = importFile(folder, "in.dxf");
+    EXPECT_EQ(result.stat, 9003);
+    EXPECT_TRUE(result.hasMessage("The reading ended at byte " + std::to_string(end - 2) + " of file " +
+                                  folder.file("in.dxf")))
+        << result.protocol;
+}
+
 TEST(ExternalReference, RingsEnd) {
     const auto other = [](const std::string& block, const std::string& path) {
         return drawing()

@@ -4,9 +4,9 @@
 #include "import_text.h"
 #include "ov.h"
 #include "services/session.h"
-#include "session/dx_encoding.h"
 #include "session/dx_messages.h"
 #include "session/dx_protocol.h"
+#include "session/dx_unicode.h"
 #include "session/session_state.h"
 
 #include <gmock/gmock.h>

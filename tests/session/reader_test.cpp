@@ -31,11 +31,10 @@ protected:
         ASSERT_EQ(DxReadOpen(folder.write("in.dxf", text).c_str()), 0);
     }
     /// The next pair as "code|text", "end" at the end.
-    static std::string next(int maxLength = 161, UtCString* wide = nullptr) {
-        int code = 0;
-        std::vector<char> text(static_cast<std::size_t>(maxLength));
-        const int error = DxGetLineVar(&code, text.data(), maxLength, false, wide);
-        return error ? "end" : std::to_string(code) + "|" + text.data();
+    static std::string next(int maxLength = 161) {
+        DxPair pair;
+        const int error = DxReadPair(pair, maxLength);
+        return error ? "end" : std::to_string(pair.code) + "|" + std::string(pair.text);
     }
     Pairs all(const std::string& text) {
         open(text);
@@ -99,7 +98,12 @@ TEST_F(ReaderTest, APairHandedBackIsCutOnlyOnce) {
     EXPECT_EQ(next(100), "1|abcd");
     EXPECT_EQ(next(100), "1|abcdefgh");
     DxUnGetLine();
-    EXPECT_EQ(next(3), "1|ab") << "never more than the buffer holds";
+    char buffer[3];
+    int code = 0;
+    UtCString whole;
+    EXPECT_EQ(DxGetLineVar(&code, buffer, sizeof buffer, false, &whole), 0);
+    EXPECT_STREQ(buffer, "ab") << "never more than the buffer holds";
+    EXPECT_EQ(whole, "abcdefgh");
     DxUnGetLine();
     EXPECT_EQ(next(100), "1|abcdefgh");
     EXPECT_EQ(next(1), "2|");
@@ -109,36 +113,40 @@ TEST_F(ReaderTest, APairHandedBackIsCutOnlyOnce) {
 
 TEST_F(ReaderTest, StringsOfNewFilesAreUtf8) {
     DxFileVersion = 1021;
-    const std::string text = "\xC3\x84\xE4\xB8\xAD\xF0\x9F\x98\x80"; // Ä, 中, 😀
+    const std::string text = "Ä中😀";
     open(dxfLines({{1, text}, {300, text}, {2, "\xC4"}, {1, text}}));
-    UtCString wide;
-    EXPECT_EQ(next(161, &wide), "1|\xC4\\U+4E2D\\U+D83D\\U+DE00");
-    EXPECT_EQ(wide, text.c_str());
+    EXPECT_EQ(next(), "1|" + text);
     DxUnGetLine();
-    EXPECT_EQ(next(161, &wide), "1|\xC4\\U+4E2D\\U+D83D\\U+DE00") << "decoded once only";
-    EXPECT_EQ(wide, text.c_str());
+    EXPECT_EQ(next(), "1|" + text) << "once only";
     DxUnGetLine();
     DX_SAVE save;
     DxSaveActPos(&save);
-    EXPECT_EQ(next(), "1|\xC4\\U+4E2D\\U+D83D\\U+DE00");
+    EXPECT_EQ(next(), "1|" + text);
     EXPECT_EQ(next(), "300|" + text);
     EXPECT_EQ(DxRestoreActPos(&save), 0);
-    EXPECT_EQ(next(161, &wide), "1|\xC4\\U+4E2D\\U+D83D\\U+DE00");
-    EXPECT_EQ(wide, text.c_str()) << "a pair that waited at a place is whole there";
+    EXPECT_EQ(next(), "1|" + text) << "a pair that waited at a place is whole there";
     EXPECT_EQ(next(), "300|" + text);
-    EXPECT_EQ(next(161, &wide), "2|\xC4") << "bytes that aren't UTF-8 are of the file's code page";
-    EXPECT_EQ(wide, "\xC3\x84");
-    EXPECT_EQ(next(5, &wide), "1|\xC4") << "a character cut in half is dropped";
-    EXPECT_EQ(wide, "\xC3\x84");
+    EXPECT_EQ(next(), "2|Ä") << "bytes that aren't UTF-8 are of the file's code page";
+    EXPECT_EQ(next(3), "1|Ä中") << "the limit counts characters";
 }
 
-TEST_F(ReaderTest, StringsOfOldFilesKeepTheirBytes) {
+TEST_F(ReaderTest, StringsOfOldFilesAreOfTheirCodePage) {
     DxFileVersion = 1015;
     DxCodePage = 1250;
-    open(dxfLines({{1, "\xE8"}})); // č in 1250
-    UtCString wide;
-    EXPECT_EQ(next(161, &wide), "1|\xE8");
-    EXPECT_EQ(wide, "\xC4\x8D");
+    open(dxfLines({{1, "\xE8"}, {300, "\xE8"}, {1, "\xC3\x84"}})); // č in 1250
+    EXPECT_EQ(next(), "1|č");
+    EXPECT_EQ(next(), "300|\xE8") << "as it stands";
+    EXPECT_EQ(DxReadDecoded("\xE8"), "č");
+    EXPECT_EQ(next(), "1|Ă„") << "even where its bytes could be UTF-8";
+}
+
+TEST_F(ReaderTest, NamesHaveOneForm) {
+    DxFileVersion = 1015;
+    open(dxfLines({{8, "\\U+0416\\u+D83D\\U+DE00"}, {2, "\\M+182A0"}, {1, "\\U+0416"}, {8, "\\U+D83D"}}));
+    EXPECT_EQ(next(), "8|Ж😀");
+    EXPECT_EQ(next(), "2|あ") << "of code page 932";
+    EXPECT_EQ(next(), "1|\\U+0416") << "a text has its codes taken apart later";
+    EXPECT_EQ(next(), "8|\\U+D83D") << "half a character";
 }
 
 TEST_F(ReaderTest, TrimChangesWhatIsDeliveredOnly) {
@@ -149,7 +157,7 @@ TEST_F(ReaderTest, TrimChangesWhatIsDeliveredOnly) {
         EXPECT_EQ(next(), delivered);
         DX_SAVE save;
         DxSaveActPos(&save);
-        EXPECT_STREQ(save.text, "  a  ");
+        EXPECT_EQ(save.text.view(), "  a  ");
     }
 }
 

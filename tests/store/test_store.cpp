@@ -43,8 +43,17 @@ void addObjects(Pattern& p) {
     text.font = 0, text.face = "DejaVu Sans", text.styleBits = 5, text.pen = 9, text.origin = 5;
     text.justification = 2, text.lineDistance = 1.2, text.spacing = 1.1, text.lineLength = 80;
     text.fillPen = 4, text.backOn = true, text.backType = 2, text.dimType = 3;
-    p.dimensions = {{std::string("\0\xFF", 2)}};
-    p.bitmaps = {{"picture"}};
+    p.arrows.resize(1);
+    p.arrows[0].lines = {{0, 0, 0, 0, 1, 1, ElementType::Move, 0, 0},
+                         {5, 0, 0, 0, 3, 1, ElementType::Draw, 0, 0}};
+    p.arrows[0].endHead = 1, p.arrows[0].headLength = 2.5;
+    host::Dimension& dimension = p.dimensions.emplace_back();
+    dimension.kind = 21, dimension.place = 6, dimension.textRow = 0, dimension.textPos = {3, 4};
+    dimension.points = {{0, 0, 1}, {0, 5, 1}, {1, 5, 3}};
+    dimension.refs[1] = {7, 8};
+    dimension.arrow.kind[2] = 3, dimension.txt.words[7] = 1, dimension.txt.face = "A", dimension.tol.kind = 2;
+    dimension.lines = p.arrows[0].lines;
+    p.bitmaps = {{"/folder/picture.tif", 40, 20, {1, 2, 3}, {4, 0, 0}, {0, -2, 0}, {{0, 0}, {1, 0}, {0, 1}}}};
     p.solids = {{"body"}, {""}};
     p.faceLists = {faceList({{0, 0, 0}, {1, 0, 0}, {0, 1, 5}}, 3)};
     addFace(p.faceLists[0], {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}, {0, 0, 1}}, 300);
@@ -80,7 +89,16 @@ Drawing fullDrawing() {
     d.recount();
     d.states["o"] = {1, 2, 3, 4, 5, 0, 6, true};
     d.layers = {{"0", true, false}, {"A|B", false, true}};
-    d.views.push_back({"Blatt 2", 3, 5, 0.5});
+    d.addView({"Blatt 2", 3, 5, 0.5}).paperWidth = 210;
+    d.views.back().paperHeight = 297;
+    View detail{"Kitchen", 1, 3, 0.02};
+    detail.kind = ViewKind::Detail, detail.factor = 2, detail.display = 1, detail.outline = 1,
+    detail.workId = 3;
+    detail.clipped = true, detail.filter = "layer=\"A\"";
+    d.addView(detail);
+    d.viewInserts = {{5, 1, 2, {1, 2, 0}, 0.02}};
+    p.view = 1;
+    d.geoReference = {true, {1, 2, 3}, 4, 5, 0.5};
     d.workPlanes[3] = {{1, 2, 3}, {4, 5, 6}, {7, 8, std::numeric_limits<double>::infinity()}};
     d.lineTypes[2] = {"DASHED", {0.5, -0.25}};
     d.pens[17] = {1, 2, 255};
@@ -129,6 +147,14 @@ static auto fields(const Spline& s) {
     return std::make_tuple(s.degree, s.startFixed, s.endFixed, s.startAngle, s.endAngle,
                            fieldsOfAll(s.points));
 }
+static auto fields(const host::Arrow& a) {
+    return std::make_tuple(a.startHead, a.endHead, a.headLength, a.headWidth, a.use, fieldsOfAll(a.lines));
+}
+static auto fields(const host::Dimension& d) {
+    return std::make_tuple(d.kind, d.place, d.mode, fieldsOfAll(d.points), fields(d.textPos),
+                           fields(d.refs[1]), d.textRow, d.tolRow, d.arrow.kind[2], d.txt.words[7],
+                           d.txt.face, d.tol.kind, fieldsOfAll(d.lines));
+}
 static auto fields(const HatchFamily& f) {
     return std::make_tuple(f.angle, f.distance, f.originX, f.originY, f.offset, f.pen, f.lineType, f.dashes);
 }
@@ -162,11 +188,11 @@ static void expectSame(const Pattern& a, const Pattern& b) {
     EXPECT_EQ(fieldsOfAll(a.curves), fieldsOfAll(b.curves));
     EXPECT_EQ(fieldsOfAll(a.pointClouds), fieldsOfAll(b.pointClouds));
     ASSERT_EQ(a.solids.size(), b.solids.size());
-    ASSERT_EQ(std::make_pair(a.dimensions.size(), a.bitmaps.size()),
-              std::make_pair(b.dimensions.size(), b.bitmaps.size()));
+    EXPECT_EQ(fieldsOfAll(a.arrows), fieldsOfAll(b.arrows));
+    EXPECT_EQ(fieldsOfAll(a.dimensions), fieldsOfAll(b.dimensions));
+    ASSERT_EQ(a.bitmaps.size(), b.bitmaps.size());
     if (!a.solids.empty()) {
-        EXPECT_EQ(std::tie(a.dimensions[0].data, a.bitmaps[0].data, a.solids[0].data),
-                  std::tie(b.dimensions[0].data, b.bitmaps[0].data, b.solids[0].data));
+        EXPECT_EQ(a.solids[0].data, b.solids[0].data);
     }
 }
 
@@ -194,6 +220,25 @@ protected:
 
 } // namespace
 
+static void expectSameSheets(const Drawing& a, const Drawing& b) {
+    const View &v = a.views[2], &w = b.views[2];
+    EXPECT_EQ(std::tie(v.number, v.kind, v.factor, v.display, v.outline, v.workId, v.clipped, v.filter),
+              std::tie(w.number, w.kind, w.factor, w.display, w.outline, w.workId, w.clipped, w.filter));
+    EXPECT_EQ(std::tie(a.views[1].paperWidth, a.views[1].paperHeight),
+              std::tie(b.views[1].paperWidth, b.views[1].paperHeight));
+    ASSERT_EQ(a.viewInserts.size(), 1U);
+    const ViewInsert &i = a.viewInserts[0], &j = b.viewInserts[0];
+    EXPECT_EQ(std::tie(i.number, i.sheet, i.view, i.place.y, i.ratio),
+              std::tie(j.number, j.sheet, j.view, j.place.y, j.ratio));
+    EXPECT_EQ(a.find(3)->view, 1);
+    const Bitmap &p = a.find(3)->bitmaps[0], &q = b.find(3)->bitmaps[0];
+    EXPECT_EQ(std::tie(p.file, p.width, p.height, p.origin.z, p.u.x, p.v.y),
+              std::tie(q.file, q.width, q.height, q.origin.z, q.u.x, q.v.y));
+    EXPECT_EQ(p.outline.size(), 3U);
+    EXPECT_EQ(std::tie(a.geoReference.set, a.geoReference.point.z, a.geoReference.y, a.geoReference.angle),
+              std::tie(b.geoReference.set, b.geoReference.point.z, b.geoReference.y, b.geoReference.angle));
+}
+
 TEST_F(DrawingFile, EverythingComesBackToTheBit) {
     const Drawing saved = fullDrawing();
     ASSERT_EQ(saveDrawing(saved, path), "");
@@ -210,7 +255,8 @@ TEST_F(DrawingFile, EverythingComesBackToTheBit) {
     ASSERT_EQ(d.layers.size(), 2U);
     EXPECT_EQ(std::tie(d.layers[1].name, d.layers[1].visible, d.layers[1].locked),
               std::tie(saved.layers[1].name, saved.layers[1].visible, saved.layers[1].locked));
-    ASSERT_EQ(d.views.size(), 2U);
+    ASSERT_EQ(d.views.size(), 3U);
+    expectSameSheets(d, saved);
     EXPECT_EQ(
         std::tie(d.views[1].name, d.views[1].format, d.views[1].unit, d.views[1].scale),
         std::tie(saved.views[1].name, saved.views[1].format, saved.views[1].unit, saved.views[1].scale));
@@ -229,7 +275,9 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
     const Drawing saved = fullDrawing();
     ASSERT_EQ(saveDrawing(saved, path), "");
     sql("DROP TABLE curves; DROP TABLE text_states; DROP TABLE pattern_relations;"
-        "DROP TABLE element_attributes; PRAGMA user_version = 1");
+        "DROP TABLE element_attributes; DROP TABLE arrows; DROP TABLE pictures; DROP TABLE view_details;"
+        "DROP TABLE view_inserts; DROP TABLE sheet_patterns; DROP TABLE georeference; PRAGMA user_version = "
+        "1");
     Drawing d;
     ASSERT_EQ(loadDrawing(d, path), "");
     for (const int number : {1, 3}) {
@@ -238,6 +286,9 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
         expected.faceLists.clear();
         expected.facets.clear();
         expected.pointClouds.clear();
+        expected.arrows.clear();
+        expected.dimensions.clear();
+        expected.bitmaps.clear();
         expected.relation = {};
         expected.elementAttributes.clear();
         expectSame(*d.find(number), expected);
@@ -303,6 +354,12 @@ TEST_F(DrawingFile, DamageIsFound) {
         "DELETE FROM texts",
         "UPDATE pens SET r = 256",
         "UPDATE views SET scale = 0",
+        "UPDATE view_details SET number = 0",
+        "UPDATE view_details SET work_id = 77",
+        "UPDATE view_inserts SET view = 9",
+        "UPDATE view_inserts SET ratio = 0",
+        "UPDATE sheet_patterns SET view = 9",
+        "DELETE FROM view_details",
     };
     for (const char* damage : damages) {
         ASSERT_EQ(saveDrawing(fullDrawing(), path), "");

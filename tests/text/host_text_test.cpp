@@ -44,7 +44,8 @@ protected:
 
 TEST_F(HostText, TheOriginIsThatPointOfTheBlockUnderRotationAndScale) {
     double scale = 0.5;
-    ovform(7, nullptr, &scale, nullptr);
+    int format = -1; // the sheet stays
+    ovform(7, &format, &scale, nullptr);
     parm_.angle = 0.7;
     for (int origin = 1; origin <= 9; ++origin) {
         parm_.origin = origin;

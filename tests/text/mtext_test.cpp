@@ -45,6 +45,14 @@ TEST(MtextFlatten, GroupsAreReplacedByCodesThatRestore) {
     EXPECT_EQ(flat("a}b\\"), "ab\\") << "a brace that closes nothing";
 }
 
+TEST_F(Mtext, BehindAGroupTheFontIsTheSameAsBefore) {
+    const auto all = texts("\\Fweird.shx;a{\\Fromans.shx;b}c");
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[2].font, all[0].font);
+    EXPECT_EQ(all[2].face, all[0].face);
+    EXPECT_NE(all[1].font, 0);
+}
+
 TEST_F(Mtext, CodesThatStandForCharacters) {
     const std::pair<const char*, const char*> cases[] = {
         {"", ""},

@@ -260,17 +260,50 @@ TEST_F(TextImport, FacesKeepTheirNames) {
         << "bytes that aren't UTF-8";
 }
 
-TEST_F(TextImport, TheConfigurationIsInUtf8OrInTheCodePage) {
+TEST_F(TextImport, EntriesOfTheFontMapLeadOnToOthers) {
     ImportOptions options = textOptions();
-    for (const char* row : {"\x83\x53\x83\x56|\x83\x5C", "ゴシ|ソ"}) {
-        options.config = std::string("#FONT-DXF-TO-CAD\n1\n") + row + "\n#EOF\n";
-        const auto texts = importTexts(dxf()
-                                           .header("AC1015", {{9, "$DWGCODEPAGE"}, {3, "ANSI_932"}})
-                                           .record("STYLE", style("S", "x.ttf", "\x83\x53\x83\x56"))
-                                           .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}}),
-                                       options);
-        EXPECT_EQ(texts.at(0).face, "ソ") << row;
-    }
+    options.config = "#FONT-DXF-TO-CAD\n3\nHelvetica|9\narial|Helvetica\nHelvetica|5,1.2\n#EOF\n";
+    const auto texts = importTexts(dxf()
+                                       .header("AC1015")
+                                       .record("STYLE", style("S", "arial"))
+                                       .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}}),
+                                   options);
+    EXPECT_EQ(texts.at(0).font, 5);
+    EXPECT_EQ(texts[0].face, "");
+}
+
+TEST_F(TextImport, ASignOfTheHostBelowTheBlankIsSeen) {
+    ImportOptions options = textOptions();
+    options.config = "#CHAR-DXF-TO-CAD\n1\n%%c|29\n#EOF\n";
+    EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, "%%c")), options)), "'\x1d'");
+    EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, " \t")), options)), "");
+}
+
+TEST_F(TextImport, AFontWithoutATableIsTold) {
+    ImportOptions options;
+    options.config = "#EOF\n";
+    const auto result = importText(dxf()
+                                       .header("AC1015")
+                                       .record("STYLE", style("S", "weird.shx"))
+                                       .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}})
+                                       .entity("TEXT", textAt(0, 9, "abc") + DxfGroups{{7, "S"}})
+                                       .text(),
+                                   options);
+    EXPECT_EQ(std::count_if(
+                  result.messages.begin(), result.messages.end(),
+                  [](const std::string& line) { return line.find("für font weird") != std::string::npos; }),
+              1);
+}
+
+TEST_F(TextImport, TheConfigurationIsInUtf8ForAnyCodePage) {
+    ImportOptions options = textOptions();
+    options.config = "#FONT-DXF-TO-CAD\n1\nゴシ|ソ\n#EOF\n";
+    const auto texts = importTexts(dxf()
+                                       .header("AC1015", {{9, "$DWGCODEPAGE"}, {3, "ANSI_932"}})
+                                       .record("STYLE", style("S", "x.ttf", "\x83\x53\x83\x56"))
+                                       .entity("TEXT", textAt(0, 0, "abc") + DxfGroups{{7, "S"}}),
+                                   options);
+    EXPECT_EQ(texts.at(0).face, "ソ");
     for (const char* row : {"\xE4!|65", "ä!|65"}) {
         options.config = std::string("#CHAR-DXF-TO-CAD\n1\n") + row + "\n#EOF\n";
         EXPECT_EQ(saidBy(importTexts(oneText(textAt(0, 0, "\xE4!\xE4")), options)), "'Aä'") << row;
@@ -317,8 +350,9 @@ TEST_F(TextImport, LongEmptyAndBrokenTexts) {
     };
     EXPECT_EQ(unicode("TEXT", textAt(0, 0, wide + "本x")), "'" + wide + "'");
     EXPECT_EQ(unicode("ATTRIB", textAt(0, 0, wide) + DxfGroups{{2, "A"}}), "'" + wide + "'");
-    EXPECT_EQ(unicode("ATTDEF", textAt(0, 0, "x") + DxfGroups{{2, wide}}), "'" + wide.substr(0, 66) + "'")
-        << "a name has room for 160 bytes, and no half of an escape stays";
+    EXPECT_EQ(unicode("ATTDEF", textAt(0, 0, "x") + DxfGroups{{2, wide}}),
+              "'" + wide.substr(0, 160 * 3) + "'")
+        << "a name has 160 characters";
     EXPECT_TRUE(importTexts(oneText(textAt(0, 0, "   "))).empty());
     EXPECT_TRUE(importTexts(oneText(textAt(0, 0, ""))).empty());
     const auto noWidth = importTexts(oneText(textAt(0, 0, "abc") + DxfGroups{{41, "0"}}));

@@ -224,7 +224,70 @@ TEST_F(Convert, FoldersAndWrongUsage) {
     EXPECT_EQ(run("convert missing.dxf o.dxf").status, 1);
     const Outcome dwg = run("convert x.dxf o.dwg");
     EXPECT_EQ(dwg.status, 1) << "no converter is installed";
-    EXPECT_THAT(dwg.err, HasSubstr("Fehler beim Erzeugen der Datei o.dwg!"));
+    EXPECT_THAT(dwg.err, HasSubstr("o.dwg is a DWG"));
     fs::remove(dir.file("o.dxf"));
     EXPECT_FALSE(fs::exists(dir.file("o.dxf")));
+}
+
+TEST_F(Convert, BinaryFilesHoldTheSameDrawing) {
+    for (const char* format : {"ACAD32", "ACAD15", "ACAD12"}) {
+        ASSERT_EQ(run("convert " + bracket + " text.dxf -q --format " + format).status, 0);
+        ASSERT_EQ(run("convert " + bracket + " binary.dxf -q --binary --format " + format).status, 0);
+        EXPECT_EQ(dir.read("binary.dxf").substr(0, 20), "AutoCAD Binary DXF\r\n");
+        EXPECT_EQ(dir.read("binary.dxf")[23] == 'S', std::string(format) == "ACAD12") << "codes of a byte";
+        EXPECT_EQ(dump("binary.dxf"), dump("text.dxf"));
+        EXPECT_EQ(run("validate binary.dxf").status, 0) << run("validate binary.dxf").out;
+    }
+    EXPECT_EQ(run("convert " + bracket + " - -q --binary").out.substr(0, 20), "AutoCAD Binary DXF\r\n");
+}
+
+TEST_F(Convert, OfADwgNeedsAConverterAndSaysSo) {
+    dir.write("a.dwg", "AC1015 and more");
+    fs::copy(bracket, dir.file("b.dxf"));
+    for (const char* line : {"info a.dwg", "convert a.dwg o.dxf", "convert b.dxf o.dwg"}) {
+        const Outcome outcome = run(line);
+        EXPECT_EQ(outcome.status, 1) << line;
+        EXPECT_THAT(outcome.err, HasSubstr("Set TORVA_DWG_CONVERTER")) << line;
+    }
+    dir.write("convert.sh", "cp b.dxf \"$2\"");
+    EXPECT_EQ(run("info a.dwg", "LC_ALL=C HD_WORK_DIR= TORVA_DWG_CONVERTER='sh convert.sh'").status, 0);
+}
+
+TEST_F(Convert, SheetsAreDrawnByTheirNames) {
+    const auto point = [](int code, const char* x, const char* y) {
+        return DxfGroups{{code, x}, {code + 10, y}};
+    };
+    DxfGroups frame = point(10, "50", "40"), line = point(10, "0", "0");
+    for (const DxfGroups& more :
+         {DxfGroups{{67, "1"}, {40, "80"}, {41, "60"}, {69, "2"}, {45, "120"}}, point(12, "50", "50")})
+        frame.insert(frame.end(), more.begin(), more.end());
+    for (const DxfGroup& group : point(11, "100", "100")) line.push_back(group);
+    DxfText text = dxf().header("AC1015").entity("LINE", line).entity("VIEWPORT", frame);
+    text.record("BLOCK_RECORD", {{5, "2"}, {2, "*Paper_Space"}, {340, "22"}})
+        .section("OBJECTS",
+                 {{0, "LAYOUT"},
+                  {5, "22"},
+                  {100, "AcDbPlotSettings"},
+                  {44, "200"},
+                  {45, "100"},
+                  {100, "AcDbLayout"},
+                  {1, "../A:1"},
+                  {330, "2"}},
+                 true);
+    dir.write("a.dxf", text.text());
+    EXPECT_EQ(info("a.dxf --space all --lang en")["view_names"],
+              (json{"Default", "Plot01::Detail##DXF01", "../A:1"}));
+    EXPECT_EQ(run("render a.dxf s.png --view '../A:1' --lang en").status, 0);
+    const Outcome wrong = run("render a.dxf s.png --view B --lang en");
+    EXPECT_EQ(wrong.status, 1);
+    EXPECT_THAT(wrong.err,
+                HasSubstr("no view named B. Its views: \"Default\", \"Plot01::Detail##DXF01\", \"../A:1\""));
+    EXPECT_EQ(run("render a.dxf --all-views -d pages --as svg -q").status, 0);
+    for (const char* page : {"pages/a Default.svg", "pages/a .._A_1.svg"}) {
+        EXPECT_TRUE(fs::exists(dir.file(page))) << page;
+    }
+    EXPECT_EQ(run("render a.dxf all.pdf --all-views").status, 0);
+    EXPECT_EQ(run("import a.dxf -o a.tdw --space all -q").status, 0);
+    EXPECT_EQ(run("render a.tdw t.png --view '../A:1'").status, 0);
+    EXPECT_EQ(dir.read("t.png"), dir.read("s.png"));
 }

@@ -119,10 +119,10 @@ TEST_F(Tool, InfoCountsWhatTheFileHolds) {
                            .entity("WIDGET", {{10, "0"}})
                            .text());
     const json a = info("a.dxf");
-    for (const char* key :
-         {"file",     "stat",  "version",    "codepage",   "unit",     "scale",    "patterns",
-          "elements", "texts", "hatches",    "dimensions", "bitmaps",  "faces",    "pointclouds",
-          "solids",   "views", "attributes", "extents",    "entities", "messages", "seconds"})
+    for (const char* key : {"file",     "stat",        "version",    "codepage", "unit",       "scale",
+                            "patterns", "elements",    "texts",      "hatches",  "dimensions", "bitmaps",
+                            "faces",    "pointclouds", "solids",     "views",    "attributes", "extents",
+                            "entities", "messages",    "view_names", "images",   "seconds"})
         EXPECT_TRUE(a.contains(key)) << key;
     EXPECT_EQ(a["version"], "AC1027");
     EXPECT_EQ(a["entities"]["LINE"], (json{{"read", 2}, {"drawn", 1}, {"skipped", 1}}));
@@ -296,6 +296,40 @@ TEST_F(Tool, FolderOfTheUserIsNotLittered) {
     EXPECT_EQ(json::parse(run("info --json a.dxf", "HD_WORK_DIR=" + dir.path()).out)["messages"],
               info("a.dxf")["messages"])
         << "earlier runs in the protocol don't count";
+}
+
+TEST_F(Tool, MessagesAreThoseOfTheFileItself) {
+    std::string inputs;
+    for (int i = 0; i < 6; ++i) {
+        const std::string name = std::string(1, static_cast<char>('a' + i));
+        DxfText drawing = dxf().header("AC1015");
+        for (int row = 0; row < 40; ++row)
+            drawing.entity("INSERT", {{8, "0"}, {2, name + std::to_string(row)}, {10, "0"}, {20, "0"}});
+        dir.write(name + ".dxf", drawing.text());
+        inputs += " " + name + ".dxf";
+    }
+    std::istringstream lines(run("info --json --jobs 3" + inputs, "HD_WORK_DIR=" + dir.path()).out);
+    for (std::string line; std::getline(lines, line);) {
+        const auto one = json::parse(line);
+        const std::string name = one["file"].get<std::string>().substr(0, 1);
+        int missing = 0;
+        for (const std::string text : one["messages"]) {
+            if (text.find("nicht definiert") == std::string::npos) continue;
+            EXPECT_THAT(text, HasSubstr("Block " + name));
+            ++missing;
+        }
+        EXPECT_EQ(missing, 40);
+    }
+    const auto unwritable = json::parse(run("info --json a.dxf", "HD_WORK_DIR=/nowhere").out);
+    EXPECT_GT(unwritable["messages"].size(), 40U);
+}
+
+TEST_F(Tool, ARecoveredTwinIsTold) {
+    dir.write("a_recovered.dxf", dxf().header("AC1015").entity("LINE", lineFrom(1, 1)).text());
+    const Outcome outcome = run("info --json a.dxf");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(json::parse(outcome.out)["messages"].dump(), HasSubstr("Korrigierte Datei(en):"));
+    EXPECT_THAT(run("import a.dxf -o a.tdw").err, HasSubstr("a.dxf"));
 }
 
 TEST_F(Tool, AnyBytesEndInWords) {

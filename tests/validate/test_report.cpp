@@ -48,6 +48,32 @@ TEST(WholeFile, ThatIsNoTextDxfHasOneClearFinding) {
     }
 }
 
+TEST(BinaryFile, IsJudgedLikeItsTextWithPlacesByByte) {
+    const std::string head("CADxxxx Binary DXF\r\n\x1A", 21);
+    const auto group = [](int code, const std::string& value) {
+        return std::string{static_cast<char>(code), '\0'} + value;
+    };
+    const auto text = [&](int code, const char* value) { return group(code, value + std::string(1, '\0')); };
+    const std::string real(8, '\0');
+    const std::string start =
+        head + '\0' + text(0, "SECTION") + text(2, "ENTITIES") + text(0, "LINE") + text(8, "0");
+    const std::string points = group(10, real) + group(20, real) + group(11, real) + group(21, real);
+    const std::string end = text(0, "ENDSEC") + text(0, "EOF");
+    const validate::Report sound = validateText(start + points + end);
+    EXPECT_TRUE(sound.binary);
+    EXPECT_EQ(sound.errors, 0U);
+    const validate::Report bad = validateText(start + group(62, "\x01\x10") + points + end);
+    ASSERT_FALSE(bad.findings.empty());
+    EXPECT_EQ(bad.findings[0].byte, start.size()) << bad.findings[0].text;
+    EXPECT_EQ(bad.findings[0].line, 0U);
+    for (std::size_t length = 22; length < start.size(); ++length) {
+        const validate::Report cut = validateText((start + points + end).substr(0, length));
+        EXPECT_GT(cut.errors, 0U) << length;
+    }
+    const validate::Report unknown = validateText(start + group(80, "x") + points + end);
+    EXPECT_EQ(unknown.findings.back().byte, start.size());
+}
+
 TEST(WholeFile, OldestAndSmallestFilesAreFine) {
     const std::string minimal =
         "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n10\n0\n20\n0\n11\n1\n21\n1\n0\nENDSEC\n0\nEOF\n";

@@ -2,6 +2,7 @@
 
 #include "file_check.h"
 
+#include "binary_text.h"
 #include "reference_checks.h"
 #include "section_walks.h"
 #include "text.h"
@@ -310,9 +311,6 @@ private:
 
 /// What the file is when it is no text with line ends; empty when it is one.
 std::string_view otherFormat(std::string_view text) {
-    constexpr std::string_view binary = " Binary DXF\r\n\x1A"; // behind the name of its first program
-    if (text.substr(0, 32).find(binary) != text.npos)
-        return "a binary DXF, which must be converted to text first";
     if (text.size() > 1 &&
         ((text[0] == '\xFF' && text[1] == '\xFE') || (text[0] == '\xFE' && text[1] == '\xFF')))
         return "UTF-16; a DXF is written in bytes";
@@ -327,7 +325,31 @@ std::string_view otherFormat(std::string_view text) {
 
 } // namespace
 
+/// A binary file is judged by its text; places are told by byte.
+static Report checkBinary(std::string_view bytes, size_t limit) {
+    const BinaryText binary = readBinary(bytes);
+    Report report = FileCheck(binary.text, limit, false).run();
+    report.binary = true;
+    for (Finding& finding : report.findings) {
+        if (finding.line == 0) continue;
+        finding.byte = binary.byteOf(finding.line);
+        finding.line = 0;
+    }
+    if (binary.damage.empty()) return report;
+    Findings damage(limit);
+    damage.add(Rule::HalfPair, {1}, binary.damage);
+    Report more;
+    damage.moveTo(more);
+    more.findings.front().byte = binary.end;
+    more.findings.front().line = 0;
+    report.findings.push_back(more.findings.front());
+    report.errors += more.errors;
+    for (const auto& [number, count] : more.counts) report.counts[number] += count;
+    return report;
+}
+
 Report checkFile(std::string_view text, size_t limit) {
+    if (isBinaryDxf(text)) return checkBinary(text, limit);
     if (const std::string_view other = otherFormat(text); !other.empty()) {
         Findings findings(limit);
         findings.add(Rule::NotText, {0}, "the file is ", other);

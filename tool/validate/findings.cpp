@@ -23,9 +23,9 @@ bool Findings::count(Level level, Rule rule) {
 void Findings::keep(Level level, Rule rule, const Place& place, std::string text) {
     std::string kind =
         inQuotes(place.kind); // as a message shows it: a hostile name can't bring control bytes in
-    kept_.push_back({static_cast<int>(rule), level, place.line, place.handle ? handleText(place.handle) : "",
-                     std::string(sectionName(place.section)), kind.substr(1, kind.size() - 2),
-                     std::move(text)});
+    kept_.push_back({static_cast<int>(rule), level, place.line, 0,
+                     place.handle ? handleText(place.handle) : "", std::string(sectionName(place.section)),
+                     kind.substr(1, kind.size() - 2), std::move(text)});
 }
 
 void Findings::moveTo(Report& report) {

@@ -57,6 +57,7 @@ void printText(const Report& report, std::ostream& out) {
     for (const Finding& finding : report.findings) {
         out << report.file << ':';
         if (finding.line) out << finding.line << ':';
+        if (finding.byte) out << "byte " << finding.byte << ':';
         out << ' ' << levelName(finding.level) << ' ' << finding.number << ": " << finding.text
             << placeText(finding) << '\n';
     }
@@ -73,15 +74,17 @@ void printJson(const Report& report, std::ostream& out) {
         findings.push_back({{"rule", finding.number},
                             {"level", levelName(finding.level)},
                             {"line", finding.line},
+                            {"byte", finding.byte},
                             {"handle", finding.handle},
                             {"section", finding.section},
                             {"entity", finding.entity},
                             {"text", finding.text}});
     for (const auto& [number, count] : report.counts) counts[std::to_string(number)] = count;
-    const Json object = {{"file", report.file},     {"version", report.version},
-                         {"errors", report.errors}, {"warnings", report.warnings},
-                         {"notes", report.notes},   {"truncated", report.truncated},
-                         {"counts", counts},        {"findings", findings}};
+    const Json object = {{"file", report.file},           {"version", report.version},
+                         {"binary", report.binary},       {"errors", report.errors},
+                         {"warnings", report.warnings},   {"notes", report.notes},
+                         {"truncated", report.truncated}, {"counts", counts},
+                         {"findings", findings}};
     out << object.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 

@@ -1,6 +1,6 @@
 #pragma once
-// Judges text DXF files of the versions R10 to 2018: what is wrong, where, and how grave it is. It reads the
-// file with code of its own, so that it can also judge the files that the exporter writes.
+// Judges DXF files, text and binary, of the versions R10 to 2018: what is wrong, where, and how grave it is.
+// It reads the file with code of its own, so that it can also judge the files that the exporter writes.
 
 #include <cstddef>
 #include <cstdint>
@@ -25,7 +25,8 @@ std::string_view levelName(Level level);
 struct Finding {
     int number = 0; ///< of the rule, stable over releases
     Level level = Level::Error;
-    size_t line = 0;     ///< of the group code, from 1; 0 when the file as a whole is meant
+    size_t line = 0;     ///< of the group code, from 1; 0 when the file as a whole is meant, or a binary one
+    size_t byte = 0;     ///< of the group in a binary file; 0 in a text, or when the file as a whole is meant
     std::string handle;  ///< of the entity or object, empty when it has none
     std::string section; ///< "HEADER", "ENTITIES" ..., empty outside of sections
     std::string entity;  ///< "LINE", "LAYER", "$HANDSEED" ..., empty when none is meant
@@ -34,6 +35,7 @@ struct Finding {
 
 struct Report {
     std::string file;
+    bool binary = false;                        ///< places are bytes
     std::string version;                        ///< the value of $ACADVER, empty when the file names none
     std::vector<Finding> findings;              ///< by line
     size_t errors = 0, warnings = 0, notes = 0; ///< all that were found, also those not kept in `findings`
@@ -58,7 +60,7 @@ constexpr size_t kDefaultLimit = 20;
 /// Judges a file; "-" is standard input. Never throws for what is in the file.
 Report validateFile(const std::string& path, size_t limit = kDefaultLimit);
 
-/// Judges a DXF text in memory, which must stay alive during the call only.
+/// Judges a DXF in memory, which must stay alive during the call only.
 Report validateText(std::string_view text, size_t limit = kDefaultLimit);
 
 /// One line a finding ("FILE:LINE: error 306: ..."), then one line with the counts.

@@ -158,9 +158,12 @@ size_t escapeLength(std::string_view name, size_t at) {
     return name.substr(at, 3) == "\\M+" ? 8 : 0;
 }
 
-size_t nameLength(std::string_view name) {
+size_t nameLength(std::string_view name, bool isUtf8) {
     size_t length = 0;
-    for (size_t i = 0; i < name.size(); ++length) i += std::max<size_t>(1, escapeLength(name, i));
+    for (size_t i = 0; i < name.size(); ++length) {
+        i += std::max<size_t>(1, escapeLength(name, i));
+        while (isUtf8 && i < name.size() && (static_cast<unsigned char>(name[i]) & 0xC0U) == 0x80U) ++i;
+    }
     return length;
 }
 
@@ -194,7 +197,7 @@ void checkDefinedName(Session& session, const Place& place, Names table, std::st
     if (table == Names::App) return;
     const bool longNames = session.longNames && session.atLeast(Version::R2000);
     const size_t limit = longNames ? 255 : 31;
-    const size_t length = nameLength(name);
+    const size_t length = nameLength(name, session.atLeast(Version::R2007));
     if (length > limit)
         session.out.add(Rule::LongName, place, "the name ", inQuotes(name), " has ", length,
                         " characters, more than ", limit);

@@ -14,7 +14,7 @@ int DxUseTemplate;
 UtCString DxTemplateName;
 int DxUseByLayer;
 UtCString DxByLayerFile;
-int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxFillSegType;
+int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
 int DxMeshEdges, DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly,
     DxPatternToBlock;
@@ -53,6 +53,9 @@ DxPairIndex DxPenToCadIndex(&DX_COLOR_PAIR::color);
 DxPairIndex DxFillToCadIndex(&DX_COLOR_PAIR::color);
 DxPairIndex DxFillToDxfIndex(&DX_COLOR_PAIR::pen);
 DxLtIndex DxLtToCadIndex;
+DxRecordIndex<DX_ATTR_PAIR, DX_NAME> DxAttrIndex(&DX_ATTR_PAIR::dxf);
+DxRecordIndex<DX_LAYER_PAIR, DX_NAME> DxLayerMapIndex(&DX_LAYER_PAIR::dxf);
+DxRecordIndex<DX_LAYER_PAIR, DxFixed<60>> DxHostLayerIndex(&DX_LAYER_PAIR::host);
 
 static void resetImportOptions() {
     DxAllLayers = 0;
@@ -71,6 +74,7 @@ static void resetImportOptions() {
     DxFillContour = 1;
     DxUseUcs = 0;
     DxUseGeoref = 1;
+    DxPaperSize = DxClipImages = 0;
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxLineAsHatch = 0;
@@ -131,7 +135,10 @@ static void resetTables() {
     for (auto& texts : DxCharTexts) texts.clear();
     DxFonts.clear();
     DxAttrMap.clear();
+    DxAttrIndex.clear();
     DxLayerMap.clear();
+    DxLayerMapIndex.clear();
+    DxHostLayerIndex.clear();
     DxDefaultPen = -1;
     DxDefaultFill = -1;
     DxSpecialCadFont = -1;

@@ -76,6 +76,8 @@ extern int DxViews;                        ///< VIEWS
 extern int DxFillContour;                  ///< FILL_CONTOUR
 extern int DxUseUcs;                       ///< USE_UCS
 extern int DxUseGeoref;                    ///< USE_GEOREF
+extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size of their paper
+extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
@@ -132,10 +134,13 @@ extern UtCString DxPatNames[6];
 extern int DxLastPen, DxLastLt; ///< what DxSetPenLt handed to the host last, -1 before the first time
 
 // ---- lookups over the mapping tables -----------------------------------------------------------------
-extern DxPairIndex DxPenToCadIndex;  ///< DxPenToCad by colour
-extern DxPairIndex DxFillToCadIndex; ///< DxFillToCad by colour
-extern DxPairIndex DxFillToDxfIndex; ///< DxFillToDxf by host fill
-extern DxLtIndex DxLtToCadIndex;     ///< DxLtToCad by name
+extern DxPairIndex DxPenToCadIndex;                                ///< DxPenToCad by colour
+extern DxPairIndex DxFillToCadIndex;                               ///< DxFillToCad by colour
+extern DxPairIndex DxFillToDxfIndex;                               ///< DxFillToDxf by host fill
+extern DxLtIndex DxLtToCadIndex;                                   ///< DxLtToCad by name
+extern DxRecordIndex<DX_ATTR_PAIR, DX_NAME> DxAttrIndex;           ///< DxAttrMap by DXF name
+extern DxRecordIndex<DX_LAYER_PAIR, DX_NAME> DxLayerMapIndex;      ///< DxLayerMap by DXF name
+extern DxRecordIndex<DX_LAYER_PAIR, DxFixed<60>> DxHostLayerIndex; ///< DxLayerMap by host name
 
 /// Start values of all of the above but DxUseInsBase.
 void DxResetConfigState();

@@ -84,7 +84,7 @@ void setLtScale(DxFlagSection&, const std::string& value) {
     DxLtScale = scale > 0 ? scale : 1.0;
 }
 void setUnitOption(DxFlagSection&, const std::string& value) {
-    DxUnitOption = DxConfigText(value);
+    DxUnitOption = value;
 }
 
 // ---- patterns and blocks -------------------------------------------------------------------------------
@@ -118,13 +118,13 @@ void setLayerFlag(DxFlagSection& section, const std::string& value) {
 }
 template <int Class>
 void setLayerName(DxFlagSection& section, const std::string& value) {
-    section.names[Class] = value.empty() ? UtCString("0") : DxConfigText(value);
+    section.names[Class] = value.empty() ? "0" : value;
 }
 
 // ---- files ---------------------------------------------------------------------------------------------
 
 UtCString toPath(std::string_view value) {
-    std::string path = DxConfigText(value).str();
+    std::string path(value);
     std::replace(path.begin(), path.end(), '\\', '/');
     return UoSubstOVPath(path);
 }
@@ -171,6 +171,8 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"FILL_CONTOUR",    DxKeyWhen::Always,  &DxFillContour},
     {"USE_UCS",         DxKeyWhen::Always,  &DxUseUcs},
     {"USE_GEOREF",      DxKeyWhen::Always,  &DxUseGeoref},
+    {"PAPER_SIZE",      DxKeyWhen::Import,  &DxPaperSize},
+    {"CLIP_IMAGES",     DxKeyWhen::Import,  &DxClipImages},
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},

@@ -2,6 +2,7 @@
 
 #include "../session/dx_protocol.h"
 #include "../session/dx_reader.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "dx_colors.h"
 #include "dx_config_lines.h"
@@ -44,7 +45,11 @@ int setElements(const DxScanned& values, std::string_view) {
     return 0;
 }
 int setReadSpace(const DxScanned& values, std::string_view) {
-    DxReadSpace = values.numbers[0];
+    const int space = values.numbers[0];
+    if (space < 0 || space > 2)
+        DxProtoMsg(UtFormat("READSPACE = %d is no space: 0 model, 1 paper, 2 both.", space), 1);
+    else
+        DxReadSpace = space;
     return 0;
 }
 int setTextFactor(const DxScanned& values, std::string_view) {
@@ -124,7 +129,7 @@ int addPens(const DxScanned& values, std::string_view) {
 int setColorsOfPens(const DxScanned& values, std::string_view) {
     for (int pen = 0; pen < values.count; ++pen) {
         const int color = values.numbers[pen];
-        if (color >= -1 && color < DX_COLOR_COUNT) DxPenToDxf[pen] = color;
+        if (color < DX_COLOR_COUNT) DxPenToDxf[pen] = color;
     }
     return 0;
 }
@@ -198,23 +203,22 @@ constexpr DxConfigKeyword KEYWORDS[] = {
 };
 // clang-format on
 
-/// Reads the next piece of at most 127 characters, as long as a line of this format can be, and trims it.
-bool readLine(FILE* file, std::string& line) {
-    char buffer[128];
-    if (!std::fgets(buffer, sizeof buffer, file)) return false;
-    line = DxTrimmed(buffer);
-    return true;
+int readKeyword(std::string_view line) {
+    if (line.empty() || line[0] == '!') return 0;
+    const int error = DxDecodeLine(line);
+    if (error == BAD_LINE) DxProtoMsg(UtFormat("Error in Defaultfile: %s", std::string(line).c_str()), 1);
+    return error;
 }
 
+/// A line of this format has at most 127 characters; what stands behind them counts as the next one.
 int readKeywords(FILE* file) {
-    std::string line;
-    while (readLine(file, line)) {
-        if (line.empty() || line[0] == '!') continue;
-        if (DxIsExport) line = DxConfigText(line).str();
-        const int error = DxDecodeLine(line);
-        if (error == BAD_LINE)
-            DxProtoMsg(UtFormat("Error in Defaultfile: %s", DxConfigText(line).c_str()), 1);
-        if (error) return error;
+    constexpr std::size_t LONGEST_LINE = 127;
+    for (std::string line; DxReadConfigLine(file, line);) {
+        for (std::string_view rest = line; !rest.empty();) {
+            const std::size_t length = DxCharsLength(rest, LONGEST_LINE);
+            if (const int error = readKeyword(DxTrimmed(rest.substr(0, length)))) return error;
+            rest.remove_prefix(length);
+        }
     }
     return 0;
 }
@@ -247,7 +251,7 @@ void DxDecodeOrder(int elementClass, std::string_view text) {
         std::string name(text);
         std::erase(name, '\'');
         DxLayerKinds[elementClass] = DX_ORDER_FIXED;
-        DxLayerFixedNames[elementClass] = DxConfigText(DxTrimmed(name));
+        DxLayerFixedNames[elementClass] = DxTrimmed(name);
         return;
     }
     for (const auto& [word, order] : ORDERS)

@@ -1,8 +1,7 @@
 #include "dx_config_lines.h"
 
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
-#include "os.h"
 
 // The host's own line reader keeps lines of any length; a configuration from a stranger may be one endless
 // line.
@@ -14,11 +13,8 @@ bool DxReadConfigLine(FILE* file, std::string& line) {
     for (; c != EOF && c != '\n'; c = std::getc(file))
         if (line.size() < LIMIT) line += static_cast<char>(c);
     if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (!DxIsUtf8(line)) line = DxFromCodePage(line, DxCodePage);
     return true;
-}
-
-UtCString DxConfigText(std::string_view bytes) {
-    return DxIsUtf8(bytes) ? UtCString(bytes) : UtCString(bytes, OsUserCodePageIdToTorvaCodePage(DxCodePage));
 }
 
 void DxSkipByteOrderMark(FILE* file) {

@@ -13,11 +13,9 @@ struct DxCloseFile {
 };
 using DxConfigFile = std::unique_ptr<FILE, DxCloseFile>;
 
-/// Reads the next line without its line end ("\n" or "\r\n"). Of an endless line only the first 64 KiB are
-/// kept. False at the end of the file.
+/// Reads the next line without its line end ("\n" or "\r\n"). A line that isn't UTF-8 is taken to be of the
+/// code page that drawing files without a word on it have. Of an endless line only the first 64 KiB are kept.
+/// False at the end of the file.
 bool DxReadConfigLine(FILE* file, std::string& line);
-/// The host's text for bytes of a configuration: UTF-8 as it stands, else the code page that files without a
-/// word on it have.
-UtCString DxConfigText(std::string_view bytes);
 /// Passes over a byte order mark at the start of the file.
 void DxSkipByteOrderMark(FILE* file);

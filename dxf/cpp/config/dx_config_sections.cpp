@@ -1,6 +1,7 @@
 #include "dx_config_rows.h"
 
 #include "../session/dx_reader.h"
+#include "../session/dx_unicode.h"
 #include "dx_colors.h"
 #include "dx_config_lines.h"
 #include "dx_linetypes.h"
@@ -14,9 +15,13 @@ bool isDefault(std::string_view text) {
 bool isPen(int pen) {
     return pen >= 0 && pen < DX_PEN_COUNT;
 }
-/// A colour to write: of the palette, by block, or -1 for none.
+/// A colour to write. Below 0 are those that aren't written as a number: none, by layer, by block.
 bool isWritableColor(int color) {
-    return color >= -1 && color < DX_COLOR_COUNT;
+    return color < DX_COLOR_COUNT;
+}
+/// A name has one form only, whichever way its characters are written.
+std::string nameOf(std::string_view text) {
+    return DxHostText(text).str();
 }
 bool isNumber(std::string_view text) {
     return UtCString(text).IsNumber();
@@ -52,12 +57,12 @@ int addFillToDxf(std::string_view fill, std::string_view color, int) {
 
 int addLtToCad(std::string_view name, std::string_view number, int) {
     DX_LT_PAIR pair{};
-    pair.name.assign(name);
+    pair.name.assign(nameOf(name));
     pair.number = DxAtoi(number);
     return DxLtToCad.add(pair);
 }
 int addLtToDxf(std::string_view number, std::string_view name, int) {
-    return DxAddLinetype(DxAtoi(number), name);
+    return DxAddLinetype(DxAtoi(number), nameOf(name));
 }
 
 // ---- characters ----------------------------------------------------------------------------------------
@@ -91,7 +96,7 @@ int addCharToDxf(std::string_view left, std::string_view right, int special) {
 
 int addFont(std::string_view dxf, std::string_view host, double factor) {
     DX_FONT_TYPE record{};
-    record.font.assign(dxf);
+    record.font.assign(nameOf(dxf));
     record.number = DxAtoi(host);
     if (record.number == 0) record.hostFont.assign(host);
     record.factor = factor;
@@ -108,7 +113,7 @@ int addFontToCad(std::string_view dxf, std::string_view host, int) {
 }
 int addFontToDxf(std::string_view host, std::string_view dxf, int) {
     if (host != "@") return addFont(dxf, host, 0.0);
-    DxSpecialDxfFont = DxConfigText(dxf);
+    DxSpecialDxfFont = dxf;
     return 0;
 }
 
@@ -116,14 +121,14 @@ int addFontToDxf(std::string_view host, std::string_view dxf, int) {
 
 int addAttribute(std::string_view dxf, std::string_view host, int) {
     DX_ATTR_PAIR pair{};
-    pair.dxf.assign(dxf);
-    pair.host.assign(host);
+    pair.dxf.assign(nameOf(dxf));
+    pair.host.assign(nameOf(host));
     return DxAttrMap.add(pair);
 }
 int addLayerToCad(std::string_view dxf, std::string_view host, int) {
     DX_LAYER_PAIR pair{};
-    pair.dxf.assign(dxf);
-    pair.host.assign(host);
+    pair.dxf.assign(nameOf(dxf));
+    pair.host.assign(nameOf(host));
     return DxLayerMap.add(pair);
 }
 int addLayerToDxf(std::string_view host, std::string_view dxf, int) {
@@ -172,8 +177,6 @@ int DxConfigDecode(FILE* file, std::string_view header, int count, int isExport,
     // The count is the file's word; the end of the file ends the section too.
     std::string line;
     for (int i = 0; i < count && DxReadConfigLine(file, line); ++i) {
-        if (isExport)
-            line = DxConfigText(line).str(); // what is written is in the host's texts until it is encoded
         const std::size_t bar = line.find('|');
         if (bar == std::string::npos) continue;
         const std::string_view text = line;

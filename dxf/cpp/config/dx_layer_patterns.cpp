@@ -2,9 +2,9 @@
 
 #include "../host/dx_host.h"
 #include "../session/dx_documents.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "dx_layers.h"
 #include "ov.h"
 #include "uo.h"
@@ -42,11 +42,11 @@ void setNameByOrder(PatternNames& names, const UtCString& name) {
 void nameLayerPattern(const DX_LAYER_TYPE& layer, bool keepNames) {
     PatternNames names;
     if (keepNames) readCurrentNames(names);
-    DX_NAME hostName = layer.name;
-    DxTableConvLayer(1, &hostName);
-    const UtCString name = DxHostText(hostName.view());
+    DX_LAYER_TYPE named = layer;
+    DxTableConvLayer(1, &named.name);
+    const UtCString name(named.name.view());
     if (DxLayerOrder == DX_ORDER_ATTR) {
-        setLayerAttribute(layer, name);
+        setLayerAttribute(named, name);
     } else {
         setNameByOrder(names, name);
         int code = 21;
@@ -58,7 +58,7 @@ void nameLayerPattern(const DX_LAYER_TYPE& layer, bool keepNames) {
     }
     if (DxUseByLayer) {
         UoSetSingleAttrInt(DxActPat, "bylayercol", layer.color);
-        UoSetSingleAttr(DxActPat, "bylayerlt", DxHostText(layer.lineType.view()));
+        UoSetSingleAttr(DxActPat, "bylayerlt", layer.lineType.view());
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include "../import/import_state.h"
 #include "../session/dx_documents.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "ds.h"
 #include "dx_layer_patterns.h"
@@ -95,7 +95,7 @@ int DxNewLayer(int kind, const UtCString& name) {
     const bool fromPattern = kind >= DX_ORDER_GROUP && kind <= DX_ORDER_ATTR;
     UtCString layer = fromPattern ? DxPatNames[kind] : name;
     DX_NAME converted;
-    if (fromPattern && layer.Len() < sizeof converted) { // a longer name is no entry of the map
+    if (fromPattern && DxCharCount(layer.str()) <= DX_NAME::LIMIT) { // a longer name is no entry of the map
         converted.assign(layer.str());
         DxTableConvLayer(0, &converted);
         layer = UtCString(converted.view());
@@ -116,15 +116,12 @@ int DxPenltAddLayer(std::string_view name, int colour, std::string_view lineType
 }
 
 void DxTableConvLayer(int toHost, DX_NAME* name) {
-    for (const DX_LAYER_PAIR& pair : DxLayerMap) {
-        if ((toHost ? pair.dxf.view() : pair.host.view()) != name->view()) continue;
-        name->assign(toHost ? pair.host.view() : pair.dxf.view());
-        return;
-    }
+    if (const DX_LAYER_PAIR* pair = toHost ? DxLayerMapIndex.find(DxLayerMap, name->view())
+                                           : DxHostLayerIndex.find(DxLayerMap, name->view()))
+        name->assign(toHost ? pair->host.view() : pair->dxf.view());
 }
 
 int DxCiAddDxfLayer(const DX_LAYER_TYPE* layer) {
     if (!layer) return CcmLayerMgrApi::UpdateOnLoad(1);
-    return DsLayerApi::AddDXFLayer(DxHostText(layer->name.view()), layer->color >= 0,
-                                   (layer->flags & 4) != 0);
+    return DsLayerApi::AddDXFLayer(layer->name.view(), layer->color >= 0, (layer->flags & 4) != 0);
 }

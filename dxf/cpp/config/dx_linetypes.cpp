@@ -2,9 +2,9 @@
 
 #include "../import/import_state.h"
 #include "../session/dx_documents.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "dx_colors.h"
 
 #include <algorithm>
@@ -114,6 +114,6 @@ int DxResolveLinetype(const DX_ENTITY_BASE_TYPE& entity, std::string_view layerL
     }
     if (name.empty()) name = DxFirstLinetype();
     if (const int* number = DxLtToCadIndex.find(DxLtToCad, name)) return *number;
-    if (DxLtToCadIndex.learnUnknown(name, UNKNOWN)) DxProtoMsg(DxMsg(5704, DxHostText(name).c_str()), 1);
+    if (DxLtToCadIndex.learnUnknown(name, UNKNOWN)) DxProtoMsg(DxMsg(5704, std::string(name).c_str()), 1);
     return UNKNOWN;
 }

@@ -28,18 +28,16 @@ const DX_COLOR_PAIR* DxPairIndex::findBeyond(const DxTable<DX_COLOR_PAIR>& pairs
 }
 
 void DxLtIndex::clear() {
-    numbers_.clear();
-    indexed_ = 0;
+    index_.clear();
+    unknown_.clear();
 }
 
-const int* DxLtIndex::find(const DxTable<DX_LT_PAIR>& pairs, std::string_view name) {
-    if (indexed_ > pairs.size()) clear();
-    for (; indexed_ < pairs.size(); ++indexed_)
-        numbers_.emplace(pairs[indexed_].name.view(), pairs[indexed_].number);
-    const auto found = numbers_.find(name);
-    return found == numbers_.end() ? nullptr : &found->second;
+const int* DxLtIndex::find(DxTable<DX_LT_PAIR>& pairs, std::string_view name) {
+    if (const DX_LT_PAIR* known = index_.find(pairs, name)) return &known->number;
+    const auto found = unknown_.find(name);
+    return found == unknown_.end() ? nullptr : &found->second;
 }
 
 bool DxLtIndex::learnUnknown(std::string_view name, int number) {
-    return numbers_.emplace(name, number).second;
+    return unknown_.emplace(name, number).second;
 }

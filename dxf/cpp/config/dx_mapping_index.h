@@ -43,16 +43,40 @@ private:
     std::size_t indexed_ = 0;
 };
 
+/// First record of a list by one of its names, which is compared exactly.
+template <class T, class Name>
+class DxRecordIndex {
+public:
+    explicit DxRecordIndex(Name T::*key) : key_(key) {}
+    /// The first record whose key is `name`, null when there is none. Valid until the list grows.
+    T* find(DxTable<T>& records, std::string_view name) {
+        if (indexed_ > records.size()) clear(); // another list than before
+        for (; indexed_ < records.size(); ++indexed_)
+            byName_.emplace((records[indexed_].*key_).view(), indexed_);
+        const auto found = byName_.find(name);
+        return found == byName_.end() ? nullptr : &records[found->second];
+    }
+    void clear() {
+        byName_.clear();
+        indexed_ = 0;
+    }
+
+private:
+    Name T::*key_;
+    std::unordered_map<std::string, std::size_t, DxNameHash, std::equal_to<>> byName_;
+    std::size_t indexed_ = 0;
+};
+
 /// First line type of a list by exact name.
 class DxLtIndex {
 public:
     /// Host number of `name`, null when the list doesn't know it. Valid until the next call.
-    const int* find(const DxTable<DX_LT_PAIR>& pairs, std::string_view name);
+    const int* find(DxTable<DX_LT_PAIR>& pairs, std::string_view name);
     /// Remembers `name` as unknown with the number it gets instead. False when it was remembered before.
     bool learnUnknown(std::string_view name, int number);
     void clear();
 
 private:
-    std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> numbers_;
-    std::size_t indexed_ = 0;
+    DxRecordIndex<DX_LT_PAIR, DX_NAME> index_{&DX_LT_PAIR::name};
+    std::unordered_map<std::string, int, DxNameHash, std::equal_to<>> unknown_;
 };

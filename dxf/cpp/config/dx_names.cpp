@@ -1,5 +1,6 @@
 #include "dx_names.h"
 
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 
 #include <algorithm>
@@ -22,51 +23,38 @@ void replaceForbidden(std::string& name) {
         name.begin(), name.end(), [](char c) { return FORBIDDEN.find(c) != std::string_view::npos; }, '_');
 }
 
-/// Letters that an old name writes without their accents: Windows and DOS codes of the umlauts and their
-/// neighbours.
+/// Letters that an old name writes without their accents: the umlauts and their neighbours, and what their
+/// DOS codes are taken for.
 struct PlainLetter {
-    std::string_view codes;
-    char letter;
+    std::u32string_view letters;
+    char plain;
 };
 constexpr PlainLetter PLAIN_LETTERS[] = {
-    {"\xC4\xCC\xD8\xE4\x8E\x84", 'A'},
-    {"\xCF\xDB\xDC\xFC\x9A\x81", 'U'},
-    {"\xCE\xD6\xDA\xF6\x99\x94", 'O'},
-    {"\xDE\xDF\xE1", 'S'},
+    {U"\u00C4\u00CC\u00D8\u00E4\u017D\u201E", 'A'},
+    {U"\u00CF\u00DB\u00DC\u00FC\u0161\u0081", 'U'},
+    {U"\u00CE\u00D6\u00DA\u00F6\u2122\u201D", 'O'},
+    {U"\u00DE\u00DF\u00E1", 'S'},
 };
 
-char shortNameCharacter(char c) {
+char shortNameCharacter(char32_t c) {
     if (c >= 'a' && c <= 'z') return static_cast<char>(c - 'a' + 'A');
-    if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '$' || c == '-') return c;
+    if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '$' || c == '-') return static_cast<char>(c);
     for (const PlainLetter& row : PLAIN_LETTERS)
-        if (row.codes.find(c) != std::string_view::npos) return row.letter;
+        if (row.letters.find(c) != std::u32string_view::npos) return row.plain;
     return '_';
 }
 
-/// One character of the short name for each character of the long one, by its code in the western code page.
+/// One character of the short name for each character of the long one.
 void makeShort(std::string& name) {
-    const std::string bytes = UtCString(name).Ansi(1252);
-    name.clear();
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        if (bytes.compare(i, 3, "\\U+") == 0 && i + 7 <= bytes.size()) { // a character that the page lacks
-            name += '_';
-            i += 6;
-        } else {
-            name += shortNameCharacter(bytes[i]);
-        }
-    }
+    std::string shortName;
+    for (std::size_t pos = 0; pos < name.size();) shortName += shortNameCharacter(DxNextChar(name, pos));
+    name.swap(shortName);
 }
 
 } // namespace
 
 std::size_t DxNameLimit() {
     return hasShortNames() ? SHORT_NAME : LONG_NAME;
-}
-
-void DxCutUtf8(std::string& text, std::size_t limit) {
-    if (text.size() <= limit) return;
-    while (limit > 0 && (static_cast<unsigned char>(text[limit]) & 0xC0U) == 0x80U) --limit;
-    text.resize(limit);
 }
 
 void DxCheckName(UtCString& name) {
@@ -78,7 +66,7 @@ void DxCheckName(UtCString& name) {
         makeShort(text);
     else
         replaceForbidden(text);
-    DxCutUtf8(text, DxNameLimit());
+    DxCutChars(text, DxNameLimit());
     UtRtrim(text);
     name = text;
 }

@@ -7,9 +7,8 @@
 #include <string>
 
 /// Makes a name fit for the target version, in place. ACAD14 and newer replace what a name can't hold and cut
-/// it at 160 bytes; older versions keep upper-case letters, digits, "$" and "-" only, at most 31 of them.
+/// it at 160 characters; older versions keep upper-case letters, digits, "$" and "-" only, at most 31 of
+/// them.
 void DxCheckName(UtCString& name);
-/// Bytes that a name of the target version may have.
+/// Characters that a name of the target version may have.
 std::size_t DxNameLimit();
-/// Cuts UTF-8 to at most `limit` bytes at a character's edge.
-void DxCutUtf8(std::string& text, std::size_t limit);

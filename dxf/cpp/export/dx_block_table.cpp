@@ -7,6 +7,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_numbers.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "../session/dx_writer.h"
 #include "block_table_state.h"
 #include "dx_attributes_export.h"
@@ -93,7 +94,7 @@ void DxCheckBlockname(UtCString& name) {
         std::string tail(1, '-');
         tail += std::to_string(++*counter);
         std::string text = base;
-        DxCutUtf8(text, DxNameLimit() - tail.size());
+        DxCutChars(text, DxNameLimit() - tail.size());
         name = text.append(tail);
     }
 }

@@ -47,7 +47,7 @@ static int writeDimensions(int pat) {
 
 int DxWritePat(int pat) {
     DxShowPattern();
-    int error = DxCiWritePatBitmap(pat);
+    int error = DxCiWritePatBitmap(pat, &DxBlockOpen);
     if (!error) error = DxWritePatHatch(pat, 0);
     if (!error) error = writeChains(pat);
     if (!error) error = DxWritePatArr(pat);

@@ -2,6 +2,7 @@
 
 #include "../host/dx_host.h"
 #include "ci.h"
+#include "ci_bitmap.h"
 #include "ci_objects.h"
 #include "ci_text.h"
 #include "dx_codes.h"

@@ -1,6 +1,7 @@
 #include "dx_unwritten.h"
 
 #include "../session/dx_protocol.h"
+#include "ci_bitmap.h"
 #include "ci_objects.h"
 
 namespace {

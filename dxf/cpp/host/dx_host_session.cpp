@@ -3,6 +3,7 @@
 #include "dx_context.h"
 #include "dx_host.h"
 
+#include "ci_view.h"
 #include "ge.h"
 
 #include <algorithm>

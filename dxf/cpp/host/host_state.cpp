@@ -17,7 +17,10 @@ int DxFillPat = 0;
 int DxExportVisibleOnly = 0;
 UtCString DxSplitWorkFile, DxSplitLockFile, DxSplitFileName;
 
+std::map<std::string, UtCString> DxViewNames;
+
 void DxResetHostState() {
+    DxViewNames.clear();
     if (DxCiContextId) CiContext::Del(DxCiContextId);
     DxCiContextId = 0;
     DxPatTable.free();

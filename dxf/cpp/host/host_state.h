@@ -5,6 +5,9 @@
 #include "rpt.h"
 #include "ut_string.h"
 
+#include <map>
+#include <string>
+
 /// A pattern that the import made.
 struct DX_PAT_ENTRY {
     int number;      ///< host pattern number
@@ -34,6 +37,9 @@ inline constexpr char DX_INSERT_ATTRIBUTE[] = "insert";
 
 /// The drawing as it was before its hatches became patterns of their own for an export; empty: untouched.
 extern UtCString DxSplitWorkFile, DxSplitLockFile, DxSplitFileName;
+
+/// Names of the host views that this import made, by the names that it meant them to have.
+extern std::map<std::string, UtCString> DxViewNames;
 
 /// Start values of all of the above, and an empty element queue. Ends the long-lived context.
 void DxResetHostState();

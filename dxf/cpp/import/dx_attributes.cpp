@@ -6,9 +6,9 @@
 #include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
 #include "../sections/sections_state.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "blocks_state.h"
 #include "dx_entity_base.h"
@@ -22,7 +22,7 @@ namespace {
 
 constexpr int INVISIBLE = 1, CONSTANT = 2;
 constexpr double smallestHeight = 0.0001;
-/// Bytes of a value: each of its characters may be an escape of seven.
+/// Characters of a value: each that is shown may be an escape of seven.
 constexpr std::size_t longestValue = 7 * DX_TEXT_LIMIT;
 
 using A = DX_ATTRIB_TYPE;
@@ -81,14 +81,13 @@ void trimTag(DX_NAME& tag) {
 /// Sets the attribute under the host name that the configuration gives its tag, else under the tag itself.
 void setOnPattern(const DX_ATTRIB_TYPE& rec) {
     const UtCString value = DxHostText(rec.value);
-    auto* mapped = std::find_if(DxAttrMap.begin(), DxAttrMap.end(),
-                                [&](const DX_ATTR_PAIR& pair) { return pair.dxf.view() == rec.tag.view(); });
-    if (mapped == DxAttrMap.end()) {
-        if (!rec.tag.empty()) DxCiSetAttrSingle(DxActPat, DxHostText(rec.tag.view()), value, false);
+    DX_ATTR_PAIR* mapped = DxAttrIndex.find(DxAttrMap, rec.tag.view());
+    if (!mapped) {
+        if (!rec.tag.empty()) DxCiSetAttrSingle(DxActPat, rec.tag.view(), value, false);
         return;
     }
     if (mapped->host.empty() || DxCiSetAttrSingle(DxActPat, mapped->host.c_str(), value, true) == 0) return;
-    DxProtoMsg(DxMsg(5731, DxHostText(rec.tag.view()).c_str(), mapped->host.c_str()), 1);
+    DxProtoMsg(DxMsg(5731, rec.tag.c_str(), mapped->host.c_str()), 1);
     mapped->host.clear(); // told once
 }
 
@@ -100,7 +99,7 @@ int beginAttributePattern() {
     if (const int error = DxNewPat(0)) return error;
     DxActLevel.attributePat = DxActPatIndex;
     DxActLevel.hasAttributePat = 1;
-    UoSetSingleAttr(DxActPat, DX_INSERT_ATTRIBUTE, DxHostText(DxActLevel.block->name.view()));
+    UoSetSingleAttr(DxActPat, DX_INSERT_ATTRIBUTE, DxActLevel.block->name.view());
     DxNameLayerOfPattern(DxActLevel.layer);
     return around.leave();
 }
@@ -165,7 +164,7 @@ void DxNameLayerOfPattern(const DX_NAME& layer) {
     if (!DxLayerToPattern || !name) return;
     DX_NAME hostName = layer;
     DxTableConvLayer(1, &hostName);
-    UoSetSingleAttr(DxActPat, name, DxHostText(hostName.view()));
+    UoSetSingleAttr(DxActPat, name, hostName.view());
 }
 
 void DxAttribCopyToText(const DX_ATTRIB_TYPE* rec, DX_TEXT_TYPE* text) {
@@ -199,7 +198,7 @@ int DxDrawAttdef(const DX_ATTRIB_TYPE* rec, const Mat44 m) {
     if (DxBlockLevel == 0 && !(rec->flags & INVISIBLE)) {
         DX_TEXT_TYPE text;
         DxAttribCopyToText(rec, &text);
-        text.text = DxHostText(rec->tag.view()).str();
+        text.text = rec->tag.view();
         return DxDrawText(&text, m, DX_TEXT_OF_ENTITY, 0);
     }
     return rec->flags & CONSTANT ? DxDrawAttrib(rec, m) : 0;

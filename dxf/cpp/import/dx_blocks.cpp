@@ -6,7 +6,7 @@
 #include "../sections/dx_objects_import.h"
 #include "../sections/dx_section.h"
 #include "../sections/dx_tables_import.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "import_state.h"
 
 #include <new>

@@ -19,8 +19,10 @@
 #include "dx_entity_walk.h"
 #include "dx_extents.h"
 #include "dx_images.h"
+#include "dx_paper_spaces.h"
 #include "dx_point_clouds.h"
 #include "dx_spaces.h"
+#include "dx_views_import.h"
 #include "mt.h"
 #include "uo.h"
 
@@ -123,6 +125,7 @@ int endPass(int error) {
 int drawPass(Space space, const Mat44 m, DX_SAVE& start) {
     int error = DxfSetScale(isLoadedInto() ? 0 : 1);
     if (error) return error;
+    if (space == MODEL_SPACE) DxModelShift = {DxShiftX, DxShiftY};
     if ((error = DxRestoreActPos(&start))) return error;
     error = walkSection(5712, false, m);
     DxCountEntities = 0;

@@ -49,11 +49,6 @@ bool isStopped() {
     return DxAskForStop();
 }
 
-/// Whether a name ends a run of entities. Blocks don't nest, and a section's end is theirs too.
-bool endsRun(std::string_view name, std::string_view end) {
-    return name == end || (end == "ENDBLK" && (name == "ENDSEC" || name == "BLOCK" || name == "EOF"));
-}
-
 DxEntityContext contextOf(const Mat44 m) {
     if (DxBlockLevel == 0) {
         DxSplineApprox = -1;
@@ -116,6 +111,10 @@ void DxCountPart(std::string_view name) {
     ++DxEntityParts[i].count;
 }
 
+bool DxEndsEntities(std::string_view name, std::string_view end) {
+    return name == end || (end == "ENDBLK" && (name == "ENDSEC" || name == "BLOCK" || name == "EOF"));
+}
+
 int DxDrawCAD(const char* end, const Mat44 m) {
     const DxEntityContext context = contextOf(m);
     const std::string_view endName(end);
@@ -124,7 +123,7 @@ int DxDrawCAD(const char* end, const Mat44 m) {
     for (;;) {
         if (const int error = DxReadPair(pair, 161, showPercent)) return error;
         if (pair.code != 0) continue;
-        if (endsRun(pair.text, endName)) return 0;
+        if (DxEndsEntities(pair.text, endName)) return 0;
         if (const int error = handleEntity(pair.text, context)) return error;
     }
 }
@@ -136,7 +135,7 @@ std::shared_ptr<const DxStoredEntities> DxStoreEntities(const char* end, std::si
     for (;;) {
         if (DxReadPair(pair)) return nullptr;
         if (pair.code != 0) continue;
-        if (endsRun(pair.text, endName)) return stored;
+        if (DxEndsEntities(pair.text, endName)) return stored;
         const DxEntityKind* kind = DxFindEntityKind(pair.text);
         if (!kind || (!kind->run && pair.text != "REGION")) continue; // regions are counted at each walk
         auto entity = kind->store ? kind->store() : nullptr;

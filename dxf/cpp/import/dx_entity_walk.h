@@ -146,6 +146,9 @@ const DxEntityKind* DxFindEntityKind(std::string_view name);
 /// the report counts it too, as drawn if the whole is.
 void DxCountPart(std::string_view name);
 
+/// Whether a name ends a run of entities up to `end`. Blocks don't nest, and a section's end is theirs too.
+bool DxEndsEntities(std::string_view name, std::string_view end);
+
 /// Reads and draws entities until a group 0 equal to `end` ("ENDSEC" or "ENDBLK"). A block whose end is
 /// missing ends with the section or where the next one begins. 0, an error of a reader or draw function, or
 /// 9009 when the user stopped.

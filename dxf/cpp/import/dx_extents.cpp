@@ -3,6 +3,7 @@
 #include "../config/config_state.h"
 #include "../sections/dx_header_import.h"
 #include "../sections/sections_state.h"
+#include "../session/dx_documents.h"
 #include "../session/session_state.h"
 #include "dx_transform.h"
 #include "ge.h"
@@ -81,9 +82,8 @@ void DxStoreMaxXY(double x, double y) {
     DxStoreMaxXYZ(x, y, 0);
 }
 
-int DxSetExtMinMaxIns(const DX_BLOCK_RECORD_TYPE* /*space*/) {
-    if (DxActSpace >= 2) return 3011; // no layout is read that could say anything of such a space
-    const Space space = headerSpace(DxActSpace == 1);
+/// Extents and base of a space become those of the session, in its user coordinate system if that is wanted.
+static int takeSpace(const Space& space) {
     DxExtMin = space.min;
     DxExtMax = space.max;
     DxInsBase = space.base;
@@ -91,6 +91,16 @@ int DxSetExtMinMaxIns(const DX_BLOCK_RECORD_TYPE* /*space*/) {
     Mat44 ucs;
     if (const int error = DxHeaderUcsToMat(space.ucsOrigin, space.ucsX, space.ucsY, ucs)) return error;
     return DxTransformExtents(ucs);
+}
+
+int DxSetExtMinMaxIns(const DX_BLOCK_RECORD_TYPE* space) {
+    constexpr int notApplicable = 3011;
+    if (DxActSpace < 2) return takeSpace(headerSpace(DxActSpace == 1));
+    if (!space || !space->handle || !space->layoutHandle || !DxDocuments.current_) return notApplicable;
+    const DX_LAYOUT_TYPE* layout = DxDocuments.current_->objects.layoutOf(*space);
+    if (!layout) return notApplicable;
+    return takeSpace(
+        {layout->extMin, layout->extMax, layout->base, layout->ucsOrigin, layout->ucsX, layout->ucsY});
 }
 
 int DxTransformExtents(const Mat44 m) {

@@ -1,6 +1,7 @@
-// The report of an import, put together from what the walk counted.
+// The reports of import and export, put together from what the walk counted and what the protocol was told.
 #include "dx_report.h"
 
+#include "../session/dx_protocol.h"
 #include "dx_entity_walk.h"
 #include "import_state.h"
 
@@ -13,8 +14,13 @@ DxImportReport DxGetImportReport() {
             report.entities[std::string(DxKinds[i].name)] = DxKindTally[i];
         }
     }
+    report.messages = DxProtoMessages(0);
     for (auto& [name, count] : report.entities) count.skipped = std::max(0L, count.read - count.drawn);
     return report;
+}
+
+DxExportReport DxGetExportReport() {
+    return {DxProtoMessages(1)};
 }
 
 void DxResetImportReport() {

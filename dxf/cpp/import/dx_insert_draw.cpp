@@ -3,9 +3,9 @@
 #include "../config/dx_layers.h"
 #include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "blocks_state.h"
 #include "dx_attributes.h"
@@ -94,10 +94,10 @@ int beginPattern(const DX_INSERT_TYPE& insert, const InsertLayer& layer) {
     DxActLevel.attributePat = DxActPatIndex;
     if (!DxBlockToPattern) return 0;
     if (const char* name = DxAttributeOfOrder(DxBlockOrder, "block"))
-        UoSetSingleAttr(DxActPat, name, DxHostText(insert.blockName.view()));
+        UoSetSingleAttr(DxActPat, name, insert.blockName.view());
     DxNameLayerOfPattern(layer.name);
     if (DxBlockOrder != DX_ORDER_GROUP && !(DxLayerToPattern && DxLayerOrder == DX_ORDER_GROUP) && DxTopBlock)
-        UoSetSingleAttr(DxActPat, "#G", DxHostText(DxTopBlock->name.view()));
+        UoSetSingleAttr(DxActPat, "#G", DxTopBlock->name.view());
     return 0;
 }
 
@@ -139,7 +139,7 @@ public:
         if (!isOutermost_) return;
         DxEntitiesLeft = DX_ENDLESS_BLOCK_SHARE;
         DxProtoMsg(UtFormat("Block %s inserts so many others that it would never be drawn whole!",
-                            DxHostText(block.name.view()).c_str()),
+                            block.name.c_str()),
                    1);
     }
     EndlessBlock(const EndlessBlock&) = delete;
@@ -153,7 +153,7 @@ private:
 };
 
 void reportStop(const DX_BLOCK_TYPE& block) {
-    DxProtoMsg(UtFormat("Stopped while block %s was drawn.", DxHostText(block.name.view()).c_str()), 1);
+    DxProtoMsg(UtFormat("Stopped while block %s was drawn.", block.name.c_str()), 1);
 }
 
 } // namespace
@@ -163,7 +163,7 @@ int DxCheckRecursion(const DX_NAME& block) {
         DxDocuments.current_ ? DxDocuments.current_->findBlockOutwards(block.view()) : nullptr;
     for (int level = DxBlockLevel; found && level >= 1; --level) {
         if (!DxIsDrawnAt(level, *found)) continue;
-        const UtCString name = DxHostText(block.view());
+        const UtCString name(block.view());
         DxProtoMsg(DxMsg(level == DxBlockLevel ? 5717 : 5719, name.c_str()), 1);
         DxProtoMsg(DxMsg(5718), 1);
         return 0;
@@ -185,7 +185,7 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     DxfEntityFileReference reference;
     DxGetBlock(rec->blockName.view(), reference);
     if (!reference.block) {
-        DxProtoMsg(DxMsg(5703, DxHostText(rec->blockName.view()).c_str()), 1);
+        DxProtoMsg(DxMsg(5703, rec->blockName.c_str()), 1);
         return DxRestoreActPos(&save);
     }
     const EndlessBlock endless(*reference.block);

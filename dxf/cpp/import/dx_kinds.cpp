@@ -1,12 +1,15 @@
 #include "dx_kinds.h"
 
+#include "../dimension/dx_dim_import.h"
 #include "../solid/dx_space_import.h"
 #include "../text/dx_text_import.h"
 #include "dx_attributes.h"
+#include "dx_images.h"
 #include "dx_insert_import.h"
 #include "dx_linework_import.h"
 #include "dx_polyline_import.h"
 #include "dx_spline_import.h"
+#include "dx_views_import.h"
 
 #include <algorithm>
 #include <iterator>
@@ -25,6 +28,9 @@ std::size_t dxBytesBeside(const DX_INSERT_TYPE& insert) {
 std::size_t dxBytesBeside(const DX_POLYLINE_TYPE& polyline) {
     return polyline.vertices.capacity() * sizeof polyline.vertices[0] +
            polyline.styles.capacity() * sizeof polyline.styles[0];
+}
+std::size_t dxBytesBeside(const DX_DIM_TYPE& dim) {
+    return dim.styleOverride ? sizeof *dim.styleOverride : 0;
 }
 std::size_t dxBytesBeside(const DX_SPLINE_TYPE& spline) {
     return spline.knots.capacity() * sizeof spline.knots[0] +
@@ -53,18 +59,24 @@ constexpr DxEntityKind kinds[] = {
     dxSkippedKind("3DSOLID"),
     dxSkippedKind("ACAD_PROXY_ENTITY"),
     dxKind(       "ARC",                dxStage<DxReadArc>,      dxStage<DxDrawArc>,        dxStage<DxDraw3dArc>),
+    dxKind(       "ARC_DIMENSION",      dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>,     dxNoStage),
     dxKind(       "ATTDEF",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttdef>,     dxNoStage),
     dxKind(       "ATTRIB",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttrib>,     dxNoStage),
     dxSkippedKind("BODY"),
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxStage<DxDraw3dCircle>),
+    dxKind(       "DIMENSION",          dxStage<DxReadDim>,      dxStage<DxDrawDim>,        dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
+    dxKind(       "IMAGE",              dxStage<DxReadImage>,    dxStage<DxDrawImage>,      dxNoStage),
     dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
+    dxKind(       "LARGE_RADIAL_DIMENSION", dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>, dxNoStage),
     dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxStage<DxDraw3dLine>),
     storedAsLwPolyline(
     dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxStage<DxDraw3dPolylineRow>)),
     dxKind(       "MESH",               dxStage<DxReadSubDMesh>, dxStage<DxDrawSubDMesh>,   dxNoStage),
     dxSkippedKind("MLINE"),
     dxKind(       "MTEXT",              dxStage<DxReadMtext>,    dxStage<DxDrawMtext>,      dxNoStage),
+    dxKind(       "OLE2FRAME",          dxStage<DxReadOleFrame>, dxStage<DxDrawOleFrame>,   dxNoStage),
+    dxKind(       "OLEFRAME",           dxStage<DxReadOleFrame>, dxStage<DxDrawOleFrame>,   dxNoStage),
     dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxStage<DxDraw3dPoint>),
     storedAsPolyline(
     dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxStage<DxDraw3dPolylineRow>)),
@@ -76,6 +88,7 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "TEXT",               dxStage<DxReadText>,     dxStage<DxDrawTextEntity>, dxNoStage),
     dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxStage<DxDraw3dSolid>),
     dxKind(       "VERTEX",             dxStage<DxReadVertexRow>, dxStage<DxDrawVertex>,     dxStage<DxDraw3dVertex>),
+    dxKind(       "VIEWPORT",           dxStage<DxReadViewport>, dxStage<DxDrawViewport>,   dxNoStage),
 };
 // clang-format on
 

@@ -1,20 +1,13 @@
 // Model space, paper spaces and their views.
 #pragma once
 
-#include "dx_tables.h"
+#include "dx_objects.h"
 #include "rpt.h"
 
-/// Shows the host's view of the space that is read. Model space: the default view, 3006 when there is none.
-/// Paper spaces have no views of their own yet: their content goes into the view that is shown.
+/// Shows the host's view of the space that is read. Model space: the default view, 3006 when there is none. A
+/// paper space: a new sheet.
 int DxCiSwitchToReadSpace();
-/// Draws a VIEW as the outline of its rectangle. Views aren't drawn yet. 0 or an error number.
-int DxDrawView(const DX_VIEW_TYPE& view, const Mat44 m);
-/// Draws the paper spaces behind the first, which stand in blocks. They aren't drawn yet. 0 or an error
-/// number.
-int DxFinishPaperSpaces(const Mat44 m);
-/// Draws the viewports of the layouts, behind a pass over model space. They aren't drawn yet. 0 or an error
-/// number.
-int DxFinishModelSpace(const Mat44 m);
-/// Looks at the VIEWPORT entities of a layout's block until `end`. They aren't drawn yet: they are passed
-/// over. 0 or the reader's error.
+/// Fits the sheet of the paper space that is read to its layout: format, and the layout's name. Always 0.
+int DxCiChangeReadSpace(const DX_LAYOUT_TYPE* layout);
+/// As DxDrawCAD, for VIEWPORT entities alone.
 int DxDrawVP(const char* end, const Mat44 m);

@@ -3,12 +3,14 @@
 RPT3 DxExtMin{DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
 RPT3 DxExtMax{DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
 RPT3 DxInsBase{};
+RPT DxModelShift{};
 RPT3 DxLastPoint{};
 DX_INSERT_LEVEL DxActLevel;
 DxTable<DX_INSERT_LEVEL> DxInsertStack;
 int DxPlotCount = 1, DxViewportCount = 1;
 int DxPolylineOpen = 0;
 int DxAbortCount = 0;
+int DxViewportAbortCount = 0;
 long DxEntitiesLeft = 0;
 int DxPassIsLong = 0;
 int DxSplineApprox = -1;
@@ -29,11 +31,13 @@ void DxResetImportState() {
     DxExtMin = {DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
     DxExtMax = {DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
     DxInsBase = DxLastPoint = {0, 0, 0};
+    DxModelShift = {0, 0};
     DxActLevel = DX_INSERT_LEVEL{};
     DxActLevel.layer.assign("0");
     DxPlotCount = DxViewportCount = 1;
     DxPolylineOpen = 0;
     DxAbortCount = 0;
+    DxViewportAbortCount = 0;
     DxEntitiesLeft = 0;
     DxPassIsLong = 0;
     DxSplineApprox = -1;

@@ -50,6 +50,7 @@ struct DX_INSERT_LEVEL {
 
 extern RPT3 DxExtMin, DxExtMax;    ///< extents of the active space
 extern RPT3 DxInsBase;             ///< insertion base of the active space
+extern RPT DxModelShift;           ///< drawing shift of model space, once it is drawn
 extern RPT3 DxLastPoint;           ///< last point drawn, world coordinates ahead of the shift
 extern DX_INSERT_LEVEL DxActLevel; ///< the place of the entities that are read; DxInsertScope sets it
 extern DxTable<DX_INSERT_LEVEL> DxInsertStack; ///< entry n is level n as it began, up to the active one
@@ -71,6 +72,7 @@ int DxBeginInsertStack(int color, std::string_view lineType);
 
 extern int DxPlotCount, DxViewportCount; ///< running numbers of layouts and viewports
 extern int DxPolylineOpen;               ///< 1 while a polyline's vertices are drawn
+extern int DxViewportAbortCount;         ///< the same for a walk that looks at viewports alone
 extern int DxAbortCount;                 ///< entities since the host was last asked whether to stop
 extern long DxEntitiesLeft; ///< entities until a walk that would never end is stopped, 0: no such walk
 extern int DxPassIsLong;    ///< the walk was stopped for its length, not by the user

@@ -1,8 +1,8 @@
 #include "dx_header_keep.h"
 
 #include "../host/dx_host.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_reader.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "dx_codes.h"
 #include "dx_template.h"
@@ -58,7 +58,8 @@ int collect(const std::set<std::string, std::less<>>& names, std::vector<std::st
         std::string line(pair.text);
         line += '=';
         if (const int error = readValues(line)) return error;
-        lines.emplace_back(DxWithoutCutUtf8(std::string_view(line).substr(0, LONGEST_LINE)));
+        DxCutChars(line, LONGEST_LINE);
+        lines.push_back(std::move(line));
     }
 }
 

@@ -1,8 +1,8 @@
 // STYLE records: text styles.
 #include "../session/dx_documents.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_fields.h"
 #include "../session/dx_reader.h"
+#include "../session/dx_unicode.h"
 #include "dx_tables_import.h"
 #include "dx_tables_read.h"
 
@@ -91,11 +91,11 @@ int DxTableGetStyleIndex(const DX_STYLE_TYPE& rec, int& index) {
 }
 
 void DxConvStyleFilename(std::string_view source, DX_NAME* target) {
-    std::string name = DxHostText(source).str(); // no half of a character is taken for a sign of a path
+    std::string name = DxHostText(source).str();
     std::transform(name.begin(), name.end(), name.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     if (const std::size_t shx = name.find(".shx"); shx != std::string::npos) name.resize(shx);
     const std::size_t separator = name.find_last_of("/\\:");
     const bool hasPath = separator != std::string::npos && separator > 0;
-    target->assign(DxUtf8ToFile(hasPath ? std::string_view(name).substr(separator + 1) : name));
+    target->assign(hasPath ? std::string_view(name).substr(separator + 1) : name);
 }

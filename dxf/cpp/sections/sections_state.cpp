@@ -13,6 +13,8 @@ RPT3 DxHdrPaperExtMin{}, DxHdrPaperExtMax{};
 RPT3 DxHdrUcsOrg{}, DxHdrUcsXDir{}, DxHdrUcsYDir{};
 RPT3 DxHdrPaperUcsOrg{}, DxHdrPaperUcsXDir{}, DxHdrPaperUcsYDir{};
 
+std::map<std::uint32_t, DX_MATERIAL_TYPE> DxMaterials;
+
 void DxResetSectionsState() {
     DxAttMode = 1;
     DxFileInsUnits = 0;
@@ -24,4 +26,5 @@ void DxResetSectionsState() {
     DxHdrUcsOrg = DxHdrPaperUcsOrg = {0, 0, 0};
     DxHdrUcsXDir = DxHdrPaperUcsXDir = {1, 0, 0};
     DxHdrUcsYDir = DxHdrPaperUcsYDir = {0, 1, 0};
+    DxMaterials.clear();
 }

@@ -1,7 +1,10 @@
-// What the HEADER section of the main file says, for the session.
+// What the HEADER section of the main file says, and the materials of all files, for the session.
 #pragma once
 
+#include "dx_objects.h"
 #include "rpt.h"
+
+#include <map>
 
 extern int DxAttMode;                           ///< $ATTMODE: 0 no attribute texts, 1 visible ones, 2 all
 extern int DxFileInsUnits;                      ///< $INSUNITS
@@ -12,6 +15,9 @@ extern RPT3 DxHdrUcsOrg, DxHdrUcsXDir, DxHdrUcsYDir;                ///< $UCSORG
 extern RPT3 DxHdrPaperUcsOrg, DxHdrPaperUcsXDir, DxHdrPaperUcsYDir; ///< $PUCSORG, $PUCSXDIR, $PUCSYDIR
 
 extern int DxHeaderPat; ///< pattern that holds the kept header variables, -1 if none
+
+/// Materials by handle; the first of a handle stays.
+extern std::map<std::uint32_t, DX_MATERIAL_TYPE> DxMaterials;
 
 /// Start values of all of the above: nothing known of the file.
 void DxResetSectionsState();

@@ -284,8 +284,10 @@ DxfEntityFilePosition::DxfEntityFilePosition(FILE* stream, std::int32_t offset, 
 }
 
 DxfEntityFilePosition::~DxfEntityFilePosition() {
+    const DxfDocument* const ended = DxReadEnded;
     if (!switched_ || DxRestoreActPos(&save_)) return;
     DxPair pair;
     while (DxReadPair(pair) == 0)
-        if (pair.code == markerCode_ && pair.text == marker_.str()) return;
+        if (pair.code == markerCode_ && pair.text == marker_.str()) break;
+    if (ended) DxReadEnded = ended; // which is why this ticket goes out of scope
 }

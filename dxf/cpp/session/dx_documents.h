@@ -1,6 +1,7 @@
 // Open drawing files of a session.
 #pragma once
 
+#include "dx_objects.h"
 #include "dx_reader.h"
 #include "dx_types.h"
 #include "ut.h"
@@ -123,6 +124,17 @@ private:
     DxLayerIndex layerIndex_{false}, upperLayerIndex_{true};
 };
 
+/// What the OBJECTS section of a file says.
+struct DxObjects {
+    DxTable<DX_GEODATA_TYPE> geoData;
+    DxTable<DX_LAYOUT_TYPE> layouts;
+    std::vector<DX_IMAGE_DEF_TYPE> imageDefs;
+
+    /// The layout of a block record: each of them names the other. Null when there is none.
+    const DX_LAYOUT_TYPE* layoutOf(const DX_BLOCK_RECORD_TYPE& record) const;
+    const DX_IMAGE_DEF_TYPE* imageDef(std::uint32_t handle) const; ///< The first of this handle, or null.
+};
+
 /// One open file. Owns its stream, its mapping and its temporary file.
 class DxfDocument {
 public:
@@ -143,6 +155,7 @@ public:
     UtCString prefix;                      ///< base name, empty for the main file
     UtCString foundAs;                     ///< path of the file that the name led to, ahead of a conversion
     DxTables tables;                       ///< copies of the manager's at the opening
+    DxObjects objects;
     std::deque<DX_BLOCK_TYPE> blocks; ///< block definitions found in this file; they keep their addresses
     std::int32_t entitiesPos = -1;    ///< of an external reference: its ENTITIES section, -1 until found
     /// Version and code page of an external reference's strings; 0 where they are those of the session.

@@ -16,7 +16,6 @@
 #include "../sections/dx_tables_import.h"
 #include "dx_codes.h"
 #include "dx_driver_frame.h"
-#include "dx_encoding.h"
 #include "dx_session.h"
 #include "dx_writer.h"
 
@@ -43,6 +42,12 @@ int DxWriteEntitySection() {
 }
 
 namespace {
+
+/// A file name without its extension; a name that begins with its only point has none.
+std::string withoutExtension(const std::string& name) {
+    const std::size_t point = name.rfind('.');
+    return point == std::string::npos || point == 0 ? name : name.substr(0, point);
+}
 
 /// Copies the file at `path` behind what the header stream holds.
 int appendFile(const UtCString& path) {
@@ -78,7 +83,7 @@ namespace {
 
 /// The tables of the template that is open, which is closed.
 void readTemplateTables() {
-    if (DxMiscCheckVersion(DX_LEVEL_UTF8)) DxFileVersion = 1021; // its strings are UTF-8
+    DxFileVersion = 1021; // its strings are UTF-8; one that is not is of the code page
     if (DxReadUntil(0, "SECTION") == 0 && DxReadUntil(2, "TABLES") == 0) {
         DxUnGetLine();
         DxReadTableSection(1);
@@ -104,14 +109,8 @@ void readTemplate() {
     if (wasConverted) UtFileRemove(converted);
 }
 
-/// The host's text of a string in configuration or template. Bytes that are no UTF-8 are most likely of the
-/// code page.
-UtCString tableText(const DX_NAME& bytes) {
-    return DxIsUtf8(bytes.view()) ? DxHostText(bytes.view()) : UtCString(bytes.view(), DxCodePage);
-}
-
 void fitName(DX_NAME& name) {
-    UtCString text = tableText(name);
+    UtCString text(name.view());
     DxCheckName(text);
     name.assign(text.str());
 }
@@ -120,10 +119,7 @@ void fitName(DX_NAME& name) {
 /// first stays.
 void makeNamesFit() {
     DxTables& tables = DxDocuments.currentTables();
-    for (DX_LTYPE_TYPE& lineType : tables.lineTypes) {
-        fitName(lineType.name);
-        lineType.description.assign(tableText(lineType.description).str());
-    }
+    for (DX_LTYPE_TYPE& lineType : tables.lineTypes) fitName(lineType.name);
     std::set<std::string> seen;
     DxTable<DX_LAYER_TYPE> layers;
     for (DX_LAYER_TYPE& layer : tables.layers) {
@@ -200,7 +196,7 @@ void Export::convertToDwg() {
 void Export::write() {
     DxTargetExisted = UtIsFile(DxFileName) ? 1 : 0;
     DxOutDir = UtPathDir(DxFileName);
-    DxOutBase = UtPathFile(DxFileName);
+    DxOutBase = UtCString(withoutExtension(UtPathFile(DxFileName).str()));
     const bool showsDraw = DxMacroNumber("&DxfShowDraw") >= 0.5;
     int pattern = 0;
     if (!showsDraw) Dxovpat(-1, &pattern);

@@ -80,6 +80,9 @@ public:
     }
 
 private:
+    /// Whether a record has room for such a member: compilers warn of code for one that can't be there.
+    template <class Member>
+    static constexpr bool mayHold = sizeof(R) >= sizeof(Member);
     static constexpr unsigned slotsARow = 4; // a row has at most three components
     static_assert(N * slotsARow < 256, "the index holds one byte a code");
 
@@ -109,11 +112,15 @@ private:
             break;
         case Kind::Hex: record.*row.hex = DxHexToU32(text); break;
         case Kind::Name:
-            (record.*row.name).assign(text);
-            if (row.flags & DX_UPPER) DxUpperName(record.*row.name);
+            if constexpr (mayHold<DX_NAME>) {
+                (record.*row.name).assign(text);
+                if (row.flags & DX_UPPER) DxUpperName(record.*row.name);
+            }
             break;
         case Kind::Point: putComponent(record.*row.point, component, text); break;
-        case Kind::PointOf4: putComponent((record.*row.points)[row.index], component, text); break;
+        case Kind::PointOf4:
+            if constexpr (mayHold<RPT3[4]>) putComponent((record.*row.points)[row.index], component, text);
+            break;
         case Kind::Triple: (record.*row.triple)[component] = DxfReadConvDouble(text); break;
         }
     }
@@ -129,13 +136,14 @@ consteval DxFieldTable<R, N> dxFields(const DxField<R> (&rows)[N]) {
 }
 
 /// Reads pairs into `record` up to the next group 0, which is handed back. A pair that the table doesn't know
-/// goes to `rest` (const DxPair&), which may keep what concerns it. 0 or the reader's error.
+/// goes to `rest` (const DxPair&), which may keep what concerns it. Values are cut to `maxLength` - 1 bytes.
+/// 0 or the reader's error.
 template <class R, std::size_t N, class Rest>
-int DxReadFields(R& record, const DxFieldTable<R, N>& fields, Rest&& rest) {
+int DxReadFields(R& record, const DxFieldTable<R, N>& fields, Rest&& rest, int maxLength = 161) {
     const bool showPercent = DxShowsPercent();
     DxPair pair;
     for (;;) {
-        if (const int error = DxReadPair(pair, 161, showPercent)) return error;
+        if (const int error = DxReadPair(pair, maxLength, showPercent)) return error;
         if (pair.code == 0) {
             DxUnGetLine();
             return 0;

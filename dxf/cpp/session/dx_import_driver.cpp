@@ -5,6 +5,7 @@
 #include "../host/dx_host.h"
 #include "../import/dx_blocks.h"
 #include "../import/dx_entity_section.h"
+#include "../import/dx_paper_spaces.h"
 #include "../import/dx_spaces.h"
 #include "../import/dx_transform.h"
 #include "../import/import_state.h"
@@ -51,11 +52,23 @@ void report(const UtCString& text) {
     DxProtoMsg(text, 1);
 }
 
-/// Where the reading ended, for whoever has to mend the file.
+/// The file whose conversion a document reads, empty when it reads the file itself.
+UtCString convertedFrom(const DxfDocument& document) {
+    if (!document.tempName.Get().IsEmpty()) return document.foundAs;
+    return document.parent.Get() ? UtCString() : DxSourceFileName;
+}
+
+/// Where the reading ended, for whoever has to mend the file: a line means nothing in a binary one.
 void reportPlace(const DxfDocument* document) {
     if (!document) return;
-    report(UtFormat("The reading ended in line %ld of file %s.", DxReadLineNumber(),
-                    document->name.Get().c_str()));
+    const long line = DxReadLineNumber(*document);
+    const UtCString source = convertedFrom(*document);
+    const long long byte = source.IsEmpty() ? -1 : UtConvertedByte(source, line);
+    const char* const name = document->name.Get().c_str();
+    if (byte >= 0)
+        report(UtFormat("The reading ended at byte %lld of file %s.", byte, name));
+    else
+        report(UtFormat("The reading ended in line %ld of file %s.", line, name));
 }
 
 /// What went wrong, in words. Numbers whose reason has been told already are silent.
@@ -70,7 +83,7 @@ void reportError(int error) {
     case 9001: report(DxMsg(5809, DxFileName)); break;
     case 9003:
         report(DxMsg(document && document->sectionSeen.Get() ? 5714 : 5713));
-        reportPlace(document);
+        reportPlace(DxReadEnded ? DxReadEnded : document);
         break;
     case ABORTED: report("aborted .. "); break;
     default:
@@ -78,6 +91,13 @@ void reportError(int error) {
         reportPlace(document);
         break;
     }
+}
+
+/// The host shows model space again.
+int showModel() {
+    DxActSpace = 0;
+    DxPlotCount = DxViewportCount = 1;
+    return DxCiSwitchToReadSpace();
 }
 
 void reportSuccess() {
@@ -100,7 +120,7 @@ private:
 
     void useMatrixVariable();
     int readSections();
-    void closeDocuments();
+    void noteCorrectedFiles();
     void showCorrectedFiles() const;
 
     const UtCString& configName_;
@@ -168,15 +188,19 @@ int Import::readSections() {
     section([] { return DxReadBlockSection(); });
     section([this] { return DxReadEntitySection(matrix_); });
     if (!error && DxReadSpace == 2) error = DxFinishPaperSpaces(matrix_);
-    if (!error && DxUseGeoref && DxHasGeoData()) error = DxApplyGeoreference(matrix_);
+    if (!error && DxUseGeoref && DxHasGeoData()) {
+        if (DxReadSpace == 2) error = showModel();
+        if (!error) error = DxApplyGeoreference(matrix_);
+    }
     return error;
 }
 
-/// After other errors the documents stay open until the next session begins.
-void Import::closeDocuments() {
-    for (const auto& [name, document] : DxDocuments.byName)
-        if (document->recovered.Get()) correctedFiles_.push_back(document->name.Get());
-    DxReadClose();
+void Import::noteCorrectedFiles() {
+    for (const auto& [name, document] : DxDocuments.byName) {
+        if (!document->recovered.Get()) continue;
+        correctedFiles_.push_back(document->name.Get());
+        DxReport.recovered.push_back(document->name.Get().str());
+    }
 }
 
 void Import::showCorrectedFiles() const {
@@ -195,8 +219,9 @@ void Import::read() {
 
     outcome_ = DxGuarded([this] { return readSections(); });
     if (outcome_ == EXCEPTION) DxCiElemDrawPat(); // what was drawn before stays
-    if (outcome_ == 0 || outcome_ == ABORTED) {
-        closeDocuments();
+    noteCorrectedFiles();
+    if (outcome_ == 0 || outcome_ == ABORTED) { // else the documents stay open until the next session begins
+        DxReadClose();
         DxSetPenLt(DxPen, DxLt);
     }
     if (outcome_)
@@ -205,9 +230,7 @@ void Import::read() {
         reportSuccess();
 
     if (DxReadSpace == 2) {
-        DxActSpace = 0;
-        DxPlotCount = DxViewportCount = 1;
-        DxCiSwitchToReadSpace();
+        showModel();
         DxCiViewUpdate();
     }
     DxCiAddDxfLayer(nullptr);

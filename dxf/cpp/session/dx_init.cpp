@@ -2,6 +2,7 @@
 #include "../config/config_state.h"
 #include "../config/dx_config.h"
 #include "../config/dx_layers.h"
+#include "../dimension/dimension_state.h"
 #include "../dimension/dx_dim_chain.h"
 #include "../export/dx_attributes_export.h"
 #include "../export/dx_block_table.h"
@@ -12,6 +13,7 @@
 #include "../import/dx_images.h"
 #include "../import/dx_kinds.h"
 #include "../import/dx_point_clouds.h"
+#include "../import/image_state.h"
 #include "../import/import_state.h"
 #include "../import/point_cloud_state.h"
 #include "../import/polyline_state.h"
@@ -21,7 +23,6 @@
 #include "../solid/sat/dx_od.h"
 #include "../solid/space_state.h"
 #include "../text/text_state.h"
-#include "dx_encoding.h"
 #include "dx_session.h"
 #include "writer_state.h"
 
@@ -39,6 +40,7 @@ void resetAllState(int isExport) {
     DxResetConfigState();
     DxResetHostState();
     DxResetImportState();
+    DxResetImageState();
     DxResetPolylineState();
     DxResetPointCloudState();
     DxResetSpaceState();
@@ -47,6 +49,7 @@ void resetAllState(int isExport) {
     DxResetTextState();
     DxResetWriterState(isExport);
     DxResetExportState();
+    DxResetDimensionState();
     DxLineTrim = 0;
     DxDocuments.keepsTables = false;
     if (DxInsertStack.empty()) DxInitialize();
@@ -98,8 +101,7 @@ void overrideModus() {
 void nameStartLayers(std::string_view lineType) {
     auto& layers = DxDocuments.currentTables().layers;
     for (std::size_t i = 0; i < layers.size() && i < DX_CLASS_COUNT; ++i) {
-        const UtCString& name = DxLayerFixedNames[i]; // records hold the host's text, or a file's bytes
-        layers[i].name.assign(DxIsExport ? name.str() : name.Ansi(DxFileHostCodePage()));
+        layers[i].name.assign(DxLayerFixedNames[i].str());
         layers[i].lineType.assign(lineType);
     }
 }

@@ -10,9 +10,11 @@
 
 static constexpr char RULE[] = "------------------------------------------";
 
-static FILE* DxProtoFile = nullptr; // the protocol file, null when it isn't open
-static UtCString DxProtoPath;       // its path
-static UtCStringList DxProtoList;   // the texts reported so far in this run
+static FILE* DxProtoFile = nullptr;                 // the protocol file, null when it isn't open
+static UtCString DxProtoPath;                       // its path
+static UtCStringList DxProtoList;                   // the texts reported so far in this run
+static std::vector<DxReportMessage> DxProtoTold[2]; // the messages of the last import and export
+static int DxProtoDirection = 0;                    // 1 while an export reports
 
 /// One line into the protocol file. A disk that is full costs the protocol, not the run.
 static void writeLine(const UtCString& line) {
@@ -26,9 +28,11 @@ static void closeFile() {
     DxProtoFile = nullptr;
 }
 
-int DxProtoOpen(int /*isExport*/) {
+int DxProtoOpen(int isExport) {
     closeFile();
     DxProtoList.Empty();
+    DxProtoDirection = isExport ? 1 : 0;
+    DxProtoTold[DxProtoDirection].clear();
     DxProtoPath = UtPathJoin(OsGetEnvDflt("HD_WORK_DIR", UtGetTempDir()), "dxf.proto");
     DxProtoFile = UtFileOpen(DxProtoPath, "a");
     if (DxProtoFile)
@@ -47,6 +51,7 @@ int DxProtoName(int isExport) {
 
 int DxProtoMsg(const UtCString& text, int beep) {
     if (!DxProtoList.AddUnique(text)) return 0;
+    DxProtoTold[DxProtoDirection].push_back({text.str(), beep ? 1 : 0});
     if (beep) DxBeep(text);
     writeLine(text);
     return 0;
@@ -60,6 +65,10 @@ int DxProtoClose(int isExport, int outcome) {
     closeFile();
     DxProtoList.Empty();
     return 0;
+}
+
+const std::vector<DxReportMessage>& DxProtoMessages(int isExport) {
+    return DxProtoTold[isExport ? 1 : 0];
 }
 
 void DxDisplay(const UtCString& text) {

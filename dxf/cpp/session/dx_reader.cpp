@@ -1,11 +1,10 @@
 #include "dx_reader.h"
 
 #include "dx_documents.h"
-#include "dx_encoding.h"
-#include "dx_fixed.h"
 #include "dx_line_scan.h"
 #include "dx_messages.h"
 #include "dx_protocol.h"
+#include "dx_unicode.h"
 #include "os.h"
 #include "session_state.h"
 
@@ -13,22 +12,21 @@
 #include <cstring>
 
 int DxLineTrim = 0;
+const DxfDocument* DxReadEnded = nullptr;
 
 namespace {
 
 /// Longest physical line; what is longer counts as several lines.
 constexpr std::ptrdiff_t LINE_LIMIT = 1'048'575;
 
-/// The current pair. Its text lies in the mapping of a document or in `buffer`.
+/// The current pair. Its texts lie in the mapping of a document or in `buffer`.
 struct Line {
-    std::string_view text; ///< bytes of the file's code page, cut to the limit of the call that read it
+    std::string_view text;  ///< UTF-8 for strings, cut to the limit of the call that read it
+    std::string_view bytes; ///< as in the file
     int code = 0;
     int next = 1;          ///< 0: the next call delivers this pair again
     bool isPadded = false; ///< 16 bytes can be read at the text, whatever its length
-    bool isUtf8 = false;   ///< the file has the text as `utf8`
-    std::string_view utf8;
     std::string buffer;    ///< texts that stand in no file as they are
-    std::string converted; ///< `utf8` where the file has the text in another form
 };
 
 Line line;
@@ -84,37 +82,32 @@ bool isStringCode(int code) {
     return code >= 1 && code <= 9;
 }
 
-/// Whether the strings of groups 1 to 9 need more than a look at their bytes: they are UTF-8 from AC1021 on,
-/// and an external reference may have a code page of its own.
-bool decodesStrings(const DxfDocument& document) {
-    return DxFileVersion >= 1021 || document.version >= 1021 ||
-           (document.codePage != 0 && document.codePage != DxCodePage);
+/// Names have their escapes resolved, so that each has one form. In other strings they are part of the codes
+/// that those who read texts take apart.
+bool isNameCode(int code) {
+    return code == 2 || (code >= 6 && code <= 8);
 }
 
-/// A string of a document as UTF-8; `converted` holds it where the document isn't. A character that the cut
-/// has halved goes.
-std::string_view utf8Of(const DxfDocument& document, std::string_view bytes, bool isCut,
-                        std::string& converted) {
+/// Bytes of the strings of a document as UTF-8. They are that already from AC1021 on; bytes that aren't after
+/// all are most likely of the code page.
+std::string decoded(const DxfDocument& document, std::string_view bytes) {
     const int version = document.version ? document.version : DxFileVersion;
-    if (version >= 1021) return isCut ? DxWithoutCutUtf8(bytes) : bytes;
-    converted = UtCString(bytes, OsUserCodePageIdToTorvaCodePage(document.codePage)).str();
-    return converted;
+    if (version >= 1021 && DxIsUtf8(bytes)) return std::string(bytes);
+    return DxFromCodePage(bytes, document.codePage ? document.codePage : DxCodePage);
 }
 
-/// Makes the decoded string the text of the pair. Bytes that aren't UTF-8 after all stay as they are: they
-/// are most likely of the file's code page.
-void decodeLine(const DxfDocument& document, std::string_view bytes, bool isCut, std::size_t limit) {
-    bytes = utf8Of(document, bytes, isCut, line.converted);
-    if (!DxIsUtf8(bytes)) return;
-    line.isUtf8 = true;
-    line.utf8 = bytes;
-    line.buffer = DxUtf8ToFile(bytes);
-    line.text = std::string_view(line.buffer).substr(0, DxFittingLength(line.buffer, limit));
+/// True for strings that need more than a look: most are plain ASCII.
+bool needsDecoding(int code, std::string_view bytes) {
+    const bool isName = isNameCode(code);
+    return std::any_of(bytes.begin(), bytes.end(),
+                       [&](char c) { return (c & 0x80) != 0 || (isName && c == '\\'); });
+}
+
+void decodeLine(const DxfDocument& document) {
+    line.buffer = decoded(document, line.bytes);
+    if (isNameCode(line.code)) line.buffer = DxWithoutEscapes(line.buffer);
+    line.text = line.buffer;
     line.isPadded = false;
-}
-
-bool isAscii(std::string_view bytes) {
-    return std::none_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
 }
 
 /// Reads the next pair from the current document. False at its end, with the current pair as it was.
@@ -123,25 +116,29 @@ inline bool readLine(int maxLength) {
     if (!document) return false;
     const char* const data = document->view.data;
     const std::size_t size = document->view.size;
-    if (document->position >= size) return false;
+    if (document->position >= size) {
+        DxReadEnded = document;
+        return false;
+    }
     const char* at = data + document->position;
     const char* const end = data + size;
     const int code = takeCode(at, end);
     if (at == end) {
         document->position = size;
+        DxReadEnded = document;
         return false;
     }
-    std::string_view bytes = takeLine(at, end);
+    line.bytes = line.text = takeLine(at, end);
     document->position = static_cast<std::size_t>(at - data);
-    const auto limit = static_cast<std::size_t>(maxLength - 1);
-    const bool isCut = bytes.size() > limit;
-    if (isCut) bytes = bytes.substr(0, DxFittingLength(bytes, limit));
     line.code = code;
-    line.text = bytes;
-    line.isPadded = end - bytes.data() >= 16;
-    line.isUtf8 = false;
-    if (isStringCode(code) && decodesStrings(*document) && !isAscii(bytes))
-        decodeLine(*document, bytes, isCut, limit);
+    line.isPadded = end - line.text.data() >= 16;
+    if (isStringCode(code) && needsDecoding(code, line.bytes)) decodeLine(*document);
+    const auto limit = static_cast<std::size_t>(maxLength - 1);
+    if (line.text.size() > limit) {
+        const std::size_t length = isStringCode(code) ? DxCharsLength(line.text, limit) : limit;
+        if (line.bytes.data() == line.text.data()) line.bytes = line.bytes.substr(0, length);
+        line.text = line.text.substr(0, length);
+    }
     return true;
 }
 
@@ -166,11 +163,6 @@ inline std::string_view trimmedByOption(std::string_view text) {
     return DxLineTrim ? trimmed(text, DxLineTrim & 6, DxLineTrim & 5) : text;
 }
 
-UtCString wideText(std::string_view text) {
-    if (line.isUtf8) return trimmedByOption(line.utf8);
-    return {text, DxFileHostCodePage()};
-}
-
 /// Settings in a comment: "SCALE a:b" and "FORMAT word".
 void readComment(std::string_view text) {
     if (text.starts_with("SCALE")) {
@@ -188,37 +180,38 @@ void readComment(std::string_view text) {
 
 } // namespace
 
-int DxReadPair(DxPair& pair, int maxLength, bool showPercent, UtCString* wide) {
+int DxReadPair(DxPair& pair, int maxLength, bool showPercent) {
     if (line.next && !readLine(maxLength)) return 9003;
     if (showPercent) showProgress();
     pair.code = line.code;
     pair.text = trimmedByOption(line.text);
-    pair.isUtf8 = line.isUtf8;
+    pair.bytes = trimmedByOption(line.bytes);
     line.next = 1;
-    if (wide) *wide = wideText(pair.text);
     return 0;
 }
 
 int DxGetLineVar(int* code, char* text, int maxLength, bool showPercent, UtCString* wide) {
     DxPair pair;
-    if (const int error = DxReadPair(pair, maxLength, showPercent, wide)) return error;
-    // A pair handed back may have been read with a larger limit than this buffer's.
-    const std::size_t n = std::min(pair.text.size(), static_cast<std::size_t>(maxLength - 1));
-    if (n <= 16 && line.isPadded && !DxLineTrim && maxLength >= 16)
-        std::memcpy(text, pair.text.data(), 16); // cheaper than the few bytes that most values have
-    else if (n)
-        std::memcpy(text, pair.text.data(), n);
-    text[n] = 0;
+    if (const int error = DxReadPair(pair, maxLength, showPercent)) return error;
+    std::string_view fitting = pair.text.substr(0, static_cast<std::size_t>(maxLength - 1));
+    if (fitting.size() < pair.text.size() && isStringCode(pair.code)) {
+        std::size_t edge = fitting.size();
+        while (edge > 0 && !DxBeginsChar(pair.text[edge])) --edge;
+        fitting = fitting.substr(0, edge);
+    }
+    if (fitting.size() <= 16 && line.isPadded && !DxLineTrim && maxLength >= 16)
+        std::memcpy(text, fitting.data(), 16); // cheaper than the few bytes that most values have
+    else
+        std::copy(fitting.begin(), fitting.end(), text);
+    text[fitting.size()] = 0;
     *code = pair.code;
+    if (wide) *wide = isStringCode(pair.code) ? UtCString(pair.text) : DxReadDecoded(pair.text);
     return 0;
 }
 
 std::string DxReadDecoded(std::string_view bytes) {
     const DxfDocument* const document = DxDocuments.current_;
-    if (!document || !decodesStrings(*document)) return std::string(bytes);
-    std::string converted;
-    const std::string_view utf8 = utf8Of(*document, bytes, false, converted);
-    return DxIsUtf8(utf8) ? DxUtf8ToFile(utf8) : std::string(bytes);
+    return !document || DxIsAscii(bytes) ? std::string(bytes) : decoded(*document, bytes);
 }
 
 void DxUnGetLine() {
@@ -230,14 +223,13 @@ void DxReadDropPending() {
 }
 
 void DxReadForget() {
-    line.text = line.utf8 = {};
+    line.text = line.bytes = {};
     line.code = 0;
     line.next = 1;
-    line.isUtf8 = line.isPadded = false;
+    line.isPadded = false;
+    DxReadEnded = nullptr;
     line.buffer.clear();
     line.buffer.shrink_to_fit();
-    line.converted.clear();
-    line.converted.shrink_to_fit();
 }
 
 // ---- files -----------------------------------------------------------------------------------------
@@ -272,9 +264,7 @@ bool DxShowsPercent() {
 
 void DxSaveActPos(DX_SAVE* save) {
     if (!save) return;
-    const std::size_t n = std::min(line.text.size(), sizeof save->text - 1);
-    if (n) std::memcpy(save->text, line.text.data(), n);
-    save->text[n] = 0;
+    save->text.assign(line.text);
     save->position = DxReadTell();
     save->code = line.code;
     save->next = line.next;
@@ -285,14 +275,11 @@ int DxRestoreActPos(DX_SAVE* save) {
     if (!save) return 3011;
     DxDocuments.select(save->stream);
     const int error = DxReadSeek(save->position);
-    line.buffer = save->text;
-    line.text = line.buffer;
+    line.buffer = save->text.view();
+    line.text = line.bytes = line.buffer;
+    line.isPadded = false;
     line.code = save->code;
     line.next = save->next;
-    line.isPadded = false;
-    line.isUtf8 = isStringCode(line.code) && DxDocuments.current_ && decodesStrings(*DxDocuments.current_);
-    if (line.isUtf8) line.converted = DxHostText(line.text).str(); // with characters that the page lacks
-    line.utf8 = line.converted;
     return error;
 }
 
@@ -300,11 +287,9 @@ std::int32_t DxReadTell() {
     return DxDocuments.current_ ? static_cast<std::int32_t>(DxDocuments.current_->position) : 0;
 }
 
-long DxReadLineNumber() {
-    const DxfDocument* const document = DxDocuments.current_;
-    if (!document) return 0;
-    const char* const data = document->view.data;
-    const char* const end = data + document->position;
+long DxReadLineNumber(const DxfDocument& document) {
+    const char* const data = document.view.data;
+    const char* const end = data + document.position;
     const bool isCut = end != data && end[-1] != '\n';
     return static_cast<long>(std::count(data, end, '\n')) + isCut;
 }

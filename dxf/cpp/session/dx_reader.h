@@ -4,6 +4,7 @@
 // ends found and one integer parsed; its text stays in the file's mapping.
 #pragma once
 
+#include "dx_fixed.h"
 #include "dx_numbers.h"
 #include "ut_string.h"
 
@@ -12,16 +13,18 @@
 #include <string>
 #include <string_view>
 
-/// One pair. `text` is valid until the next pair is read.
+/// One pair. Its texts are valid until the next pair is read.
 struct DxPair {
     int code = 0;
-    std::string_view text; ///< without line end; decoded to the file's code page where DXF says UTF-8
-    bool isUtf8 = false;   ///< it was decoded; `wide` has all of its characters
+    /// Without line end. Strings, which are groups 1 to 9, are UTF-8; names among them (2, 6, 7, 8) have
+    /// their escapes resolved. Other groups stand as in the file: DxReadDecoded makes text of them.
+    std::string_view text;
+    std::string_view bytes; ///< as in the file
 };
 
 /// A remembered place in a file, and the pair that was current there.
 struct DX_SAVE {
-    char text[161];
+    DX_NAME text;
     std::int32_t position; ///< behind the current pair
     int code;
     int next; ///< 0: the pair waits to be delivered again
@@ -33,13 +36,14 @@ extern int DxLineTrim; ///< 0 none, 1 right, 2 left, 4 both; keyword TRIM of the
 int DxReadOpen(const UtCString& name); ///< Opens the main file of a session. 0 or 9001.
 int DxReadClose();                     ///< Closes all documents. 0.
 
-/// The next pair without a copy, cut to `maxLength` - 1 bytes. 0, or 9003 at the end with `pair` untouched.
-/// `wide`, when given, receives the value as a host string.
-int DxReadPair(DxPair& pair, int maxLength = 161, bool showPercent = false, UtCString* wide = nullptr);
-/// The next pair into a buffer of `maxLength` bytes. 0 or 9003.
+/// The next pair without a copy, cut to `maxLength` - 1 characters. 0, or 9003 at the end with `pair`
+/// untouched.
+int DxReadPair(DxPair& pair, int maxLength = 161, bool showPercent = false);
+/// The next pair into a buffer of `maxLength` bytes, with a character that doesn't fit left out. `wide`, when
+/// given, receives all of the value. 0 or 9003.
 int DxGetLineVar(int* code, char* text, int maxLength, bool showPercent, UtCString* wide);
-/// The bytes of a string that the reader gives as they stand, such as one of the extended data, decoded as it
-/// decodes those of groups 1 to 9: in the main file's code page, with escapes for what that lacks.
+/// UTF-8 for bytes of the current document: of a group that the reader gives as it stands, such as one of the
+/// extended data, or of several pieces that only together are whole characters.
 std::string DxReadDecoded(std::string_view bytes);
 void DxUnGetLine();       ///< The next read delivers the current pair again.
 void DxReadDropPending(); ///< A pair handed back is not delivered again.
@@ -48,9 +52,12 @@ void DxSaveActPos(DX_SAVE* save);
 int DxRestoreActPos(DX_SAVE* save); ///< 3011 for null; the result of the seek otherwise.
 /// Position behind the last pair that was read from the current document, as an offset in the file.
 std::int32_t DxReadTell();
-/// Number of the line, from 1, in which the last pair that was read from the current document ends; 0 ahead
-/// of the first. Counts them anew: meant for messages.
-long DxReadLineNumber();
+class DxfDocument;
+/// The document whose end a read met last; null while none did.
+extern const DxfDocument* DxReadEnded;
+/// Number of the line, from 1, in which the last pair that was read from a document ends; 0 ahead of the
+/// first. Counts them anew: meant for messages.
+long DxReadLineNumber(const DxfDocument& document);
 /// Goes to an offset in the current document and forgets a pair handed back. 0 or 9005.
 int DxReadSeek(std::int32_t position);
 void DxResetPercent();

@@ -5,7 +5,7 @@
 #include "dx_codes.h"
 #include "dx_decimals.h"
 #include "dx_documents.h"
-#include "dx_encoding.h"
+#include "dx_unicode.h"
 #include "session_state.h"
 
 #include <algorithm>
@@ -41,7 +41,7 @@ char* putCode(char* at, int code) {
         const auto& line = CODE_LINES[static_cast<unsigned>(code)];
         return std::copy(line.begin(), line.end(), at);
     }
-    at = std::to_chars(at, at + LONGEST_CODE, code).ptr; // three columns or more
+    at = std::to_chars(at, at + LONGEST_CODE - 1, code).ptr; // three columns or more, and the line feed
     *at++ = '\n';
     return at;
 }
@@ -78,31 +78,12 @@ bool isPlainAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= 32 && c < 127; });
 }
 
-/// The next code point of well-formed UTF-8; a stray byte counts as U+FFFD.
-unsigned nextCodePoint(std::string_view s, std::size_t& i) {
-    const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
-    const unsigned first = byte(i++);
-    int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
-    if (first < 0x80) return first;
-    if (more == 0) return 0xFFFD;
-    unsigned value = first & (0x3FU >> more);
-    for (; more > 0 && i < s.size() && (byte(i) & 0xC0U) == 0x80U; --more)
-        value = value << 6 | (byte(i++) & 0x3FU);
-    return more == 0 ? value : 0xFFFD;
-}
-
-void addEscape(std::string& out, unsigned unit) {
-    static constexpr char HEX[] = "0123456789ABCDEF";
-    out += "\\U+";
-    for (int shift = 12; shift >= 0; shift -= 4) out += HEX[unit >> shift & 15U];
-}
-
 /// The bytes of the code page, or of its half that all have in common; what that lacks, and the control
 /// characters 28 to 31, as escapes or as "?".
 std::string ansiText(std::string_view text, bool escapes, bool isAscii = false) {
     std::string out;
     for (std::size_t i = 0; i < text.size();) {
-        const unsigned c = nextCodePoint(text, i);
+        const char32_t c = DxNextChar(text, i);
         unsigned char byte = 0;
         // What stands for a byte that the code page doesn't have must not become that byte again.
         const bool isControl = escapes && ((c >= 28 && c <= 31) || (c >= 0x80 && c <= 0x9F));
@@ -113,11 +94,8 @@ std::string ansiText(std::string_view text, bool escapes, bool isAscii = false) 
         } else if (!escapes) {
             out += '?';
             ++DxUnwrittenCounts[DX_UNWRITTEN_CHARACTER];
-        } else if (c > 0xFFFF) { // a surrogate pair
-            addEscape(out, 0xD800 + ((c - 0x10000) >> 10));
-            addEscape(out, 0xDC00 + ((c - 0x10000) & 0x3FF));
         } else {
-            addEscape(out, c);
+            DxAppendEscape(out, c);
         }
     }
     return out;

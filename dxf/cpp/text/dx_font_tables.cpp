@@ -1,8 +1,8 @@
 // The metric tables: ".chr" files of DXF fonts, "std.%d" files of host fonts.
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_numbers.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "dx_text_codes.h"
 #include "dx_text_fonts.h"
 #include "os.h"
@@ -18,12 +18,12 @@ namespace {
 constexpr int cantOpen = 1008;
 
 UtCString fontPath(std::string_view font) {
-    return OsGetEnvDflt("HD_U", "/u") + "/1700/int/dxf/font/" + DxHostText(font) + ".chr";
+    return OsGetEnvDflt("HD_U", "/u") + "/1700/int/dxf/font/" + UtCString(font) + ".chr";
 }
 
 /// True for a name that leads out of the folder of the tables.
 bool leadsAway(std::string_view font) {
-    return font.empty() || DxHostText(font).str().find_first_of("/\\") != std::string::npos;
+    return font.empty() || font.find_first_of("/\\") != std::string::npos;
 }
 
 /// Three codes beyond the byte stand for signs that stroke fonts keep in places of their own.
@@ -127,7 +127,7 @@ int DxTextLoadCharConv(std::string_view font) {
     if (table.isLoaded) return 0;
     if (!table.isTold) {
         const UtCString path = fontPath(font);
-        DxProtoMsg(DxMsg(5738, DxHostText(font).c_str(), path.c_str()), 0);
+        DxProtoMsg(DxMsg(5738, std::string(font).c_str(), path.c_str()), 1);
     }
     table.isTold = true;
     return cantOpen;

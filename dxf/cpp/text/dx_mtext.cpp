@@ -277,6 +277,8 @@ private:
             (text() += '\\') += letter;
     }
 
+    /// Properties behind the end of a paragraph are those of the one that begins there, which is the line to
+    /// come.
     void endParagraph() {
         block_.endLine();
         int justification = unchanged;

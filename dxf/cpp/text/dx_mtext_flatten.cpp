@@ -167,7 +167,7 @@ private:
             pos_ += 2 + name.size() + 1;
             return false;
         }
-        now_.font = isFace ? name : name.substr(0, name.find('.'));
+        now_.font = name; // whole: without its extension a font file is taken for a face
         now_.isFace = isFace;
         mark(Font);
         return true;

@@ -215,10 +215,6 @@ void DxMtextBlock::startLine(double before) {
     lineFirst_ = runs_.size() - 1;
 }
 
-static bool isBlank(std::string_view text) {
-    return text.find_first_not_of(" \t") == std::string_view::npos;
-}
-
 /// A vector of the block from a point, in object coordinates.
 RPT3 DxMtextBlock::atBlock(const RPT3& from, double x, double y) const {
     if (isMirrored_) x = -x;
@@ -229,10 +225,12 @@ void DxMtextBlock::place(const RPT3& insertion) {
     constexpr int exactSpacing = 2;
     const double x = column() * (left_ - right_) * 0.5 - left_;
     double y = row() * (top_ - bottom_) * 0.5 - top_;
-    if (record_.verAlign == exactSpacing) y += (top_ - firstBottom_) / 3; // the first line begins higher
+    // Exact spacing leaves a third of a line out above the first one, however many there are: a third of the
+    // whole block would move a long text off its place.
+    if (record_.verAlign == exactSpacing) y += (top_ - firstBottom_) / 3;
     origin_ = atBlock(insertion, x, y);
     runs_.pop_back(); // the text ended with a line's end
-    const auto isEmpty = [](const DxMtextRun& run) { return isBlank(run.text); };
+    const auto isEmpty = [](const DxMtextRun& run) { return DxIsBlankText(run.text); };
     const bool keepsEmpty = DxJoinTexts && !std::all_of(runs_.begin(), runs_.end(), isEmpty);
     if (!keepsEmpty) std::erase_if(runs_, isEmpty);
 }

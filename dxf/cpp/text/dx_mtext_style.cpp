@@ -2,7 +2,7 @@
 
 #include "../sections/dx_tables_import.h"
 #include "../session/dx_documents.h"
-#include "../session/dx_encoding.h"
+#include "../session/dx_unicode.h"
 #include "dx_mtext.h"
 #include "dx_text_fonts.h"
 
@@ -29,13 +29,13 @@ DX_STYLE_TYPE describe(std::string_view font, bool isFileCode) {
     const std::size_t bar = font.find('|');
     if (bar != std::string_view::npos) takeOptions(font.substr(bar + 1), style);
     std::string_view name = font.substr(0, bar);
-    const bool isFile = DxMtextIsShapeFont(name) || (isFileCode && DxTextHasFont(DxUtf8ToFile(name)));
+    const bool isFile = DxMtextIsShapeFont(name) || (isFileCode && DxTextHasFont(name));
     if (isFile) {
-        DxConvStyleFilename(DxUtf8ToFile(name.substr(0, name.find('.'))), &style.fontFile);
+        DxConvStyleFilename(name.substr(0, name.find('.')), &style.fontFile);
         return style;
     }
     if (name.starts_with('@')) name.remove_prefix(1);
-    const std::string face = DxUtf8ToFile(DxWithoutCutUtf8(name.substr(0, longestFace)));
+    const std::string face(name.substr(0, DxCharsLength(name, longestFace)));
     style.fontFamily.assign(face);
     style.fontFile.assign(face + ".ttf");
     return style;

@@ -3,7 +3,6 @@
 // The tables speak of codes: of the file's code page on the DXF side, of Windows 1252 on the host's. Codes
 // above 255 are Unicode on either side.
 #include "../config/config_state.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_numbers.h"
 #include "dx_text_codes.h"
 #include "dx_text_fonts.h"
@@ -36,9 +35,9 @@ bool isOwnNumber(std::string_view text, int code) {
 }
 
 DxCharSequence sequenceOf(const DX_CHAR_TEXT& record) {
-    const std::string_view bytes = record.text.view();
-    return {DxIsUtf8(bytes) ? std::string(bytes) : UtCString(bytes, DxFileHostCodePage()).str(),
-            isOwnNumber(bytes, record.code) ? DxFileChar(record.code) : DxHostChar(record.code)};
+    const std::string_view text = record.text.view();
+    return {std::string(text),
+            isOwnNumber(text, record.code) ? DxFileChar(record.code) : DxHostChar(record.code)};
 }
 
 /// The pairs of a set in the session's direction. A later pair for the same character wins.

@@ -4,6 +4,7 @@
 // that no trail byte can be taken for a backslash.
 #pragma once
 
+#include "../session/dx_unicode.h"
 #include "ut_string.h"
 
 #include <cstddef>
@@ -23,15 +24,12 @@ constexpr bool DxIsPlain(char c) {
 /// The unit at `pos`, which lies within the text.
 DxTextUnit DxNextTextUnit(std::string_view text, std::size_t pos);
 
-/// The character at `pos`, which moves behind it. Malformed bytes count as U+FFFD.
-char32_t DxNextChar(std::string_view text, std::size_t& pos);
-void DxAppendChar(std::string& text, char32_t character);
-std::size_t DxCharCount(std::string_view text);
-/// Cuts behind `count` characters.
-void DxCutChars(std::string& text, std::size_t count);
-
 /// Number of visible characters.
 int DxTextStrlen(std::string_view text);
+/// True for what switches a line along a text of the host on or off: it is no character, and takes no room.
+bool DxIsSwitch(char c);
+/// True for a text of blanks, tabs and switches only. A code of the host below 32 is a sign like others.
+bool DxIsBlankText(std::string_view text);
 /// Characters of a host-side text that take room: what switches a line along the text doesn't.
 int DxTextHostCount(std::string_view converted);
 /// The text with "\U+XXXX" and "\M+…" escapes as characters. Two halves of a surrogate pair become one; half
@@ -43,10 +41,3 @@ void DxResolveEscapes(std::string& text);
 int DxTextCheckIllegalChars(std::string& text);
 /// When DxFinishPending is set: the text's last character gives way to DxFinishText, and the mark is cleared.
 void DxTextCheckPolierText(std::string& text);
-
-/// The character of a byte of the host's own character set, Windows 1252; 0 for a code outside 1 to 255.
-char32_t DxHostChar(int code);
-/// The byte of a character in the host's own character set, -1 when it has none.
-int DxHostCode(char32_t character);
-/// The character of a byte of the file's code page.
-char32_t DxFileChar(int code);

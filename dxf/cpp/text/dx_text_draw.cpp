@@ -9,9 +9,9 @@
 #include "../import/dx_entity_base.h"
 #include "../import/dx_extents.h"
 #include "../import/dx_transform.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "dx_mtext_layout.h"
 #include "dx_text_codes.h"
@@ -46,10 +46,6 @@ struct Placing {
     DxTextLength measure;
     double stretch = 1.0; ///< of a text that fits between its points, 1 for others
 };
-
-bool isBlank(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || (c >= 0 && c < 32); });
-}
 
 /// A line that runs along the whole text is a mark of the text; its codes then go.
 void dropSwitches(std::string& text, const int bits[DX_BIT_COUNT]) {
@@ -178,7 +174,8 @@ OV_TEXT_EXT backgroundOf(const DX_TEXT_TYPE& record) {
     return ext;
 }
 
-/// Character width, spacing and line distance of the host's text.
+/// Character width, spacing and line distance of the host's text. The length is divided among the characters
+/// in one place, by the host's font; to divide it by their number here as well would make texts too narrow.
 void setSize(const Placing& placing, OV_TEXT_PARM& parm) {
     const DX_TEXT_TYPE& record = *placing.record;
     const bool isFace = DxCiTextIsTtf(static_cast<unsigned short>(placing.charset->font)) != 0;
@@ -212,7 +209,7 @@ RPT3 setOrigin(const Placing& placing, OV_TEXT_PARM& parm) {
 
 void setFont(const Placing& placing, OV_TEXT_PARM& parm) {
     parm.font = placing.charset->font;
-    if (parm.font == 0) parm.face = DxHostText(placing.charset->face.view());
+    if (parm.font == 0) parm.face = placing.charset->face.view();
     std::copy_n(placing.bits, DX_BIT_COUNT, parm.bits);
 }
 
@@ -275,7 +272,7 @@ static int drawIn(const DX_TEXT_TYPE* text, const Mat44 m, DX_TEXT_KIND kind, bo
     const bool isMeasured = DxCheckPass && (keepsEmpty || DxShowsAtStart(text->text, charset));
     if (!isMeasured) { // then the characters matter
         convert(placing);
-        if (!keepsEmpty && isBlank(placing.converted)) return 0;
+        if (!keepsEmpty && DxIsBlankText(placing.converted)) return 0;
     }
     toWorld(placing, m);
     if (!DxIsFinite(placing.first) || !DxIsFinite(placing.second)) return 0;

@@ -5,7 +5,6 @@
 #include "../config/dx_names.h"
 #include "../sections/dx_tables_import.h"
 #include "../session/dx_documents.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
@@ -34,19 +33,15 @@ void takeStyle(const DX_STYLE_TYPE& style, DxCharset& charset) {
     if (file.size() >= 4 && file[file.size() - 4] == '.') charset.fontFile.s[file.size() - 4] = 0;
 }
 
-/// A name of the font map, which is UTF-8 or in the file's code page.
-UtCString mappedName(const DX_NAME& name) {
-    return DxIsUtf8(name.view()) ? UtCString(name.view()) : DxHostText(name.view());
-}
-
-/// The last entry of the font map that names the font or the face wins.
+/// Entries of the font map in their order: each that names the font or the face takes it over, so that the
+/// last one wins, and one may lead on to another.
 void takeFontMap(DxCharset& charset) {
-    const UtCString file = DxHostText(charset.fontFile.view()), face = DxHostText(charset.face.view());
     for (const DX_FONT_TYPE& entry : DxFonts) {
-        const UtCString name = mappedName(entry.font);
-        if (name != file && (face.IsEmpty() || name != face)) continue;
+        const std::string_view name = entry.font.view();
+        if (name != charset.fontFile.view() && (charset.face.empty() || name != charset.face.view()))
+            continue;
         charset.font = entry.number;
-        charset.face.assign(DxUtf8ToFile(mappedName(entry.hostFont).str()));
+        charset.face = entry.hostFont;
         charset.factor = entry.factor;
     }
 }
@@ -151,7 +146,7 @@ const DxCharset& DxTextGetCharset(std::string_view style, std::string_view defau
 
 const DX_STYLE_TYPE* DxTextGetDXFStyle(int font, const UtCString& face, const int bits[DX_BIT_COUNT]) {
     constexpr int acad14 = 6;
-    const std::string faceName = face.Ansi(DxFileHostCodePage());
+    const std::string& faceName = face.str();
     const bool isFace = font == 0 && !faceName.empty() && DxWriteVersion <= acad14;
     const WantedStyle wanted{isFace ? faceName : std::string(mappedDxfFont(font, faceName)), isFace,
                              bits[DX_BIT_BOLD] ? 1 : 0, bits[DX_BIT_ITALIC] ? 1 : 0};
@@ -160,9 +155,9 @@ const DX_STYLE_TYPE* DxTextGetDXFStyle(int font, const UtCString& face, const in
         std::find_if(styles.begin(), styles.end(), [&](const DX_STYLE_TYPE& s) { return fits(s, wanted); });
     if (known != styles.end()) return known;
     DX_STYLE_TYPE made = newStyle(wanted);
-    UtCString name(made.name.view(), DxFileHostCodePage());
+    UtCString name(made.name.view());
     DxCheckName(name);
-    made.name.assign(DxUtf8ToFile(name.str()));
+    made.name.assign(name.str());
     int index = 0;
     return DxTableAddStyle(&made, &index) == 0 ? &styles[static_cast<std::size_t>(index)] : nullptr;
 }

@@ -16,8 +16,6 @@ int DxReadText(DX_TEXT_TYPE* text);
 int DxReadMtext(DX_TEXT_TYPE* text);
 /// Start values of a record; `isMtext` as above.
 void DxInitText(DX_TEXT_TYPE* text, int isMtext);
-/// The text of a record from bytes of the file's code page, escapes and codes as they are.
-std::string DxTextFromFile(std::string_view bytes);
 
 // ---- drawing -----------------------------------------------------------------------------------------
 

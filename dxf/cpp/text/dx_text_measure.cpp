@@ -1,9 +1,9 @@
 // Lengths of texts on either side.
 #include "../config/config_state.h"
 #include "../host/dx_frame.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
+#include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "ci_text.h"
 #include "dx_text_codes.h"
@@ -17,12 +17,13 @@
 
 namespace {
 
-/// A message about a code, once for each code of a table.
-void tellOnce(std::unordered_set<int>& told, int code, int message, const UtCString& font) {
-    if (told.insert(code).second) DxProtoMsg(DxMsg(message, code, font.c_str()), 0);
+/// A code that a DXF font lacks, told once for each font.
+void tellMissing(DxFontTable& table, int code) {
+    if (table.toldCodes.insert(code).second) DxProtoMsg(DxMsg(5739, code, table.name.c_str()), 1);
 }
-void tellOnce(std::unordered_set<int>& told, int code, int message, int font) {
-    if (told.insert(code).second) DxProtoMsg(DxMsg(message, code, font), 0);
+/// The same of a host font, for the protocol only.
+void tellMissing(DxCadFontTable& table, int code) {
+    if (table.toldCodes.insert(code).second) DxProtoMsg(DxMsg(5740, code, table.number), 0);
 }
 
 /// Width and space of a table code in hundredths of the height; the averages for one that the font lacks.
@@ -34,7 +35,7 @@ Cell cellOf(DxFontTable& table, int code) {
         const DxFontTable::Cell cell = table.cells[static_cast<std::size_t>(code)];
         if (cell.width >= 0) return {double(cell.width), double(cell.space)};
     }
-    tellOnce(table.toldCodes, code, 5739, DxHostText(table.name));
+    tellMissing(table, code);
     return {table.averageWidth, table.averageSpace};
 }
 
@@ -117,7 +118,7 @@ std::string faceKey(const DxTextMeasure& what) {
 }
 
 /// Width of a character, measured by the host at a size that leaves no rounding. The height counts as
-/// millimetres on the sheet there, and the size comes back in the drawing's unit.
+/// millimetres on the sheet there, and the size comes back in the drawing's unit. Below 0: the host failed.
 double measureChar(const DxTextMeasure& what, char32_t c) {
     constexpr double size = 100.0;
     OV_TEXT_PARM parm;
@@ -125,12 +126,12 @@ double measureChar(const DxTextMeasure& what, char32_t c) {
     parm.font = 0;
     parm.height = parm.width = size;
     parm.spacing = 1.0;
-    parm.face = DxHostText(what.font);
+    parm.face = what.font;
     for (int i = 0; i < DX_BIT_COUNT; ++i) parm.bits[i] = what.bits ? what.bits[i] : 0;
     double width = 0, height = 0;
     std::string text;
     DxAppendChar(text, c);
-    if (ovtextparamsttf(6, &parm) || DxCiTextSize(text, &width, &height)) return 0;
+    if (ovtextparamsttf(6, &parm) || DxCiTextSize(text, &width, &height)) return -1;
     return DxLengthToSheet(width) / size;
 }
 
@@ -141,15 +142,16 @@ DxFaceTable& faceTableOf(const DxTextMeasure& what) {
     return entry->second;
 }
 
-/// A character's width in the table's unit.
+/// A character's width in the table's unit; 0, which isn't kept, when the host can't tell.
 std::int64_t charWidth(DxFaceTable& table, const DxTextMeasure& what, char32_t c) {
     constexpr double widest = 1000; // times the height, far beyond any character
     const bool standsForItself = c < 128 && DxIsPlain(static_cast<char>(c));
     std::int64_t& width =
         standsForItself ? table.plain[c] : table.others.try_emplace(c, DxFaceTable::unknown).first->second;
-    if (width == DxFaceTable::unknown)
-        width = std::llround(std::clamp(measureChar(what, c), 0.0, widest) / DxFaceTable::unit);
-    return width;
+    if (width != DxFaceTable::unknown) return width;
+    const double measured = measureChar(what, c);
+    if (measured < 0) return 0;
+    return width = std::llround(std::min(measured, widest) / DxFaceTable::unit);
 }
 
 double faceLength(const DxTextMeasure& what, double factor) {
@@ -169,11 +171,6 @@ double faceLength(const DxTextMeasure& what, double factor) {
     return static_cast<double>(widths) * DxFaceTable::unit * what.height * factor;
 }
 
-/// True for what switches a line along a text of the host on or off: it takes no room.
-bool isSwitch(char32_t c) {
-    return c < 32 && OsUserIsSpecialChar(static_cast<unsigned char>(c));
-}
-
 /// Width and space of a text in a font without a table.
 constexpr Cell usualCell{67, 33};
 
@@ -190,7 +187,7 @@ int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* pr
     double sum = 0;
     for (std::size_t pos = 0; pos < text.size();) {
         const char32_t c = DxNextChar(text, pos);
-        if (isSwitch(c)) continue;
+        if (c < 32 && DxIsSwitch(static_cast<char>(c))) continue;
         const int code = c < 128 ? static_cast<int>(c) : DxHostCode(c);
         const std::uint16_t width =
             code > 0 ? table.width[static_cast<std::size_t>(code)] : DxCadFontTable::undefined;
@@ -198,7 +195,7 @@ int DxTextGetCadFontLen(std::string_view text, int font, double* length, int* pr
             sum += width;
             continue;
         }
-        tellOnce(table.toldCodes, static_cast<int>(c), 5740, table.number);
+        tellMissing(table, static_cast<int>(c));
         sum += table.averageWidth;
     }
     *length = sum;
@@ -214,7 +211,7 @@ int DxTextGetDxfFontSpace(std::string_view text, std::string_view font, double* 
     for (std::size_t pos = 0; pos < text.size();) {
         const bool isPercentCode = DxTextIsPercentCode(text, pos, font);
         const char32_t character = DxNextChar(text, pos);
-        if (isSwitch(character)) continue;
+        if (character < 32 && DxIsSwitch(static_cast<char>(character))) continue;
         const int code = isPercentCode ? DxNextTextUnit("%%%", 0).code : DxTextTableCode(character, font);
         const Cell cell = table ? cellOf(*table, code) : usualCell;
         *width += cell.width * 0.01;

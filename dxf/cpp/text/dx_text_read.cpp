@@ -1,7 +1,6 @@
 // Reading TEXT and MTEXT.
 #include "../import/dx_entity_base.h"
 #include "../import/dx_transform.h"
-#include "../session/dx_encoding.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
@@ -32,8 +31,7 @@ constexpr auto fields = dxFields<R>({
     {441, &R::backTransparency},
 });
 
-/// Room for a value of a text in bytes, of which a character has up to four.
-constexpr int valueLimit = 4 * static_cast<int>(DX_TEXT_LIMIT) + 1;
+constexpr int valueLimit = static_cast<int>(DX_TEXT_LIMIT) + 1;
 
 /// Takes what the table of fields can't: the text in pieces and groups that mean different things.
 class TextReader {
@@ -71,30 +69,22 @@ private:
         }
     }
 
-    /// Pieces are joined as bytes, since a character may be divided between two of them. Where the file is
-    /// UTF-8, the reader knows characters that the code page doesn't.
+    /// Pieces that aren't whole characters are joined as bytes, since one may be divided between two of them:
+    /// always in a page of double bytes, and in UTF-8 where an end shows it.
     void takeText(const DxPair& pair) {
-        if (pair.isUtf8) {
+        const bool isWhole = pair.text == pair.bytes && DxIsUtf8(pair.bytes);
+        if (!isWhole) {
+            bytes_ += pair.bytes.substr(0, 4 * DX_TEXT_LIMIT);
+        } else if (bytes_.empty() || !DxIsAscii(pair.bytes)) {
             takeBytes();
-            takeWide();
-            return;
+            text_.text += pair.text;
+        } else {
+            bytes_ += pair.bytes;
         }
-        const bool isAscii =
-            std::none_of(pair.text.begin(), pair.text.end(), [](char c) { return c & 0x80; });
-        (isAscii && bytes_.empty() ? text_.text : bytes_) += pair.text;
     }
-    /// Takes the bytes of the pieces so far.
     void takeBytes() {
-        if (bytes_.empty()) return;
-        const bool isUtf8 = DxFileVersion >= 1021 && DxIsUtf8(bytes_);
-        text_.text += isUtf8 ? bytes_ : DxTextFromFile(bytes_);
+        if (!bytes_.empty()) text_.text += DxReadDecoded(bytes_);
         bytes_.clear();
-    }
-    void takeWide() {
-        UtCString wide;
-        DxPair again;
-        DxUnGetLine();
-        if (DxReadPair(again, valueLimit, false, &wide) == 0) text_.text += wide.str();
     }
 
     /// MTEXT uses the two groups for flow and line spacing, within the same bounds.
@@ -140,11 +130,6 @@ void DxInitText(DX_TEXT_TYPE* text, int isMtext) {
     text->style.assign("STANDARD");
     text->isMtext = isMtext;
     text->widthFactor = isMtext ? 0.0 : 1.0;
-}
-
-std::string DxTextFromFile(std::string_view bytes) {
-    const bool isAscii = std::none_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
-    return isAscii ? std::string(bytes) : UtCString(bytes, DxFileHostCodePage()).str();
 }
 
 int DxfReadTextOrMtext(int isMtext, DX_TEXT_TYPE* text) {

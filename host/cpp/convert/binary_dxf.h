@@ -5,7 +5,9 @@
 // bytes; later ones write two bytes always.
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 namespace host {
@@ -22,8 +24,15 @@ DxfValue dxfValueKind(int code);
 /// the damage; its reader will find no end. False when not even one group was found or writing failed.
 bool binaryDxfToText(std::string_view bytes, std::FILE* out);
 
+/// Offset behind as many whole groups at the start of a binary file, at most all of them.
+std::size_t binaryDxfOffset(std::string_view bytes, long groups);
+
 /// Writes text DXF as a binary file of the version that its header names. Comments are left out. False for
 /// a text that isn't made of groups, and when writing failed.
 bool textDxfToBinary(std::string_view text, std::FILE* out);
+
+/// Turns a text DXF file into the binary one of the same name, which takes its place once it is whole. Empty,
+/// or what went wrong; then the text stays.
+std::string makeBinaryDxf(const std::string& path);
 
 } // namespace host

@@ -52,6 +52,8 @@ public:
         return true;
     }
 
+    std::size_t left() const { return rest_.size(); }
+
 private:
     std::string_view rest_;
     bool wideCodes_ = false;
@@ -172,6 +174,19 @@ bool binaryDxfToText(std::string_view bytes, std::FILE* out) {
         if (text.size() > full && !flush(text, out)) return false;
     }
     return any && flush(text, out);
+}
+
+std::size_t binaryDxfOffset(std::string_view bytes, long groups) {
+    if (bytes.substr(0, binaryDxfSentinel.size()) != binaryDxfSentinel) return 0;
+    BinaryGroups walk(bytes);
+    std::size_t offset = bytes.size() - walk.left();
+    std::string text;
+    int code = 0;
+    for (; groups > 0 && walk.takeCode(code) && appendValue(text, walk, dxfValueKind(code)); --groups) {
+        offset = bytes.size() - walk.left();
+        text.clear();
+    }
+    return offset;
 }
 
 } // namespace host

@@ -67,7 +67,6 @@ int CiContext::Update(int id) {
 
 int CiContext::Zoom2Box(int id) {
     if (callFails() || !findContext(id)) return errorNoSuchObject;
-    drawingState().shownView.clear();
     return 0;
 }
 

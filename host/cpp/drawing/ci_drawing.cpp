@@ -1,4 +1,4 @@
-// CiDrawing, CiView, CiWork: the drawing as a file, its views and work planes.
+// CiDrawing, CiWork: the drawing as a file, its georeference and work planes.
 #include "ci.h"
 
 #include "drawing/context.h"
@@ -6,8 +6,6 @@
 #include "drawing/objects.h"
 #include "ge.h"
 #include "services/failure.h"
-
-#include <algorithm>
 
 using namespace host;
 
@@ -68,39 +66,25 @@ int CiDrawing::SetLastInterfaceIds(_ObObject* const* objects, int count) {
     return 0;
 }
 
-// ---- views -----------------------------------------------------------------------------------------
+// ---- georeference ----------------------------------------------------------------------------------
 
-static auto findView(const std::string& name) {
-    std::vector<View>& views = openDrawing().views;
-    return std::find_if(views.begin(), views.end(), [&](const View& view) { return view.name == name; });
-}
-
-UtCString CiView::GetDfltViewName() {
-    const std::vector<View>& views = openDrawing().views;
-    return views.empty() ? UtCString() : UtCString(views.front().name);
-}
-
-int CiView::Show(const UtCString& name) {
-    if (callFails() || findView(name.str()) == openDrawing().views.end()) return errorNoSuchObject;
-    drawingState().shownView = name.str();
+int CiDrawing::ActGeoRef(RPT* point, double* x, double* y, double* angle) {
+    const GeoReference& reference = openDrawing().geoReference;
+    if (callFails() || !reference.set) return errorNoSuchObject;
+    const double back = 1 / contextFactor(contextId_);
+    *point = {reference.point.x * back, reference.point.y * back};
+    *x = reference.x * back;
+    *y = reference.y * back;
+    *angle = reference.angle;
     return 0;
 }
 
-int CiView::ExportToTempView(int phase, UtCString* name) {
+int CiDrawing::SetGeoRef(int /*mode*/, const RPT& point, double x, double y, double angle, double height,
+                         int /*kind*/) {
     if (callFails()) return errorNoMemory;
-    DrawingState& state = drawingState();
-    if (phase == 1) {
-        if (state.drawing.views.empty()) return errorNoSuchObject;
-        View view = state.drawing.views.front();
-        view.name += " (export)";
-        *name = state.exportView = view.name;
-        state.drawing.views.push_back(std::move(view));
-        return 0;
-    }
-    const auto made = findView(state.exportView);
-    if (state.exportView.empty() || made == state.drawing.views.end()) return errorNoSuchObject;
-    state.drawing.views.erase(made);
-    state.exportView.clear();
+    const double factor = contextFactor(contextId_);
+    openDrawing().geoReference = {true, scaled({point.x, point.y, height}, factor), x * factor, y * factor,
+                                  angle};
     return 0;
 }
 

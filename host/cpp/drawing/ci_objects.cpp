@@ -33,14 +33,8 @@ int countObjects(const DsCsr& cursor, long* count, CountOf countOf) {
 std::size_t hatches(const Pattern& p) {
     return p.hatches.size();
 }
-std::size_t dimensions(const Pattern& p) {
-    return p.dimensions.size();
-}
-std::size_t bitmaps(const Pattern& p) {
-    return p.bitmaps.size();
-}
-std::size_t arrows(const Pattern& /*p*/) {
-    return 0;
+std::size_t arrows(const Pattern& p) {
+    return p.arrows.size();
 }
 
 } // namespace
@@ -57,6 +51,4 @@ std::size_t arrows(const Pattern& /*p*/) {
     }
 
 TORVA_OBJECT_WALK(CiHatch, hatches)
-TORVA_OBJECT_WALK(CiDim, dimensions)
 TORVA_OBJECT_WALK(CiArrow, arrows)
-TORVA_OBJECT_WALK(CiBitmap, bitmaps)

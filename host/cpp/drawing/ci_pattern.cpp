@@ -6,6 +6,8 @@
 #include "drawing/extents.h"
 #include "drawing/host_state.h"
 #include "drawing/objects.h"
+#include "drawing/transform.h"
+#include "mt.h"
 #include "services/failure.h"
 #include "text/layout.h"
 
@@ -78,7 +80,7 @@ int CiPat::GetBox(const DsCsr& cursor, RPT3* min, RPT3* max) {
     if (callFails()) return errorNoMemory;
     const Pattern* pattern = patternAt(cursor);
     if (!pattern) return errorNoSuchObject;
-    const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing()));
+    const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing(), pattern->view));
     if (box.empty) return errorNoSuchObject;
     const auto [low, high] = heightRange(*pattern);
     const double back = 1 / contextFactor(contextId_);
@@ -104,6 +106,7 @@ static Pattern& addLike(const Pattern& original) {
     pattern.visible = original.visible;
     pattern.groupNumber = original.groupNumber;
     pattern.workId = original.workId;
+    pattern.view = original.view;
     pattern.ids = original.ids;
     pattern.attributes = original.attributes;
     pattern.relation = original.relation;
@@ -120,6 +123,17 @@ int CiPat::SplitByHatchs(int /*mask*/, int /*a*/, int /*b*/) {
             addLike(*p).hatches.push_back(std::move(p->hatches[i]));
         if (p->hatches.size() > keep) p->hatches.resize(keep);
     }
+    return 0;
+}
+
+int CiPat::Trans(const DsCsr& cursor, const Mat44 matrix, int /*elements*/, int /*objects*/) {
+    Pattern* pattern = callFails() ? nullptr : patternAt(cursor);
+    if (!pattern) return errorNoSuchObject;
+    Mat44 m;
+    Mt44Copy(matrix, m);
+    for (double& shift : m[3]) shift *= contextFactor(contextId_);
+    m[3][3] = 1;
+    transformPattern(openDrawing(), *pattern, m);
     return 0;
 }
 

@@ -11,13 +11,14 @@ bool Pattern::empty() const {
 }
 
 std::size_t Pattern::size() const {
-    return elements.size() + hatches.size() + texts.size() + dimensions.size() + bitmaps.size() +
-           spaceSize() + solids.size();
+    return elements.size() + hatches.size() + texts.size() + arrows.size() + dimensions.size() +
+           bitmaps.size() + spaceSize() + solids.size();
 }
 
 Pattern& Drawing::addPattern(bool scratch) {
     Pattern& pattern = restorePattern(lastNumber + 1);
     pattern.scratch = scratch;
+    pattern.view = activeView;
     return pattern;
 }
 
@@ -95,6 +96,14 @@ bool Drawing::isVisible(const Pattern& pattern) const {
     if (!pattern.visible) return false;
     const Layer* layer = pattern.ids.layer.empty() ? nullptr : findLayer(pattern.ids.layer);
     return !layer || layer->visible;
+}
+
+bool Drawing::isContentOf(const Pattern& pattern, int view) const {
+    if (pattern.number == 0 || pattern.scratch || pattern.view != view || !isVisible(pattern)) return false;
+    // The outline of a detail view is its symbol, no part of the model.
+    return std::none_of(pattern.attributes.begin(), pattern.attributes.end(), [](const auto& attribute) {
+        return attribute.first == "object" && attribute.second == "detailoutline";
+    });
 }
 
 void Drawing::recount() {

@@ -4,7 +4,11 @@
 // bit; a change of the unit converts them all. Nothing here knows of files or of the module.
 #pragma once
 
+#include "drawing/bitmap.h"
+#include "drawing/dimension.h"
+#include "drawing/element.h"
 #include "drawing/face_list.h"
+#include "drawing/view.h"
 #include "rpt.h"
 
 #include <cstdint>
@@ -16,22 +20,6 @@
 #include <vector>
 
 namespace host {
-
-/// Element types as CiElem reports them; Spline is an interpolating spline, reported as its chain of Draws.
-enum class ElementType : std::uint8_t { Move = 1, Draw = 2, Arc = 3, Circle = 4, Point = 5, Spline = 6 };
-
-/// One step of a pattern's plot, 40 bytes.
-struct Element {
-    double x = 0, y = 0;   ///< target point (Circle: a point on it)
-    double cx = 0, cy = 0; ///< centre of Arc and Circle; Spline: cx is the index in Pattern::splines
-    std::int32_t pen = 1;
-    std::int16_t lineType = 1;
-    ElementType type = ElementType::Move;
-    /// The info byte (values up to 127): 4 member of a figure, 1 closed, 8 revision cloud, 2 jump.
-    std::uint8_t info : 7 = 0;
-    std::uint8_t ccw : 1 = 0; ///< arcs: 1 counter-clockwise
-};
-static_assert(sizeof(Element) == 40);
 
 /// Interpolating spline through its points; the element before it in the plot ends at points.front().
 struct Spline {
@@ -85,13 +73,7 @@ struct Text {
     int dimType = 0;  ///< 3: belongs to a dimension
 };
 
-/// Rows for kinds whose importers come later: they are kept, counted and stored, each by its owner's record.
-struct Dimension {
-    std::string data;
-};
-struct Bitmap {
-    std::string data;
-};
+/// A solid: kept, counted and stored by its owner's record.
 struct Solid {
     std::string data;
 };
@@ -128,6 +110,7 @@ struct Pattern : SpaceContent {
     bool visible = true;
     int groupNumber = 0;
     int workId = 0;
+    int view = 0; ///< number of the sheet that it stands on, 0: the model
     PatternIds ids;
     std::vector<std::pair<std::string, std::string>> attributes; ///< in order of setting
     Relation relation;
@@ -136,6 +119,7 @@ struct Pattern : SpaceContent {
     std::vector<Spline> splines;
     std::vector<Hatch> hatches;
     std::vector<Text> texts;
+    std::vector<Arrow> arrows; ///< those that stand by themselves
     std::vector<Dimension> dimensions;
     std::vector<Bitmap> bitmaps;
     std::vector<Solid> solids;
@@ -159,14 +143,6 @@ struct Layer {
     std::string name;
     bool visible = true;
     bool locked = false;
-};
-
-/// A named view. Default: one that shows the whole drawing.
-struct View {
-    std::string name;
-    int format = 1;
-    int unit = 3;
-    double scale = 1.0;
 };
 
 struct WorkPlane {
@@ -193,10 +169,15 @@ struct Extents {
 
 class Drawing {
 public:
-    int unit = 3;       ///< GeUnit code
-    double scale = 1.0; ///< sheet length over model length
-    int format = 1;     ///< A0
-    std::vector<View> views{View{"Default"}};
+    int unit = 3;                             ///< GeUnit code
+    double scale = 1.0;                       ///< sheet length over model length
+    int format = 1;                           ///< A0
+    std::vector<View> views{View{"Default"}}; ///< the default view first
+    std::vector<ViewInsert> viewInserts;
+    int lastViewNumber = 0, lastViewInsert = 0;
+    int activeView = 0;      ///< number of the view that is shown: where new patterns stand
+    int activeWorkspace = 0; ///< work plane that new detail views are seen on, 0: the model's
+    GeoReference geoReference;
     std::map<int, WorkPlane> workPlanes;
     int nextWorkId = 1;
     std::vector<Layer> layers;
@@ -222,6 +203,19 @@ public:
     /// A new layer, or the one of this name with new settings.
     void putLayer(const Layer& layer);
     bool isVisible(const Pattern& pattern) const; ///< the pattern and its layer are switched on
+    /// Whether a pattern is seen on a sheet (0: in the model). Outlines of detail views aren't.
+    bool isContentOf(const Pattern& pattern, int view) const;
+
+    View* findView(const std::string& name); ///< null when there is none; O(1) on average
+    const View* findView(const std::string& name) const;
+    View* findView(int number);
+    const View* findView(int number) const;
+    /// Appends a view and gives it a number. Its name must be free.
+    View& addView(View view);
+    void renameView(View& view, const std::string& name); ///< The name must be free.
+    void removeView(int number);
+    /// Scale at which a view shows its content: the drawing's for the model and for a number of no view.
+    double viewScale(int number) const;
 
     int activeNumber = 0; ///< 0: none
     int lastNumber = 0;   ///< highest number given out
@@ -234,14 +228,17 @@ public:
     /// Changes the unit; all coordinates and lengths stay where they are in the world.
     void changeUnit(int newUnit);
 
-    Extents extents() const; ///< of all visible content
-    void clear();            ///< back to a fresh drawing
+    Extents extents() const;         ///< of all visible content of the model
+    Extents extents(int view) const; ///< of all visible content of a sheet (0: the model) but viewed details
+    void clear();                    ///< back to a fresh drawing
 
 private:
     std::size_t slot(int number) const;
 
     std::vector<int> slotNumbers_; ///< number of each slot of `patterns`, also of a removed one
     mutable std::unordered_map<std::string, std::size_t> layerIndex_;
+    mutable std::unordered_map<std::string, std::size_t> viewIndex_;
+    mutable std::size_t indexedViews_ = 0;
 };
 
 /// The open drawing. One is open at any time.

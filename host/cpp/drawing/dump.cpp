@@ -1,8 +1,10 @@
 #include "drawing/dump.h"
 
+#include "dimension/dim_text.h"
 #include "drawing/dump_space.h"
 
 #include "ge.h"
+#include "ov_arrow.h"
 
 #include <charconv>
 #include <cmath>
@@ -25,6 +27,9 @@ public:
 
 private:
     void head();
+    void views();
+    std::string viewName(int number) const;
+    void bitmap(const Bitmap& bitmap);
     void dumpPattern(const Pattern& pattern);
     void identify(const Pattern& pattern);
     void relate(const Relation& relation);
@@ -34,6 +39,9 @@ private:
     void spline(const Spline& spline);
     void hatch(const Hatch& hatch);
     void text(const Text& text);
+    void arrow(const Arrow& arrow);
+    void dimension(const Pattern& pattern, const Dimension& dimension);
+    void arrowParameters(const OV_DIM_ARROW_PARM& parm);
 
     Dumper& number(double value);
     Dumper& number(int value) { return put(" ").put(std::to_string(value)); }
@@ -75,10 +83,7 @@ Dumper& Dumper::quoted(std::string_view text) {
 void Dumper::head() {
     put("drawing unit ").put(GeUnit(drawing_.unit).name().str()).put(" scale").number(drawing_.scale);
     put(" format").number(drawing_.format).put("\n");
-    for (const View& view : drawing_.views) {
-        put("view ").quoted(view.name).put(" format").number(view.format).put(" unit ");
-        put(GeUnit(view.unit).name().str()).put(" scale").number(view.scale).put("\n");
-    }
+    views();
     for (const Layer& layer : drawing_.layers) {
         put("layer ").quoted(layer.name).put(layer.visible ? " on" : " off");
         put(layer.locked ? " locked\n" : "\n");
@@ -97,6 +102,53 @@ void Dumper::head() {
     }
 }
 
+void Dumper::views() {
+    for (const View& view : drawing_.views) {
+        put("view ").quoted(view.name).put(" format").number(view.format).put(" unit ");
+        put(GeUnit(view.unit).name().str()).put(" scale").number(view.scale);
+        if (view.paperWidth > 0) put(" paper").point(view.paperWidth, view.paperHeight);
+        if (view.kind != ViewKind::Sheet) {
+            put(view.kind == ViewKind::Detail3d ? " detail3d outline" : " detail outline")
+                .number(view.outline);
+            option("factor", view.factor, 1);
+            option("display", view.display, 0);
+            option("work", view.workId, 0);
+            if (view.clipped) put(" clipped");
+            named("filter", view.filter);
+        }
+        put("\n");
+    }
+    for (const ViewInsert& insert : drawing_.viewInserts) {
+        put("detail ").quoted(viewName(insert.view)).put(" on ").quoted(viewName(insert.sheet)).put(" at");
+        point(insert.place.x, insert.place.y).put(" ratio").number(insert.ratio).put("\n");
+    }
+    const GeoReference& reference = drawing_.geoReference;
+    if (reference.set) {
+        put("georeference").point(reference.point.x, reference.point.y).put(" is");
+        point(reference.x, reference.y).put(" angle").number(reference.angle).put("\n");
+    }
+}
+
+std::string Dumper::viewName(int number) const {
+    const View* view = drawing_.findView(number);
+    return view ? view->name : std::string();
+}
+
+void Dumper::bitmap(const Bitmap& bitmap) {
+    put("  bitmap ").quoted(std::string_view(bitmap.file).substr(bitmap.file.rfind('/') + 1));
+    put(" pixels").number(bitmap.width).number(bitmap.height);
+    const auto space = [this](std::string_view name, const RPT3& p) {
+        put(name).point(p.x, p.y);
+        if (p.z != 0) number(p.z);
+    };
+    space(" at", bitmap.origin);
+    space(" along", bitmap.u);
+    space(" down", bitmap.v);
+    if (!bitmap.outline.empty()) put(" clip");
+    for (const RPT& p : bitmap.outline) point(p.x, p.y);
+    put("\n");
+}
+
 void Dumper::identify(const Pattern& pattern) {
     put("pattern").number(pattern.number);
     named("group", pattern.ids.group);
@@ -107,6 +159,7 @@ void Dumper::identify(const Pattern& pattern) {
     named("obstat", pattern.ids.obstat);
     if (pattern.groupNumber != 0) put(" number").number(pattern.groupNumber);
     if (pattern.workId != 0) put(" work").number(pattern.workId);
+    if (pattern.view != 0) named("on", viewName(pattern.view));
     put(pattern.visible ? "\n" : " hidden\n");
     for (const auto& [name, value] : pattern.attributes)
         put("  attribute ").quoted(name).put(" ").quoted(value).put("\n");
@@ -129,8 +182,9 @@ void Dumper::dumpPattern(const Pattern& pattern) {
         put("  of element").number(a.row).put(" ").quoted(a.name).put(" ").quoted(a.value).put("\n");
     for (const Hatch& h : pattern.hatches) hatch(h);
     for (const Text& t : pattern.texts) text(t);
-    for (const Dimension& d : pattern.dimensions) put("  dimension ").quoted(d.data).put("\n");
-    for (const Bitmap& b : pattern.bitmaps) put("  bitmap ").quoted(b.data).put("\n");
+    for (const Arrow& a : pattern.arrows) arrow(a);
+    for (const Dimension& d : pattern.dimensions) dimension(pattern, d);
+    for (const Bitmap& b : pattern.bitmaps) bitmap(b);
     out_ += dumpSpace(pattern, digits_);
     for (const Solid& s : pattern.solids) put("  solid ").quoted(s.data).put("\n");
 }
@@ -217,6 +271,37 @@ void Dumper::text(const Text& text) {
     if (text.backOn) put(" back").number(text.backType);
     for (const std::string& line : text.lines) put(" ").quoted(line);
     put("\n");
+}
+
+void Dumper::arrow(const Arrow& arrow) {
+    put("  arrow");
+    option("use", arrow.use, OV_ARROW_BY_ITSELF);
+    if (arrow.startHead || arrow.endHead) {
+        put(" heads").number(arrow.startHead).number(arrow.endHead);
+        point(arrow.headLength, arrow.headWidth);
+    }
+    put("\n");
+    elements(arrow.lines, nullptr, "    ");
+}
+
+void Dumper::arrowParameters(const OV_DIM_ARROW_PARM& parm) {
+    put(" arrow").number(parm.kind[0]).number(parm.length[0]).number(parm.width[0]);
+    put(" pens").number(parm.pen).number(parm.extPen);
+}
+
+void Dumper::dimension(const Pattern& pattern, const Dimension& dimension) {
+    put("  dimension kind").number(dimension.kind);
+    option("place", dimension.place, 0);
+    option("mode", dimension.mode, 0);
+    if (dimension.lines.empty()) arrowParameters(dimension.arrow);
+    named("text", dimensionText(pattern, dimension));
+    if (dimension.textRow >= 0) put(" at").point(dimension.textPos.x, dimension.textPos.y);
+    put("\n    refs");
+    for (const RPT& p : dimension.refs) point(p.x, p.y);
+    put("\n");
+    for (const RPT3& p : dimension.points)
+        put("    point").number(static_cast<int>(p.z)).point(p.x, p.y).put("\n");
+    elements(dimension.lines, nullptr, "    ");
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "drawing/extents.h"
 
+#include "ge.h"
+
+#include "dimension/dim_drawing.h"
 #include "drawing/spline_curve.h"
 #include "text/layout.h"
 
@@ -119,8 +122,17 @@ Extents flatExtents(const Pattern& pattern, double millimetresPerUnit, bool with
     if (withElements) box = chainExtents(pattern.elements, &pattern.splines);
     for (const Hatch& hatch : pattern.hatches)
         for (const Contour& contour : hatch.contours) box.add(chainExtents(contour, nullptr));
+    for (const Arrow& arrow : pattern.arrows)
+        box.add(chainExtents(drawArrow(arrow, millimetresPerUnit).lines, nullptr));
+    for (const Dimension& dimension : pattern.dimensions)
+        box.add(chainExtents(drawDimension(dimension, millimetresPerUnit).lines, nullptr));
     for (const Text& text : pattern.texts)
         for (const RPT& corner : textCorners(text, millimetresPerUnit).p) box.add(corner.x, corner.y);
+    for (const Bitmap& bitmap : pattern.bitmaps) {
+        const RPT3 &o = bitmap.origin, &u = bitmap.u, &v = bitmap.v;
+        for (const RPT& corner : {RPT{0, 0}, {1, 0}, {0, 1}, {1, 1}})
+            box.add(o.x + corner.x * u.x + corner.y * v.x, o.y + corner.x * u.y + corner.y * v.y);
+    }
     return box;
 }
 
@@ -132,12 +144,27 @@ Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
     return box;
 }
 
+Extents placedExtents(const Drawing& drawing, const Pattern& pattern) {
+    const Extents flat = patternExtents(pattern, sheetMillimetres(drawing, pattern.view));
+    const auto plane = drawing.workPlanes.find(pattern.workId);
+    if (plane == drawing.workPlanes.end() || flat.empty) return flat;
+    const GeMat44 m(plane->second.a, plane->second.b, plane->second.c);
+    GeBox box({flat.minX, flat.minY, 0}, {flat.maxX, flat.maxY, 0});
+    box *= m;
+    Extents placed;
+    placed.add(box.min.x, box.min.y);
+    placed.add(box.max.x, box.max.y);
+    return placed;
+}
+
 Extents Drawing::extents() const {
+    return extents(0);
+}
+
+Extents Drawing::extents(int view) const {
     Extents box;
-    const double perUnit = sheetMillimetres(*this);
     for (const Pattern& pattern : patterns)
-        if (pattern.number != 0 && !pattern.scratch && isVisible(pattern))
-            box.add(patternExtents(pattern, perUnit));
+        if (isContentOf(pattern, view)) box.add(placedExtents(*this, pattern));
     return box;
 }
 

@@ -13,5 +13,7 @@ Extents chainExtents(const std::vector<Element>& chain, const std::vector<Spline
 Extents flatExtents(const Pattern& pattern, double millimetresPerUnit, bool withElements = true);
 /// Box of all elements and objects of a pattern. `millimetresPerUnit`: on the sheet, for the size of texts.
 Extents patternExtents(const Pattern& pattern, double millimetresPerUnit);
+/// The same in the drawing's frame, for a pattern on a work plane too.
+Extents placedExtents(const Drawing& drawing, const Pattern& pattern);
 
 } // namespace host

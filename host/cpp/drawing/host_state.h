@@ -1,6 +1,7 @@
 // What the drawing calls of the host remember between two calls.
 #pragma once
 
+#include "dimension/dim_settings.h"
 #include "drawing/drawing.h"
 #include "li.h"
 
@@ -34,25 +35,27 @@ struct FaceArrays {
 struct DrawingState {
     Drawing drawing;
     HatchParameters hatch;
-    Text textParameters;             ///< what texts to come will look like; its lines and place don't count
-    std::optional<Text> savedText;   ///< of UoTextParSave(1)
-    double tolerance3d = 0;          ///< of 3D operations; 0: the drawing tolerance
-    double epsilonFactor = 1.0;      ///< of UoStartInitEpsNew
-    int screenOff = 0;               ///< how many times the screen output was switched off
-    FaceArrays faceArrays;           ///< of the last ov3dleseflaechen
-    int notifications3d = 0;         ///< calls of ov3dfunc
-    int assemblyUpdate = 1;          ///< flag of the assembly manager
-    std::vector<Context> contexts;   ///< by id - 1
-    std::string title;               ///< of the window
-    std::string shownView;           ///< empty: the whole drawing
-    std::string exportView;          ///< the view made for an export, empty: none
-    std::optional<Drawing> workFile; ///< copy made by StoreWorkFile
-    std::string workFileName, lockFileName;                                ///< empty: none
+    Text textParameters;           ///< what texts to come will look like; its lines and place don't count
+    std::optional<Text> savedText; ///< of UoTextParSave(1)
+    double tolerance3d = 0;        ///< of 3D operations; 0: the drawing tolerance
+    double epsilon = 1e-9;         ///< of UtSetEpsi
+    double epsilonFactor = 1.0;    ///< of UoStartInitEpsNew
+    int screenOff = 0;             ///< how many times the screen output was switched off
+    FaceArrays faceArrays;         ///< of the last ov3dleseflaechen
+    int notifications3d = 0;       ///< calls of ov3dfunc
+    int assemblyUpdate = 1;        ///< flag of the assembly manager
+    std::vector<Context> contexts; ///< by id - 1
+    std::string title;             ///< of the window
+    std::map<std::string, std::string> keptPictures; ///< file that an export replaced → what it held before
+    std::string exportView;                          ///< the view made for an export, empty: none
+    std::optional<Drawing> workFile;                 ///< copy made by StoreWorkFile
+    std::string workFileName, lockFileName;          ///< empty: none
     std::map<std::string, std::pair<std::string, int>> declaredAttributes; ///< name → label, length
     std::vector<RPT> splineChain; ///< the curve of spline chainRow of pattern chainPattern as points
     int chainPattern = 0, chainRow = -1;
     std::vector<UO_ELEM> splineArcs; ///< the curve of spline arcsRow of pattern arcsPattern as lines and arcs
     int arcsPattern = 0, arcsRow = -1;
+    DimensionState dimension;
 };
 
 DrawingState& drawingState();

@@ -1,5 +1,7 @@
 #include "drawing/move.h"
 
+#include <unordered_set>
+
 namespace host {
 
 namespace {
@@ -28,23 +30,41 @@ public:
         }
     }
 
+    void dimension(Dimension& dimension) const {
+        for (RPT3& p : dimension.points) point(p);
+        for (RPT& p : dimension.refs) point(p);
+        point(dimension.textPos);
+        chain(dimension.lines);
+    }
+
 private:
     double dx_, dy_;
 };
 
 } // namespace
 
-void moveDrawing(Drawing& drawing, double dx, double dy) {
+void moveModel(Drawing& drawing, double dx, double dy) {
     const Move move(dx, dy);
+    std::unordered_set<int> planesOfSheets;
+    for (const Pattern& pattern : drawing.patterns)
+        if (pattern.view != 0) planesOfSheets.insert(pattern.workId);
+    for (auto& [id, plane] : drawing.workPlanes)
+        if (!planesOfSheets.contains(id))
+            for (RPT3* p : {&plane.a, &plane.b, &plane.c}) move.point(*p);
+    if (drawing.geoReference.set) move.point(drawing.geoReference.point);
     for (Pattern& pattern : drawing.patterns) {
+        if (pattern.view != 0) continue;
         pattern.relation.placement.tx += dx;
         pattern.relation.placement.ty += dy;
         if (pattern.workId != 0) continue;
+        for (Bitmap& bitmap : pattern.bitmaps) move.point(bitmap.origin);
         move.chain(pattern.elements);
         for (Spline& spline : pattern.splines)
             for (RPT& p : spline.points) move.point(p);
         for (Hatch& hatch : pattern.hatches) move.hatch(hatch);
         for (Text& text : pattern.texts) move.point(text);
+        for (Arrow& arrow : pattern.arrows) move.chain(arrow.lines);
+        for (Dimension& dimension : pattern.dimensions) move.dimension(dimension);
         forEachPoints(pattern, [&](std::vector<RPT3>& points) {
             for (RPT3& p : points) move.point(p);
         });

@@ -5,8 +5,8 @@
 
 namespace host {
 
-/// Moves the content of all patterns by (dx, dy), in the drawing's unit. Patterns on a work plane stay: their
-/// coordinates are the plane's.
-void moveDrawing(Drawing& drawing, double dx, double dy);
+/// Moves all that stands in the model by (dx, dy), in the drawing's unit, with its work planes and its
+/// georeference. Sheets stay as they are.
+void moveModel(Drawing& drawing, double dx, double dy);
 
 } // namespace host

@@ -18,9 +18,17 @@ int ovcopy(int* code, int* fromPat, int* toPat) {
         if (element.type == ElementType::Spline) element.cx += firstSpline;
         appendElement(*to, element);
     }
+    const auto firstText = static_cast<int>(to->texts.size());
     to->splines.insert(to->splines.end(), from->splines.begin(), from->splines.end());
     to->hatches.insert(to->hatches.end(), from->hatches.begin(), from->hatches.end());
     to->texts.insert(to->texts.end(), from->texts.begin(), from->texts.end());
-    openDrawing().elementCount += from->hatches.size() + from->texts.size();
+    to->arrows.insert(to->arrows.end(), from->arrows.begin(), from->arrows.end());
+    for (Dimension dimension : from->dimensions) {
+        if (dimension.textRow >= 0) dimension.textRow += firstText;
+        if (dimension.tolRow >= 0) dimension.tolRow += firstText;
+        to->dimensions.push_back(std::move(dimension));
+    }
+    openDrawing().elementCount +=
+        from->hatches.size() + from->texts.size() + from->arrows.size() + from->dimensions.size();
     return 0;
 }

@@ -16,17 +16,24 @@ using namespace host;
 
 static constexpr int smallestFormat = 6; // A5
 
+/// The sheet that is shown, null for the model.
+static View* shownSheet() {
+    return openDrawing().activeView == 0 ? nullptr : openDrawing().findView(openDrawing().activeView);
+}
+
 static int setScale(int format, double scale) {
     constexpr int errorScaleRange = 2030;
     constexpr int errorSheetTooSmall = 3012;
     if (!(scale >= 1e-8 && scale <= 1e8)) return errorScaleRange;
     Drawing& drawing = openDrawing();
-    if (format < 0 || format > smallestFormat) format = drawing.format;
+    View* const shown = shownSheet();
+    int& ownFormat = shown ? shown->format : drawing.format;
+    if (format < 0 || format > smallestFormat) format = ownFormat;
     const GeFormat sheet(format);
     const double side = std::min(sheet.width(), sheet.height()) / scale / unitInMm(drawing);
     if (side < drawingTolerance(drawing)) return errorSheetTooSmall;
-    drawing.format = format;
-    drawing.scale = scale;
+    ownFormat = format;
+    (shown ? shown->scale : drawing.scale) = scale;
     return 0;
 }
 
@@ -41,8 +48,9 @@ int ovform(int mode, int* format, double* scale, int* unit, double* factor3d) {
         return 0;
     }
     if (mode != 5) return errorNotApplicable;
-    *format = drawing.format;
-    *scale = drawing.scale;
+    const View* const shown = shownSheet();
+    *format = shown ? shown->format : drawing.format;
+    *scale = drawing.viewScale(drawing.activeView);
     *unit = drawing.unit;
     if (factor3d) *factor3d = spaceFactor(drawing.scale);
     return 0;
@@ -51,7 +59,7 @@ int ovform(int mode, int* format, double* scale, int* unit, double* factor3d) {
 int ovconv(int unitCode, int mode, double value, double* result) {
     if (callFails()) return errorNotApplicable;
     if (unitCode != 100 || mode != 3) return errorNotApplicable;
-    *result = value * unitInMm(openDrawing()) * openDrawing().scale;
+    *result = value * unitInMm(openDrawing()) * openDrawing().viewScale(openDrawing().activeView);
     return 0;
 }
 

@@ -108,7 +108,7 @@ int ovpatrect(int* code, int* patNo, double rect[4]) {
     if (*code != 256) return errorNotApplicable;
     const Pattern* pattern = openDrawing().find(*patNo);
     if (!pattern) return errorNoSuchObject;
-    const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing()));
+    const Extents box = patternExtents(*pattern, sheetMillimetres(openDrawing(), pattern->view));
     if (box.empty) return errorNoSuchObject;
     rect[0] = box.minX;
     rect[1] = box.minY;

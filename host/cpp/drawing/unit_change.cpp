@@ -43,6 +43,15 @@ public:
         for (Contour& contour : hatch.contours) (*this)(contour);
         for (HatchFamily& family : hatch.families) (*this)(family);
     }
+    void operator()(Dimension& dimension) const {
+        for (RPT3& p : dimension.points) { // z says what the point is
+            (*this)(p.x);
+            (*this)(p.y);
+        }
+        for (RPT& p : dimension.refs) (*this)(p);
+        (*this)(dimension.textPos);
+        (*this)(dimension.lines);
+    }
     void operator()(Pattern& pattern) const;
 
 private:
@@ -62,9 +71,13 @@ void Rescale::operator()(Pattern& pattern) const {
         (*this)(text.z);
         (*this)(text.lineLength);
     }
+    for (Arrow& arrow : pattern.arrows) (*this)(arrow.lines);
+    for (Dimension& dimension : pattern.dimensions) (*this)(dimension);
     forEachPoints(pattern, [&](std::vector<RPT3>& points) {
         for (RPT3& p : points) (*this)(p);
     });
+    for (Bitmap& bitmap : pattern.bitmaps)
+        for (RPT3* p : {&bitmap.origin, &bitmap.u, &bitmap.v}) (*this)(*p);
 }
 
 } // namespace
@@ -80,6 +93,10 @@ void Drawing::changeUnit(int newUnit) {
         rescale(plane.b);
         rescale(plane.c);
     }
+    for (ViewInsert& insert : viewInserts) rescale(insert.place);
+    rescale(geoReference.point);
+    rescale(geoReference.x);
+    rescale(geoReference.y);
     unit = newUnit;
 }
 

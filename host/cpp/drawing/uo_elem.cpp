@@ -125,7 +125,3 @@ int ovelem(int* code, UO_ELEM* elem) {
     Pattern* pattern = openDrawing().find(elem->patNo);
     return pattern ? appendRecord(*pattern, *elem) : errorNoSuchObject;
 }
-
-int ovarrowpat(int /*op*/, int /*patNo*/, int* /*row*/, int* /*arrowPat*/) {
-    return errorNoSuchObject; // arrows are drawn as elements: no pattern has any beside them
-}

@@ -7,19 +7,53 @@
 
 namespace host {
 
+double lineWidthOf(double size) {
+    return std::clamp(size / 1200.0, 0.6, 6.0);
+}
+
+static void setScale(Frame& frame, double scale) {
+    frame.scale = scale;
+    frame.axes[0] = {scale, 0};
+    frame.axes[1] = {0, -scale};
+}
+
 static Frame place(double left, double top, double width, double height, int size, double margin) {
     Frame frame;
     const double longer = std::max(width, height);
-    frame.margin = margin;
-    frame.scale = (size - 2 * margin) / longer;
+    frame.at = {margin, margin};
+    setScale(frame, (size - 2 * margin) / longer);
     // A drawing that is a line still gets a strip that can be looked at.
     const double least = size / 12.0;
     frame.width = std::max(least, width * frame.scale + 2 * margin);
     frame.height = std::max(least, height * frame.scale + 2 * margin);
-    frame.left = left - (frame.width - 2 * margin - width * frame.scale) / 2 / frame.scale;
-    frame.top = top + (frame.height - 2 * margin - height * frame.scale) / 2 / frame.scale;
-    frame.lineWidth = std::clamp(size / 1200.0, 0.6, 6.0);
+    frame.origin.x = left - (frame.width - 2 * margin - width * frame.scale) / 2 / frame.scale;
+    frame.origin.y = top + (frame.height - 2 * margin - height * frame.scale) / 2 / frame.scale;
+    frame.lineWidth = lineWidthOf(size);
     return frame;
+}
+
+Frame middleFrame(const RPT& middle, double scale, double width, double height) {
+    Frame frame;
+    setScale(frame, scale);
+    frame.origin = {middle.x, middle.y, 0};
+    frame.at = {width / 2, height / 2};
+    frame.width = width;
+    frame.height = height;
+    frame.lineWidth = lineWidthOf(std::max(width, height));
+    return frame;
+}
+
+Frame planeFrame(const Frame& frame, const WorkPlane& plane) {
+    Frame result = frame;
+    const GeMat44 axes(plane.a, plane.b, plane.c);
+    for (int i = 0; i < 3; ++i) {
+        const double* axis = axes.data()[i];
+        result.axes[i] = {axis[0] * frame.axes[0].x + axis[1] * frame.axes[1].x + axis[2] * frame.axes[2].x,
+                          axis[0] * frame.axes[0].y + axis[1] * frame.axes[1].y + axis[2] * frame.axes[2].y};
+    }
+    result.origin = {0, 0, 0};
+    result.at = frame.map(plane.a.x, plane.a.y, plane.a.z);
+    return result;
 }
 
 Frame fitFrame(const Extents& extents, int size) {

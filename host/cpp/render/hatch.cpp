@@ -38,24 +38,31 @@ namespace {
 
 /// The lines of a family across a box, in device space.
 struct LineField {
-    RPT along, origin;        ///< unit vector, a point of line 0
-    double spacing = 0;       ///< between lines, along the left normal
-    double shift = 0;         ///< along the line, from a line to the next
-    double from = 0, to = 0;  ///< reach of the box along the lines
-    double low = 0, high = 0; ///< reach of the box across, in line numbers
+    RPT along, across, origin; ///< unit vectors, a point of line 0
+    double stretch = 1;        ///< device units per drawing unit, along the lines
+    double spacing = 0;        ///< between lines, along the left normal
+    double shift = 0;          ///< along the line, from a line to the next
+    double from = 0, to = 0;   ///< reach of the box along the lines
+    double low = 0, high = 0;  ///< reach of the box across, in line numbers
 };
 
 } // namespace
 
 static LineField layLines(const HatchFamily& family, const Frame& frame, const Extents& box) {
     LineField field;
-    field.along = {std::cos(family.angle), -std::sin(family.angle)};
+    const RPT direction = frame.along(std::cos(family.angle), std::sin(family.angle));
+    const double stretch = std::hypot(direction.x, direction.y);
+    const double area = std::fabs(frame.axes[0].x * frame.axes[1].y - frame.axes[0].y * frame.axes[1].x);
+    field.along = {direction.x / stretch, direction.y / stretch};
     field.origin = frame.map(family.originX, family.originY);
-    field.spacing = std::fabs(family.distance) * frame.scale;
-    field.shift = family.offset * frame.scale;
+    field.spacing = std::fabs(family.distance) * area / stretch;
+    field.shift = family.offset * stretch;
+    field.stretch = stretch;
     field.from = field.low = HUGE_VAL;
     field.to = field.high = -HUGE_VAL;
-    const RPT across{field.along.y, -field.along.x}; // left of the line, y being down
+    // Left of the line, y being down.
+    const double left = frame.mirrors() ? -1 : 1;
+    const RPT across = field.across = {left * field.along.y, -left * field.along.x};
     for (const double x : {box.minX, box.maxX}) {
         for (const double y : {box.minY, box.maxY}) {
             const double dx = x - field.origin.x, dy = y - field.origin.y;
@@ -81,14 +88,13 @@ void Painter::drawFamily(const FillPath& path, const Hatch& hatch, const HatchFa
     const LineField field = layLines(family, frame_, box);
     const int pen = family.pen > 0 ? family.pen : hatch.fillPen;
     const double alpha = 1 - std::clamp(hatch.transparency, 0, 100) / 100.0;
-    if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth) ||
-        frame_.isTilted()) {
+    if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth)) {
         setSource(cairo_, visiblePen(drawing_, pen, dark_), 0.4 * alpha);
         path.emit(cairo_);
         cairo_fill(cairo_);
         return;
     }
-    std::vector<double> dashes = deviceDashes(family.dashes, frame_.scale, frame_.lineWidth);
+    std::vector<double> dashes = deviceDashes(family.dashes, field.stretch, frame_.lineWidth);
     double period = 0;
     for (const double length : dashes) period += length;
     if (period > 0 && (field.high - field.low) * (field.to - field.from) / period > kMostDashes)
@@ -100,7 +106,7 @@ void Painter::drawFamily(const FillPath& path, const Hatch& hatch, const HatchFa
     cairo_clip(cairo_);
     cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
     setDashes(cairo_, dashes);
-    const RPT across{field.along.y, -field.along.x};
+    const RPT& across = field.across;
     for (double n = std::ceil(field.low); n <= field.high; ++n) {
         // Each line begins at a whole number of periods from its own origin, so that dashes stand in step.
         const double shift = n * field.shift;

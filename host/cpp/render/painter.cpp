@@ -12,8 +12,9 @@ namespace host {
 /// Segments of one path: more only make Cairo slow in pixel pictures and lines long in vector ones.
 static constexpr long kMostSegments = 256;
 
-Painter::Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark)
-    : cairo_(cairo), drawing_(drawing), frame_(frame), dark_(dark), path_(cairo) {
+Painter::Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark,
+                 PictureCache& pictures)
+    : cairo_(cairo), drawing_(drawing), frame_(frame), dark_(dark), pictures_(pictures), path_(cairo) {
     cairo_set_line_width(cairo_, frame_.lineWidth);
     cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
     cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
@@ -114,6 +115,28 @@ void Painter::drawElements(const Pattern& pattern) {
     strokePending();
 }
 
+void Painter::drawLines(const DimDrawing& drawing) {
+    Pattern lines;
+    lines.elements = drawing.lines;
+    drawElements(lines);
+    for (const DimFill& fill : drawing.fills) {
+        FillPath path;
+        const auto& [a, b, c] = fill.corners;
+        path.moveTo(frame_.map(a.x, a.y));
+        for (const RPT& p : {b, c, a}) path.lineTo(frame_.map(p.x, p.y));
+        setSource(cairo_, visiblePen(drawing_, fill.pen, dark_));
+        path.emit(cairo_);
+        cairo_fill(cairo_);
+    }
+    pen_ = -1;
+}
+
+void Painter::drawDimensions(const Pattern& pattern) {
+    const double perUnit = sheetMillimetres(drawing_);
+    for (const Arrow& arrow : pattern.arrows) drawLines(drawArrow(arrow, perUnit));
+    for (const Dimension& dimension : pattern.dimensions) drawLines(drawDimension(dimension, perUnit));
+}
+
 /// Whether a text can be drawn and be seen: not too small, not beyond all bounds, near the picture.
 static bool isTextShown(const Text& text, const RPT& at, const Frame& frame) {
     const double unit = text.height * frame.unitsPerMm * frame.scale,
@@ -136,8 +159,13 @@ void Painter::drawTexts(const Pattern& pattern) {
         local.height *= frame_.unitsPerMm * frame_.scale;
         local.width *= frame_.unitsPerMm * frame_.scale;
         local.lineLength *= frame_.scale;
-        const RPT &ax = frame_.alongX, &ay = frame_.alongY;
-        const cairo_matrix_t matrix{ax.x, -ax.y, ay.x, -ay.y, at.x, at.y};
+        const RPT &right = frame_.axes[0], &up = frame_.axes[1];
+        const cairo_matrix_t matrix{right.x / frame_.scale,
+                                    right.y / frame_.scale,
+                                    up.x / frame_.scale,
+                                    up.y / frame_.scale,
+                                    at.x,
+                                    at.y};
         cairo_save(cairo_);
         cairo_set_matrix(cairo_, &matrix);
         const Rgb sheet = dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255};

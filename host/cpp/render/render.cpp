@@ -1,9 +1,11 @@
 #include "render/render.h"
 
+#include "drawing/extents.h"
+#include "render/bitmap.h"
+#include "render/page.h"
 #include "render/painter.h"
 #include "render/space_picture.h"
 #include "store/replace.h"
-#include "text/layout.h"
 
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
@@ -15,6 +17,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_set>
 
 namespace host {
 
@@ -53,56 +56,124 @@ static Surface makeSurface(Format format, double width, double height, FILE* fil
     return {surface, cairo_surface_destroy};
 }
 
-/// Units of the drawing in a millimetre of the sheet.
-static double unitsPerMm(const Drawing& drawing) {
-    const double factor = sheetMillimetres(drawing);
-    return std::isfinite(factor) && factor > 0 && std::isfinite(1 / factor) ? 1 / factor : 1;
+namespace {
+
+/// Draws pages. Fills lie under all lines and texts over them, whatever the order of the patterns.
+class PagePainter {
+public:
+    PagePainter(const Drawing& drawing, bool dark) : drawing_(drawing), dark_(dark) {}
+
+    /// Tells the pictures at which size they will be shown. `finer`: pixels in a device unit.
+    void announce(const Page& page, double finer);
+    void paint(cairo_t* cairo, const Page& page);
+
+private:
+    bool isShown(std::size_t index, const Scene& scene);
+    void paintScene(cairo_t* cairo, const Scene& scene);
+
+    const Drawing& drawing_;
+    bool dark_;
+    PictureCache pictures_;
+    std::vector<std::optional<Extents>> boxes_; ///< of the patterns, by their places, once they are asked for
+};
+
+using Stage = void (Painter::*)(const Pattern&);
+constexpr Stage stages[] = {&Painter::drawBitmaps, &Painter::drawHatches,  &Painter::drawFaces,
+                            &Painter::drawCurves,  &Painter::drawElements, &Painter::drawDimensions,
+                            &Painter::drawPoints,  &Painter::drawTexts};
+
+} // namespace
+
+/// Whether a box of the model lies within what a scene shows of it.
+static bool meets(const Extents& box, const Scene& scene) {
+    const Frame& frame = scene.frame;
+    if (box.empty) return false;
+    if (frame.axes[2].x != 0 || frame.axes[2].y != 0) return true; // heights move what is seen
+    Extents seen, room;
+    for (const double x : {box.minX, box.maxX})
+        for (const double y : {box.minY, box.maxY}) {
+            const RPT p = frame.map(x, y);
+            seen.add(p.x, p.y);
+        }
+    for (const RPT& p : scene.clip) room.add(p.x, p.y);
+    if (scene.clip.empty()) room = {0, 0, frame.width, frame.height, false};
+    const double spare = 2 * frame.lineWidth;
+    return seen.empty || (seen.maxX >= room.minX - spare && seen.minX <= room.maxX + spare &&
+                          seen.maxY >= room.minY - spare && seen.minY <= room.maxY + spare);
 }
 
-static bool isShown(const Drawing& drawing, const Pattern& pattern) {
-    return pattern.number > 0 && !pattern.scratch && drawing.isVisible(pattern);
+bool PagePainter::isShown(std::size_t index, const Scene& scene) {
+    const Pattern& pattern = drawing_.patterns[index];
+    if (!drawing_.isContentOf(pattern, scene.view)) return false;
+    // What has no layer belongs to all of them.
+    if (scene.layers && !pattern.ids.layer.empty() && !scene.layers->contains(pattern.ids.layer))
+        return false;
+    if (scene.clip.empty()) return true;
+    boxes_.resize(drawing_.patterns.size());
+    std::optional<Extents>& box = boxes_[index];
+    if (!box) box = placedExtents(drawing_, pattern);
+    return meets(*box, scene);
 }
 
-/// Settles what the picture shows. Empty, or what is wrong with the wish.
-static std::string makeFrame(const Drawing& drawing, const RenderOptions& options, const SpacePicture* space,
-                             Frame& frame) {
-    const int size = std::clamp(options.size, 16, 16'000);
-    if (space && !options.view.empty()) return "A view is seen from above; leave out the direction";
-    if (space) {
-        frame = fitFrame(space->extents(), size);
-        space->tilt(frame);
-    } else if (options.view.empty()) {
-        frame = fitFrame(drawing.extents(), size);
-    } else {
-        const auto view = std::find_if(drawing.views.begin(), drawing.views.end(),
-                                       [&](const View& v) { return v.name == options.view; });
-        if (view == drawing.views.end()) return "The drawing has no view named " + options.view;
-        frame = sheetFrame(*view, size);
+void PagePainter::announce(const Page& page, double finer) {
+    for (const Scene& scene : page.scenes) {
+        for (std::size_t i = 0; i < drawing_.patterns.size(); ++i) {
+            const Pattern& pattern = drawing_.patterns[i];
+            if (pattern.bitmaps.empty() || !isShown(i, scene)) continue;
+            const Frame frame = patternFrame(drawing_, pattern, scene.frame);
+            for (const Bitmap& bitmap : pattern.bitmaps) {
+                const Parallelogram place = placeBitmap(bitmap, frame);
+                if (host::isShown(place, frame))
+                    pictures_.wish(bitmap.file, finer * std::hypot(place.u.x, place.u.y),
+                                   finer * std::hypot(place.v.x, place.v.y));
+            }
+        }
     }
-    frame.width = std::max(1.0, std::round(frame.width));
-    frame.height = std::max(1.0, std::round(frame.height));
-    frame.unitsPerMm = unitsPerMm(drawing);
-    return {};
 }
 
-/// Fills lie under all lines and texts over them, whatever the order of the patterns.
-static void paintFlat(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark) {
-    Painter painter(cairo, drawing, frame, dark);
-    using Stage = void (Painter::*)(const Pattern&);
-    for (const Stage stage : {&Painter::drawHatches, &Painter::drawFaces, &Painter::drawCurves,
-                              &Painter::drawElements, &Painter::drawPoints, &Painter::drawTexts}) {
-        for (const Pattern& pattern : drawing.patterns)
-            if (isShown(drawing, pattern)) (painter.*stage)(pattern);
+void PagePainter::paintScene(cairo_t* cairo, const Scene& scene) {
+    std::vector<std::size_t> shown;
+    for (std::size_t i = 0; i < drawing_.patterns.size(); ++i)
+        if (isShown(i, scene)) shown.push_back(i);
+    Painter painter(cairo, drawing_, scene.frame, dark_, pictures_);
+    for (const Stage stage : stages) {
+        for (const std::size_t i : shown) {
+            const Pattern& pattern = drawing_.patterns[i];
+            if (pattern.workId == 0) {
+                (painter.*stage)(pattern);
+                continue;
+            }
+            const Frame frame = patternFrame(drawing_, pattern, scene.frame);
+            Painter onPlane(cairo, drawing_, frame, dark_, pictures_);
+            (onPlane.*stage)(pattern);
+        }
     }
 }
 
-static cairo_status_t writePicture(const Frame& frame, Format format, FILE* file,
-                                   const std::function<void(cairo_t*)>& paint) {
-    const Surface surface = makeSurface(format, frame.width, frame.height, file);
+void PagePainter::paint(cairo_t* cairo, const Page& page) {
+    setSource(cairo, dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255});
+    cairo_paint(cairo);
+    for (const Scene& scene : page.scenes) {
+        cairo_save(cairo);
+        for (const RPT& p : scene.clip)
+            cairo_line_to(cairo, std::clamp(p.x, -1e5, 1e5), std::clamp(p.y, -1e5, 1e5));
+        if (!scene.clip.empty()) cairo_clip(cairo);
+        paintScene(cairo, scene);
+        cairo_restore(cairo);
+        cairo_new_path(cairo);
+    }
+}
+
+static cairo_status_t writePages(const std::vector<Page>& pages, Format format, FILE* file,
+                                 const std::function<void(cairo_t*, const Page&)>& paint) {
+    const Surface surface = makeSurface(format, pages[0].width, pages[0].height, file);
     {
         const Context cairo(cairo_create(surface.get()), cairo_destroy);
-        paint(cairo.get());
-        cairo_show_page(cairo.get());
+        for (const Page& page : pages) {
+            if (format == Format::Pdf) cairo_pdf_surface_set_size(surface.get(), page.width, page.height);
+            paint(cairo.get(), page);
+            cairo_show_page(cairo.get());
+        }
         if (const cairo_status_t status = cairo_status(cairo.get())) return status;
     }
     cairo_status_t status = CAIRO_STATUS_SUCCESS;
@@ -111,29 +182,64 @@ static cairo_status_t writePicture(const Frame& frame, Format format, FILE* file
     return status ? status : cairo_surface_status(surface.get());
 }
 
-std::string renderDrawing(const Drawing& drawing, const std::string& path, const RenderOptions& options) {
-    const Format format = formatOf(path);
-    if (format == Format::None) return "A picture's name ends with .svg, .png or .pdf: " + path;
-    std::optional<SpacePicture> space;
-    if (options.inSpace) space.emplace(drawing, options);
-    Frame frame;
-    if (std::string wrong = makeFrame(drawing, options, space ? &*space : nullptr, frame); !wrong.empty())
-        return wrong;
+static std::string unknownView(const Drawing& drawing, const std::string& name) {
+    constexpr std::size_t most = 30;
+    std::string text = "The drawing has no view named " + name + ". Its views:";
+    for (std::size_t i = 0; i < drawing.views.size() && i < most; ++i)
+        text += (i == 0 ? " \"" : ", \"") + drawing.views[i].name + "\"";
+    if (drawing.views.size() > most) text += " and " + std::to_string(drawing.views.size() - most) + " more";
+    return text;
+}
 
+std::vector<std::string> pageViews(const Drawing& drawing) {
+    std::unordered_set<int> inserted;
+    for (const ViewInsert& insert : drawing.viewInserts) inserted.insert(insert.view);
+    std::vector<std::string> names;
+    for (const View& view : drawing.views)
+        if (!inserted.contains(view.number)) names.push_back(view.name);
+    return names;
+}
+
+/// Writes the pages into a file beside `path` that takes its place when it is whole.
+static std::string writeFile(const std::string& path, const std::vector<Page>& pages,
+                             const std::function<void(cairo_t*, const Page&)>& paint) {
     ReplacementFile target(path);
     FILE* file = std::fopen(target.path().c_str(), "wb");
     if (!file) return "Can't write " + path;
-    const cairo_status_t status = writePicture(frame, format, file, [&](cairo_t* cairo) {
-        setSource(cairo, options.dark ? Rgb{0, 0, 0} : Rgb{255, 255, 255});
-        cairo_paint(cairo);
-        if (space)
-            space->paint(cairo, frame);
-        else
-            paintFlat(cairo, drawing, frame, options.dark);
-    });
+    const cairo_status_t status = writePages(pages, formatOf(path), file, paint);
     const bool closed = std::fclose(file) == 0;
     if (status) return "Can't draw " + path + ": " + cairo_status_to_string(status);
     return closed ? target.commit() : "Can't write " + path;
+}
+
+static std::string renderInSpace(const Drawing& drawing, const std::string& path,
+                                 const RenderOptions& options) {
+    if (!options.view.empty() || options.allViews) return "A picture in space shows the model, not its views";
+    SpacePicture space(drawing, options);
+    const Page page = space.page();
+    return writeFile(path, {page},
+                     [&](cairo_t* cairo, const Page&) { space.paint(cairo, page.scenes[0].frame); });
+}
+
+std::string renderDrawing(const Drawing& drawing, const std::string& path, const RenderOptions& options) {
+    const Format format = formatOf(path);
+    if (format == Format::None) return "A picture's name ends with .svg, .png or .pdf: " + path;
+    if (options.inSpace) return renderInSpace(drawing, path, options);
+    const std::vector<std::string> names =
+        options.allViews ? pageViews(drawing) : std::vector<std::string>{options.view};
+    if (options.allViews && format != Format::Pdf) return "Only a PDF has several pages: " + path;
+    std::vector<Page> pages;
+    for (const std::string& name : names) {
+        const View* view = name.empty() ? nullptr : drawing.findView(name);
+        if (!view && !name.empty()) return unknownView(drawing, name);
+        pages.push_back(makePage(drawing, view, options.size, format == Format::Pdf));
+    }
+    if (pages.empty()) return "The drawing has no views";
+    // Pages of points hold pictures that can be looked at more closely.
+    constexpr double finerThanPoints = 3;
+    PagePainter painter(drawing, options.dark);
+    for (const Page& page : pages) painter.announce(page, format == Format::Png ? 1 : finerThanPoints);
+    return writeFile(path, pages, [&](cairo_t* cairo, const Page& page) { painter.paint(cairo, page); });
 }
 
 } // namespace host

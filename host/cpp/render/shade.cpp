@@ -85,8 +85,8 @@ void paintShaded(cairo_t* cairo, const Drawing& drawing, const Frame& frame, boo
     DepthPicture picture(width, height);
     for (const SeenTriangle& seen : triangles) {
         const auto place = [&](const RPT3& p) {
-            return RPT3{((p.x - frame.left) * frame.scale + frame.margin) * fine,
-                        ((frame.top - p.y) * frame.scale + frame.margin) * fine, p.z * frame.scale};
+            const RPT at = frame.map(p.x, p.y);
+            return RPT3{at.x * fine, at.y * fine, p.z * frame.scale};
         };
         const SightTriangle& t = seen.triangle;
         picture.draw({place(t.a), place(t.b), place(t.c)},

@@ -10,7 +10,7 @@
 namespace host {
 
 /// Paints the triangles in the colours of their pens, the nearest in front. Light falls from above the
-/// viewer's left shoulder, on both sides of a face.
+/// viewer's left shoulder, on both sides of a face. The frame shows view coordinates from above.
 void paintShaded(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark,
                  const std::vector<SeenTriangle>& triangles);
 

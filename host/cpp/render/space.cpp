@@ -5,8 +5,8 @@ namespace host {
 
 void Painter::addEdge(int pen, int lineType, const RPT3& from, const RPT3& to) {
     usePen(pen, lineType);
-    path_.moveTo(frame_.map(from.x, from.y));
-    path_.lineTo(frame_.map(to.x, to.y));
+    path_.moveTo(frame_.map(from.x, from.y, from.z));
+    path_.lineTo(frame_.map(to.x, to.y, to.z));
 }
 
 void Painter::drawFaces(const Pattern& pattern) {
@@ -33,22 +33,18 @@ void Painter::drawCurves(const Pattern& pattern) {
 void Painter::drawLines(const std::vector<SeenLine>& lines) {
     for (const SeenLine& line : lines) {
         usePen(line.pen, line.lineType);
-        path_.moveTo(frame_.mapView(line.a.x, line.a.y));
-        path_.lineTo(frame_.mapView(line.b.x, line.b.y));
+        path_.moveTo(frame_.map(line.a.x, line.a.y));
+        path_.lineTo(frame_.map(line.b.x, line.b.y));
     }
     strokePending();
 }
 
 void Painter::drawPoints(const Pattern& pattern) {
-    drawPointsSeen(pattern, {});
-}
-
-void Painter::drawPointsSeen(const Pattern& pattern, const ViewAxes& axes) {
     for (const PointCloud& cloud : pattern.pointClouds) {
         for (std::size_t i = 0; i < cloud.points.size(); ++i) {
             usePen(cloud.pens[i], 1);
-            const RPT3 seen = axes.map(cloud.points[i]);
-            dot(frame_.mapView(seen.x, seen.y));
+            const RPT3& p = cloud.points[i];
+            dot(frame_.map(p.x, p.y, p.z));
         }
     }
     strokePending();

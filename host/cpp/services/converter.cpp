@@ -62,6 +62,23 @@ static int convertByProgram(const UtCString& source, const UtCString& target) {
     return errorNotApplicable;
 }
 
+static bool isBinaryDxf(std::string_view content) {
+    return content.substr(0, 18) == binaryDxfSentinel.substr(0, 18);
+}
+
+long long UtConvertedByte(const UtCString& source, long line) {
+    FILE* in = UtFileOpen(source, "rb");
+    if (!in) return -1;
+    UT_FILE_VIEW view;
+    const bool mapped = UtFileMap(in, view) == 0;
+    const std::string_view content(mapped && view.data ? view.data : "", mapped ? view.size : 0);
+    const long long offset =
+        isBinaryDxf(content) ? static_cast<long long>(binaryDxfOffset(content, line / 2)) : -1;
+    if (mapped) UtFileUnmap(view);
+    UtFileClose(in);
+    return offset;
+}
+
 int UtConvertDwg2Dxf(const UtCString& source, const UtCString& target) {
     if (callFails()) return errorNotApplicable;
     FILE* in = UtFileOpen(source, "rb");
@@ -69,7 +86,7 @@ int UtConvertDwg2Dxf(const UtCString& source, const UtCString& target) {
     UT_FILE_VIEW view;
     const bool mapped = UtFileMap(in, view) == 0;
     const std::string_view content(view.data ? view.data : "", view.size);
-    const bool binary = content.substr(0, 18) == binaryDxfSentinel.substr(0, 18);
+    const bool binary = isBinaryDxf(content);
     int error = errorNotOpened;
     if (mapped && binary)
         error = convertBinary(view, target);

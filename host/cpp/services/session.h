@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace host {
@@ -20,6 +21,7 @@ struct Session {
     std::map<std::string, double> numbers;             ///< "&Name"
     std::map<std::string, std::string> texts;          ///< "$Name"
     std::vector<std::string> messageArea;              ///< lines of ovwritealpha and CiOutput::String
+    std::vector<std::pair<std::string, int>> errors;   ///< of ErrClassErrType: place and number
     std::string statusLine;                            ///< last text of ovdisplay
     std::function<void(const std::string&)> onStatus;  ///< told of each status text
     std::function<void(const std::string&)> onMessage; ///< told of each message line

@@ -1,5 +1,6 @@
 #include "store/store.h"
 
+#include "store/sheet_tables.h"
 #include "store/space_rows.h"
 #include "store/table_reader.h"
 
@@ -59,8 +60,8 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     readPatternLists(db, drawing, &Pattern::splines);
     readPatternLists(db, drawing, &Pattern::hatches);
     readPatternLists(db, drawing, &Pattern::texts);
-    readPatternLists(db, drawing, &Pattern::dimensions);
-    readPatternLists(db, drawing, &Pattern::bitmaps);
+    if (hasTable<Arrow>(version)) readPatternLists(db, drawing, &Pattern::arrows);
+    if (hasTable<Dimension>(version)) readPatternLists(db, drawing, &Pattern::dimensions);
     readSpace(db, version, drawing);
     readPatternLists(db, drawing, &Pattern::solids);
     readPartLists(db, drawing, &Pattern::hatches, &Hatch::contours);
@@ -157,6 +158,7 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     const std::int64_t version = checkFile(db);
     readPatterns(db, version, readHead(db, drawing), drawing);
     readTables(db, version, drawing);
+    readSheets(db, version, drawing);
     checkElements(drawing);
     drawing.recount();
     db.close();

@@ -4,6 +4,7 @@
 
 #include "store/packing.h"
 #include "store/pattern_rows.h"
+#include "store/sheet_rows.h"
 #include "store/space_rows.h"
 
 #include <array>
@@ -159,14 +160,6 @@ struct DataRow {
     }
 };
 template <>
-struct Row<Dimension> : DataRow<Dimension> {
-    static constexpr const char* table = "dimensions";
-};
-template <>
-struct Row<Bitmap> : DataRow<Bitmap> {
-    static constexpr const char* table = "bitmaps";
-};
-template <>
 struct Row<Solid> : DataRow<Solid> {
     static constexpr const char* table = "solids";
 };
@@ -255,15 +248,22 @@ struct Row<ImportedPattern> {
     }
 };
 
+} // namespace host
+
+#include "store/dimension_rows.h"
+
+namespace host {
+
 /// All records, each with a table: `Holder<A>, Holder<B>, …` in a tuple.
 template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
-               Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Dimension>,
-               Holder<Bitmap>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
+               Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
+               Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
                Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
                Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
-               Holder<Relation>, Holder<ElementAttribute>>;
+               Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>,
+               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

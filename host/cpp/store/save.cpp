@@ -1,6 +1,7 @@
 #include "store/store.h"
 
 #include "store/replace.h"
+#include "store/sheet_tables.h"
 #include "store/table_writer.h"
 
 namespace host {
@@ -13,8 +14,8 @@ static void putPattern(Tables& tables, const Pattern& pattern) {
     putList(tables, pattern.number, pattern.splines);
     putList(tables, pattern.number, pattern.hatches);
     putList(tables, pattern.number, pattern.texts);
+    putList(tables, pattern.number, pattern.arrows);
     putList(tables, pattern.number, pattern.dimensions);
-    putList(tables, pattern.number, pattern.bitmaps);
     putList(tables, pattern.number, pattern.faceLists);
     putList(tables, pattern.number, pattern.facets);
     putList(tables, pattern.number, pattern.curves);
@@ -64,6 +65,7 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     for (const auto& [id, plane] : drawing.workPlanes) tables.of<WorkPlane>().put({id}, plane);
     for (const auto& [number, lineType] : drawing.lineTypes) tables.of<LineType>().put({number}, lineType);
     for (const auto& [number, color] : drawing.pens) tables.of<Rgb>().put({number}, color);
+    writeSheets(tables, drawing);
 }
 
 static void writeDatabase(const Drawing& drawing, const std::string& path) {

@@ -1,6 +1,7 @@
 // CiText: the texts of patterns by cursor.
 #include "ci_text.h"
 
+#include "dimension/dim_text.h"
 #include "drawing/context.h"
 #include "drawing/host_state.h"
 #include "services/failure.h"
@@ -93,6 +94,7 @@ int CiText::GetDimType(const DsCsr& cursor, int* type) {
 static void removeText(Pattern& pattern, int row) {
     pattern.texts.erase(pattern.texts.begin() + row);
     --openDrawing().elementCount;
+    forgetTextRow(pattern, row);
 }
 
 int CiText::Del(const DsCsr& cursor) {

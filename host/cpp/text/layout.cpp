@@ -88,7 +88,11 @@ TextFont& fontOf(const Text& text) {
 }
 
 double sheetMillimetres(const Drawing& drawing) {
-    return GeUnit(drawing.unit).factor() * 1e-6 * drawing.scale;
+    return sheetMillimetres(drawing, drawing.activeView);
+}
+
+double sheetMillimetres(const Drawing& drawing, int view) {
+    return GeUnit(drawing.unit).factor() * 1e-6 * drawing.viewScale(view);
 }
 
 double lineWidth(const Text& text, TextFont& font, std::string_view line) {

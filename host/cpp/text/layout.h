@@ -31,8 +31,9 @@ struct TextLayout {
 
 /// The font that a text asks for.
 TextFont& fontOf(const Text& text);
-/// Sheet millimetres in one unit of the drawing.
+/// Sheet millimetres in one unit of the drawing, in the view that is shown or in that of a number.
 double sheetMillimetres(const Drawing& drawing);
+double sheetMillimetres(const Drawing& drawing, int view);
 /// Width of a line of the text, spacing at its end included.
 double lineWidth(const Text& text, TextFont& font, std::string_view line);
 /// `millimetresPerUnit` turns the text's line length to millimetres on the sheet.

@@ -53,7 +53,7 @@ int UoGetTextBalloonPat(int patNo, int row, int* framePat) {
         return errorNoSuchObject;
     const Text& text = pattern->texts[static_cast<std::size_t>(row)];
     if (text.backType == 0) return errorNoSuchObject;
-    const TextCorners corners = textCorners(text, sheetMillimetres(openDrawing()));
+    const TextCorners corners = textCorners(text, sheetMillimetres(openDrawing(), pattern->view));
     Pattern& frame = openDrawing().addPattern(true);
     for (int i = 0; i <= 4; ++i) {
         Element side;

@@ -1,0 +1,194 @@
+// The geometry and the texts of a dimension's block.
+#include "../config/dx_pens.h"
+#include "../import/dx_blocks.h"
+#include "../import/dx_insert_import.h"
+#include "../import/dx_insert_level.h"
+#include "../import/dx_linework_import.h"
+#include "../import/dx_polyline_import.h"
+#include "../import/dx_transform.h"
+#include "../import/import_state.h"
+#include "../session/dx_reader.h"
+#include "../text/dx_mtext.h"
+#include "../text/dx_text_import.h"
+#include "dx_dim_import.h"
+#include "mt.h"
+
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr double toRadians = 0.017453292519943295;
+enum DrawingCode { DRAW = 1, MOVE = 2, ARC = 4 };
+enum PointKind { PLAIN = 0, CLOSED = 4, GEOMETRY_ONLY = -1 };
+
+class BlockReader {
+public:
+    BlockReader(DX_DIM_GEO& geo, const Mat44 m) : geo_(geo) { Mt44Copy(m, m_); }
+
+    int read(std::string_view end) {
+        DxPair pair;
+        for (;;) {
+            if (const int error = DxReadPair(pair)) return error;
+            if (pair.code != 0) continue;
+            const bool isEnd = pair.text == end || pair.text == "ENDSEC" || pair.text == "BLOCK";
+            if (isEnd || pair.text == "EOF") return 0;
+            if (++geo_.entities > DX_DIM_MOST_ENTITIES || geo_.pts.size() > DX_DIM_MOST_POINTS)
+                return DX_DIM_TOO_LARGE;
+            if (const int error = take(pair.text)) return error;
+        }
+    }
+
+private:
+    int take(std::string_view name) {
+        if (name == "LINE") return line();
+        if (name == "CIRCLE") return circle();
+        if (name == "ARC") return arc();
+        if (name == "SOLID") return solid();
+        if (name == "LWPOLYLINE") return polyline();
+        if (name == "TEXT" || name == "MTEXT") return text(name == "MTEXT" ? 1 : 0);
+        return name == "INSERT" ? insert() : 0;
+    }
+
+    /// False for what isn't to be drawn.
+    bool setLook(const DX_ENTITY_BASE_TYPE& base) {
+        return DxPenLtToCAD(&base, &look_.pen, &look_.lineType) != 0;
+    }
+
+    void add(const RPT3& p, int kind, int code) {
+        RPT3 at = p;
+        DxTrans3DRpt(&at, m_);
+        if (!DxIsFinite(at)) at = {0, 0, 0}; // keeps the figure's points together
+        geo_.pts.push_back({at.x, at.y, kind});
+        geo_.rawKinds.push_back(code);
+        geo_.looks.push_back(look_);
+    }
+
+    int line() {
+        DX_LINE_TYPE record;
+        if (const int error = DxReadLine(&record)) return error;
+        if (!setLook(record.base)) return 0;
+        add(record.start, PLAIN, MOVE);
+        add(record.end, PLAIN, DRAW);
+        return 0;
+    }
+
+    /// The circle's point on its right stands for start and end.
+    int circle() {
+        DX_CIRCLE_TYPE record;
+        if (const int error = DxReadCircle(&record)) return error;
+        if (!setLook(record.base)) return 0;
+        const RPT3 onCircle{record.centre.x + record.radius, record.centre.y, record.centre.z};
+        add(onCircle, CLOSED, MOVE);
+        add(onCircle, GEOMETRY_ONLY, ARC);
+        add(record.centre, GEOMETRY_ONLY, ARC);
+        return 0;
+    }
+
+    int arc() {
+        DX_ARC_TYPE record;
+        if (const int error = DxReadArc(&record)) return error;
+        if (!setLook(record.base)) return 0;
+        const auto at = [&](double degrees) {
+            return RPT3{record.centre.x + record.radius * std::cos(degrees * toRadians),
+                        record.centre.y + record.radius * std::sin(degrees * toRadians), record.centre.z};
+        };
+        RPT3 start = at(record.startAngle), end = at(record.endAngle);
+        if (DxMirrors(m_)) std::swap(start, end);
+        const bool isClosed = DxDimSamePoint({start.x, start.y}, {end.x, end.y});
+        add(start, isClosed ? CLOSED : PLAIN, MOVE);
+        add(end, PLAIN, ARC);
+        add(record.centre, GEOMETRY_ONLY, ARC);
+        return 0;
+    }
+
+    int solid() {
+        DX_SOLID_TYPE record;
+        if (const int error = DxReadSolid(&record)) return error;
+        if (!setLook(record.base)) return 0;
+        const RPT3* c = record.corners;
+        const bool isTriangle = DxDimSamePoint({c[2].x, c[2].y}, {c[3].x, c[3].y});
+        add(c[0], PLAIN, MOVE);
+        for (int i = 1; i < (isTriangle ? 3 : 4); ++i) add(c[i], PLAIN, DRAW);
+        add(c[0], GEOMETRY_ONLY, DRAW);
+        return 0;
+    }
+
+    int polyline() {
+        DX_POLYLINE_TYPE record;
+        if (const int error = DxReadLwPolyline(&record)) return error;
+        if (!setLook(record.base) || record.vertices.empty()) return 0;
+        if (geo_.pts.size() + record.vertices.size() > DX_DIM_MOST_POINTS) return DX_DIM_TOO_LARGE;
+        int code = MOVE;
+        for (const DX_VERTEX_TYPE& vertex : record.vertices)
+            add(vertex.location, PLAIN, std::exchange(code, DRAW));
+        if (record.closed) add(record.vertices[0].location, PLAIN, DRAW);
+        return 0;
+    }
+
+    int text(int isMtext) {
+        DX_TEXT_TYPE record;
+        if (const int error = DxfReadTextOrMtext(isMtext, &record)) return error;
+        std::vector<DX_TEXT_TYPE> pieces;
+        if (isMtext)
+            DxMtextToTexts(&record, &pieces, DxMirrors(m_));
+        else if (!record.text.empty())
+            pieces.push_back(std::move(record));
+        if (geo_.texts.texts.size() + pieces.size() > DX_DIM_MOST_POINTS) return DX_DIM_TOO_LARGE;
+        for (DX_TEXT_TYPE& piece : pieces) addText(std::move(piece));
+        return 0;
+    }
+
+    /// Texts of an INSERT's block come to the dimension's block.
+    void addText(DX_TEXT_TYPE&& piece) {
+        DxTrans3DRpt(&piece.point, m_);
+        DxTrans3DRpt(&piece.second, m_);
+        const double size = std::hypot(m_[0][0], m_[0][1]);
+        if (size > 0 && size != 1) piece.height *= size;
+        if (m_[0][1] != 0 || m_[0][0] < 0) piece.rotation += std::atan2(m_[0][1], m_[0][0]) / toRadians;
+        geo_.texts.texts.push_back(std::move(piece));
+    }
+
+    int insert() {
+        DX_INSERT_TYPE record;
+        if (const int error = DxReadInsert(&record)) return error;
+        if (DxBlockLevel >= DX_DEEPEST_BLOCK || !DxCheckRecursion(record.blockName)) return 0;
+        if (!setLook(record.base)) return 0;
+        Mat44 matrix;
+        Mt44Copy(m_, matrix);
+        if (DxReadInsertMatrix(&record, matrix)) return 0; // no such block
+        DX_SAVE save;
+        DxSaveActPos(&save);
+        DxfEntityFileReference reference;
+        DxGetBlock(record.blockName.view(), reference);
+        int error = 0;
+        if (reference.block) {
+            const DxInsertScope scope(levelOf(record, *reference.block));
+            error = scope.error();
+            if (!error) error = BlockReader(geo_, matrix).read("ENDBLK");
+        }
+        const int restored = DxRestoreActPos(&save);
+        if (reference.place) reference.place->Disarm();
+        return error ? error : restored;
+    }
+
+    /// Colour and line type by block are those of the INSERT.
+    static DX_INSERT_LEVEL levelOf(const DX_INSERT_TYPE& record, const DX_BLOCK_TYPE& block) {
+        DX_INSERT_LEVEL level = DxActLevel;
+        ++level.depth;
+        level.block = &block;
+        if (!record.base.lineType.empty()) level.lineType = record.base.lineType;
+        if (record.base.color >= 1 && record.base.color <= 255) level.color = record.base.color;
+        return level;
+    }
+
+    DX_DIM_GEO& geo_;
+    Mat44 m_;
+    DX_DIM_LOOK look_;
+};
+
+} // namespace
+
+int DxReadDimGeo(std::string_view end, DX_DIM_GEO& geo, const Mat44 m) {
+    return BlockReader(geo, m).read(end);
+}

@@ -1,0 +1,7 @@
+#include "image_state.h"
+
+std::vector<DX_QUEUED_IMAGE> DxImageQueue;
+
+void DxResetImageState() {
+    DxImageQueue = {};
+}
