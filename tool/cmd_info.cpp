@@ -17,6 +17,9 @@ namespace tool {
 
 using Json = nlohmann::ordered_json;
 
+/// `stat` of an input that no import was tried with.
+static constexpr int CANT_READ = 9001;
+
 static Json extentsJson(const host::Drawing& drawing) {
     const host::Extents box = drawing.extents();
     return box.empty ? Json() : Json{box.minX, box.minY, box.maxX, box.maxY};
@@ -140,8 +143,10 @@ static int infoOne(const std::string& input, const Options& options) {
     Options silent = options; // the messages are part of what is printed
     silent.quiet = true;
     const int status = tellOutcome(input, loaded, silent);
-    if (!loaded.error.empty()) return status;
-    const Json info = infoJson(input, loaded, host::openDrawing());
+    if (!loaded.error.empty() && !options.json) return status;
+    const Json info = loaded.error.empty()
+                          ? infoJson(input, loaded, host::openDrawing())
+                          : Json{{"file", input}, {"stat", CANT_READ}, {"error", loaded.error}};
     if (options.json)
         std::cout << info.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     else

@@ -20,9 +20,9 @@
 #include "../sections/dx_tables_import.h"
 #include "../sections/sections_state.h"
 #include "../solid/dx_acds.h"
-#include "../solid/sat/dx_od.h"
 #include "../solid/space_state.h"
 #include "../text/text_state.h"
+#include "dx_od.h"
 #include "dx_session.h"
 #include "writer_state.h"
 
