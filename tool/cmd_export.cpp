@@ -28,8 +28,9 @@ static int exportMesh(const Options& given) {
 
 int runExport(const Options& options) {
     const std::string& input = options.inputs[0];
-    if (!isUsableTarget(input, options.output)) return STATUS_USAGE;
-    if (host::isMeshFile(options.output)) return exportMesh(options);
+    const bool isMesh = host::isMeshFile(options.output);
+    if (!isUsableTarget(input, options.output, isMesh ? "mesh" : "dxf")) return STATUS_USAGE;
+    if (isMesh) return exportMesh(options);
     const Loaded loaded = loadInput(input, options, true);
     const int status = tellOutcome(input, loaded, options);
     return status == STATUS_DONE ? saveDxf(options.output, loaded, options) : status;
