@@ -5,6 +5,7 @@
 #include "units.h"
 
 #include "drawing/dump.h"
+#include "drawing/hatch_lines.h"
 
 #include <nlohmann/json.hpp>
 
@@ -78,6 +79,12 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
                         {"spline", counts.splines}};
     info["texts"] = counts.texts;
     info["hatches"] = counts.hatches;
+    const host::HatchCounts hatches = host::countHatches(drawing);
+    info["hatch"] = {{"families", hatches.families},
+                     {"fills", hatches.fills},
+                     {"gradients", hatches.gradients},
+                     {"standard", hatches.standard},
+                     {"kept", hatches.kept}};
     info["dimensions"] = counts.dimensions;
     const DxDimensionTally& dimensions = loaded.report.dimensions;
     info["dimension"] = {{"associative", dimensions.associative},
@@ -126,6 +133,10 @@ static void printInfo(const Json& info) {
         std::cout << "  extents " << info["extents"].dump() << '\n';
     printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
     printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
+    if (info["hatches"] != 0) {
+        std::cout << "  of the hatches:";
+        printNumbers(info["hatch"], {"families", "fills", "gradients", "standard", "kept"});
+    }
     printNumbers(info, {"faces", "facets", "curves3d", "pointclouds", "solids", "views"});
     if (info["view_names"].size() > 1)
         for (const Json& name : info["view_names"]) std::cout << "  view " << name.get<std::string>() << '\n';
