@@ -77,7 +77,7 @@ private:
 Mesh collect(const Drawing& drawing) {
     Mesh mesh;
     for (const Pattern& pattern : drawing.patterns) {
-        if (pattern.number <= 0 || pattern.scratch || !drawing.isVisible(pattern)) continue;
+        if (!drawing.isContentOf(pattern, 0)) continue;
         mesh.addGroup(pattern);
         forEachFaceList(pattern, [&](const FaceList& list) {
             forEachFace(list, [&](const FaceView& face) {
@@ -127,13 +127,20 @@ private:
     bool failed_ = false;
 };
 
+/// A blank would part it into the names of several groups.
+std::string oneWord(std::string name) {
+    for (char& c : name)
+        if (static_cast<unsigned char>(c) <= ' ') c = '_';
+    return name;
+}
+
 void writeObj(const Drawing& /*drawing*/, const Mesh& mesh, MeshWriter& out) {
     out.text("# torva-dxf\n");
     for (const RPT3& p : mesh.points) out.text("v "), out.point(p, " ");
     std::size_t group = 0;
     for (std::size_t i = 0; i < mesh.faces.size(); ++i) {
         for (; group < mesh.groups.size() && mesh.groups[group].firstFace == i; ++group)
-            out.text("g " + mesh.groups[group].name + "\n");
+            out.text("g " + oneWord(mesh.groups[group].name) + "\n");
         out.text("f");
         for (int k = 0; k < mesh.faces[i].count; ++k) {
             out.text(" ");
