@@ -3,7 +3,7 @@
 import math
 import pathlib
 
-from dxf2000 import MODEL, entity, head, layer, number, put, write
+from dxf2000 import MODEL, entity, entity_class, head, layer, number, put, write
 
 
 def xyz(index, x, y, z):
@@ -118,4 +118,5 @@ def scene():
 
 for record in (("CUBE", 5), ("PLATES", 1), ("BALL", 3), ("COLUMNS", 8), ("ROOF", 30), ("POINTS", 6)):
     layer(*record)
+entity_class("MESH", "AcDbSubDMesh")
 write(pathlib.Path(__file__).with_name("space.dxf"), (0, 0), (57, 57), scene, version="AC1024")
