@@ -118,8 +118,8 @@ static int repairOne(const std::string& input, const Options& options) {
     const repair::Outcome outcome =
         other ? repair::Outcome() : repair::repairFile(file.text(), selection.limit);
     if (!outcome.isDxf) {
-        print(input == "-" ? validate::validateText(file.text(), selection) : judge(input, selection), options,
-              out);
+        print(input == "-" ? validate::validateText(file.text(), selection) : judge(input, selection),
+              options, out);
         return STATUS_FAILED;
     }
     if (!writeFile(target, outcome.text)) return STATUS_FAILED;
