@@ -2,6 +2,7 @@
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
+#include "passport.h"
 #include "units.h"
 
 #include "drawing/dump.h"
@@ -70,6 +71,7 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["version"] = loaded.imported ? Json(loaded.report.version) : Json();
     info["codepage"] = loaded.imported ? Json(loaded.report.codePage) : Json();
     info["unit"] = unitWord(drawing.unit);
+    info["unit_given"] = !drawing.unitAssumed;
     info["scale"] = drawing.scale;
     info["patterns"] = counts.patterns;
     info["elements"] = {{"move", counts.moves},
@@ -97,6 +99,7 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["view_names"] = Json::array();
     for (const host::View& view : drawing.views) info["view_names"].push_back(view.name);
     info["images"] = imagesJson(loaded, drawing);
+    addPassport(info, input, loaded, drawing);
     info["seconds"] = loaded.seconds;
     return info;
 }
@@ -111,20 +114,22 @@ static void printNumbers(const Json& info, std::initializer_list<const char*> ke
 }
 
 /// The same for people.
-static void printInfo(const Json& info) {
+static void printInfo(const Json& info, bool verbose) {
     std::cout << info["file"].get<std::string>() << '\n';
     if (!info["version"].is_null())
         std::cout << "  version " << info["version"].get<std::string>() << ", code page " << info["codepage"]
                   << '\n';
-    std::cout << "  outcome " << info["stat"] << ", unit " << info["unit"].get<std::string>() << ", scale "
-              << info["scale"] << '\n';
+    std::cout << "  outcome " << info["stat"] << ", unit "
+              << (info["unit_given"].get<bool>() ? "" : "none, taken as ") << info["unit"].get<std::string>()
+              << ", scale " << info["scale"] << '\n';
     if (info["extents"].is_null())
         std::cout << "  empty\n";
     else
         std::cout << "  extents " << info["extents"].dump() << '\n';
-    printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
+    if (verbose) printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
     printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
     printNumbers(info, {"faces", "pointclouds", "solids", "views"});
+    printPassport(info, verbose);
     if (info["view_names"].size() > 1)
         for (const Json& name : info["view_names"]) std::cout << "  view " << name.get<std::string>() << '\n';
     for (const Json& image : info["images"])
@@ -137,10 +142,11 @@ static void printInfo(const Json& info) {
 }
 
 static int infoOne(const std::string& input, const Options& options) {
-    const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
-    Options silent = options; // the messages are part of what is printed
-    silent.quiet = true;
-    const int status = tellOutcome(input, loaded, silent);
+    Options own = options;
+    own.read.passport = true;
+    const Loaded loaded = loadInput(input, own, options.inputs.size() == 1);
+    own.quiet = true; // the messages are part of what is printed
+    const int status = tellOutcome(input, loaded, own);
     if (!loaded.error.empty() && !options.json) return status;
     const Json info = loaded.error.empty()
                           ? infoJson(input, loaded, host::openDrawing())
@@ -148,7 +154,7 @@ static int infoOne(const std::string& input, const Options& options) {
     if (options.json)
         std::cout << info.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     else
-        printInfo(info);
+        printInfo(info, options.verbose);
     return std::cout.flush() ? status : STATUS_FAILED;
 }
 

@@ -1,0 +1,77 @@
+// Units of files and of drawings: named or not, the host's or not, relabelled or converted.
+#include "dxf_text.h"
+#include "tool_fixture.h"
+
+#include <gmock/gmock.h>
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+/// A line to (3, 4) and a text of height 2 in a file of a unit.
+std::string drawingIn(const char* insUnits) {
+    return dxf()
+        .header("AC1015", {{9, "$INSUNITS"}, {70, insUnits}, {9, "$INSBASE"}, {10, "0"}, {20, "0"}})
+        .entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "3"}, {21, "4"}})
+        .entity("TEXT", {{8, "0"}, {10, "1"}, {20, "1"}, {40, "2"}, {1, "ABC"}})
+        .text();
+}
+
+} // namespace
+
+TEST_F(Tool, AFileWithoutAUnitStaysOne) {
+    dir.write("none.dxf", drawingIn("0"));
+    dir.write("mm.dxf", drawingIn("4"));
+    EXPECT_THAT(run("info none.dxf").out, HasSubstr("unit none, taken as mm"));
+    EXPECT_THAT(run("info mm.dxf").out, AllOf(HasSubstr("unit mm"), Not(HasSubstr("none"))));
+    ASSERT_EQ(run("import none.dxf -o none.tdw").status, 0);
+    for (const char* line : {"convert none.dxf o.dxf", "export none.tdw o.dxf"}) {
+        ASSERT_EQ(run(line).status, 0);
+        EXPECT_EQ(info("o.dxf")["unit_given"], false) << line;
+        EXPECT_EQ(info("o.dxf")["extents"], info("none.dxf")["extents"]) << line;
+    }
+    for (const char* line : {"convert mm.dxf o.dxf", "convert none.dxf o.dxf --unit mm"}) {
+        ASSERT_EQ(run(line).status, 0);
+        EXPECT_EQ(info("o.dxf")["unit_given"], true) << line;
+    }
+}
+
+TEST_F(Tool, UnitsThatTheHostLacksAreScaled) {
+    const struct {
+        const char* insUnits;
+        const char* unit;
+        double x; ///< of 3 in the file's unit
+    } units[] = {
+        {"10", "m", 2.7432}, {"14", "cm", 30}, {"9", "nm", 76200}, {"3", "km", 4.828032}, {"13", "µm", 3}};
+    for (const auto& [insUnits, unit, x] : units) {
+        dir.write("a.dxf", drawingIn(insUnits));
+        const auto before = info("a.dxf");
+        EXPECT_EQ(before["unit"], unit);
+        EXPECT_EQ(before["scale"], 1);
+        EXPECT_NEAR(before["extents"][2].get<double>(), x, 1e-9 * x) << insUnits;
+        ASSERT_EQ(run("convert a.dxf b.dxf").status, 0);
+        const auto after = info("b.dxf");
+        EXPECT_EQ(after["unit"], unit);
+        EXPECT_NEAR(after["extents"][2].get<double>(), x, 1e-9 * x) << insUnits;
+    }
+    // A text keeps its part of the drawing: 2 yards of 3 by 4.
+    dir.write("yards.dxf", drawingIn("10"));
+    dir.write("metres.dxf", drawingIn("6"));
+    EXPECT_THAT(run("dump metres.dxf").out, HasSubstr(" 2000 "));
+    EXPECT_THAT(run("dump yards.dxf").out, HasSubstr(" 1828.8 "));
+}
+
+TEST_F(Tool, AUnitIsPutOnOrConvertedTo) {
+    dir.write("a.dxf", drawingIn("4"));
+    ASSERT_EQ(run("import a.dxf -o a.tdw").status, 0);
+    EXPECT_EQ(info("a.dxf --unit inch")["extents"][2], 3);
+    EXPECT_EQ(info("a.dxf --convert-unit cm")["extents"][2], 0.3);
+    EXPECT_EQ(info("a.tdw --convert-unit cm")["extents"][2], 0.3);
+    EXPECT_EQ(info("a.dxf --unit m --convert-unit mm")["extents"][2], 3000);
+    ASSERT_EQ(run("convert a.dxf b.dxf --convert-unit inch").status, 0);
+    EXPECT_EQ(info("b.dxf")["unit"], "inch");
+    EXPECT_NEAR(info("b.dxf")["extents"][2].get<double>(), 3 / 25.4, 1e-12);
+    EXPECT_THAT(run("info a.tdw --unit cm").out, HasSubstr("--convert-unit"));
+}
