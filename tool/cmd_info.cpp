@@ -6,6 +6,7 @@
 #include "units.h"
 
 #include "drawing/dump.h"
+#include "drawing/hatch_lines.h"
 
 #include <nlohmann/json.hpp>
 
@@ -80,6 +81,12 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
                         {"spline", counts.splines}};
     info["texts"] = counts.texts;
     info["hatches"] = counts.hatches;
+    const host::HatchCounts hatches = host::countHatches(drawing);
+    info["hatch"] = {{"families", hatches.families},
+                     {"fills", hatches.fills},
+                     {"gradients", hatches.gradients},
+                     {"standard", hatches.standard},
+                     {"kept", hatches.kept}};
     info["dimensions"] = counts.dimensions;
     const DxDimensionTally& dimensions = loaded.report.dimensions;
     info["dimension"] = {{"associative", dimensions.associative},
@@ -128,6 +135,10 @@ static void printInfo(const Json& info, bool verbose) {
         std::cout << "  extents " << info["extents"].dump() << '\n';
     if (verbose) printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
     printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
+    if (info["hatches"] != 0) {
+        std::cout << "  of the hatches:";
+        printNumbers(info["hatch"], {"families", "fills", "gradients", "standard", "kept"});
+    }
     printNumbers(info, {"faces", "pointclouds", "solids", "views"});
     printPassport(info, verbose);
     if (info["view_names"].size() > 1)
