@@ -1,4 +1,6 @@
 // torva-dxf info: what is in a file and what became of it.
+#include "account.h"
+#include "info_print.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
@@ -10,8 +12,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
-#include <iomanip>
 #include <iostream>
 #include <map>
 
@@ -25,13 +27,6 @@ static constexpr int CANT_READ = 9001;
 static Json extentsJson(const host::Drawing& drawing) {
     const host::Extents box = drawing.extents();
     return box.empty ? Json() : Json{box.minX, box.minY, box.maxX, box.maxY};
-}
-
-static Json entitiesJson(const DxImportReport& report) {
-    Json entities = Json::object();
-    for (const auto& [name, count] : report.entities)
-        entities[name] = {{"read", count.read}, {"drawn", count.drawn}, {"skipped", count.skipped}};
-    return entities;
 }
 
 /// Pictures that the drawing names, each file once.
@@ -101,7 +96,10 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["attributes"] = counts.attributes;
     info["inserts"] = insertsJson(drawing);
     info["extents"] = extentsJson(drawing);
-    info["entities"] = entitiesJson(loaded.report);
+    info["entities"] = talliesJson(loaded.report.entities);
+    info["block_entities"] = talliesJson(loaded.report.blockEntities);
+    info["lost"] = unseenJson(loaded, false);
+    info["hidden"] = unseenJson(loaded, true);
     info["messages"] = loaded.messages;
     info["view_names"] = Json::array();
     for (const host::View& view : drawing.views) info["view_names"].push_back(view.name);
@@ -109,47 +107,6 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     addPassport(info, input, loaded, drawing);
     info["seconds"] = loaded.seconds;
     return info;
-}
-
-static void printNumbers(const Json& info, std::initializer_list<const char*> keys) {
-    const char* gap = "  ";
-    for (const char* key : keys) {
-        std::cout << gap << key << ' ' << info[key].dump();
-        gap = ", ";
-    }
-    std::cout << '\n';
-}
-
-/// The same for people.
-static void printInfo(const Json& info, bool verbose) {
-    std::cout << info["file"].get<std::string>() << '\n';
-    if (!info["version"].is_null())
-        std::cout << "  version " << info["version"].get<std::string>() << ", code page " << info["codepage"]
-                  << '\n';
-    std::cout << "  outcome " << info["stat"] << ", unit "
-              << (info["unit_given"].get<bool>() ? "" : "none, taken as ") << info["unit"].get<std::string>()
-              << ", scale " << info["scale"] << '\n';
-    if (info["extents"].is_null())
-        std::cout << "  empty\n";
-    else
-        std::cout << "  extents " << info["extents"].dump() << '\n';
-    if (verbose) printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
-    printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
-    if (info["hatches"] != 0) {
-        std::cout << "  of the hatches:";
-        printNumbers(info["hatch"], {"families", "fills", "gradients", "standard", "kept"});
-    }
-    printNumbers(info, {"faces", "pointclouds", "solids", "views"});
-    printPassport(info, verbose);
-    if (info["view_names"].size() > 1)
-        for (const Json& name : info["view_names"]) std::cout << "  view " << name.get<std::string>() << '\n';
-    for (const Json& image : info["images"])
-        std::cout << "  picture " << image["file"].get<std::string>()
-                  << (image["found"].get<bool>() ? "\n" : " (not found)\n");
-    for (const auto& [name, count] : info["entities"].items())
-        std::cout << "  " << std::left << std::setw(20) << name << " read " << count["read"] << ", drawn "
-                  << count["drawn"] << ", skipped " << count["skipped"] << '\n';
-    for (const Json& message : info["messages"]) std::cout << "  * " << message.get<std::string>() << '\n';
 }
 
 static int infoOne(const std::string& input, const Options& options) {
@@ -166,7 +123,7 @@ static int infoOne(const std::string& input, const Options& options) {
         std::cout << info.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     else
         printInfo(info, options.verbose);
-    return std::cout.flush() ? status : STATUS_FAILED;
+    return std::cout.flush() ? std::max(status, lossStatus(loaded, options)) : STATUS_FAILED;
 }
 
 int runInfo(const Options& options) {

@@ -1,5 +1,6 @@
 #include "load.h"
 
+#include "account.h"
 #include "drawing/drawing.h"
 #include "drawing/move.h"
 #include "dx_select.h"
@@ -141,9 +142,7 @@ void Loading::prepareKeeping() {
     drawing.unit = unit.code;
     drawing.unitAssumed = unit.inMm == 0;
     if (unit.exact) return;
-    // Drawn at this scale, lengths get their true size when they are multiplied by it afterwards.
     unitRatio_ = unit.inMm / host::unitInMm(drawing);
-    drawing.scale = drawing.views.front().scale = unitRatio_;
     note("The file's unit (" + std::string(unit.name) + ") isn't one of the host's: all is scaled to " +
          unitWord(unit.code));
 }
@@ -265,6 +264,8 @@ int tellOutcome(const std::string& input, const Loaded& loaded, const Options& o
         for (const std::string& line : options.verbose ? loaded.messages : loaded.important)
             std::cerr << input << ": " << line << '\n';
     }
+    if (!options.quiet)
+        for (const std::string& line : accountLines(loaded)) std::cerr << input << ": " << line << '\n';
     if (loaded.stat == 0) return STATUS_DONE;
     std::cerr << "torva-dxf: " << input << ": the import ended with error " << loaded.stat << '\n';
     return STATUS_FAILED;

@@ -14,7 +14,4 @@ namespace tool {
 void addPassport(nlohmann::ordered_json& info, const std::string& input, const Loaded& loaded,
                  const host::Drawing& drawing);
 
-/// The same for people, from the object. Of long lists the beginning, unless all is wanted.
-void printPassport(const nlohmann::ordered_json& info, bool all);
-
 } // namespace tool

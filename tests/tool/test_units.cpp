@@ -15,7 +15,7 @@ std::string drawingIn(const char* insUnits) {
     return dxf()
         .header("AC1015", {{9, "$INSUNITS"}, {70, insUnits}, {9, "$INSBASE"}, {10, "0"}, {20, "0"}})
         .entity("LINE", {{8, "0"}, {10, "0"}, {20, "0"}, {11, "3"}, {21, "4"}})
-        .entity("TEXT", {{8, "0"}, {10, "1"}, {20, "1"}, {40, "2"}, {1, "ABC"}})
+        .entity("TEXT", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "0.5"}, {1, "ABC"}})
         .text();
 }
 
@@ -49,18 +49,20 @@ TEST_F(Tool, UnitsThatTheHostLacksAreScaled) {
         dir.write("a.dxf", drawingIn(insUnits));
         const auto before = info("a.dxf");
         EXPECT_EQ(before["unit"], unit);
-        EXPECT_EQ(before["scale"], 1);
         EXPECT_NEAR(before["extents"][2].get<double>(), x, 1e-9 * x) << insUnits;
         ASSERT_EQ(run("convert a.dxf b.dxf").status, 0);
         const auto after = info("b.dxf");
         EXPECT_EQ(after["unit"], unit);
         EXPECT_NEAR(after["extents"][2].get<double>(), x, 1e-9 * x) << insUnits;
     }
-    // A text keeps its part of the drawing: 2 yards of 3 by 4.
+    // A text is as large beside its drawing as ever, on the sheet too.
     dir.write("yards.dxf", drawingIn("10"));
     dir.write("metres.dxf", drawingIn("6"));
-    EXPECT_THAT(run("dump metres.dxf").out, HasSubstr(" 2000 "));
-    EXPECT_THAT(run("dump yards.dxf").out, HasSubstr(" 1828.8 "));
+    const auto heightOf = [&](const char* file) {
+        const std::string text = run(std::string("dump ") + file).out;
+        return std::stod(text.substr(text.find(" height ") + 8)) / info(file)["scale"].get<double>();
+    };
+    EXPECT_NEAR(heightOf("yards.dxf") / heightOf("metres.dxf"), 0.9144, 1e-9);
 }
 
 TEST_F(Tool, AUnitIsPutOnOrConvertedTo) {
