@@ -44,7 +44,7 @@ TEST_F(Tool, UnitsThatTheHostLacksAreScaled) {
         const char* unit;
         double x; ///< of 3 in the file's unit
     } units[] = {
-        {"10", "m", 2.7432}, {"14", "cm", 30}, {"9", "nm", 76200}, {"3", "km", 4.828032}, {"13", "µm", 3}};
+        {"10", "m", 2.7432}, {"14", "cm", 30}, {"9", "µm", 76.2}, {"3", "km", 4.828032}, {"13", "µm", 3}};
     for (const auto& [insUnits, unit, x] : units) {
         dir.write("a.dxf", drawingIn(insUnits));
         const auto before = info("a.dxf");
