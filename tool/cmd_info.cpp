@@ -90,6 +90,8 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
                          {"chained", dimensions.chained}};
     info["bitmaps"] = counts.bitmaps;
     info["faces"] = counts.faces;
+    info["facets"] = counts.facets;
+    info["curves3d"] = counts.curves3d;
     info["pointclouds"] = counts.pointClouds;
     info["solids"] = counts.solids;
     info["views"] = counts.views;

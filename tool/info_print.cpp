@@ -135,7 +135,7 @@ static void printDrawing(const Json& info) {
         std::cout << "  of the hatches:";
         printNumbers(info["hatch"], {"families", "fills", "gradients", "standard", "kept"});
     }
-    printNumbers(info, {"faces", "pointclouds", "solids", "views"});
+    printNumbers(info, {"faces", "facets", "curves3d", "pointclouds", "solids", "views"});
 }
 
 /// "LINE: 28", "HATCH: 5, of which 2 hidden, 1 lost".
