@@ -34,7 +34,7 @@ struct Shown {
     std::vector<Stroke> strokes;
     std::vector<ShownLine> lines;
     std::map<std::string, std::string> attributes;
-    bool hasSpline = false, hasFrame = false, hasBackground = false, hasDimension = false;
+    bool hasSpline = false, hasFrame = false, hasBackground = false;
 };
 
 inline Stroke strokeOf(const host::Element& e, double x, double y) {
@@ -83,7 +83,6 @@ inline std::map<std::string, Shown> shownByLayer() {
             addLines(shown.lines, text);
             shown.hasFrame |= text.backType != 0;
         }
-        shown.hasDimension |= !pattern.dimensions.empty();
         for (const auto& [name, value] : pattern.attributes) shown.attributes[name] = value;
     }
     return layers;
