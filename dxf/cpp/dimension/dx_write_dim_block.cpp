@@ -73,8 +73,8 @@ int writeContent(DX_DIM_OUT& out, bool placed) {
     int error = DxDimWriteLines(out);
     const bool hasMore = !placed || out.textRow != OV_DIM_NO_TEXT;
     if (!error && hasMore) error = DxDimOpenBlock();
-    DxBlockType = DX_BLOCK_DIMENSION;
     if (!error) error = writeTexts(out, placed);
+    DxBlockType = DX_BLOCK_DIMENSION;
     if (!error && !out.isFree && DxBlockOpen) error = writeDefinitionPoints(out);
     return error;
 }
@@ -124,8 +124,5 @@ int DxWriteDimBlock(int pat) {
 }
 
 int DxWritePatSimpleDim(int pat) {
-    DxBlockOpen = 1;
-    const int error = forEachDimension(pat, writePlainly);
-    DxBlockType = DX_BLOCK_PLAIN;
-    return error;
+    return forEachDimension(pat, writePlainly);
 }

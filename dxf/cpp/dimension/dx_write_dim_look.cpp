@@ -4,6 +4,7 @@
 #include "../export/dx_pattern_walk.h"
 #include "../export/dx_write_blocks.h"
 #include "../export/dx_write_entities.h"
+#include "../host/dx_host.h"
 #include "../import/dx_extents.h"
 #include "../session/session_state.h"
 #include "../text/dx_write_text.h"
@@ -13,7 +14,6 @@
 
 namespace {
 
-constexpr int FIRST_ELEMENT = 0x8026, NEXT_ELEMENT = 0x8018;
 enum ElementType { DRAW = 1, MOVE = 2, CLOCKWISE = 3, COUNTER_CLOCKWISE = 4 };
 
 /// The walk along the lines of one dimension.
@@ -24,12 +24,10 @@ public:
     int run(int linePat) {
         UO_ELEM element{};
         element.patNo = linePat;
-        int code = FIRST_ELEMENT;
-        int error = ovelem(&code, &element);
+        int error = Dxovelem(DX_ELEM_FIRST, &element);
         while (!error) {
             error = take(element);
-            code = NEXT_ELEMENT;
-            if (!error) error = ovelem(&code, &element);
+            if (!error) error = Dxovelem(DX_ELEM_NEXT, &element);
         }
         return error == DX_ERR_NO_MORE ? 0 : error;
     }
