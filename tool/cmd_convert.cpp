@@ -4,6 +4,9 @@
 #include "options.h"
 #include "save.h"
 
+#include "drawing/drawing.h"
+
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <set>
@@ -15,10 +18,14 @@ namespace fs = std::filesystem;
 static int convertOne(const std::string& input, const std::string& target, const Options& options) {
     const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
     const int status = tellOutcome(input, loaded, options);
-    if (status != STATUS_DONE) return status;
+    // What was read until an error is converted all the same; nothing would come of an empty drawing.
+    if (!loaded.error.empty() || (status != STATUS_DONE && host::openDrawing().elementCount == 0))
+        return status;
     const int saved = saveDxf(target, loaded, options);
-    if (saved == STATUS_DONE && !options.quiet) std::cerr << input << " -> " << target << '\n';
-    return saved;
+    if (saved == STATUS_DONE && !options.quiet)
+        std::cerr << input << " -> " << target
+                  << (status == STATUS_DONE ? "" : " (what was read until the error)") << '\n';
+    return std::max(status, saved);
 }
 
 static std::string targetOf(const std::string& input, const std::string& directory) {

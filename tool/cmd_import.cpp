@@ -1,4 +1,5 @@
 // torva-dxf import: DXF files become drawing files.
+#include "file_kind.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
@@ -35,6 +36,19 @@ static bool targetsDiffer(const Options& options) {
     return true;
 }
 
+/// None is an input, nor has the name of another kind of file.
+static bool targetsAreUsable(const Options& options) {
+    for (const std::string& input : options.inputs) {
+        for (const std::string& other : options.inputs) {
+            const std::string wrong = whyNotTarget(other, targetOf(input, options), "tdw");
+            if (wrong.empty()) continue;
+            std::cerr << "torva-dxf: " << wrong << '\n';
+            return false;
+        }
+    }
+    return true;
+}
+
 static int importOne(const std::string& input, const Options& options) {
     const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
     int status = tellOutcome(input, loaded, options);
@@ -63,7 +77,7 @@ int runImport(const Options& options) {
             return STATUS_FAILED;
         }
     }
-    if (!targetsDiffer(options)) return STATUS_USAGE;
+    if (!targetsDiffer(options) || !targetsAreUsable(options)) return STATUS_USAGE;
     return forEachInput(options.inputs, options.jobs,
                         [&](const std::string& input) { return importOne(input, options); });
 }

@@ -5,6 +5,7 @@
 #include "units.h"
 
 #include "drawing/dump.h"
+#include "drawing/hatch_lines.h"
 
 #include <nlohmann/json.hpp>
 
@@ -16,6 +17,9 @@
 namespace tool {
 
 using Json = nlohmann::ordered_json;
+
+/// `stat` of an input that no import was tried with.
+static constexpr int CANT_READ = 9001;
 
 static Json extentsJson(const host::Drawing& drawing) {
     const host::Extents box = drawing.extents();
@@ -75,6 +79,12 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
                         {"spline", counts.splines}};
     info["texts"] = counts.texts;
     info["hatches"] = counts.hatches;
+    const host::HatchCounts hatches = host::countHatches(drawing);
+    info["hatch"] = {{"families", hatches.families},
+                     {"fills", hatches.fills},
+                     {"gradients", hatches.gradients},
+                     {"standard", hatches.standard},
+                     {"kept", hatches.kept}};
     info["dimensions"] = counts.dimensions;
     const DxDimensionTally& dimensions = loaded.report.dimensions;
     info["dimension"] = {{"associative", dimensions.associative},
@@ -121,6 +131,10 @@ static void printInfo(const Json& info) {
         std::cout << "  extents " << info["extents"].dump() << '\n';
     printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
     printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
+    if (info["hatches"] != 0) {
+        std::cout << "  of the hatches:";
+        printNumbers(info["hatch"], {"families", "fills", "gradients", "standard", "kept"});
+    }
     printNumbers(info, {"faces", "pointclouds", "solids", "views"});
     if (info["view_names"].size() > 1)
         for (const Json& name : info["view_names"]) std::cout << "  view " << name.get<std::string>() << '\n';
@@ -138,8 +152,10 @@ static int infoOne(const std::string& input, const Options& options) {
     Options silent = options; // the messages are part of what is printed
     silent.quiet = true;
     const int status = tellOutcome(input, loaded, silent);
-    if (!loaded.error.empty()) return status;
-    const Json info = infoJson(input, loaded, host::openDrawing());
+    if (!loaded.error.empty() && !options.json) return status;
+    const Json info = loaded.error.empty()
+                          ? infoJson(input, loaded, host::openDrawing())
+                          : Json{{"file", input}, {"stat", CANT_READ}, {"error", loaded.error}};
     if (options.json)
         std::cout << info.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     else

@@ -1,4 +1,5 @@
 // torva-dxf render: pictures of a drawing.
+#include "file_kind.h"
 #include "load.h"
 #include "options.h"
 
@@ -69,6 +70,10 @@ static int renderInto(const host::Drawing& drawing, const Options& options) {
 
 int runRender(const Options& options) {
     const std::string& input = options.inputs.front();
+    if (const std::string wrong = whyNotTarget(input, options.output, "picture"); !wrong.empty()) {
+        tell(wrong);
+        return STATUS_USAGE;
+    }
     const Loaded loaded = loadInput(input, options, true);
     const int status = tellOutcome(input, loaded, options);
     const host::Drawing& drawing = host::openDrawing();

@@ -49,9 +49,9 @@ std::string dataFile(const std::string& name) {
 std::string localeLanguage() {
     for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         const std::string value = variable(name);
-        if (!value.empty()) return value.starts_with("en") ? "en" : "de";
+        if (!value.empty()) return value.starts_with("de") ? "de" : "en";
     }
-    return "de";
+    return "en";
 }
 
 } // namespace tool

@@ -24,7 +24,7 @@ private:
 void setDataEnvironment();
 /// Path of an installation file below int/dxf/dflt.
 std::string dataFile(const std::string& name);
-/// Language of messages by the locale: "en" for an English one, else "de".
+/// Language of messages by the locale: "de" for a German one, else "en".
 std::string localeLanguage();
 
 } // namespace tool

@@ -71,6 +71,19 @@ static bool waitForOne(std::vector<Job>& jobs) {
     return true;
 }
 
+/// "27 of 30; failed: a.dxf, b.dxf", where any failed.
+static void tellFailed(const std::vector<std::string>& inputs, const std::vector<Job>& jobs) {
+    std::string failed;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        if (jobs[i].status == STATUS_DONE) continue;
+        failed += (count++ == 0 ? "" : ", ") + inputs[i];
+    }
+    if (count > 0)
+        std::cerr << "torva-dxf: " << inputs.size() - count << " of " << inputs.size()
+                  << " done; failed: " << failed << '\n';
+}
+
 int forEachInput(const std::vector<std::string>& inputs, int jobs,
                  const std::function<int(const std::string& input)>& work) {
     if (inputs.size() == 1) return work(inputs[0]);
@@ -97,6 +110,7 @@ int forEachInput(const std::vector<std::string>& inputs, int jobs,
             all[told].errors.reset();
         }
     }
+    tellFailed(inputs, all);
     return worst;
 }
 

@@ -133,7 +133,9 @@ static std::bitset<kColors + 1> usedColors(const host::Drawing& drawing) {
         for (const host::Face& face : pattern.faces) use(face.pen);
         for (const host::Curve& curve : pattern.curves) use(curve.pen);
         for (const host::Hatch& hatch : pattern.hatches) {
-            use(hatch.fillPen);
+            use(hatch.fillPen), use(hatch.backPen);
+            for (const host::HatchGradient& gradient : hatch.gradient) use(gradient.secondPen);
+            for (const host::HatchLines& lines : hatch.lines) use(lines.pen);
             for (const host::HatchFamily& family : hatch.families) use(family.pen);
         }
     }

@@ -4,6 +4,7 @@
 #include "drawing/move.h"
 #include "dx_select.h"
 #include "environment.h"
+#include "file_kind.h"
 #include "ge.h"
 #include "keep.h"
 #include "progress.h"
@@ -26,8 +27,6 @@
 namespace tool {
 
 namespace {
-
-constexpr std::string_view kBinarySentinel = "AutoCAD Binary DXF";
 
 /// One input being loaded.
 class Loading {
@@ -53,35 +52,26 @@ private:
 
 } // namespace
 
-static std::string firstBytes(const std::string& path, std::size_t count) {
-    std::string bytes(count, '\0');
-    std::ifstream in(path, std::ios::binary);
-    in.read(bytes.data(), static_cast<std::streamsize>(count));
-    bytes.resize(static_cast<std::size_t>(std::max<std::streamsize>(0, in.gcount())));
-    return bytes;
-}
-
 static bool isDrawingFile(const std::string& path) {
-    return firstBytes(path, 15) == "SQLite format 3" || UtPathExt(path).str() == "tdw";
+    return lookAtFile(path).kind == FileKind::DrawingFile || UtPathExt(path).str() == "tdw";
 }
 
 /// A DWG by its name or by the version that it begins with.
 static bool isDwg(const std::string& path) {
-    const std::string head = firstBytes(path, 7);
-    return UtPathExt(path).str() == "dwg" || (head.size() == 7 && head.starts_with("AC1") && head[6] == '\0');
+    return UtPathExt(path).str() == "dwg" || lookAtFile(path).kind == FileKind::Dwg;
 }
 
 std::string missingConverter(const std::string& name) {
-    return name +
-           " is a DWG. Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; it is called "
+    const FileLook look = lookAtFile(name);
+    return name + " is " + (look.kind == FileKind::Dwg ? look.name : "a DWG") +
+           ". Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; it is called "
            "with the source and the target behind its own arguments";
 }
 
 /// The text of a DXF file looked through; of a DWG or binary DXF, its text form.
 static SourceScan scanFile(const std::string& path, const TemporaryFolder& folder) {
     std::string source = path;
-    const bool isBinary = firstBytes(path, kBinarySentinel.size()) == kBinarySentinel;
-    if (isBinary || UtPathExt(path).str() == "dwg") {
+    if (lookAtFile(path).kind == FileKind::BinaryDxf || isDwg(path)) {
         source = folder.file("scan.dxf");
         if (UtConvertDwg2Dxf(path, source) != 0) return {};
     }
@@ -210,6 +200,8 @@ Loaded Loading::run(const std::string& input) {
     prepareSession();
     std::string path = input;
     std::error_code error;
+    loaded_.error = whyNotReadable(input);
+    if (!loaded_.error.empty()) return std::move(loaded_);
     if (input == "-") {
         path = spool(stdin, folder_);
     } else if (std::filesystem::is_fifo(input, error)) {

@@ -4,6 +4,7 @@
 #include "progress.h"
 #include "streams.h"
 #include "units.h"
+#include "usage.h"
 
 #include <CLI/CLI.hpp>
 
@@ -11,20 +12,6 @@
 #include <iostream>
 
 namespace tool {
-
-static const char* const kExamples = R"(Examples:
-  torva-dxf render plan.dxf plan.svg            a picture, to see what is in the file
-  torva-dxf info plan.dxf --json                counts, unit, extents, messages
-  torva-dxf import plan.dxf -o plan.tdw         a drawing file (SQLite)
-  torva-dxf import *.dxf -d drawings --jobs 4   many, four at a time
-  torva-dxf dump plan.tdw                       the drawing as text, for diffs
-  torva-dxf export plan.tdw plan.dxf --format ACAD24
-  torva-dxf convert *.dxf -d r12 --format ACAD12 --jobs 2
-  torva-dxf validate plan.dxf --strict          what is wrong with the file itself
-  cat plan.dxf | torva-dxf info -               from standard input
-
-Exit status: 0 done, 1 an import or export ended with an error, 2 wrong usage.
-The protocol of each run goes to HD_WORK_DIR/dxf.proto when that variable is set.)";
 
 static std::string checkVariable(const std::string& text) {
     const std::size_t equals = text.find('=');
@@ -93,7 +80,10 @@ static CLI::App* addCommand(CLI::App& app, const char* name, const char* purpose
 }
 
 static void addFormat(CLI::App& command, Options& options) {
-    command.add_option("--format", options.format, "Version to write, the newest by default")
+    command
+        .add_option("--format", options.format,
+                    "Version to write, the newest by default; 2018, R12 and the like are understood")
+        ->transform(formatKeyword)
         ->check(CLI::IsMember({"ACAD32", "ACAD27", "ACAD24", "ACAD21", "ACAD18", "ACAD15", "ACAD14", "ACAD13",
                                "ACAD12", "ACAD11", "EASY"}))
         ->excludes(command.get_option("--config"))
@@ -188,8 +178,18 @@ static int runCommandLine(int argc, char** argv) {
     CLI::App app("Brings DXF drawings in, writes them out, shows and checks them.", "torva-dxf");
     app.set_version_flag("--version", "torva-dxf " TORVA_VERSION);
     app.require_subcommand(1);
-    app.footer(kExamples);
+    addMessageOptions(app, options);
     addCommands(app, options, chosen);
+    addExamples(app);
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.empty() || arguments.front() == "help") {
+        (arguments.empty() ? std::cerr : std::cout) << app.help();
+        return arguments.empty() ? STATUS_USAGE : STATUS_DONE;
+    }
+    if (const std::string wrong = unknownWord(app, arguments); !wrong.empty()) {
+        std::cerr << "torva-dxf: " << wrong << "\nRun with --help for more information.\n";
+        return STATUS_USAGE;
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -5,6 +5,7 @@
 #include "drawing/dump.h"
 #include "dx_select.h"
 #include "environment.h"
+#include "file_kind.h"
 #include "keep.h"
 #include "progress.h"
 #include "protocol.h"
@@ -144,15 +145,9 @@ bool prepareKeeping(const Loaded& source, const Options& options, const Temporar
 } // namespace
 
 bool isUsableTarget(const std::string& input, const std::string& target) {
-    std::error_code error;
-    const bool isSame = std::filesystem::equivalent(input, target, error);
-    if (isSame)
-        std::cerr << "torva-dxf: input and output are one file\n";
-    else if (UtPathExt(target).str() == "tdw")
-        std::cerr << "torva-dxf: " << target << " is a drawing file's name; import makes drawing files\n";
-    else
-        return true;
-    return false;
+    const std::string wrong = whyNotTarget(input, target, "dxf");
+    if (!wrong.empty()) std::cerr << "torva-dxf: " << wrong << '\n';
+    return wrong.empty();
 }
 
 int saveDxf(const std::string& name, const Loaded& source, const Options& options) {
@@ -192,7 +187,9 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
     }
     if (stat == 0 && (!toStream || copyToStream(target, name))) return STATUS_DONE;
     if (stat == 0 && name == "-") return STATUS_FAILED;
-    std::cerr << "torva-dxf: " << name << ": the export ended with an error\n";
+    const std::string why = stat == 0 ? "can't be written" : whyNotWritable(name);
+    std::cerr << "torva-dxf: " << name << ": "
+              << (why.empty() ? "the export ended with error " + std::to_string(stat) : why) << '\n';
     return STATUS_FAILED;
 }
 

@@ -51,12 +51,13 @@ TEST_F(Convert, EveryVersionIsValidAndHoldsTheSameDrawing) {
     for (const char* format : FORMATS) {
         const Outcome outcome = run("convert " + bracket + " out.dxf --format " + format);
         ASSERT_EQ(outcome.status, 0) << format << outcome.err;
-        EXPECT_THAT(outcome.err, HasSubstr("17 hatches were not written."));
+        EXPECT_THAT(outcome.err, Not(HasSubstr("written")));
         const Outcome judged = run("validate out.dxf");
         EXPECT_EQ(judged.status, 0) << format << judged.out;
         const json after = info("out.dxf");
         EXPECT_EQ(number(after, "draw"), number(before, "draw")) << format;
         EXPECT_GE(number(after, "arc"), number(before, "arc")) << format << ": splines leave as arcs";
+        EXPECT_GE(after["hatches"], before["hatches"]) << format << ": fills leave in parts";
         for (int i = 0; i < 4; ++i)
             EXPECT_NEAR(after["extents"][i].get<double>(), before["extents"][i].get<double>(), 1e-6)
                 << format;
@@ -151,7 +152,8 @@ TEST_F(Convert, OneFileThatFailsCostsNoOther) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err,
                 AllOf(HasSubstr("bad.dxf: the import ended with error"),
-                      HasSubstr("no.dxf: the import ended with error"), HasSubstr("w.tdw -> out/w.dxf")));
+                      HasSubstr("no.dxf: No such file or directory"),
+                      HasSubstr("3 of 5 done; failed: bad.dxf, no.dxf"), HasSubstr("w.tdw -> out/w.dxf")));
     for (const char* name : {"out/x.dxf", "out/y.dxf", "out/w.dxf"})
         EXPECT_TRUE(fs::exists(dir.file(name))) << name;
     EXPECT_FALSE(fs::exists(dir.file("out/bad.dxf")));
@@ -198,7 +200,7 @@ TEST_F(Convert, StreamsHoldTheDrawingAndNothingElse) {
           "dump a.dxf >/dev/full", "validate a.dxf >/dev/full", "--help >/dev/full"}) {
         EXPECT_EQ(shell(std::string("$T ") + failing + " 2>e"), 1) << failing;
         EXPECT_THAT(dir.read("e"), testing::AnyOf(HasSubstr("standard output"), HasSubstr("standard input"),
-                                                  HasSubstr("/dev/full: the export ended")))
+                                                  HasSubstr("/dev/full: can't be written")))
             << failing;
     }
     EXPECT_EQ(shell("($T convert a.dxf - 2>e; echo $? >s) | head -c 9 >o"), 0);
@@ -216,8 +218,9 @@ TEST_F(Convert, FoldersAndWrongUsage) {
     EXPECT_EQ(info("out/y.dxf")["version"], "AC1009");
     const std::string kept = dir.read("x.dxf");
     for (const char* wrong :
-         {"convert x.dxf", "convert x.dxf x.dxf", "convert x.dxf -d .", "convert x.dxf o.dxf --format R12",
-          "convert x.dxf o.tdw", "export x.dxf x.dxf", "convert x.dxf o.dxf --plain --format ACAD24"})
+         {"convert x.dxf", "convert x.dxf x.dxf", "convert x.dxf -d .", "convert x.dxf o.dxf --format R99",
+          "convert x.dxf o.svg", "convert x.dxf o.tdw", "export x.dxf x.dxf",
+          "convert x.dxf o.dxf --plain --format ACAD24"})
         EXPECT_EQ(run(wrong).status, 2) << wrong;
     EXPECT_EQ(dir.read("x.dxf"), kept);
     EXPECT_EQ(run("convert x.dxf none/o.dxf").status, 1) << "no such folder";

@@ -16,6 +16,7 @@ int DxUseByLayer;
 UtCString DxByLayerFile;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
+int DxKeepHatchPattern;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
@@ -76,6 +77,7 @@ static void resetImportOptions() {
     DxPaperSize = DxClipImages = 0;
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
+    DxKeepHatchPattern = 0;
     DxLineAsHatch = 0;
     DxMaxElements = 1000;
     DxTextFactor = 0.5;

@@ -1,6 +1,7 @@
 #include "dx_kinds.h"
 
 #include "../dimension/dx_dim_import.h"
+#include "../hatch/dx_hatch_import.h"
 #include "../text/dx_text_import.h"
 #include "dx_attributes.h"
 #include "dx_images.h"
@@ -36,6 +37,15 @@ std::size_t dxBytesBeside(const DX_SPLINE_TYPE& spline) {
            spline.controlPoints.capacity() * sizeof spline.controlPoints[0] +
            spline.fitPoints.capacity() * sizeof spline.fitPoints[0];
 }
+std::size_t dxBytesBeside(const DX_HATCH_TYPE& hatch) {
+    std::size_t bytes = hatch.loops.capacity() * sizeof hatch.loops[0];
+    for (const DX_HATCH_PATH& loop : hatch.loops) {
+        bytes += loop.edges.capacity() * sizeof loop.edges[0];
+        for (const DX_SPLINE_TYPE& spline : loop.splines) bytes += sizeof spline + dxBytesBeside(spline);
+    }
+    for (const DX_HATCH_DEF& def : hatch.defs) bytes += sizeof def + def.dashes.capacity() * sizeof(double);
+    return bytes;
+}
 
 namespace {
 
@@ -60,6 +70,7 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxNoStage),
     dxKind(       "DIMENSION",          dxStage<DxReadDim>,      dxStage<DxDrawDim>,        dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
+    dxKind(       "HATCH",              dxStage<DxReadHatch>,    dxStage<DxDrawHatchRow>,   dxNoStage),
     dxKind(       "IMAGE",              dxStage<DxReadImage>,    dxStage<DxDrawImage>,      dxNoStage),
     dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
     dxKind(       "LARGE_RADIAL_DIMENSION", dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>, dxNoStage),

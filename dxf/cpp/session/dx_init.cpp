@@ -8,6 +8,7 @@
 #include "../export/dx_block_table.h"
 #include "../export/dx_layer_choice.h"
 #include "../export/export_state.h"
+#include "../hatch/hatch_state.h"
 #include "../host/dx_host.h"
 #include "../import/blocks_state.h"
 #include "../import/dx_images.h"
@@ -19,8 +20,8 @@
 #include "../sections/dx_tables_import.h"
 #include "../sections/sections_state.h"
 #include "../solid/dx_acds.h"
-#include "../solid/sat/dx_od.h"
 #include "../text/text_state.h"
+#include "dx_od.h"
 #include "dx_session.h"
 #include "writer_state.h"
 
@@ -38,6 +39,7 @@ void resetAllState(int isExport) {
     DxResetConfigState();
     DxResetHostState();
     DxResetImportState();
+    DxResetHatchState();
     DxResetImageState();
     DxResetPolylineState();
     DxResetBlocksState();

@@ -35,6 +35,7 @@ private:
     /// Adds lines through points in space, seen from above.
     void addLines(int pen, const std::vector<RPT3>& points, bool isClosed);
     void addContour(FillPath& path, const Contour& contour) const;
+    void fillArea(const FillPath& path, const Hatch& hatch);
     void drawBitmap(const Bitmap& bitmap);
     void drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family);
 

@@ -56,8 +56,7 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
     readPatternLists(db, drawing, &Pattern::pointClouds);
     readPatternLists(db, drawing, &Pattern::solids);
-    readPartLists(db, drawing, &Pattern::hatches, &Hatch::contours);
-    readPartLists(db, drawing, &Pattern::hatches, &Hatch::families);
+    readHatchParts(db, version, drawing);
     readPartLists(db, drawing, &Pattern::texts, &Text::lines);
 }
 

@@ -1,3 +1,61 @@
 #include "dx_od.h"
 
-void DxOdInit(int /*start*/) {}
+#include "acis_file.h"
+#include "od_state.h"
+
+#include "ut.h"
+
+namespace {
+
+constexpr int ERROR_CONVERSION = 4002, ERROR_EXCEPTION = 2360;
+constexpr std::uint32_t VERSION = ACIS::TARGET_VERSION;
+
+bool read(ISATConverter& converter, const UtCString& source) {
+    OdRdFileBuf buffer(source);
+    return converter.read(buffer, nullptr, 1);
+}
+
+bool write(ISATConverter& converter, const UtCString& target) {
+    const bool isBinary = UtPathExt(target) == "sab";
+    OdWrFileBuf buffer(target);
+    if (!converter.write(buffer, (isBinary ? ACIS::VERSION_BINARY : ACIS::VERSION_TEXT) | VERSION, 1))
+        return false;
+    buffer.flush();
+    return true;
+}
+
+} // namespace
+
+void DxOdInit(int start) {
+    DxOdConverter.reset();
+    DxOdServices.stop();
+    if (!start) return;
+    DxOdServices.start();
+    DxOdConverter = std::make_unique<ACIS::File>();
+}
+
+int DxOdSatConv(const UtCString& source, const UtCString& target) {
+    try {
+        if (!DxOdConverter) DxOdInit(1);
+        if (!DxOdConverter) return ERROR_EXCEPTION;
+        if (!read(*DxOdConverter, source) || !write(*DxOdConverter, target)) return ERROR_CONVERSION;
+        return 0;
+    } catch (const std::exception&) {
+        return ERROR_EXCEPTION;
+    }
+}
+
+int DxOdSatDump(const UtCString& source, std::string& text) {
+    try {
+        if (!DxOdConverter) DxOdInit(1);
+        if (!read(*DxOdConverter, source)) return ERROR_CONVERSION;
+        text = ACIS::dumpModel(static_cast<ACIS::File&>(*DxOdConverter));
+        return 0;
+    } catch (const std::exception&) {
+        return ERROR_EXCEPTION;
+    }
+}
+
+std::string DxOdProblem() {
+    return DxOdConverter ? DxOdConverter->problem() : std::string();
+}

@@ -1,0 +1,628 @@
+// Reading a model: tokens of the file become values in the order of the layouts, whatever version they are
+// of.
+#include "acis_file.h"
+#include "acis_source.h"
+#include "acis_walk.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+namespace ACIS {
+namespace {
+
+constexpr int MAX_DEPTH = 64; ///< sub-records within sub-records
+
+constexpr int readable[] = {20800, 21200, 21500, 21600, 21700, 21800, 22300};
+
+/// Where a reading may go back to.
+struct Mark {
+    std::size_t at, values, subs;
+};
+
+class Decoder {
+public:
+    Decoder(File& file, Source& source)
+        : file_(file), source_(source), version_(file.header.version), hasIds_(version_ >= TARGET_VERSION) {}
+
+    bool model();
+    const std::string& problem() const { return problem_; }
+
+    // ---- what the walk asks for ----
+    bool enter(const Field& f, bool& isWalked);
+    void leave(const Field&) {}
+    bool pointer(const Field&) { return take(TokenKind::Pointer) && push(Kind::Pointer, token_.integer); }
+    bool integer(std::int64_t& n);
+    bool longInteger(std::int64_t& n);
+    bool real(double& number);
+    bool tuple(Type type);
+    bool logical(const Words& words, bool& flag);
+    bool code(const Words& words, std::int64_t& n);
+    bool choice(const Field& f, std::int64_t& n);
+    bool string(std::string_view& text);
+    bool lawText(std::string_view& text);
+    bool bound();
+    bool word(std::string_view& text);
+    bool setting();
+    bool sub();
+    /// A count of things that each take a byte of the file at least.
+    bool fits(std::int64_t count) const {
+        return count >= 0 && static_cast<std::uint64_t>(count) <= source_.left();
+    }
+
+private:
+    bool fail(const char* what);
+    bool head();
+    bool headString(std::string& text);
+    bool records();
+    bool record(bool& isEnd);
+    bool recordName(std::string& name);
+    bool recordNumber();
+    bool body(const RecordName& kind, ENTITY& entity);
+    const RecordName& nameOf(std::string_view name, const Class& isA);
+    bool isMarker(std::string_view name, bool& isEnd);
+    bool resolve();
+
+    bool isPresent(const Field& f);
+    bool mayBe(const Field& f);
+    bool skipBox();
+    bool subBody(std::size_t number);
+    bool subRaw(const Mark& mark, std::size_t number);
+    bool rawValues(bool inSub);
+    bool rawValue();
+    bool isOldString();
+    bool expandLiteral();
+
+    const Token& peek();
+    bool take();
+    bool take(TokenKind kind) { return peek().kind == kind && take(); }
+    bool push(const Value& value) {
+        file_.values.push(value);
+        return true;
+    }
+    bool push(Kind kind, std::int64_t n) { return push(makeValue(kind, n)); }
+    Mark mark() { return {hasPeek_ ? peekAt_ : source_.at(), file_.values.size(), file_.subs.size()}; }
+    void back(const Mark& mark);
+
+    File& file_;
+    Source& source_;
+    int version_;
+    bool hasIds_;
+    bool isModern_ = false;
+    bool isRaw_ = false;
+    int depth_ = 0;
+    std::int64_t number_ = 0; ///< of the record being read
+    bool inHistory_ = false;
+    Token token_, peeked_;
+    std::size_t peekAt_ = 0;
+    bool hasPeek_ = false;
+    std::vector<Token> pending_; ///< of a literal, last first
+    std::map<std::pair<std::string_view, const Class*>, const RecordName*> names_;
+    std::string problem_;
+};
+
+// ---- tokens -----------------------------------------------------------------------------------------
+
+const Token& Decoder::peek() {
+    if (!hasPeek_) {
+        peekAt_ = source_.at();
+        source_.next(peeked_);
+        hasPeek_ = true;
+    }
+    return peeked_;
+}
+
+bool Decoder::take() {
+    peek();
+    token_ = peeked_;
+    hasPeek_ = false;
+    return token_.kind != TokenKind::Bad && token_.kind != TokenKind::Eof;
+}
+
+void Decoder::back(const Mark& mark) {
+    source_.seek(mark.at);
+    hasPeek_ = false;
+    file_.values.truncate(mark.values);
+    file_.subs.resize(mark.subs);
+}
+
+// ---- fields -----------------------------------------------------------------------------------------
+
+/// Whether the next token can be the field's value.
+bool Decoder::mayBe(const Field& f) {
+    const Token& next = peek();
+    switch (f.type) {
+    case Type::Pointer: return next.kind == TokenKind::Pointer;
+    case Type::Integer: return next.kind == TokenKind::Integer;
+    case Type::Real: return next.isNumber();
+    case Type::String:
+        return next.kind == TokenKind::String ||
+               (next.kind == TokenKind::Integer && version_ < TARGET_VERSION);
+    default: return next.isNumber() || next.kind == TokenKind::Logical || next.kind == TokenKind::Enum;
+    }
+}
+
+bool Decoder::isPresent(const Field& f) {
+    if (f.legacy && isModern_) return false;
+    if (f.withId) return hasIds_;
+    if (f.byToken) return mayBe(f);
+    if (f.isOptional && (peek().kind == TokenKind::Close || peek().kind == TokenKind::End)) return false;
+    return f.holds(version_);
+}
+
+bool Decoder::skipBox() {
+    if (isAsm(version_) || version_ <= TARGET_VERSION) return true;
+    const Token& next = peek();
+    const bool isEmpty =
+        next.kind == TokenKind::Logical ? !next.integer : next.kind == TokenKind::Word && next.text == "F";
+    const bool isFull =
+        next.kind == TokenKind::Logical ? next.integer : next.kind == TokenKind::Word && next.text == "T";
+    if (!isEmpty && !isFull) return true;
+    if (!take()) return false;
+    for (int i = 0; isFull && i < 6; ++i) {
+        if (peek().kind == TokenKind::Position)
+            i += 2;
+        else if (!peek().isNumber())
+            return false;
+        if (!take()) return false;
+    }
+    return true;
+}
+
+bool Decoder::enter(const Field& f, bool& isWalked) {
+    if (f.type == Type::Box) return skipBox();
+    if (f.type == Type::Extra) {
+        const bool isWanted = !f.modern || isModern_;
+        const bool isThere =
+            isWanted && (!f.withId || hasIds_) && (mayBe(f) || (f.modern && peek().kind == TokenKind::Word));
+        return isThere ? take() : true;
+    }
+    isWalked = f.type == Type::Choice || isPresent(f);
+    if (!isWalked) push(Value());
+    return true;
+}
+
+bool Decoder::integer(std::int64_t& n) {
+    if (!take(TokenKind::Integer)) return false;
+    n = token_.integer;
+    return push(Kind::Integer, n);
+}
+
+bool Decoder::longInteger(std::int64_t& n) {
+    if (!take(TokenKind::Long) && !take(TokenKind::Integer)) return false;
+    n = token_.integer;
+    if (source_.isBinary() && token_.kind == TokenKind::Integer && peek().kind == TokenKind::Integer) {
+        take();
+        n = (token_.integer << 32) | (n & 0xffffffff);
+    }
+    return push(Kind::Integer, n);
+}
+
+bool Decoder::real(double& number) {
+    if (!peek().isNumber() || !take()) return false;
+    number = token_.reals[0];
+    return push(makeReal(number));
+}
+
+bool Decoder::tuple(Type type) {
+    double number = 0;
+    if (peek().kind == TokenKind::Literal && !expandLiteral()) return false;
+    if (!pending_.empty()) {
+        for (int i = 0; i < 3; ++i, pending_.pop_back()) {
+            if (pending_.empty() || !pending_.back().isNumber()) return false;
+            push(makeReal(pending_.back().reals[0]));
+        }
+        return true;
+    }
+    const bool isTuple = peek().kind == TokenKind::Position || peek().kind == TokenKind::Vector;
+    (void)type;
+    if (!isTuple) return real(number) && real(number) && real(number);
+    take();
+    for (const double value : token_.reals) push(makeReal(value));
+    return true;
+}
+
+bool Decoder::logical(const Words& words, bool& flag) {
+    const std::string_view no = *words.begin(), yes = *(words.begin() + 1);
+    if (!take()) return false;
+    switch (token_.kind) {
+    case TokenKind::Logical:
+    case TokenKind::Integer:
+    case TokenKind::Enum:
+        if (token_.integer != 0 && token_.integer != 1) return false;
+        flag = token_.integer != 0;
+        break;
+    case TokenKind::Word:
+        flag =
+            token_.text == yes || token_.text == "T" || (yes == "reverse_v" && token_.text == "reversed_v");
+        if (!flag && token_.text != no && token_.text != "F") return false;
+        break;
+    default: return false;
+    }
+    return push(Kind::Logical, flag);
+}
+
+bool Decoder::code(const Words& words, std::int64_t& n) {
+    if (!take()) return false;
+    if (token_.kind == TokenKind::Integer || token_.kind == TokenKind::Enum ||
+        token_.kind == TokenKind::Logical) {
+        n = token_.integer;
+    } else {
+        if (token_.kind != TokenKind::Word && token_.kind != TokenKind::String) return false;
+        n = std::find(words.begin(), words.end(), token_.text) - words.begin();
+    }
+    return n >= 0 && n < static_cast<std::int64_t>(words.size()) && push(Kind::Enum, n);
+}
+
+/// A logical decides between two parts, an enumeration between more. A version without the word means one.
+bool Decoder::choice(const Field& f, std::int64_t& n) {
+    bool flag = false;
+    if (!f.holds(version_)) {
+        n = static_cast<std::int64_t>(f.dflt);
+        return push(Kind::Enum, n);
+    }
+    if (f.words != &words::sides) return code(*f.words, n);
+    if (!logical(*f.words, flag)) return false;
+    n = flag;
+    return true;
+}
+
+bool Decoder::string(std::string_view& text) {
+    if (take(TokenKind::String)) {
+        text = token_.text;
+    } else {
+        if (source_.isBinary() || !take(TokenKind::Integer)) return false;
+        if (!source_.counted(token_.integer, text)) return false;
+    }
+    return push(makeText(Kind::String, file_.texts.keep(text)));
+}
+
+bool Decoder::lawText(std::string_view& text) {
+    return peek().kind == TokenKind::Word ? word(text) : string(text);
+}
+
+bool Decoder::bound() {
+    double number = 0;
+    if (!take()) return false;
+    bool isFinite = token_.integer != 0;
+    if (token_.kind == TokenKind::Word) {
+        isFinite = token_.text == "F" || token_.text == "TRUE";
+        if (!isFinite && token_.text != "I" && token_.text != "FALSE") return false;
+    } else if (token_.kind != TokenKind::Logical && token_.kind != TokenKind::Integer) {
+        return false;
+    }
+    return isFinite ? real(number) : push(Kind::Infinite, 0);
+}
+
+bool Decoder::word(std::string_view& text) {
+    if (!take(TokenKind::Word) && !take(TokenKind::String)) return false;
+    text = file_.texts.name(token_.text);
+    return push(makeText(Kind::Word, text));
+}
+
+bool Decoder::setting() {
+    double number = 0;
+    std::int64_t n = 0;
+    return peek().kind == TokenKind::Integer ? integer(n) : real(number);
+}
+
+// ---- sub-records ------------------------------------------------------------------------------------
+
+bool Decoder::sub() {
+    if (!take(TokenKind::Open) || !take(TokenKind::Word)) return false;
+    if (token_.text == "ref") {
+        if (!take(TokenKind::Integer)) return false;
+        const auto number = static_cast<std::uint64_t>(token_.integer);
+        if (number >= file_.subs.size() || file_.subs[number].isOpen)
+            return fail("a reference to no sub-record");
+        return push(Kind::Ref, token_.integer) && take(TokenKind::Close);
+    }
+    if (depth_ == MAX_DEPTH) return fail("too many sub-records within each other");
+    const std::size_t number = file_.subs.size();
+    SubRecord record;
+    record.name = file_.texts.name(token_.text);
+    record.isA = findSubClass(record.name);
+    file_.subs.push_back(record);
+    push(Kind::Def, static_cast<std::int64_t>(number));
+    const std::size_t first = file_.values.size();
+    file_.subs[number].first = static_cast<std::uint32_t>(first);
+    ++depth_;
+    const bool isRead = subBody(number);
+    --depth_;
+    if (!isRead) return false;
+    const auto count = static_cast<std::uint32_t>(file_.values.size() - first);
+    file_.values[first - 1].size = file_.subs[number].count = count;
+    file_.subs[number].isOpen = false;
+    return true;
+}
+
+/// By the layout; when that doesn't fit, token by token.
+bool Decoder::subBody(std::size_t number) {
+    const SubClass* isA = file_.subs[number].isA;
+    const Mark start = mark();
+    if (isA && !isA->fields.empty() && !isRaw_) {
+        const bool wasModern = isModern_;
+        isModern_ = file_.subs[number].name == isA->modernName && peek().kind == TokenKind::Integer;
+        file_.subs[number].isModern = isModern_;
+        if (isModern_) take();
+        const bool isRead = Walk<Decoder>(*this).fields(isA->fields) && take(TokenKind::Close);
+        isModern_ = wasModern;
+        if (isRead || !problem_.empty()) return isRead;
+    }
+    return subRaw(start, number);
+}
+
+bool Decoder::subRaw(const Mark& start, std::size_t number) {
+    back(start);
+    const bool wasRaw = isRaw_;
+    SubRecord& record = file_.subs[number];
+    record.isRaw = true;
+    record.isModern = record.isA && record.name == record.isA->modernName &&
+                      record.name != record.isA->name && peek().kind == TokenKind::Integer;
+    isRaw_ = true;
+    const bool isRead = rawValues(true) && take(TokenKind::Close);
+    isRaw_ = wasRaw;
+    return isRead;
+}
+
+// ---- token by token ---------------------------------------------------------------------------------
+
+bool Decoder::rawValues(bool inSub) {
+    while (true) {
+        const TokenKind kind = peek().kind;
+        if (kind == (inSub ? TokenKind::Close : TokenKind::End)) return true;
+        if (kind == TokenKind::Close || kind == TokenKind::End) return false;
+        if (!rawValue()) return false;
+    }
+}
+
+/// A number of an old text file that counts the letters of the text behind it.
+bool Decoder::isOldString() {
+    if (source_.isBinary() || version_ >= TARGET_VERSION || token_.integer < 2 || token_.integer > 4096)
+        return false;
+    const std::size_t at = source_.at();
+    std::string_view text;
+    const bool isText = source_.counted(token_.integer, text) && (text[0] >= 'A') &&
+                        text.find_first_of("{}#\n$") == std::string_view::npos &&
+                        (text.find(' ') == std::string_view::npos || text[0] < 'a');
+    Token next;
+    const std::size_t behind = source_.at();
+    bool isWord = isText;
+    if (isWord && source_.left()) {
+        source_.next(next);
+        isWord = source_.at() > behind && next.kind != TokenKind::Bad;
+    }
+    source_.seek(at);
+    return isWord;
+}
+
+bool Decoder::rawValue() {
+    std::string_view text;
+    if (peek().kind == TokenKind::Open) return sub();
+    if (!take()) return false;
+    switch (token_.kind) {
+    case TokenKind::Pointer: return push(Kind::Pointer, token_.integer);
+    case TokenKind::Integer:
+        if (!isOldString()) return push(Kind::Integer, token_.integer);
+        return source_.counted(token_.integer, text) && push(makeText(Kind::String, file_.texts.keep(text)));
+    case TokenKind::Long: return push(Kind::Integer, token_.integer);
+    case TokenKind::Real: return push(makeReal(token_.reals[0]));
+    case TokenKind::Logical: return push(Kind::Logical, token_.integer);
+    case TokenKind::Enum: return push(Kind::Enum, token_.integer);
+    case TokenKind::Word:
+        if (token_.text == "T" || token_.text == "F") return push(Kind::Logical, token_.text == "T");
+        return push(makeText(Kind::Word, file_.texts.name(token_.text)));
+    case TokenKind::String: return push(makeText(Kind::String, file_.texts.keep(token_.text)));
+    case TokenKind::Literal: return push(makeText(Kind::Literal, file_.texts.keep(token_.text)));
+    case TokenKind::Position:
+    case TokenKind::Vector:
+    case TokenKind::Pair: break;
+    default: return false;
+    }
+    Value mark = makeValue(Kind::Triple, token_.kind == TokenKind::Position);
+    mark.size = token_.kind == TokenKind::Pair ? 2 : 3;
+    push(mark);
+    for (std::uint32_t i = 0; i < mark.size; ++i) push(makeReal(token_.reals[i]));
+    return true;
+}
+
+/// Some writers put a transformation into one string. Its logicals stand as words.
+bool Decoder::expandLiteral() {
+    if (!take()) return false;
+    TextSource text(token_.text);
+    Token token;
+    for (text.next(token); token.kind != TokenKind::Eof && pending_.size() < 32; text.next(token))
+        pending_.push_back(token);
+    std::reverse(pending_.begin(), pending_.end());
+    return true;
+}
+
+// ---- records ----------------------------------------------------------------------------------------
+
+bool Decoder::fail(const char* what) {
+    if (problem_.empty()) problem_ = "record " + std::to_string(number_) + ": " + what;
+    return false;
+}
+
+const RecordName& Decoder::nameOf(std::string_view name, const Class& isA) {
+    const auto key = std::make_pair(name, &isA);
+    const auto found = names_.find(key);
+    if (found != names_.end()) return *found->second;
+    file_.names.push_back({file_.texts.name(name), &isA});
+    const RecordName& kept = file_.names.back();
+    names_[{kept.name, &isA}] = &kept;
+    return kept;
+}
+
+/// An explicit number in front of a record: "-12".
+bool Decoder::recordNumber() {
+    if (source_.isBinary() || peek().kind != TokenKind::Integer) return true;
+    take();
+    const std::int64_t number = token_.integer <= 0 ? -token_.integer : -1;
+    if (!fits(number) && number > static_cast<std::int64_t>(file_.records.size()))
+        return fail("a number out of range");
+    if (number < 0) return fail("a number out of range");
+    number_ = number;
+    return true;
+}
+
+bool Decoder::recordName(std::string& name) {
+    name.clear();
+    while (take(TokenKind::NamePart)) name.append(token_.text).append("-");
+    if (!take(TokenKind::Word)) return false;
+    name.append(token_.text);
+    return true;
+}
+
+/// Markers between the records. History records are kept apart.
+bool Decoder::isMarker(std::string_view name, bool& isEnd) {
+    isEnd = sameText(name, "End-of-ACIS-data") || sameText(name, "End-of-ASM-data");
+    if (isEnd) return true;
+    if (sameText(name, "End-of-ACIS-History-Section") || sameText(name, "End-of-ASM-History-Section"))
+        return true;
+    const std::string_view start = name.substr(0, name.find("history_stream"));
+    const bool isHistory = sameText(start.substr(0, 26), "Begin-of-ACIS-History-Data") ||
+                           sameText(start.substr(0, 25), "Begin-of-ASM-History-Data");
+    inHistory_ |= isHistory;
+    return isHistory && start.size() == name.size();
+}
+
+/// The fields of a record's class; of a class further down its name, when they don't fit.
+bool Decoder::body(const RecordName& kind, ENTITY& entity) {
+    const Class& isA = *kind.isA;
+    const Mark start = mark();
+    entity.kind = &kind;
+    entity.first = static_cast<std::uint32_t>(file_.values.size());
+    Walk<Decoder> walk(*this);
+    bool isRead = walk.fields(prefixOf(isA.prefix)) && walk.fields(isA.fields);
+    pending_.clear();
+    const std::size_t known = file_.values.size();
+    isRead = isRead && rawValues(false) && take(TokenKind::End);
+    if (isRead && !isA.keepsRest && version_ > TARGET_VERSION) file_.values.truncate(known);
+    entity.count = static_cast<std::uint32_t>(file_.values.size() - entity.first);
+    if (isRead || !problem_.empty()) return isRead;
+    if (isA.prefix == Prefix::Geometry || isA.id == Id::Transform)
+        return fail("fields that its kind doesn't have");
+    if (isA.fields.empty()) return fail("no record");
+    back(start);
+    const Class& base = isA.prefix == Prefix::Attribute ? *findClass("attrib") : classOf("", isRead);
+    return body(nameOf(kind.name, base), entity);
+}
+
+bool Decoder::record(bool& isEnd) {
+    std::string name;
+    isEnd = false;
+    if (!recordNumber()) return false;
+    if (peek().kind == TokenKind::Eof) {
+        isEnd = file_.header.counts[0] > 0 && number_ >= file_.header.counts[0];
+        return isEnd || fail("the file is cut");
+    }
+    if (!recordName(name)) return fail("no name of a record");
+    if (isMarker(name, isEnd)) return true;
+    bool isWhole = false;
+    const Class& isA = inHistory_ ? classOf("", isWhole) : classOf(name, isWhole);
+    if (isA.id == Id::Body && !inHistory_) {
+        const Mark start = mark();
+        if (take(TokenKind::Pointer)) hasIds_ = peek().kind == TokenKind::Integer;
+        back(start);
+    }
+    ENTITY entity;
+    if (inHistory_) {
+        entity.kind = &nameOf(name, isA);
+        entity.first = static_cast<std::uint32_t>(file_.values.size());
+        if (!rawValues(false) || !take(TokenKind::End)) return fail("cut");
+        entity.count = static_cast<std::uint32_t>(file_.values.size() - entity.first);
+        file_.history.push_back(entity);
+        return true;
+    }
+    if (!body(nameOf(name, isA), entity)) return false;
+    const auto number = static_cast<std::size_t>(number_);
+    if (number >= file_.records.size()) file_.records.resize(number + 1);
+    if (file_.records[number].kind) return fail("a number that another record has");
+    file_.records[number] = entity;
+    ++number_;
+    return true;
+}
+
+bool Decoder::records() {
+    bool isEnd = false;
+    while (!isEnd)
+        if (!record(isEnd)) return fail("a record that is cut or makes no sense");
+    return true;
+}
+
+/// Pointers lead to records of the file, or of its history.
+bool Decoder::resolve() {
+    const auto limit = static_cast<std::int64_t>(file_.records.size() + file_.history.size());
+    for (std::size_t i = 0; i < file_.records.size(); ++i) {
+        const ENTITY& entity = file_.records[i];
+        for (std::size_t at = entity.first; at < entity.first + entity.count; ++at) {
+            const Value& value = file_.values[at];
+            if (value.kind != Kind::Pointer || (value.integer >= -1 && value.integer < limit)) continue;
+            number_ = static_cast<std::int64_t>(i);
+            return fail("a pointer to no record");
+        }
+    }
+    return true;
+}
+
+// ---- the head ---------------------------------------------------------------------------------------
+
+bool Decoder::headString(std::string& text) {
+    if (take(TokenKind::String)) {
+        text = token_.text;
+        return true;
+    }
+    std::string_view bytes;
+    if (source_.isBinary() || !take(TokenKind::Integer) || !source_.counted(token_.integer, bytes))
+        return false;
+    text = bytes;
+    return true;
+}
+
+bool Decoder::head() {
+    Header& header = file_.header;
+    if (version_ < 200) return true;
+    if (!headString(header.product) || !headString(header.kernel) || !headString(header.date)) return false;
+    for (double* number : {&header.unit, &header.resabs, &header.resnor}) {
+        if (!peek().isNumber() || !take()) return false;
+        *number = token_.reals[0];
+    }
+    return true;
+}
+
+bool Decoder::model() {
+    number_ = -1;
+    if (!head()) return fail("no head of a model");
+    number_ = 0;
+    return records() && resolve();
+}
+
+} // namespace
+
+bool isReadable(std::int64_t version) {
+    if (version >= 105 && version <= 1100) return true;
+    return std::find(std::begin(readable), std::end(readable), version) != std::end(readable);
+}
+
+bool readModel(File& file, std::string_view data, std::string& problem) {
+    std::unique_ptr<Source> source;
+    if (isBinaryBanner(data))
+        source = std::make_unique<BinarySource>(data);
+    else
+        source = std::make_unique<TextSource>(data);
+    std::int64_t counts[4] = {0, 0, 0, 0};
+    if (!source->counts(counts) || !isReadable(counts[0])) {
+        problem = "no model of a version that can be read";
+        return false;
+    }
+    file.header.isBinary = source->isBinary();
+    file.header.version = static_cast<int>(counts[0]);
+    for (int i = 0; i < 3; ++i) file.header.counts[i] = counts[i + 1];
+    Decoder decoder(file, *source);
+    if (decoder.model() && checkChains(file, problem)) return true;
+    if (problem.empty()) problem = decoder.problem();
+    return false;
+}
+
+} // namespace ACIS

@@ -1,0 +1,4 @@
+#include "od_state.h"
+
+ExSystemServices DxOdServices;
+std::unique_ptr<ISATConverter> DxOdConverter;

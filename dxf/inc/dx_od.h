@@ -1,0 +1,17 @@
+// The converter of SAT and SAB files.
+#pragma once
+
+#include "ut_string.h"
+
+#include <string>
+
+/// Stops the converter (0), or starts it anew (anything but 0).
+void DxOdInit(int start);
+/// Reads the model in `source`, SAT or SAB of any version, and writes it to `target`, which may be the same
+/// file, at version 700: binary for the extension "sab", else text. 0; 4002 when it can't be read or written;
+/// 2360 on an exception.
+int DxOdSatConv(const UtCString& source, const UtCString& target);
+/// The records of a model as text, a line each; stable, for comparing. As DxOdSatConv.
+int DxOdSatDump(const UtCString& source, std::string& text);
+/// Why the last conversion failed, with the number of the record; empty when it didn't.
+std::string DxOdProblem();
