@@ -166,7 +166,7 @@ inline void expectEqual(const std::vector<ShownLine>& before, const std::vector<
 }
 
 /// Puts what stands in `after` into the order of `before`: dimensions in chains change places, and their
-/// lines direction.
+/// lines direction. With `byMiddle` texts stand by their middle, in a font of another width.
 template <class Item, class Distance>
 void matchOrder(const std::vector<Item>& before, std::vector<Item>& after, const Distance& distance) {
     for (std::size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
@@ -176,7 +176,7 @@ void matchOrder(const std::vector<Item>& before, std::vector<Item>& after, const
                        }));
     }
 }
-inline void matchOrder(Shown& before, Shown& after) {
+inline void matchOrder(Shown& before, Shown& after, bool byMiddle) {
     for (Shown* shown : {&before, &after})
         for (Stroke& s : shown->strokes)
             if (s.type == host::ElementType::Draw && std::pair(s.x1, s.y1) < std::pair(s.x0, s.y0))
@@ -185,6 +185,15 @@ inline void matchOrder(Shown& before, Shown& after) {
         return (a.type != b.type ? 1e6 : 0) + std::abs(a.x0 - b.x0) + std::abs(a.y0 - b.y0) +
                std::abs(a.x1 - b.x1) + std::abs(a.y1 - b.y1) + std::abs(a.cx - b.cx) + std::abs(a.cy - b.cy);
     });
+    for (Shown* shown : {&before, &after})
+        for (ShownLine& line : shown->lines) {
+            for (std::size_t at; (at = line.text.find("\u2205")) != std::string::npos;)
+                line.text.replace(at, 3, "\u00D8"); // a code of the fonts, the same sign
+            if (!byMiddle) continue;
+            line.x += std::cos(line.angle) * line.length / 2;
+            line.y += std::sin(line.angle) * line.length / 2;
+            line.length = 0;
+        }
     matchOrder(before.lines, after.lines, [](const ShownLine& a, const ShownLine& b) {
         return (a.text != b.text ? 1e6 : 0) + std::abs(a.x - b.x) + std::abs(a.y - b.y);
     });

@@ -170,3 +170,22 @@ TEST_F(Export, AStyleTellsTextToleranceAndArrow) {
         EXPECT_EQ(valueOf(beside.first(0, "DIMSTYLE", 1), 71), "0");
     }
 }
+
+TEST_F(Export, AMarkOfSurfaceFinishEndsTheValue) {
+    for (const char* id : {"dimx", "other"}) {
+        DimShape shape;
+        shape.text = "12.5", shape.tolerances = {"7", "8"};
+        const TempDir folder;
+        DxfText source = dxf();
+        addDimension(source.header("AC1015"), "*D0", linearDimension(shape));
+        folder.write("in.dxf", source.text());
+        importFile(folder, "in.dxf");
+        for (host::Pattern& pattern : host::openDrawing().patterns) pattern.attributes.emplace_back("id", id);
+        const Exported file =
+            exportTo(folder, exportConfig("ACAD24", "TOL=1\n", "#CHAR-CAD-TO-DXF\n1\n^7|xy\n"));
+        const bool isMark = std::string(id) == "dimx";
+        EXPECT_EQ(file.count(1, isMark ? "12.5xy" : "12.5"), 1U) << id;
+        EXPECT_EQ(file.count(0, "TEXT"), isMark ? 1U : 3U);
+        EXPECT_EQ(valueOf(file.first(0, "DIMSTYLE", 1), 71), isMark ? "0" : "1");
+    }
+}

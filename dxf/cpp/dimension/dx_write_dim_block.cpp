@@ -73,6 +73,8 @@ int writeContent(DX_DIM_OUT& out, bool placed) {
     int error = DxDimWriteLines(out);
     const bool hasMore = !placed || out.textRow != OV_DIM_NO_TEXT;
     if (!error && hasMore) error = DxDimOpenBlock();
+    // An import draws the text of what is made of lines as it draws others.
+    if (out.family >= 51 && out.family <= 53) DxBlockType = DX_BLOCK_PLAIN;
     if (!error) error = writeTexts(out, placed);
     DxBlockType = DX_BLOCK_DIMENSION;
     if (!error && !out.isFree && DxBlockOpen) error = writeDefinitionPoints(out);
