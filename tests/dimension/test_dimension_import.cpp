@@ -3,6 +3,7 @@
 #include "import_text.h"
 
 #include "drawing/drawing.h"
+#include "text/layout.h"
 
 #include <gtest/gtest.h>
 
@@ -76,12 +77,13 @@ void check(const DimShape& shape, const host::Dimension& made) {
     const int kinds[] = {0, 1, 3, 2};
     EXPECT_EQ(made.arrow.kind[0], kinds[static_cast<int>(shape.arrow)]);
     const bool hasArrow = shape.arrow != DimArrow::None;
-    EXPECT_NEAR(made.arrow.length[0], hasArrow ? 2.5 : 0, 1e-4);
-    EXPECT_NEAR(made.arrow.width[0], shape.arrow == DimArrow::Dot ? 2.5 : hasArrow ? 1.0 : 0, 1e-4);
+    const double perUnit = host::sheetMillimetres(host::openDrawing());
+    EXPECT_NEAR(made.arrow.length[0] / perUnit, hasArrow ? 2.5 : 0, 1e-4);
+    EXPECT_NEAR(made.arrow.width[0] / perUnit, shape.arrow == DimArrow::Dot ? 2.5 : hasArrow ? 1.0 : 0, 1e-4);
     EXPECT_EQ(made.txt.place[0], shape.hasGap ? 5 : 2);
     const RPT3 &e1 = made.points[0], &e2 = made.points[1];
     EXPECT_NEAR(std::hypot(e1.x - e2.x, e1.y - e2.y), shape.hasExtensions ? 16 : 0, 1e-4);
-    EXPECT_NEAR(std::hypot(made.refs[0].x - made.refs[1].x, made.refs[0].y - made.refs[1].y), 40, 1e-9);
+    EXPECT_NEAR(std::hypot(made.refs[0].x - made.refs[1].x, made.refs[0].y - made.refs[1].y), 40, 1e-6);
 }
 
 } // namespace

@@ -187,9 +187,9 @@ inline void matchOrder(Shown& before, Shown& after, bool byMiddle) {
     });
     for (Shown* shown : {&before, &after})
         for (ShownLine& line : shown->lines) {
-            for (std::size_t at; (at = line.text.find("\u2205")) != std::string::npos;)
-                line.text.replace(at, 3, "\u00D8"); // a code of the fonts, the same sign
-            if (!byMiddle) continue;
+            const std::size_t sign = line.text.find("\u2205"); // a code of the fonts, in another width
+            if (sign != std::string::npos) line.text.replace(sign, 3, "\u00D8");
+            if (!byMiddle && line.text.find("\u00D8") == std::string::npos) continue;
             line.x += std::cos(line.angle) * line.length / 2;
             line.y += std::sin(line.angle) * line.length / 2;
             line.length = 0;

@@ -224,9 +224,9 @@ DimEntity ordinateDimension(bool isX) {
 }
 
 void addDimension(DxfText& file, const std::string& block, const DimEntity& dimension,
-                  const std::string& layer) {
+                  const std::string& layer, const std::string& name) {
     file.block(block, dimension.block);
     DxfGroups groups{{8, layer}, {2, block}, {3, "STANDARD"}};
     groups.insert(groups.end(), dimension.entity.begin(), dimension.entity.end());
-    file.entity("DIMENSION", groups);
+    file.entity(name, groups);
 }

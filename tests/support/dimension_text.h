@@ -41,4 +41,4 @@ DimEntity ordinateDimension(bool isX);
 
 /// Adds it with its block, on layer `layer`.
 void addDimension(DxfText& file, const std::string& block, const DimEntity& dimension,
-                  const std::string& layer = "DIM");
+                  const std::string& layer = "DIM", const std::string& name = "DIMENSION");
