@@ -92,7 +92,8 @@ int ovtextsize(const UtCString& text, double* width, double* height);
 int ovaddtext(const UtCString& text, double x, double y);
 
 /// Texts of pattern `patNo`. 24 steps `*row`: with step 1 to the first text, with 2 to the next one; 1005 at
-/// the end. 20 (step 0x8014) reads the text in `*row` and makes its parameters the current ones.
+/// the end. It passes over texts of dimensions, whose rows ovdim gives. 20 (step 0x8014) reads the text in
+/// `*row` and makes its parameters the current ones.
 int ovtext(int op, int step, int patNo, int* row, OV_TEXT* text);
 
 /// Length in bytes of the text in `row`: its lines with a line feed between them.

@@ -118,23 +118,27 @@ std::map<std::string, std::string> comparable(std::map<std::string, std::string>
     return attributes;
 }
 
-/// `losesFills`: the run told that it couldn't fill a contour.
-void expectComesBack(const std::map<std::string, Shown>& before, const std::string& version, bool losesFills,
+/// What the run told that it had to leave out.
+struct Losses {
+    bool fills, texts;
+};
+void expectComesBack(std::map<std::string, Shown> before, const std::string& version, const Losses& losses,
                      const std::string& what) {
     const bool isOld = version == "EASY" || version < "ACAD14";
     auto after = shownByLayer();
-    for (const auto& [layer, shown] : before) {
+    for (auto& [layer, shown] : before) {
         if (isOld && !isAscii(layer)) continue;
-        const Shown& back = after[isOld ? oldName(layer) : layer];
-        if (shown.hasDimension) continue; // an export counts dimensions, but has no writer for them yet
+        Shown& back = after[isOld ? oldName(layer) : layer];
+        if (shown.hasDimension) matchOrder(shown, back, isOld);
         const std::string where = what + " " + version + " layer " + layer;
         // Splines come back as arcs, the frames of texts as lines, and so do hatches in old targets, where
         // fills are chords instead of arcs.
         const bool hasLines = isOld && !shown.lineAreas.empty();
         if (!shown.hasSpline && !shown.hasFrame && !hasLines) expectEqual(shown.strokes, back.strokes, where);
-        if (!losesFills) expectEqual(shown.fillAreas, back.fillAreas, isOld ? 2e-3 : 1e-5, where + " fills");
+        if (!losses.fills)
+            expectEqual(shown.fillAreas, back.fillAreas, isOld ? 2e-3 : 1e-5, where + " fills");
         if (!isOld) expectEqual(shown.lineAreas, back.lineAreas, 1e-5, where + " hatches");
-        expectEqual(shown.lines, back.lines, isOld, where);
+        if (!losses.texts) expectEqual(shown.lines, back.lines, isOld, where);
         EXPECT_EQ(comparable(shown.attributes), comparable(back.attributes)) << where;
     }
 }
@@ -170,8 +174,11 @@ TEST_F(Export, RealDrawingsComeBack) {
             const Exported file = exportTo(folder, keepConfig(version, lineTypes));
             EXPECT_EQ(file.stat, 0) << name << " " << version;
             EXPECT_EQ(file.errors(), "") << name << " " << version;
-            ASSERT_EQ(importFile(folder, "out.dxf", keepOptions(version, lineTypes)).stat, 0) << name;
-            expectComesBack(before, version, file.protocol.find("Füllschraffurkontur") != std::string::npos,
+            const ImportResult again = importFile(folder, "out.dxf", keepOptions(version, lineTypes));
+            ASSERT_EQ(again.stat, 0) << name;
+            expectComesBack(before, version,
+                            {file.protocol.find("Füllschraffurkontur") != std::string::npos,
+                             again.hasMessage("Texthöhe zu klein")},
                             name);
         }
     });

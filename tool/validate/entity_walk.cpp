@@ -126,7 +126,8 @@ void EntityWalk::openBlock(const Record& record) {
     layoutBlock_ = session_.atLeast(Version::R13) && isLayoutName(name);
     layoutTold_ = false;
     session_.model.blocks.push_back({record.object, name});
-    if (record.find(3) && !sameName(name, second))
+    const bool isAnonymous = (second == "*D" || second == "*X") && name.starts_with(second);
+    if (record.find(3) && !sameName(name, second) && !isAnonymous)
         session_.out.add(Rule::BlockNames, session_.place, "the block is called ", inQuotes(name), " and ",
                          inQuotes(second));
     if (record.integer(70) & 4 && record.string(1).empty())

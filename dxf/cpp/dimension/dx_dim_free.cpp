@@ -11,6 +11,7 @@
 #include "dx_dim_import.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -81,7 +82,11 @@ int drawTexts(const DX_DIM_TEXTS& texts, const Mat44 m, int* textRow, int* tolRo
 } // namespace
 
 int DxDrawDimFree(const DX_DIM_GEO& geo, const Mat44 m, int kind, int mode, const RPT refs[3]) {
-    if (geo.pts.empty()) return DX_DIM_UNDECODED;
+    // Ahead of the texts, which would stand alone then.
+    const bool isSound = std::all_of(geo.pts.begin(), geo.pts.end(), [](const OV_DIM_PT& p) {
+        return std::isfinite(p.x) && std::isfinite(p.y);
+    });
+    if (geo.pts.empty() || !isSound) return DX_DIM_UNDECODED;
     if (const int error = DxNewElement(1)) return error;
     int textRow = 0, tolRow = 0;
     if (const int error = drawTexts(geo.texts, m, &textRow, &tolRow)) return error;

@@ -13,7 +13,6 @@ struct Kind {
 };
 constexpr Kind KINDS[DX_UNWRITTEN_COUNT] = {
     {"1 hatch was not written.", "%ld hatches were not written.", nullptr},
-    {"1 dimension was not written.", "%ld dimensions were not written.", CiDim::Count},
     {"1 bitmap was not written.", "%ld bitmaps were not written.", CiBitmap::Count},
     {"1 3D face or solid was not written.", "%ld 3D faces and solids were not written.", Ci3d::Count},
     {"1 solid was not written.", "%ld solids were not written.", Ci3d::CountSolids},

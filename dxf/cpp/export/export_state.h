@@ -45,7 +45,6 @@ extern std::uint32_t DxOwnerHandle; ///< block record that owns the entities bei
 /// then what the target's version can't hold.
 enum DxUnwritten : int {
     DX_UNWRITTEN_HATCH,
-    DX_UNWRITTEN_DIMENSION,
     DX_UNWRITTEN_BITMAP,
     DX_UNWRITTEN_3D,
     DX_UNWRITTEN_SOLID,

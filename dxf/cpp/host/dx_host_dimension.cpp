@@ -99,6 +99,15 @@ int DxovReadDimSets(int pat, int row, DX_DIM_SETS* sets) {
     return ovlocdimparams(20, pat, row, &sets->arrow, &sets->txt, &sets->tol);
 }
 
+int DxovReadDimMode(int* mode, int* horizontal) {
+    int kind = 0;
+    return ovdimparams(5, &kind, mode, horizontal);
+}
+
+int DxovReadDimHeads(int pat, int row, std::vector<int>* starts, std::vector<int>* ends) {
+    return ovarrowel(READ, pat, row, starts, ends);
+}
+
 int DxovDimLines(int pat, int row, int* linePat) {
     return ovarrowpat(READ, pat, &row, linePat);
 }

@@ -50,6 +50,10 @@ int Dxovdim(int kind, int mode, int textRow, int tolRow, const RPT refs[3]);
 int DxovNextDim(int pat, int* row, int* textRow, int* tolRow);
 int DxovReadDim(int pat, int row, DX_HOST_DIM* dim);
 int DxovReadDimSets(int pat, int row, DX_DIM_SETS* sets);
+/// Mode (OV_DIM_MODE) and horizontal text of the dimension that was read last.
+int DxovReadDimMode(int* mode, int* horizontal);
+/// The kinds of heads at the starts and at the ends of the pieces of its dimension line, 0 for none.
+int DxovReadDimHeads(int pat, int row, std::vector<int>* starts, std::vector<int>* ends);
 /// The dimension's lines as a scratch pattern, and its end.
 int DxovDimLines(int pat, int row, int* linePat);
 int DxovReleaseLines(int linePat);

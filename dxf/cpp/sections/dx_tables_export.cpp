@@ -276,11 +276,10 @@ int DxTableWriteStyles() {
 int DxTableWriteDimStyles() {
     if (!DxMiscCheckVersion(DX_LEVEL_3D)) return 0;
     std::uint32_t table = 0;
-    const std::size_t count = DxDimparCount();
-    openTable("DIMSTYLE", count, table);
+    openTable("DIMSTYLE", DxDimparCount(), table);
     DxWriteSubClass("AcDbDimStyleTable");
     DxWriteIntVer(DX_LEVEL_HANDLES, 71, 0);
-    for (std::size_t i = 0; i < count; ++i) DxDimparWrite(i, table);
+    DxDimparWriteAll(table);
     return closeTable();
 }
 

@@ -1,44 +1,68 @@
+// DIMSTYLE records by rows of group codes.
 #include "dx_write_dimstyle.h"
-#include "dx_codes.h"
 
 #include "../config/config_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_writer.h"
+#include "dx_codes.h"
+#include "dx_dimstyle.h"
 
-// A drawing's dimensions don't leave yet, so the one style is the one that the header names. Its values are
-// the format's metric defaults, which a reader of the newer versions takes for absent groups only in part.
-std::size_t DxDimparCount() {
-    return 1;
-}
+#include <algorithm>
 
 namespace {
 
-struct Real {
-    int code;
-    double value;
+constexpr const char* CURRENT = "STANDARD"; // the style that the header names
+
+const DxTable<DX_DIM_STYLE>& styles() {
+    return DxDocuments.currentTables().dimStyles;
+}
+
+bool hasCurrent() {
+    return std::any_of(styles().begin(), styles().end(),
+                       [](const DX_DIM_STYLE& style) { return style.name.view() == CURRENT; });
+}
+
+/// The format's metric defaults, which a reader of the newer versions takes for absent groups only in part.
+DX_DIM_STYLE currentStyle() {
+    struct Real {
+        DX_DIM_REAL variable;
+        double value;
+    };
+    static constexpr Real reals[] = {
+        {DIMSCALE, 1.0}, {DIMASZ, 2.5},  {DIMEXO, 0.625}, {DIMDLI, 3.75},
+        {DIMEXE, 1.25},  {DIMTXT, 2.5},  {DIMCEN, 2.5},   {DIMALTF, 0.03937007874016},
+        {DIMLFAC, 1.0},  {DIMTFAC, 1.0}, {DIMGAP, 0.625},
+    };
+    struct Integer {
+        DX_DIM_INTEGER variable;
+        int value;
+    };
+    static constexpr Integer integers[] = {
+        {DIMTAD, 1},  {DIMZIN, 8},   {DIMALTD, 3},  {DIMTOFL, 1},   {DIMUNIT, 2}, {DIMDEC, 2}, {DIMTDEC, 2},
+        {DIMALTU, 2}, {DIMALTTD, 3}, {DIMLUNIT, 2}, {DIMDSEP, '.'}, {DIMTZIN, 8}, {DIMFIT, 3}, {DIMATFIT, 3},
+    };
+    DX_DIM_STYLE style = {};
+    style.name.assign(CURRENT);
+    for (const Real& row : reals) style.reals[row.variable] = row.value;
+    for (const Integer& row : integers) style.integers[row.variable] = row.value;
+    return style;
+}
+
+/// A run of group codes, from consecutive places of a style's reals or integers.
+struct Run {
+    int first, last;
+    int place; ///< of the first code
+    int level; ///< of the targets that have it
 };
-constexpr Real REALS[] = {
-    {40, 1.0},
-    {41, 2.5},
-    {42, 0.625},
-    {43, 3.75},
-    {44, 1.25},
-    {45, 0.0},
-    {46, 0.0},
-    {47, 0.0},
-    {48, 0.0},
-    {140, 2.5},
-    {141, 2.5},
-    {142, 0.0},
-    {143, 0.03937007874016},
-    {144, 1.0},
-    {145, 0.0},
-    {146, 1.0},
-    {147, 0.625},
-};
-constexpr int INTEGERS[][2] = {{71, 0},  {72, 0},  {73, 0},  {74, 0},  {75, 0},  {76, 0},
-                               {77, 1},  {78, 8},  {170, 0}, {171, 3}, {172, 1}, {173, 0},
-                               {174, 0}, {175, 0}, {176, 0}, {177, 0}, {178, 0}};
+constexpr Run REALS[] = {{40, 48, DIMSCALE, DX_LEVEL_3D},
+                         {140, 147, DIMTXT, DX_LEVEL_3D},
+                         {148, 148, DIMALTRND, DX_LEVEL_HANDLES}};
+constexpr Run INTEGERS[] = {{71, 78, DIMTOL, DX_LEVEL_3D},
+                            {79, 79, DIMAZIN, DX_LEVEL_HANDLES},
+                            {170, 178, DIMALT, DX_LEVEL_3D},
+                            {179, 179, DIMADEC, DX_LEVEL_HANDLES},
+                            {270, 289, DIMUNIT, DX_LEVEL_HANDLES}};
+constexpr Run REFERENCES = {340, 344, DIMTXSTY, DX_LEVEL_HANDLES};
 
 /// The handle of the text style that stands for all that name none, 0 when there is no style.
 std::uint32_t standardTextStyle() {
@@ -48,21 +72,44 @@ std::uint32_t standardTextStyle() {
     return styles.empty() ? 0 : styles[0].handle;
 }
 
-} // namespace
+template <class Write>
+void eachCode(const Run& run, Write write) {
+    if (!DxMiscCheckVersion(run.level)) return;
+    for (int code = run.first; code <= run.last; ++code) write(code, run.place + code - run.first);
+}
 
-int DxDimparWrite(std::size_t /*index*/, std::uint32_t tableHandle) {
+int writeStyle(const DX_DIM_STYLE& style, std::uint32_t table) {
     DxWriteString(0, "DIMSTYLE");
-    DxWriteVariableReference2(105, DxGetNextReference());
-    DxWriteVariableReference2(330, tableHandle);
+    DxWriteVariableReference2(105, style.handle ? style.handle : DxGetNextReference());
+    DxWriteVariableReference2(330, table);
     DxWriteSubClass("AcDbSymbolTableRecord");
     DxWriteSubClass("AcDbDimStyleTableRecord");
-    DxWriteString(2, "STANDARD");
+    DxWriteString(2, style.name);
     DxWriteInt(70, 0);
+    DxWriteString(3, style.strings[DIMPOST]);
+    DxWriteString(4, style.strings[DIMAPOST]);
     if (!DxMiscCheckVersion(DX_LEVEL_HANDLES))
-        for (const int code : {3, 4, 5, 6, 7}) DxWriteString(code, "");
-    for (const Real& row : REALS) DxWriteDouble(row.code, row.value);
-    for (const auto& row : INTEGERS) DxWriteInt(row[0], row[1]);
-    if (const std::uint32_t style = DxFullGroups ? standardTextStyle() : 0)
-        DxWriteVariableReference2(340, style);
+        for (const int code : {5, 6, 7}) DxWriteString(code, "");
+    for (const Run& run : REALS)
+        eachCode(run, [&](int code, int place) { DxWriteDouble(code, style.reals[place]); });
+    for (const Run& run : INTEGERS)
+        eachCode(run, [&](int code, int place) { DxWriteInt(code, style.integers[place]); });
+    eachCode(REFERENCES, [&](int code, int place) {
+        auto handle = static_cast<std::uint32_t>(style.integers[place]);
+        if (!handle && place == DIMTXSTY && DxFullGroups) handle = standardTextStyle();
+        if (handle) DxWriteVariableReference2(code, handle);
+    });
+    return DxWriteError();
+}
+
+} // namespace
+
+std::size_t DxDimparCount() {
+    return styles().size() + (hasCurrent() ? 0 : 1);
+}
+
+int DxDimparWriteAll(std::uint32_t tableHandle) {
+    if (!hasCurrent()) writeStyle(currentStyle(), tableHandle);
+    for (const DX_DIM_STYLE& style : styles()) writeStyle(style, tableHandle);
     return DxWriteError();
 }

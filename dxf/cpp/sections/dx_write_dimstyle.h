@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Number of records that DxDimparWrite can write: the document's dimension styles, at least one, since a
-/// file names its current style in $DIMSTYLE.
+/// Number of records that DxDimparWriteAll writes: the document's dimension styles, and the one that a file
+/// names as its current style in $DIMSTYLE, if it isn't among them.
 std::size_t DxDimparCount();
-int DxDimparWrite(std::size_t index, std::uint32_t tableHandle);
+int DxDimparWriteAll(std::uint32_t tableHandle);

@@ -68,33 +68,10 @@ int openBlock() {
     return error;
 }
 
-/// A text without lines or without a height is none: `out` has no lines then.
-int readText(int pat, int row, DX_WRITE_TEXT& out) {
-    OV_TEXT read;
-    int at = row;
-    if (const int error = ovtext(READ, READ_STEP, pat, &at, &read)) return error;
-    if (!(read.parm.height > 0)) return 0;
-    for (const UtCString& line : read.lines) out.lines.push_back(line.str());
-    out.pat = pat;
-    out.x = read.point.x;
-    out.y = read.point.y;
-    out.parm = read.parm;
-    out.ext = read.ext;
-    out.lineLength = read.lineLength;
-    for (const UtCString& line : read.shownLines) out.shownLines.push_back(line.str());
-    if (out.parm.font == 0 && out.parm.face.IsEmpty()) { // a text without a font
-        out.parm.font = 1;
-        out.parm.width = out.parm.height * 0.6;
-        out.parm.slant = 0;
-    }
-    if (DxTextColor) out.parm.pen = DxTextColor;
-    return 0;
-}
-
 int writeText(int pat, int row, std::vector<Attribute>& attributes) {
     if (const int error = DxPatSetLayerAttribs(pat, row, DX_KIND_TEXT)) return error;
     DX_WRITE_TEXT text;
-    if (const int error = readText(pat, row, text)) return error;
+    if (const int error = DxReadPatText(pat, row, DxTextColor, text)) return error;
     if (text.lines.empty()) return 0;
     if (const int error = openBlock()) return error;
     findAttribute(text, attributes);
@@ -143,6 +120,28 @@ int writeAttributes(int pat, const std::vector<Attribute>& attributes) {
 }
 
 } // namespace
+
+int DxReadPatText(int pat, int row, int pen, DX_WRITE_TEXT& out) {
+    OV_TEXT read;
+    int at = row;
+    if (const int error = ovtext(READ, READ_STEP, pat, &at, &read)) return error;
+    if (!(read.parm.height > 0)) return 0;
+    for (const UtCString& line : read.lines) out.lines.push_back(line.str());
+    out.pat = pat;
+    out.x = read.point.x;
+    out.y = read.point.y;
+    out.parm = read.parm;
+    out.ext = read.ext;
+    out.lineLength = read.lineLength;
+    for (const UtCString& line : read.shownLines) out.shownLines.push_back(line.str());
+    if (out.parm.font == 0 && out.parm.face.IsEmpty()) { // a text without a font
+        out.parm.font = 1;
+        out.parm.width = out.parm.height * 0.6;
+        out.parm.slant = 0;
+    }
+    if (pen) out.parm.pen = pen;
+    return 0;
+}
 
 int DxWritePatText(int pat) {
     std::vector<Attribute> attributes = attributesOf(pat);

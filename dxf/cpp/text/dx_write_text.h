@@ -29,7 +29,11 @@ struct DX_WRITE_TEXT {
     std::vector<std::string> shownLines; ///< what they are broken into
 };
 
-int DxWritePatText(int pat); ///< All texts of the pattern, and the attributes that no text stands for.
+/// Reads the text in `row` of a pattern; a `pen` above 0 takes the place of its own. A text without a height
+/// has no lines. 0 or the host's error.
+int DxReadPatText(int pat, int row, int pen, DX_WRITE_TEXT& out);
+/// All texts of the pattern but those of dimensions, and the attributes that no text stands for.
+int DxWritePatText(int pat);
 /// One entity a line: TEXT, MTEXT or ATTDEF. A colour that isn't to be written drops the text. 0 or the
 /// writer's error.
 int DxWriteText(const DX_WRITE_TEXT& text);

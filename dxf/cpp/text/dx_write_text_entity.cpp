@@ -125,6 +125,8 @@ int DxWriteTextOrMtext(const DX_TEXT_TYPE& text, const Mat32 matrix, double left
     const Turn turn{roundedDegrees(MtGetRot(matrix) * DX_DEGREES + text.rotation), MtGetScale(matrix),
                     std::hypot(matrix[1][0], matrix[1][1])};
     if (!text.isMtext) return writeText(text, point, second, turn);
-    point.x += text.height * turn.yScale * (leftShift + DxCharSpacingShift(text.charSpacing));
+    // An import takes the text of a dimension's block from where it stands.
+    if (DxBlockType != DX_BLOCK_DIMENSION)
+        point.x += text.height * turn.yScale * (leftShift + DxCharSpacingShift(text.charSpacing));
     return writeMtext(text, point, turn);
 }

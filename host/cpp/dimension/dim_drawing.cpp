@@ -10,6 +10,8 @@ namespace host {
 
 namespace {
 
+constexpr double kSamePoint = 0.0001; ///< of points that an import recognised
+
 struct Look {
     int pen, lineType;
 };
@@ -159,6 +161,8 @@ private:
     void piecesFrom(const RPT& tip, std::vector<RPT> points) {
         std::stable_sort(points.begin(), points.end(),
                          [&](const RPT& a, const RPT& b) { return distance(a, tip) < distance(b, tip); });
+        // Of a line that begins behind its head the pieces meet at a shoulder.
+        if (points.size() == 3 && distance(points[1], points[2]) <= kSamePoint) points = {points[1]};
         if (!points.empty()) out_.line(tip, points[0], look_);
         for (std::size_t i = 1; i + 1 < points.size(); i += 2) out_.line(points[i], points[i + 1], look_);
     }
@@ -166,10 +170,9 @@ private:
     void radius() {
         if (tips_.empty()) return;
         const RPT tip = tips_[0], centre = dim_.refs[2], outward = unit(tip - centre);
-        constexpr double tolerance = 0.0001;
         std::vector<RPT> inner = ends_, outer, shoulder;
         for (const RPT& p : free_) {
-            if (std::abs(cross(p - tip, outward)) > tolerance)
+            if (std::abs(cross(p - tip, outward)) > kSamePoint)
                 shoulder.push_back(p);
             else
                 (dot(p - tip, outward) > 0 ? outer : inner).push_back(p);

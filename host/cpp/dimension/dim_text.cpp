@@ -58,6 +58,14 @@ Text makeText(const Parm& parm, double angle) {
     return text;
 }
 
+/// The middle of a value of several lines, of which the lowest stands at the dimension's text position.
+RPT middleOf(const Text& value, const RPT& lowest, double millimetresPerUnit) {
+    if (value.lines.size() < 2) return lowest;
+    const double step = value.lineDistance * value.height / millimetresPerUnit;
+    const double up = step * static_cast<double>(value.lines.size() - 1) / 2;
+    return {lowest.x - up * std::sin(value.angle), lowest.y + up * std::cos(value.angle)};
+}
+
 /// The tolerance stands behind the value, in the middle of its height.
 RPT behind(const Text& value, double millimetresPerUnit) {
     double width = 0;
@@ -86,7 +94,8 @@ void addDimensionTexts(Pattern& pattern, Dimension& dimension, std::string_view 
     value.lines = splitLines(text.substr(0, divider));
     value.origin = 5;
     value.justification = 1;
-    value.x = dimension.textPos.x, value.y = dimension.textPos.y;
+    const RPT at = middleOf(value, dimension.textPos, sheetMillimetres(drawing));
+    value.x = at.x, value.y = at.y;
     if (divider != std::string_view::npos) {
         Text tolerance = makeText(dimension.tol, value.angle);
         std::string lines(text.substr(divider + 1));
@@ -94,8 +103,8 @@ void addDimensionTexts(Pattern& pattern, Dimension& dimension, std::string_view 
             if (c == kDivider) c = '\n';
         tolerance.lines = splitLines(lines);
         tolerance.origin = 4;
-        const RPT at = behind(value, sheetMillimetres(drawing));
-        tolerance.x = at.x, tolerance.y = at.y;
+        const RPT place = behind(value, sheetMillimetres(drawing));
+        tolerance.x = place.x, tolerance.y = place.y;
         dimension.textRow = append(pattern, std::move(value));
         dimension.tolRow = append(pattern, std::move(tolerance));
     } else {

@@ -98,8 +98,10 @@ int ovtext(int op, int step, int patNo, int* row, OV_TEXT* text) {
     if (callFails()) return errorNoMemory;
     constexpr int walk = 24, read = 20, all = 0x8014;
     if (op == walk && (step == 1 || step == 2)) {
-        const int next = step == 1 ? 0 : *row + 1;
-        if (!textAt(patNo, next)) return errorNoSuchObject;
+        int next = step == 1 ? 0 : *row + 1;
+        const Text* at = textAt(patNo, next);
+        while (at && at->dimType != 0) at = textAt(patNo, ++next);
+        if (!at) return errorNoSuchObject;
         *row = next;
         return 0;
     }
