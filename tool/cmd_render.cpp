@@ -70,6 +70,14 @@ static int renderInto(const host::Drawing& drawing, const Options& options) {
     return worst;
 }
 
+/// A picture shows what a plot would, or with `all` what is hidden and what isn't plotted too.
+static void settleLayers(host::Drawing& drawing, bool all) {
+    for (host::Layer& layer : drawing.layers) layer.visible = all || (layer.visible && layer.look.plotted);
+    if (!all) return;
+    for (host::Pattern& pattern : drawing.patterns)
+        if (!pattern.ids.layer.empty()) pattern.visible = true;
+}
+
 int runRender(const Options& options) {
     const std::string& input = options.inputs.front();
     if (const std::string wrong = whyNotTarget(input, options.output, "picture"); !wrong.empty()) {
@@ -78,6 +86,7 @@ int runRender(const Options& options) {
     }
     const Loaded loaded = loadInput(input, options, true);
     const int status = tellOutcome(input, loaded, options);
+    settleLayers(host::openDrawing(), options.allLayers);
     const host::Drawing& drawing = host::openDrawing();
     if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
     const int drawn =

@@ -138,6 +138,7 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
         ->check(CLI::IsMember({"png", "svg", "pdf"}))
         ->capture_default_str();
     render->add_flag("--dark", options.dark, "On black");
+    render->add_flag("--all-layers", options.allLayers, "Layers that are off, frozen or not plotted too");
     addReadOptions(*render, options);
 
     CLI::App* info = addCommand(app, "info", "What is in drawings, what became of it", runInfo, chosen);

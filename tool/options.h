@@ -28,6 +28,7 @@ struct Options {
     bool quiet = false, verbose = false;
     bool json = false, strict = false, dark = false;
     bool binary = false;             ///< write binary DXF
+    bool allLayers = false;          ///< pictures show what isn't shown, too
     bool allViews = false;           ///< a picture, or a page, for each view
     std::string pictureType = "png"; ///< of pictures in a folder: png, svg, pdf
     int size = 1200;

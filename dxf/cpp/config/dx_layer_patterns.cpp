@@ -9,6 +9,8 @@
 #include "ov.h"
 #include "uo.h"
 
+#include <utility>
+
 namespace {
 
 /// The identifying strings of a pattern and its group number.
@@ -93,5 +95,13 @@ int DxCreatePatterns(int first) {
 int DxCreateLayerPattern(DX_LAYER_TYPE& layer) {
     const int error = createPattern(layer, keepsCurrentNames());
     finishLayers();
+    return error;
+}
+
+int DxCreateHiddenPattern(DX_LAYER_TYPE& layer) {
+    const int shown = layer.patIndex;
+    int error = DxCreateLayerPattern(layer);
+    layer.hiddenPatIndex = std::exchange(layer.patIndex, shown);
+    if (!error) error = DxHidePat();
     return error;
 }

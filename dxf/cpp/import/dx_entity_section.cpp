@@ -194,7 +194,7 @@ int DxClearPatterns() {
     DxPatTable.free();
     DxActPatIndex = DxActLevel.attributePat = -1;
     for (auto& [name, document] : DxDocuments.byName)
-        for (DX_LAYER_TYPE& layer : document->tables.layers) layer.patIndex = -1;
+        for (DX_LAYER_TYPE& layer : document->tables.layers) layer.patIndex = layer.hiddenPatIndex = -1;
     DxDimChainFree();
     DxImageQueueFree();
     return error;

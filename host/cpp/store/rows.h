@@ -282,6 +282,7 @@ struct Row<ImportedPattern> {
 } // namespace host
 
 #include "store/dimension_rows.h"
+#include "store/look_rows.h"
 
 namespace host {
 
@@ -295,7 +296,7 @@ using ForEachRow =
                Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>,
                Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>, Holder<Relation>,
                Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>, Holder<ViewInsert>,
-               Holder<SheetPattern>, Holder<GeoReference>>;
+               Holder<SheetPattern>, Holder<GeoReference>, Holder<LayerLook>, Holder<OV_PEN_LOOK>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {
