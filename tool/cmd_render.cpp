@@ -3,6 +3,7 @@
 #include "file_kind.h"
 #include "load.h"
 #include "options.h"
+#include "paper.h"
 
 #include "render/render.h"
 
@@ -63,7 +64,8 @@ static int renderInto(const host::Drawing& drawing, const Options& options) {
     for (const std::string& view : host::pageViews(drawing)) {
         const std::string name = freeName(stem + " " + fileNameOf(view), taken) + "." + options.pictureType;
         const std::string path = (fs::path(options.directory) / name).string();
-        const int status = tell(host::renderDrawing(drawing, path, {options.size, view, options.dark}));
+        const int status =
+            tell(host::renderDrawing(drawing, path, {options.size, view, options.dark, false, {}}));
         if (status == STATUS_DONE && !options.quiet) std::cerr << view << " -> " << path << '\n';
         worst = std::max(worst, status);
     }
@@ -87,13 +89,15 @@ int runRender(const Options& options) {
     const Loaded loaded = loadInput(input, options, true);
     const int status = tellOutcome(input, loaded, options);
     settleLayers(host::openDrawing(), options.allLayers);
+    if (options.mono)
+        for (int pen = 0; pen <= 1023; ++pen) host::openDrawing().pens[pen] = {0, 0, 0};
     const host::Drawing& drawing = host::openDrawing();
     if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
-    const int drawn =
-        options.directory.empty()
-            ? tell(host::renderDrawing(drawing, options.output,
-                                       {options.size, options.view, options.dark, options.allViews}))
-            : renderInto(drawing, options);
+    const int drawn = options.directory.empty()
+                          ? tell(host::renderDrawing(drawing, options.output,
+                                                     {options.size, options.view, options.dark,
+                                                      options.allViews, paperOf(options)}))
+                          : renderInto(drawing, options);
     return std::max({status, drawn, lossStatus(loaded, options)});
 }
 

@@ -1,6 +1,7 @@
 // The torva-dxf command: its command line.
 #include "environment.h"
 #include "options.h"
+#include "paper.h"
 #include "progress.h"
 #include "streams.h"
 #include "units.h"
@@ -138,6 +139,19 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
         ->check(CLI::IsMember({"png", "svg", "pdf"}))
         ->capture_default_str();
     render->add_flag("--dark", options.dark, "On black");
+    const auto paper =
+        render->add_option("--paper", options.paper, "Sheet of paper for the model: A0 to A5, or WxH in mm")
+            ->check([](const std::string& text) { return paperFromWord(text) ? "" : "no paper: " + text; });
+    render->add_option("--scale", options.scale, "Of the paper over the drawing: 1:50, or fit")
+        ->check([](const std::string& text) { return scaleFromWord(text) ? "" : "no scale: " + text; })
+        ->needs(paper)
+        ->capture_default_str();
+    render->add_option("--margin", options.margin, "What a fitted drawing leaves free, mm")
+        ->check(CLI::Range(0.0, 500.0))
+        ->needs(paper)
+        ->capture_default_str();
+    render->add_flag("--landscape", options.landscape, "The paper's longer side lies")->needs(paper);
+    render->add_flag("--mono", options.mono, "All lines black");
     render->add_flag("--all-layers", options.allLayers, "Layers that are off, frozen or not plotted too");
     addReadOptions(*render, options);
 

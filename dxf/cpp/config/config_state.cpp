@@ -7,8 +7,8 @@
 #include <iterator>
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
-int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerStates, DxInsertArrays, DxKeepLooks,
-    DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol, DxExoMode;
+int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerStates, DxInsertArrays, DxAllSections,
+    DxKeepLooks, DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
@@ -65,7 +65,7 @@ static void resetImportOptions() {
     DxPdMode = 0;
     DxBlockToPattern = 0;
     DxInsertAttr = 0;
-    DxLayerStates = DxInsertArrays = DxKeepLooks = 0;
+    DxLayerStates = DxInsertArrays = DxAllSections = DxKeepLooks = 0;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;
     DxLayerOrder = DX_ORDER_NONE;

@@ -158,6 +158,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"INSERT_ATTR",     DxKeyWhen::Always,  &DxInsertAttr},
     {"LAYER_STATES",    DxKeyWhen::Always,  &DxLayerStates},
     {"INSERT_ARRAYS",   DxKeyWhen::Import,  &DxInsertArrays},
+    {"ALL_SECTIONS",    DxKeyWhen::Import,  &DxAllSections},
     {"PEN_LOOKS",       DxKeyWhen::Always,  &DxKeepLooks},
     {"VERSION",         DxKeyWhen::Always,  setVersion},
     {"DIM_IN_BLOCK",    DxKeyWhen::Always,  &DxDimInBlock},

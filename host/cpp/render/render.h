@@ -8,11 +8,19 @@
 
 namespace host {
 
+/// A sheet of paper that the model is drawn on.
+struct Paper {
+    double width = 0, height = 0; ///< millimetres; 0: no paper, the picture is as large as `size` says
+    double margin = 10;           ///< millimetres, which a drawing that is fitted leaves free
+    double scale = 0;             ///< of the paper over the drawing, 0.02 for 1:50; 0: as large as fits
+};
+
 struct RenderOptions {
     int size = 1200;       ///< longer side: pixels (PNG), points (SVG, PDF)
     std::string view;      ///< view to show, empty: the model, fitted
     bool dark = false;     ///< white pens on black, as on a screen; else black stays visible on white
     bool allViews = false; ///< a page for each of pageViews(); for PDF only
+    Paper paper;           ///< for the model; PDF and SVG have its true size
 };
 
 /// The views that are worth a picture: the model, the sheets, and details that stand on no sheet.
