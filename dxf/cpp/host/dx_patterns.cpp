@@ -1,5 +1,6 @@
 // Patterns: control, the table of those that an import made, attributes.
 #include "../config/config_state.h"
+#include "../import/import_state.h"
 #include "../session/dx_documents.h"
 #include "../session/session_state.h"
 #include "dx_context.h"
@@ -31,18 +32,18 @@ int Dxovpat(int code, int* patNo) {
     }
 }
 
+int DxHidePat() {
+    DxPatTable[static_cast<std::size_t>(DxActPatIndex)].isHidden = 1;
+    return UoPatSetVisible(DxActPat, false);
+}
+
 int DxNewPat(int /*unused*/) {
     int number = 0;
     if (const int error = Dxovpat(211, &number)) return error;
     if (const int error = DxPatTable.add({number, 0, 0, 0, 0})) return error;
     DxActPatIndex = static_cast<int>(DxPatTable.size()) - 1;
     DxActPat = number;
-    return 0;
-}
-
-int DxHidePat() {
-    DxPatTable[static_cast<std::size_t>(DxActPatIndex)].isHidden = 1;
-    return UoPatSetVisible(DxActPat, false);
+    return DxActHidden ? DxHidePat() : 0;
 }
 
 int DxNewPatCopyAllAttr(int unused) {

@@ -196,7 +196,8 @@ int Import::readInOneRun() {
 
 /// Sections in any order: of several headers the first counts, of the others all do.
 int Import::readByPlaces() {
-    constexpr int endOfFile = 9003; // a reader looks for the section behind its own, which needn't be there
+    static constexpr int endOfFile =
+        9003; // a reader looks for the section behind its own, which needn't be there
     const auto read = [](std::string_view name, int n, auto reader) {
         const std::int32_t place = DxSectionPlace(name, n);
         if (place < 0) return endOfFile;
