@@ -31,13 +31,6 @@ std::string recordOf(const std::string& dxf, const std::string& layer) {
     return at == std::string::npos ? "" : dxf.substr(at, dxf.find("\n  0\n", at) - at) + "\n";
 }
 
-/// A pair as the writer has it, numbers in six columns.
-std::string number(int code, int value) {
-    char text[40];
-    std::snprintf(text, sizeof text, "\n%3d\n%6d\n", code, value);
-    return text;
-}
-
 /// Removes blanks ahead of lines, so that texts compare whatever the columns.
 std::string flat(std::string text) {
     std::string out;
