@@ -16,7 +16,7 @@ int DxUseByLayer;
 UtCString DxByLayerFile;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
-int DxKeepHatchPattern;
+int DxKeepHatchPattern, DxMeshEdges;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
@@ -80,6 +80,7 @@ static void resetImportOptions() {
     DxFillSegValue = 12.0;
     DxKeepHatchPattern = 0;
     DxLineAsHatch = 0;
+    DxMeshEdges = 0;
     DxMaxElements = 1000;
     DxTextFactor = 0.5;
     DxDimUsrTxt = 1;

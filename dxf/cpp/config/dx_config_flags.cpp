@@ -181,6 +181,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
     {"KEEP_HATCH",      DxKeyWhen::Always,  &DxKeepHatchPattern},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},
+    {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},

@@ -31,6 +31,12 @@ Page makePage(const Drawing& drawing, const View* view, int size, bool trueSize)
 /// The model on a sheet of paper, its middle in the middle.
 Page makePaperPage(const Drawing& drawing, const Paper& paper, int size, bool trueSize);
 
+/// A page with the model alone, seen through the frame.
+Page modelPage(const Drawing& drawing, Frame frame);
+
+/// The frame for what a pattern holds, which may stand on a plane of its own.
+Frame patternFrame(const Drawing& drawing, const Pattern& pattern, const Frame& frame);
+
 /// The names in a filter, layer="A" | layer="B".
 std::unordered_set<std::string> filterLayers(const std::string& filter);
 
