@@ -8,7 +8,7 @@
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
 int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerStates, DxInsertArrays, DxAllSections,
-    DxKeepLooks, DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol, DxExoMode;
+    DxKeepLooks, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
@@ -66,6 +66,7 @@ static void resetImportOptions() {
     DxBlockToPattern = 0;
     DxInsertAttr = 0;
     DxLayerStates = DxInsertArrays = DxAllSections = DxKeepLooks = 0;
+    DxWriteInsUnits = 1;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;
     DxLayerOrder = DX_ORDER_NONE;

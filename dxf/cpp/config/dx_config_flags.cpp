@@ -160,6 +160,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"INSERT_ARRAYS",   DxKeyWhen::Import,  &DxInsertArrays},
     {"ALL_SECTIONS",    DxKeyWhen::Import,  &DxAllSections},
     {"PEN_LOOKS",       DxKeyWhen::Always,  &DxKeepLooks},
+    {"WRITE_INSUNITS",  DxKeyWhen::Export,  &DxWriteInsUnits},
     {"VERSION",         DxKeyWhen::Always,  setVersion},
     {"DIM_IN_BLOCK",    DxKeyWhen::Always,  &DxDimInBlock},
     {"UNIT",            DxKeyWhen::Always,  setUnitOption},
