@@ -3,6 +3,7 @@
 #include "file_kind.h"
 #include "load.h"
 #include "options.h"
+#include "paper.h"
 
 #include "render/render.h"
 
@@ -71,12 +72,21 @@ static int renderInto(const host::Drawing& drawing, const Options& options) {
     return worst;
 }
 
+/// A picture shows what a plot would, or with `all` what is hidden and what isn't plotted too.
+static void settleLayers(host::Drawing& drawing, bool all) {
+    for (host::Layer& layer : drawing.layers) layer.visible = all || (layer.visible && layer.look.plotted);
+    if (!all) return;
+    for (host::Pattern& pattern : drawing.patterns)
+        if (!pattern.ids.layer.empty()) pattern.visible = true;
+}
+
 static host::RenderOptions pictureOptions(const Options& options) {
     host::RenderOptions picture;
     picture.size = options.size;
     picture.view = options.view;
     picture.dark = options.dark;
     picture.allViews = options.allViews;
+    picture.paper = paperOf(options);
     picture.hidden = options.hidden;
     picture.shade = options.shade;
     picture.inSpace = options.hidden || options.shade || !options.direction.empty();
@@ -92,6 +102,9 @@ int runRender(const Options& options) {
     }
     const Loaded loaded = loadInput(input, options, true);
     const int status = tellOutcome(input, loaded, options);
+    settleLayers(host::openDrawing(), options.allLayers);
+    if (options.mono)
+        for (int pen = 0; pen <= 1023; ++pen) host::openDrawing().pens[pen] = {0, 0, 0};
     const host::Drawing& drawing = host::openDrawing();
     if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
     const int drawn = options.directory.empty()

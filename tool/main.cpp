@@ -2,6 +2,7 @@
 #include "environment.h"
 #include "manual.h"
 #include "options.h"
+#include "paper.h"
 #include "progress.h"
 #include "streams.h"
 #include "units.h"
@@ -189,6 +190,20 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     render->add_flag("--hidden", options.hidden, "In space: without the lines behind faces");
     render->add_flag("--shade", options.shade, "In space: faces lit");
     render->add_flag("--dark", options.dark, "On black");
+    const auto paper =
+        render->add_option("--paper", options.paper, "Sheet of paper for the model: A0 to A5, or WxH in mm")
+            ->check([](const std::string& text) { return paperFromWord(text) ? "" : "no paper: " + text; });
+    render->add_option("--scale", options.scale, "Of the paper over the drawing: 1:50, or fit")
+        ->check([](const std::string& text) { return scaleFromWord(text) ? "" : "no scale: " + text; })
+        ->needs(paper)
+        ->capture_default_str();
+    render->add_option("--margin", options.margin, "What a fitted drawing leaves free, mm")
+        ->check(CLI::Range(0.0, 500.0))
+        ->needs(paper)
+        ->capture_default_str();
+    render->add_flag("--landscape", options.landscape, "The paper's longer side lies")->needs(paper);
+    render->add_flag("--mono", options.mono, "All lines black");
+    render->add_flag("--all-layers", options.allLayers, "Layers that are off, frozen or not plotted too");
     addReadOptions(*render, options);
 
     CLI::App* info = addCommand(app, "info", "What is in drawings, what became of it", runInfo, chosen);

@@ -38,7 +38,13 @@ struct Options {
     int jobs = 1;
     bool quiet = false, verbose = false;
     bool json = false, strict = false, dark = false;
-    bool binary = false;             ///< write binary DXF
+    bool binary = false;       ///< write binary DXF
+    std::string paper;         ///< of a picture: A0 … A5 or WxH in millimetres
+    std::string scale = "fit"; ///< of a picture on paper: 1:50, fit
+    double margin = 10;        ///< of a picture on paper, millimetres
+    bool landscape = false;
+    bool mono = false;               ///< all lines black
+    bool allLayers = false;          ///< pictures show what isn't shown, too
     bool allViews = false;           ///< a picture, or a page, for each view
     std::string pictureType = "png"; ///< of pictures in a folder: png, svg, pdf
     int size = 1200;

@@ -39,7 +39,10 @@ public:
             if (number != 1) lineType(type, drawing, scan);
         pair(0, "ENDTAB");
         table("LAYER");
-        for (const SourceLayer& source : scan.layers) layer(source);
+        for (const SourceLayer& source : scan.layers) {
+            const host::Layer* own = drawing.findLayer(source.name);
+            own && own->look.color ? layer(*own) : layer(source);
+        }
         for (const host::Layer& own : drawing.layers) layer(own);
         pair(0, "ENDTAB");
         pair(0, "ENDSEC");
@@ -97,9 +100,14 @@ private:
         if (!written_.insert(own.name).second) return;
         pair(0, "LAYER");
         pair(2, own.name);
-        pair(70, own.locked ? 4 : 0);
-        pair(62, own.visible ? 7 : -7);
-        pair(6, "CONTINUOUS");
+        const host::LayerLook& look = own.look;
+        const int color = look.color ? look.color : 7;
+        pair(70, (own.locked ? 4 : 0) | (look.frozen ? 1 : 0));
+        pair(62, own.visible || look.frozen ? color : -color);
+        if (look.trueColor >= 0) pair(420, look.trueColor);
+        pair(6, look.lineType.empty() ? "CONTINUOUS" : look.lineType);
+        pair(290, look.plotted ? 1 : 0);
+        pair(370, look.lineWeight);
     }
 
     std::ofstream out_;

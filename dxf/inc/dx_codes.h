@@ -3,10 +3,11 @@
 
 /// What DxMiscCheckVersion asks for: true for the target named here and all newer ones.
 enum DxLevel : int {
-    DX_LEVEL_UTF8 = 4,    ///< ACAD21: strings in UTF-8
-    DX_LEVEL_SHEETS = 5,  ///< ACAD18: a second sheet, backgrounds of texts, owners of line types
-    DX_LEVEL_HANDLES = 6, ///< ACAD14: handles, markers, LWPOLYLINE, OBJECTS, long names
-    DX_LEVEL_3D = 7,      ///< anything but EASY: 3D, DIMENSION, VPORT, DIMSTYLE
+    DX_LEVEL_UTF8 = 4,       ///< ACAD21: strings in UTF-8
+    DX_LEVEL_SHEETS = 5,     ///< ACAD18: a second sheet, backgrounds of texts, owners of line types
+    DX_LEVEL_TRUE_COLOR = 5, ///< ACAD18: colours by their RGB
+    DX_LEVEL_HANDLES = 6,    ///< ACAD14: handles, markers, LWPOLYLINE, OBJECTS, long names
+    DX_LEVEL_3D = 7,         ///< anything but EASY: 3D, DIMENSION, VPORT, DIMSTYLE
 };
 /// DxWriteVersion of the plainest target.
 inline constexpr int DX_FORMAT_EASY = 8;

@@ -14,6 +14,8 @@ struct DX_LAYER_TYPE {
     int flags;            ///< 70; 1 frozen, 4 locked, 16 depends on an external reference
     int plot;             ///< 290
     int lineWeight;       ///< 370
+    int trueColor;        ///< 420; -1: none
+    int hiddenPatIndex;   ///< as patIndex, of the pattern for entities that aren't shown
     std::uint32_t handle; ///< 5
     bool isOfTemplate;    ///< export: as the template has it, not one that the drawing brought
 };

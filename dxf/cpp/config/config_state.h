@@ -61,7 +61,11 @@ extern int DxPdMode;                       ///< READ_PDMODE
 extern int DxExportView;                   ///< EXPORT_VIEW
 extern int DxDigits;                       ///< NO_KOMMA, DIGITS: decimals of all doubles written
 extern int DxBlockToPattern, DxBlockOrder; ///< READ_BLOCK
-extern int DxInsertAttr; ///< INSERT_ATTR: attributes of an INSERT have a pattern of their own
+extern int DxInsertAttr;   ///< INSERT_ATTR: attributes of an INSERT have a pattern of their own
+extern int DxLayerStates;  ///< LAYER_STATES: layers that aren't shown arrive and leave in their state
+extern int DxInsertArrays; ///< INSERT_ARRAYS: each instance of an array of INSERTs is drawn
+extern int DxAllSections;  ///< ALL_SECTIONS: sections in any order, and several of a name
+extern int DxKeepLooks; ///< PEN_LOOKS: pens for true colours, line weights and what takes its layer's colour
 extern int DxLayerToPattern, DxLayerOrder; ///< READ_LAYER
 extern int DxDimInBlock;                   ///< DIM_IN_BLOCK
 extern int DxWriteTol;                     ///< TOL

@@ -4,6 +4,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "dx_colors.h"
+#include "dx_looks.h"
 #include "ov.h"
 
 static int findFillInHand(int fill) {
@@ -23,7 +24,9 @@ static int findFillColor(int fill) {
 void DxFillToDXF(int fill, int* colour) {
     const int inHand = findFillInHand(fill);
     int result = 7;
-    if (inHand >= 0 && inHand < DX_PEN_COUNT) {
+    if (const int look = DxColorOfLook(inHand)) {
+        result = look;
+    } else if (inHand >= 0 && inHand < DX_PEN_COUNT) {
         result = findFillColor(inHand);
     } else if (inHand == DX_COLOR_BY_LAYER || inHand == DX_COLOR_BY_BLOCK) {
         result = inHand;

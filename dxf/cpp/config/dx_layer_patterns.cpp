@@ -1,6 +1,7 @@
 #include "dx_layer_patterns.h"
 
 #include "../host/dx_host.h"
+#include "../import/import_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
@@ -8,6 +9,8 @@
 #include "dx_layers.h"
 #include "ov.h"
 #include "uo.h"
+
+#include <utility>
 
 namespace {
 
@@ -67,8 +70,12 @@ bool keepsCurrentNames() {
     return UoGetMacVarD("&DxfUseActOrder", &value) == 0 && value != 0;
 }
 
+/// Whatever entity it is made for, the pattern is one for all of the layer.
 int createPattern(DX_LAYER_TYPE& layer, bool keepNames) {
-    if (const int error = DxNewPat(0)) return error;
+    const int hidden = std::exchange(DxActHidden, 0);
+    const int error = DxNewPat(0);
+    DxActHidden = hidden;
+    if (error) return error;
     layer.patIndex = DxActPatIndex;
     nameLayerPattern(layer, keepNames);
     return 0;
@@ -94,4 +101,11 @@ int DxCreateLayerPattern(DX_LAYER_TYPE& layer) {
     const int error = createPattern(layer, keepsCurrentNames());
     finishLayers();
     return error;
+}
+
+int DxCreateHiddenPattern(DX_LAYER_TYPE& layer) {
+    const int shown = layer.patIndex;
+    const int error = DxCreateLayerPattern(layer);
+    layer.hiddenPatIndex = std::exchange(layer.patIndex, shown);
+    return error ? error : DxHidePat();
 }

@@ -8,3 +8,5 @@
 int DxCreatePatterns(int first);
 /// The same for one layer.
 int DxCreateLayerPattern(DX_LAYER_TYPE& layer);
+/// The same for its entities that aren't shown, whatever the layer's state.
+int DxCreateHiddenPattern(DX_LAYER_TYPE& layer);

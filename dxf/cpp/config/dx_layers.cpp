@@ -5,11 +5,13 @@
 #include "../session/dx_unicode.h"
 #include "../session/session_state.h"
 #include "ds.h"
+#include "ds_layer.h"
 #include "dx_layer_patterns.h"
 #include "dx_linetypes.h"
 #include "dx_names.h"
 
 #include <climits>
+#include <cstdlib>
 #include <string>
 
 void DxInitLayer(DX_LAYER_TYPE* layer) {
@@ -17,6 +19,7 @@ void DxInitLayer(DX_LAYER_TYPE* layer) {
     layer->patIndex = -1;
     layer->plot = 1;
     layer->lineWeight = -3;
+    layer->trueColor = layer->hiddenPatIndex = -1;
 }
 
 static DX_LAYER_TYPE* findIn(DxTables& tables, std::string_view name, bool anyCase = false) {
@@ -54,19 +57,28 @@ static bool isInActiveSpace(const DX_ENTITY_BASE_TYPE& entity) {
     return (DxBlockLevel > 0 ? DxInsertSpace : entity.paperSpace) == DxActSpace;
 }
 
-/// Whether the entity is to be drawn; if not, the account gets to know why.
-static bool isShown(const DX_ENTITY_BASE_TYPE& entity, int colour, const DX_LAYER_TYPE* layer) {
-    constexpr int frozen = 1;
+bool DxKeepsHidden() {
+    return DxLayerStates && DxLayerToPattern;
+}
+
+/// Why the file doesn't show an entity of the active space.
+static DxReason hiddenBy(const DX_ENTITY_BASE_TYPE& entity, int colour, const DX_LAYER_TYPE* layer) {
+    constexpr int frozenFlag = 1;
+    const bool isFrozen = layer && (layer->flags & frozenFlag) && !DxAllLayers;
+    if (isFrozen && (colour < 1 || DxKeepsHidden())) return DxReason::LayerFrozen;
+    if (colour < 1) return DxReason::LayerOff;
+    return entity.invisible != 0 ? DxReason::Invisible : DxReason::None;
+}
+
+/// Whether the entity is to be drawn. The account gets to know why not, or why it won't be seen.
+static bool isDrawn(const DX_ENTITY_BASE_TYPE& entity, int colour, const DX_LAYER_TYPE* layer) {
     DxEntityInSpace = isInActiveSpace(entity);
-    if (!DxEntityInSpace)
-        DxNoteReason(DxReason::OtherSpace);
-    else if (colour < 1)
-        DxNoteReason(layer && (layer->flags & frozen) ? DxReason::LayerFrozen : DxReason::LayerOff);
-    else if (entity.invisible != 0)
-        DxNoteReason(DxReason::Invisible);
-    else
-        return true;
-    return false;
+    const DxReason reason = DxEntityInSpace ? hiddenBy(entity, colour, layer) : DxReason::OtherSpace;
+    const bool keepsHidden = DxKeepsHidden() && DxIsHidden(reason);
+    DxActHidden = DxKeepsHidden() && (DxActLevel.isHidden || entity.invisible != 0);
+    // What stands in a block tells nothing of the INSERT that is counted.
+    if (reason != DxReason::None && (!keepsHidden || DxBlockLevel == DxAccountLevel)) DxNoteReason(reason);
+    return reason == DxReason::None || keepsHidden;
 }
 
 int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* layerLineType,
@@ -86,7 +98,24 @@ int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* 
     *layerColour = colour;
     layerLineType->assign(lineType);
     *record = layer;
-    return isShown(*entity, colour, layer);
+    const bool draws = isDrawn(*entity, colour, layer);
+    if (draws && colour < 0) *layerColour = DxActColor = colour == INT_MIN ? INT_MAX : -colour;
+    return draws;
+}
+
+/// Gives a layer of an export the state and look that the host knows.
+static void takeHostState(DX_LAYER_TYPE& layer) {
+    constexpr int frozen = 1, locked = 4;
+    DS_LAYER_LOOK look;
+    bool isVisible = true, isLocked = false;
+    if (DsLayerApi::GetLayerLook(layer.name.view(), &look, &isVisible, &isLocked) != 0) return;
+    if (look.color) layer.color = look.color;
+    if (!isVisible && !look.frozen) layer.color = -std::abs(layer.color);
+    layer.flags |= (look.frozen ? frozen : 0) | (isLocked ? locked : 0);
+    layer.plot = look.plotted ? 1 : 0;
+    layer.lineWeight = look.lineWeight;
+    layer.trueColor = look.trueColor;
+    if (!look.lineType.IsEmpty()) layer.lineType.assign(look.lineType.str());
 }
 
 static int appendLayer(std::string_view name, int colour, std::string_view lineType) {
@@ -95,6 +124,7 @@ static int appendLayer(std::string_view name, int colour, std::string_view lineT
     layer.name.assign(name);
     layer.color = colour;
     layer.lineType.assign(lineType);
+    if (DxIsExport && DxLayerStates) takeHostState(layer);
     return DxDocuments.currentTables().layers.add(layer);
 }
 
@@ -138,5 +168,12 @@ void DxTableConvLayer(int toHost, DX_NAME* name) {
 
 int DxCiAddDxfLayer(const DX_LAYER_TYPE* layer) {
     if (!layer) return CcmLayerMgrApi::UpdateOnLoad(1);
-    return DsLayerApi::AddDXFLayer(layer->name.view(), layer->color >= 0, (layer->flags & 4) != 0);
+    constexpr int frozen = 1, locked = 4;
+    const bool isFrozen = (layer->flags & frozen) != 0, isLocked = (layer->flags & locked) != 0;
+    const bool isOn = layer->color >= 0 && !(DxKeepsHidden() && isFrozen);
+    const int error = DsLayerApi::AddDXFLayer(layer->name.view(), isOn, isLocked);
+    if (error || !DxKeepsHidden()) return error;
+    return DsLayerApi::SetLayerLook(layer->name.view(),
+                                    {isFrozen, layer->plot != 0, std::abs(layer->color), layer->trueColor,
+                                     layer->lineWeight, UtCString(layer->lineType.view())});
 }

@@ -8,6 +8,8 @@
 
 /// A layer record as the tables start one: no name, no pattern, plotted, line weight by default.
 void DxInitLayer(DX_LAYER_TYPE* layer);
+/// Whether what the file doesn't show is drawn all the same, unseen.
+bool DxKeepsHidden();
 /// The layer record that rules for `name` in the current document: the outermost document's that knows it.
 /// Null when there is none. Valid until a layer is added.
 DX_LAYER_TYPE* DxFindLayer(std::string_view name);

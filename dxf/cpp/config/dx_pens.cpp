@@ -10,6 +10,7 @@
 #include "dx_layer_patterns.h"
 #include "dx_layers.h"
 #include "dx_linetypes.h"
+#include "dx_looks.h"
 #include "ov.h"
 
 #include <algorithm>
@@ -30,10 +31,11 @@ bool collectsContour() {
 
 /// Makes the pattern of a layer the active one.
 void enterPatternOf(DX_LAYER_TYPE& layer) {
-    if (layer.patIndex < 0 || static_cast<std::size_t>(layer.patIndex) >= DxPatTable.size()) {
-        if (DxCreateLayerPattern(layer)) return;
+    const int& index = DxActHidden ? layer.hiddenPatIndex : layer.patIndex;
+    if (index < 0 || static_cast<std::size_t>(index) >= DxPatTable.size()) {
+        if (DxActHidden ? DxCreateHiddenPattern(layer) : DxCreateLayerPattern(layer)) return;
     }
-    DxReturnToPat(layer.patIndex, DxPatTable[static_cast<std::size_t>(layer.patIndex)].number);
+    DxReturnToPat(index, DxPatTable[static_cast<std::size_t>(index)].number);
 }
 
 /// The host's setting of the pattern's state for one kind of content, -1 for what it leaves alone. 0 when
@@ -59,6 +61,7 @@ bool isPen(int pen) {
 }
 
 int toDxfColor(int pen) {
+    if (const int colour = DxColorOfLook(pen)) return colour;
     if (isPen(pen)) return DxPenToDxf[pen];
     return pen == DX_COLOR_BY_LAYER || pen == DX_COLOR_BY_BLOCK ? pen : 7;
 }
@@ -112,6 +115,7 @@ int DxPenLtToCAD(const DX_ENTITY_BASE_TYPE* entity, int* pen, int* lineType) {
     DxEnterLayerPattern(layer);
     *pen =
         DxColorToCAD(DxPenToCad, DxPenToCadIndex, DxResolveColor(*entity, layer.colour), DxDefaultPen, 5721);
+    if (DxKeepLooks) *pen = DxPenOfLook(*entity, layer, DxResolveColor(*entity, layer.colour), *pen);
     *lineType = DxResolveLinetype(*entity, layer.lineType.view());
     return 1;
 }
@@ -123,6 +127,7 @@ int DxFillPenToCAD(const DX_ENTITY_BASE_TYPE* entity, int* fillPen) {
     DxEnterLayerPattern(layer);
     *fillPen = DxColorToCAD(DxFillToCad, DxFillToCadIndex, DxResolveColor(*entity, layer.colour),
                             DxDefaultFill, 5730);
+    if (DxKeepLooks) *fillPen = DxPenOfLook(*entity, layer, DxResolveColor(*entity, layer.colour), *fillPen);
     return 1;
 }
 

@@ -1,5 +1,7 @@
 #include "dx_pattern_walk.h"
 
+#include "ds_layer.h"
+
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
 #include "../dimension/dx_write_dimension.h"
@@ -45,8 +47,17 @@ static int writeDimensions(int pat) {
     return 0;
 }
 
+/// Whether the pattern itself is hidden, not its layer alone.
+static int isInvisible(int pat) {
+    if (!DxLayerStates || DxCiPatIsVisible2d(pat)) return 0;
+    bool isLayerVisible = true;
+    DsLayerApi::GetLayerLook(DxPatNames[DX_PAT_LAYER], nullptr, &isLayerVisible, nullptr);
+    return isLayerVisible ? 1 : 0;
+}
+
 int DxWritePat(int pat) {
     DxShowPattern();
+    DxWriteInvisible = isInvisible(pat);
     int error = DxCiWritePatBitmap(pat, &DxBlockOpen);
     if (!error) error = DxWritePatHatch(pat, 0);
     if (!error) error = writeChains(pat);

@@ -232,6 +232,7 @@ int DxCiGetGradHatchParams(const DsCsr& hatch, DX_HATCH_GRAD* gradient) {
     for (int i = 0; i < 2; ++i) {
         DX_NAME lineType;
         DxPenLtToDXF(pens[i], 1, &gradient->colors[i], &lineType, 2);
+        gradient->colors[i] = DxEntityColor(gradient->colors[i]);
     }
     return 0;
 }

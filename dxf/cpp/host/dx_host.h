@@ -13,6 +13,7 @@
 /// The host's pattern control (ovpat), passing over invisible patterns of a 2D export when it steps.
 int Dxovpat(int code, int* patNo);
 int DxNewPat(int unused);            ///< A new pattern and table entry, made active. 0 or the host's error.
+int DxHidePat();                     ///< The active pattern isn't shown. 0 or the host's error.
 int DxNewPatCopyAllAttr(int unused); ///< The same, with the attributes of the pattern that was active.
 /// Announces n new elements; a full pattern goes over to a new one of the same attributes, which the layers
 /// of the old one follow. 0 or the host's error.

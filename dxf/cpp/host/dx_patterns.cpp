@@ -1,5 +1,6 @@
 // Patterns: control, the table of those that an import made, attributes.
 #include "../config/config_state.h"
+#include "../import/import_state.h"
 #include "../session/dx_documents.h"
 #include "../session/session_state.h"
 #include "dx_context.h"
@@ -8,12 +9,19 @@
 #include "ds.h"
 #include "mt.h"
 #include "ov.h"
+#include "pattern.h"
 #include "uo.h"
 
 #include <algorithm>
 
+static bool keepsHeader(int patNo) {
+    UtCString name;
+    return UoGetSingleAttr(patNo, "#M", &name) == 0 && name == UtCString(DX_HEADER_PATTERN);
+}
+
 static bool isPassedOver(int code, int patNo) {
-    return (code == 24 || code == 145) && DxModus == 2 && DxExportVisibleOnly && !DxCiPatIsVisible2d(patNo);
+    const bool isOfWalk = (code == 24 || code == 145) && DxModus == 2 && DxExportVisibleOnly;
+    return isOfWalk && !DxCiPatIsVisible2d(patNo) && (!DxLayerStates || keepsHeader(patNo));
 }
 
 int Dxovpat(int code, int* patNo) {
@@ -24,19 +32,26 @@ int Dxovpat(int code, int* patNo) {
     }
 }
 
+int DxHidePat() {
+    DxPatTable[static_cast<std::size_t>(DxActPatIndex)].isHidden = 1;
+    return UoPatSetVisible(DxActPat, false);
+}
+
 int DxNewPat(int /*unused*/) {
     int number = 0;
     if (const int error = Dxovpat(211, &number)) return error;
-    if (const int error = DxPatTable.add({number, 0, 0, 0})) return error;
+    if (const int error = DxPatTable.add({number, 0, 0, 0, 0})) return error;
     DxActPatIndex = static_cast<int>(DxPatTable.size()) - 1;
     DxActPat = number;
-    return 0;
+    return DxActHidden ? DxHidePat() : 0;
 }
 
 int DxNewPatCopyAllAttr(int unused) {
     const int old = DxActPat;
-    const int error = DxNewPat(unused);
-    return error ? error : UoCopyAllAttrs(old, DxActPat);
+    const bool isHidden = DxActPatIndex >= 0 && DxPatTable[static_cast<std::size_t>(DxActPatIndex)].isHidden;
+    int error = DxNewPat(unused);
+    if (!error) error = UoCopyAllAttrs(old, DxActPat);
+    return !error && isHidden ? DxHidePat() : error;
 }
 
 /// Gives the layers of pattern `from` pattern `to`. Entities of an external reference may stand on layers
@@ -44,7 +59,8 @@ int DxNewPatCopyAllAttr(int unused) {
 static void moveLayers(int from, int to) {
     const auto move = [=](DxTables& tables) {
         for (DX_LAYER_TYPE& layer : tables.layers)
-            if (layer.patIndex == from) layer.patIndex = to;
+            for (int* index : {&layer.patIndex, &layer.hiddenPatIndex})
+                if (*index == from) *index = to;
     };
     move(DxDocuments.currentTables());
     const DxfDocument* const current = DxDocuments.current_;

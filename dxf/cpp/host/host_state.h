@@ -13,6 +13,7 @@ struct DX_PAT_ENTRY {
     int number;      ///< host pattern number
     int elements;    ///< elements counted by DxNewElement
     int faces3d;     ///< 3D faces
+    int isHidden;    ///< 1: nothing of it is seen
     int continuedBy; ///< entry that goes on where this one was full; 0: none (the first continues no other)
 };
 
@@ -33,6 +34,8 @@ extern int DxExportVisibleOnly;          ///< export restricted to visible patte
 inline constexpr char DxAttrClass[] = "dxf";
 inline constexpr char DxAttrPrefix[] = "dxf::";
 /// A pattern that holds the attributes of one INSERT names its block in this attribute.
+/// The name of the pattern that keeps the header of a file; it is never shown, and no content.
+inline constexpr char DX_HEADER_PATTERN[] = "DXF-HEADER";
 inline constexpr char DX_INSERT_ATTRIBUTE[] = "insert";
 
 /// The drawing as it was before its hatches became patterns of their own for an export; empty: untouched.

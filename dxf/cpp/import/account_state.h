@@ -12,6 +12,7 @@ struct DxEntityTally;
 extern int DxEntityDrawn;       ///< the entity gave something to the host; DxStartDrawing sets it
 extern DxReason DxEntityReason; ///< why the entity isn't drawn, as far as a stage has told
 extern int DxEntityInSpace;     ///< the entity was found to be of the active space
+extern int DxAccountLevel;      ///< depth of INSERTs at which the entity that is counted stands
 extern int DxAccountsBlock;     ///< 1 while a block is walked whose entities haven't been counted yet
 
 /// Row of DxReport.unseen by kind and reason.

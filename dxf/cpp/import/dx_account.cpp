@@ -1,6 +1,6 @@
 #include "dx_account.h"
 
-#include "../config/config_state.h"
+#include "../config/dx_layers.h"
 #include "../session/dx_documents.h"
 #include "../session/session_state.h"
 #include "dx_account_blocks.h"
@@ -53,19 +53,22 @@ void book(const DxCounted& counted, DxReason reason, long count, const DxPlace& 
 
 DxEntityAccount::DxEntityAccount(const DxCounted& counted)
     : counted_(counted), outerDrawn_(DxEntityDrawn), outerReason_(DxEntityReason),
-      isInBlock_(DxBlockLevel > 0), place_{DxDocuments.current_, DxReadTell()} {
+      outerLevel_(DxAccountLevel), isInBlock_(DxBlockLevel > 0), place_{DxDocuments.current_, DxReadTell()} {
     DxEntityDrawn = DxEntityInSpace = 0;
     DxEntityReason = DxReason::None;
+    DxAccountLevel = DxBlockLevel;
     if (!isInBlock_) DxEntityPartCount = 0;
     if (isInBlock_ || DxCountEntities) ++counted.tally->read;
 }
 
 void DxEntityAccount::settleUnread() const {
+    DxAccountLevel = outerLevel_;
     if (isInBlock_ || DxCountEntities) book(counted_, DxReason::NoReader, 1, place_);
 }
 
 DxReason DxEntityAccount::reasonOf(int error) const {
-    if (DxEntityDrawn) return DxReason::None;
+    const bool isUnseen = DxIsHidden(DxEntityReason) && DxEntityReason <= DxReason::Invisible;
+    if (DxEntityDrawn) return isUnseen && DxKeepsHidden() ? DxEntityReason : DxReason::None;
     if (DxEntityReason != DxReason::None) return DxEntityReason;
     return error ? DxReason::Ended : DxReason::Nothing;
 }
@@ -86,6 +89,7 @@ void DxEntityAccount::settlePart(const DxCounted& counted, long count, DxReason 
 
 void DxEntityAccount::settle(int error) const {
     const DxReason reason = reasonOf(error);
+    DxAccountLevel = outerLevel_;
     settlePart(counted_, 1, reason);
     if (isInBlock_) {
         DxEntityDrawn |= outerDrawn_;

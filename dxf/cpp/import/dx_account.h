@@ -33,6 +33,7 @@ private:
     DxCounted counted_;
     int outerDrawn_;
     DxReason outerReason_;
+    int outerLevel_;
     bool isInBlock_;
     DxPlace place_;
 };

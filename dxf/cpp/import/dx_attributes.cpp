@@ -101,6 +101,8 @@ int beginAttributePattern() {
     DxActLevel.hasAttributePat = 1;
     UoSetSingleAttr(DxActPat, DX_INSERT_ATTRIBUTE, DxActLevel.block->name.view());
     DxNameLayerOfPattern(DxActLevel.layer);
+    if (DxActLevel.isHidden)
+        if (const int error = DxHidePat()) return error;
     return around.leave();
 }
 

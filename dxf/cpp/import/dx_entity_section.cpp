@@ -7,6 +7,7 @@
 #include "../sections/dx_header_import.h"
 #include "../sections/dx_objects_import.h"
 #include "../sections/dx_section.h"
+#include "../sections/dx_section_places.h"
 #include "../sections/sections_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
@@ -28,6 +29,7 @@
 
 namespace {
 
+constexpr std::string_view ENTITIES = "ENTITIES";
 constexpr int stoppedByUser = 9009;
 constexpr int endOfFile = 9003;
 enum Space { MODEL_SPACE = 0, PAPER_SPACE = 1, BOTH_SPACES = 2 };
@@ -66,7 +68,12 @@ int walkSection(int message, bool measuring, const Mat44 m) {
     DxCheckPass = measuring ? 1 : 0;
     DxDisplay(DxMsg(message));
     DxResetPercent();
-    return DxDrawCAD("ENDSEC", m);
+    int error = DxDrawCAD("ENDSEC", m);
+    for (int n = 1; !error && DxSectionPlace(ENTITIES, n) >= 0; ++n) {
+        error = DxReadSeek(DxSectionPlace(ENTITIES, n));
+        if (!error) error = DxDrawCAD("ENDSEC", m);
+    }
+    return error;
 }
 
 /// Back to the section's file and place: the pass may have been stopped within the blocks of another.
@@ -95,8 +102,10 @@ int measure(Space space, const Mat44 m, DX_SAVE& start) {
 }
 
 /// Goes on to a section behind the entities; a file that ends there is complete.
-int readSectionBehind(int (*read)()) {
-    int error = DxReadUntil(0, "SECTION");
+int readSectionBehind(std::string_view name, int (*read)()) {
+    const std::int32_t place = DxSectionPlace(name, 0);
+    if (place < 0 && !DxSectionPlaces.empty()) return 0;
+    int error = place < 0 ? DxReadUntil(0, "SECTION") : DxReadSeek(place);
     if (!error) error = DxIgnoreSections();
     if (!error) error = read();
     return error == endOfFile ? 0 : error;
@@ -106,10 +115,10 @@ int readSectionsBehind() {
     constexpr int firstVersionWithAcds = 1027;
     const DxfDocument& document = DxDocuments.requireCurrent();
     if (!document.objectsRead.Get()) {
-        if (const int error = readSectionBehind(DxReadObjectsSection)) return error;
+        if (const int error = readSectionBehind("OBJECTS", DxReadObjectsSection)) return error;
     }
     if (DxFileVersion < firstVersionWithAcds || DxModus != 3 || document.acdsRead.Get()) return 0;
-    return readSectionBehind(DxReadAcdsSection);
+    return readSectionBehind("ACDSDATA", DxReadAcdsSection);
 }
 
 /// Ends a drawing pass, whatever its outcome was. Gives that outcome, or the first error of the ending.
@@ -194,7 +203,7 @@ int DxClearPatterns() {
     DxPatTable.free();
     DxActPatIndex = DxActLevel.attributePat = -1;
     for (auto& [name, document] : DxDocuments.byName)
-        for (DX_LAYER_TYPE& layer : document->tables.layers) layer.patIndex = -1;
+        for (DX_LAYER_TYPE& layer : document->tables.layers) layer.patIndex = layer.hiddenPatIndex = -1;
     DxDimChainFree();
     DxImageQueueFree();
     return error;

@@ -56,6 +56,7 @@ int handleEntity(std::string_view name, const DxEntityContext& context) {
                           : isRead(kind) ? kind->run(context)
                                          : 0)
         return error;
+    DxActHidden = DxActLevel.isHidden; // what stands behind it is another entity's affair
     const bool isRegion = !isRead(kind) && name == "REGION";
     if (isRegion && DxModus == 2 && !DxCheckPass && (DxCountEntities || DxBlockLevel > 0)) ++DxRegionCount;
     return isStopped() ? 9009 : 0;

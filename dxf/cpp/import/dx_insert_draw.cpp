@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <numbers>
 
 namespace {
 
@@ -36,6 +37,7 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
 struct InsertLayer {
     DX_NAME name;
     int colour;
+    bool isFrozen;
 };
 
 double factor(double scale) {
@@ -76,6 +78,7 @@ DX_INSERT_LEVEL levelOf(const DX_INSERT_TYPE& insert, const DX_BLOCK_TYPE& block
     }
     settleByBlock(insert, layer.colour, level);
     level.layer = layer.name;
+    if (DxKeepsHidden() && (layer.isFrozen || insert.base.invisible != 0)) level.isHidden = 1;
     level.hasAttributePat = DxBlockToPattern;
     level.keepsPattern = 0;
     DX_BLOCK_PLACEMENT& placement = level.placement;
@@ -182,7 +185,9 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     InsertLayer layer{};
     DX_LAYER_TYPE* record = nullptr;
     if (!DxSetActLayer(&rec->base, &layer.colour, &DxInsertLt, &record)) return 0;
+    constexpr int frozen = 1;
     layer.name = DxActLayer;
+    layer.isFrozen = record && (record->flags & frozen) && !DxAllLayers;
     if (!record)
         if (const int error = DxPenltAddLayer(layer.name.view(), layer.colour, DxInsertLt.view(), &record))
             return error;
@@ -207,8 +212,28 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     return error;
 }
 
+/// Each instance of an array, row by row. The attributes stand where the first one has them.
+static int drawArray(const DX_INSERT_TYPE& rec, const Mat44 m) {
+    const double angle = rec.rotation * std::numbers::pi / 180;
+    const double c = std::cos(angle), s = std::sin(angle);
+    const int columns = std::max(rec.columns, 1), rows = std::max(rec.rows, 1);
+    DX_INSERT_TYPE instance = rec;
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            const double x = column * rec.columnSpacing, y = row * rec.rowSpacing;
+            instance.position.x = rec.position.x + c * x - s * y;
+            instance.position.y = rec.position.y + s * x + c * y;
+            if (const int error = DxDrawInsert(&instance, m, 0)) return error;
+            instance.attribs.clear();
+        }
+        if (DxAskForStop()) return STOPPED;
+    }
+    return 0;
+}
+
 int DxDrawInsertRow(const DX_INSERT_TYPE* rec, const Mat44 m) {
-    const int error = DxDrawInsert(rec, m, 0);
+    const bool isArray = DxInsertArrays && (rec->columns > 1 || rec->rows > 1);
+    const int error = isArray ? drawArray(*rec, m) : DxDrawInsert(rec, m, 0);
     int code = 0;
     ov3dfunc(&code);
     return error;

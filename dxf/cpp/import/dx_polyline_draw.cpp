@@ -178,7 +178,7 @@ int keepOutlinePattern() {
     int elements = 0;
     if (const int error = DxCiElemDrawPat()) return error;
     if (const int error = UoElemS(27, DxActPat, &elements)) return error;
-    if (const int error = DxPatTable.add({DxActPat, elements, 0, 0})) return error;
+    if (const int error = DxPatTable.add({DxActPat, elements, 0, 0, 0})) return error;
     DxActPatIndex = static_cast<int>(DxPatTable.size()) - 1;
     return 0;
 }

@@ -8,6 +8,7 @@ RPT3 DxLastPoint{};
 DX_INSERT_LEVEL DxActLevel;
 DxTable<DX_INSERT_LEVEL> DxInsertStack;
 int DxPlotCount = 1, DxViewportCount = 1;
+int DxActHidden = 0;
 int DxPolylineOpen = 0;
 int DxAbortCount = 0;
 int DxViewportAbortCount = 0;
@@ -34,6 +35,7 @@ void DxResetImportState() {
     DxActLevel = DX_INSERT_LEVEL{};
     DxActLevel.layer.assign("0");
     DxPlotCount = DxViewportCount = 1;
+    DxActHidden = 0;
     DxPolylineOpen = 0;
     DxAbortCount = 0;
     DxViewportAbortCount = 0;

@@ -47,6 +47,7 @@ struct DX_INSERT_LEVEL {
     DX_BLOCK_PLACEMENT placement;
     int attributePat = -1;   ///< entry of DxPatTable that the INSERT's attributes go to
     int hasAttributePat = 0; ///< that pattern holds nothing else
+    int isHidden = 0;        ///< a frozen or invisible INSERT hides what is drawn
     int keepsPattern = 0;    ///< what is drawn stays in the active pattern, whatever its layer
 };
 
@@ -72,6 +73,7 @@ inline const int& DxBlockPatIndex = DxActLevel.attributePat;
 /// The place outside all blocks, where ByBlock stands for `color` and `lineType`. 0 or the host's error.
 int DxBeginInsertStack(int color, std::string_view lineType);
 
+extern int DxActHidden; ///< the active entity is drawn unseen, whatever its layer: it has another pattern
 extern int DxPlotCount, DxViewportCount; ///< running numbers of layouts and viewports
 extern int DxPolylineOpen;               ///< 1 while a polyline's vertices are drawn
 extern int DxViewportAbortCount;         ///< the same for a walk that looks at viewports alone

@@ -21,7 +21,6 @@ namespace {
 
 constexpr std::size_t MOST_LINES = 400;
 constexpr std::size_t LONGEST_LINE = 80;
-constexpr const char* HEADER_NAME = "DXF-HEADER";
 
 /// The variables that may be kept, a name a line.
 bool readNames(std::set<std::string, std::less<>>& names) {
@@ -67,7 +66,7 @@ void store(const std::vector<std::string>& lines) {
     int pattern = 0;
     if (Dxovpat(211, &pattern) != 0) return;
     DxHeaderPat = pattern;
-    UoSetSingleAttr(pattern, "#M", HEADER_NAME);
+    UoSetSingleAttr(pattern, "#M", DX_HEADER_PATTERN);
     UoTextSetParamsSimple(2.5, 1.5);
     std::string text;
     for (const std::string& line : lines) text += (text.empty() ? "" : "\n") + line;
@@ -97,7 +96,7 @@ int DxHeaderReadDrawingHeader(std::vector<UtCString>* lines) {
     DxHeaderPat = -1;
     int row = 0;
     int pattern = -1;
-    int error = UoFiltPatPerAttr("#M", HEADER_NAME, &pattern);
+    int error = UoFiltPatPerAttr("#M", DX_HEADER_PATTERN, &pattern);
     if (!error) error = UoFirstText(pattern, &row);
     std::vector<UtCString> found;
     if (!error) error = UoTextGetMultiLines(pattern, row, &found);

@@ -16,6 +16,7 @@ constexpr auto fields = dxFields<R>({
     {70, &R::flags},
     {290, &R::plot},
     {370, &R::lineWeight},
+    {420, &R::trueColor},
 });
 
 /// A layer without a colour is white. For an import a frozen one is off, which a negative colour says; the
@@ -23,6 +24,7 @@ constexpr auto fields = dxFields<R>({
 void settleColor(DX_LAYER_TYPE& layer) {
     constexpr int frozen = 1;
     if (layer.color == 0) layer.color = 7;
+    if (DxKeepsHidden()) return;
     if (!DxIsExport && (layer.flags & frozen) && layer.color > 0) layer.color = -layer.color;
 }
 

@@ -229,6 +229,7 @@ int DxWriteNewLayer(const DX_LAYER_TYPE* layer, std::uint32_t tableHandle) {
     DxWriteString(2, layer->name);
     DxWriteInt(70, ownFlags(layer->flags, layer->name));
     DxWriteInt(62, validLayerColor(layer->color));
+    if (layer->trueColor >= 0 && DxMiscCheckVersion(DX_LEVEL_TRUE_COLOR)) DxWriteInt(420, layer->trueColor);
     DxWriteString(6, definedLType(layer->lineType));
     writeLayerPlotGroups(*layer);
     DxDocuments.select(stream);

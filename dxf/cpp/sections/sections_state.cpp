@@ -13,6 +13,7 @@ RPT3 DxHdrPaperExtMin{}, DxHdrPaperExtMax{};
 RPT3 DxHdrUcsOrg{}, DxHdrUcsXDir{}, DxHdrUcsYDir{};
 RPT3 DxHdrPaperUcsOrg{}, DxHdrPaperUcsXDir{}, DxHdrPaperUcsYDir{};
 
+std::vector<DX_SECTION_PLACE> DxSectionPlaces;
 std::map<std::uint32_t, DX_MATERIAL_TYPE> DxMaterials;
 
 void DxResetSectionsState() {
@@ -26,5 +27,6 @@ void DxResetSectionsState() {
     DxHdrUcsOrg = DxHdrPaperUcsOrg = {0, 0, 0};
     DxHdrUcsXDir = DxHdrPaperUcsXDir = {1, 0, 0};
     DxHdrUcsYDir = DxHdrPaperUcsYDir = {0, 1, 0};
+    DxSectionPlaces.clear();
     DxMaterials.clear();
 }

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "dx_objects.h"
+#include "dx_section_places.h"
 #include "rpt.h"
 
 #include <map>
+#include <vector>
 
 extern int DxAttMode;                           ///< $ATTMODE: 0 no attribute texts, 1 visible ones, 2 all
 extern int DxFileInsUnits;                      ///< $INSUNITS
@@ -15,6 +17,8 @@ extern RPT3 DxHdrUcsOrg, DxHdrUcsXDir, DxHdrUcsYDir;                ///< $UCSORG
 extern RPT3 DxHdrPaperUcsOrg, DxHdrPaperUcsXDir, DxHdrPaperUcsYDir; ///< $PUCSORG, $PUCSXDIR, $PUCSYDIR
 
 extern int DxHeaderPat; ///< pattern that holds the kept header variables, -1 if none
+
+extern std::vector<DX_SECTION_PLACE> DxSectionPlaces; ///< in the order of the file; empty where that is usual
 
 /// Materials by handle; the first of a handle stays.
 extern std::map<std::uint32_t, DX_MATERIAL_TYPE> DxMaterials;

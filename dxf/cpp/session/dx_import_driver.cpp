@@ -12,7 +12,9 @@
 #include "../import/import_state.h"
 #include "../sections/dx_georeference.h"
 #include "../sections/dx_header_import.h"
+#include "../sections/dx_section_places.h"
 #include "../sections/dx_tables_import.h"
+#include "../sections/sections_state.h"
 #include "dx_driver_frame.h"
 #include "dx_session.h"
 
@@ -120,6 +122,8 @@ private:
     void end();
 
     void useMatrixVariable();
+    int readInOneRun();
+    int readByPlaces();
     int readSections();
     void noteCorrectedFiles();
     void showCorrectedFiles() const;
@@ -177,9 +181,8 @@ void Import::useMatrixVariable() {
     DxArbaxis(direction.x, direction.y, direction.z, matrix_);
 }
 
-int Import::readSections() {
-    int error = DxReadOpen(DxFileName);
-    if (!error) error = DxReadUntil(0, "SECTION");
+int Import::readInOneRun() {
+    int error = DxReadUntil(0, "SECTION");
     const auto section = [&error](auto read) {
         if (!error) error = DxIgnoreSections();
         if (!error) error = read();
@@ -188,6 +191,36 @@ int Import::readSections() {
     section([] { return DxReadTableSection(0); });
     section([] { return DxReadBlockSection(); });
     section([this] { return DxReadEntitySection(matrix_); });
+    return error;
+}
+
+/// Sections in any order: of several headers the first counts, of the others all do.
+int Import::readByPlaces() {
+    static constexpr int endOfFile =
+        9003; // a reader looks for the section behind its own, which needn't be there
+    const auto read = [](std::string_view name, int n, auto reader) {
+        const std::int32_t place = DxSectionPlace(name, n);
+        if (place < 0) return endOfFile;
+        const int error = DxReadSeek(place);
+        return error ? error : reader();
+    };
+    const auto readAll = [&read](std::string_view name, auto reader) {
+        int error = 0;
+        for (int n = 0; DxSectionPlace(name, n) >= 0 && (!error || error == endOfFile); ++n)
+            error = read(name, n, reader);
+        return error;
+    };
+    int error = read("HEADER", 0, [this] { return DxReadHeaderSection(matrix_); });
+    if (!error || error == endOfFile) error = readAll("TABLES", [] { return DxReadTableSection(0); });
+    if (!error || error == endOfFile) error = readAll("BLOCKS", [] { return DxReadBlockSection(); });
+    if (error && error != endOfFile) return error;
+    return read("ENTITIES", 0, [this] { return DxReadEntitySection(matrix_); });
+}
+
+int Import::readSections() {
+    int error = DxReadOpen(DxFileName);
+    if (!error) DxFindSectionPlaces();
+    if (!error) error = DxSectionPlaces.empty() ? readInOneRun() : readByPlaces();
     if (!error && DxReadSpace == 2) error = DxFinishPaperSpaces(matrix_);
     if (!error && DxUseGeoref && DxHasGeoData()) {
         if (DxReadSpace == 2) error = showModel();

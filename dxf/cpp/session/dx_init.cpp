@@ -2,6 +2,7 @@
 #include "../config/config_state.h"
 #include "../config/dx_config.h"
 #include "../config/dx_layers.h"
+#include "../config/looks_state.h"
 #include "../dimension/dimension_state.h"
 #include "../dimension/dx_dim_chain.h"
 #include "../export/dx_attributes_export.h"
@@ -40,6 +41,7 @@ void resetAllState(int isExport) {
     DxResetSessionState(isExport);
     DxResetConfigState();
     DxResetHostState();
+    DxResetLooksState();
     DxResetImportState();
     DxResetHatchState();
     DxResetImageState();

@@ -204,17 +204,44 @@ static int fileColor(int colour) {
     return colour == -9999 ? 0 : DxEntityColor(colour);
 }
 
+static const OV_PEN_LOOK* lookOf(int colour) {
+    if (colour < DX_COLOR_OF_LOOK) return nullptr;
+    const auto found = DxWriteLooks.find(colour);
+    return found == DxWriteLooks.end() ? nullptr : &found->second;
+}
+
 int DxEntityColor(int colour) {
     constexpr int byLayer = 256, white = 7;
+    if (const OV_PEN_LOOK* look = lookOf(colour)) return look->color;
     return colour >= 0 && colour <= byLayer ? colour : white;
 }
 
+/// Groups of a colour, with all that belongs to the look of a pen.
+template <class Put>
+static void eachColorGroup(int colour, Put put) {
+    constexpr int byLayer = -1;
+    if (DxWriteInvisible) put(60, 1);
+    const OV_PEN_LOOK* look = lookOf(colour);
+    if (!look) {
+        if (isWrittenColor(colour)) put(62, fileColor(colour));
+        return;
+    }
+    if (!look->isColorOfLayer) put(62, look->color);
+    if (look->weight != byLayer && DxMiscCheckVersion(DX_LEVEL_HANDLES)) put(370, look->weight);
+    if (!look->isColorOfLayer && look->trueColor >= 0 && DxMiscCheckVersion(DX_LEVEL_TRUE_COLOR))
+        put(420, look->trueColor);
+}
+
 int DxWriteFileColor(FILE* stream, int colour) {
-    return isWrittenColor(colour) ? DxWriteFileInt(stream, 62, fileColor(colour)) : DxWriteError();
+    eachColorGroup(colour, [stream](int code, int value) { DxWriteFileInt(stream, code, value); });
+    return DxWriteError();
 }
 
 std::string DxColorText(int colour) {
-    return isWrittenColor(colour) ? DxPairText(62, UtFormat("%6d", fileColor(colour))) : std::string();
+    std::string text;
+    eachColorGroup(colour,
+                   [&text](int code, int value) { text += DxPairText(code, UtFormat("%6d", value)); });
+    return text;
 }
 
 int DxWriteColor(int colour) {

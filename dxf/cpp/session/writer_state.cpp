@@ -16,7 +16,12 @@ int DxTargetExisted = 0;
 int DxBlockBuffering = 0;
 std::unique_ptr<DxLineList> DxBlockLines;
 
+std::map<int, OV_PEN_LOOK> DxWriteLooks;
+int DxWriteInvisible = 0;
+
 void DxResetWriterState(int isExport) {
+    DxWriteLooks.clear();
+    DxWriteInvisible = 0;
     DxHeaderStream = DxBodyStream = DxImageStream1 = DxImageStream2 = nullptr;
     DxPending.stream = nullptr;
     DxPending.size = 0;

@@ -1,9 +1,11 @@
 // Values of one export: its streams, its buffered block and its handles.
 #pragma once
 
+#include "pens.h"
 #include "ut_string.h"
 
 #include <cstdio>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -30,6 +32,11 @@ extern UtCString DxOutDir, DxOutBase;            ///< directory and base name of
 extern int DxTargetExisted;                      ///< the target was there ahead of this export
 extern int DxBlockBuffering;                     ///< pairs go to DxBlockLines in place of the body
 extern std::unique_ptr<DxLineList> DxBlockLines; ///< the buffered block, null outside an export
+
+/// A colour of the writer from here on stands for the look of pen `colour` - DX_COLOR_OF_LOOK.
+inline constexpr int DX_COLOR_OF_LOOK = 4096;
+extern std::map<int, OV_PEN_LOOK> DxWriteLooks; ///< by such a colour
+extern int DxWriteInvisible;                    ///< 1: the entities that are written aren't shown
 
 /// Start values of all of the above: an export has an empty list of buffered lines.
 void DxResetWriterState(int isExport);

@@ -9,6 +9,7 @@
 #include "drawing/element.h"
 #include "drawing/face_list.h"
 #include "drawing/view.h"
+#include "pens.h"
 #include "rpt.h"
 
 #include <cstdint>
@@ -170,11 +171,23 @@ struct StateSettings {
     bool swapsTextColours = false; ///< of a text and its background
 };
 
+/// What a layer has beyond being visible and locked.
+struct LayerLook {
+    bool frozen = false;
+    bool plotted = true;
+    int color = 0;       ///< of the DXF palette, 0: none given
+    int trueColor = -1;  ///< 0xRRGGBB, -1: none
+    int lineWeight = -3; ///< hundredths of a millimetre; -3: the usual one
+    std::string lineType;
+    friend bool operator==(const LayerLook&, const LayerLook&) = default;
+};
+
 /// A layer as the host's layer manager knows it.
 struct Layer {
     std::string name;
     bool visible = true;
     bool locked = false;
+    LayerLook look;
 };
 
 struct WorkPlane {
@@ -216,6 +229,7 @@ public:
     std::vector<Layer> layers;
     std::map<int, LineType> lineTypes;           ///< by host number, 1 is continuous
     std::map<int, Rgb> pens;                     ///< pens that differ from the palette
+    std::map<int, OV_PEN_LOOK> penLooks;         ///< pens with a look of their own
     std::map<std::string, StateSettings> states; ///< by "obstat"
     std::vector<int> lastInterfaceIds;           ///< patterns that the last import made
     std::string fileName;

@@ -75,7 +75,8 @@ namespace DsLayerApi {
 int AddDXFLayer(const UtCString& name, bool visible, bool locked) {
     if (callFails()) return errorNoMemory;
     if (name.IsEmpty()) return errorNotApplicable;
-    openDrawing().putLayer({name.str(), visible, locked});
+    const Layer* known = openDrawing().findLayer(name.str());
+    openDrawing().putLayer({name.str(), visible, locked, known ? known->look : LayerLook{}});
     return 0;
 }
 } // namespace DsLayerApi

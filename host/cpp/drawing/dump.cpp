@@ -86,13 +86,21 @@ void Dumper::head() {
     views();
     for (const Layer& layer : drawing_.layers) {
         put("layer ").quoted(layer.name).put(layer.visible ? " on" : " off");
-        put(layer.locked ? " locked\n" : "\n");
+        put(layer.locked ? " locked" : "").put(layer.look.frozen ? " frozen" : "");
+        put(layer.look.plotted ? "\n" : " unplotted\n");
     }
     for (const auto& [id, type] : drawing_.lineTypes) {
         put("linetype").number(id).put(" ").quoted(type.name);
         for (const double dash : type.dashes) number(dash);
         put("\n");
     }
+    for (const auto& [pen, look] : drawing_.penLooks)
+        put("pen look")
+            .number(pen)
+            .number(look.color)
+            .number(look.trueColor)
+            .number(look.weight)
+            .put(look.isColorOfLayer ? " of layer\n" : "\n");
     for (const auto& [pen, rgb] : drawing_.pens)
         put("pen").number(pen).put(" rgb").number(int{rgb.r}).number(int{rgb.g}).number(int{rgb.b}).put("\n");
     for (const auto& [id, plane] : drawing_.workPlanes) {

@@ -189,4 +189,30 @@ Page makePage(const Drawing& drawing, const View* view, int size, bool trueSize)
     return modelPage(drawing, fitFrame(model, size));
 }
 
+/// Device units of a unit of the drawing on paper.
+static double paperScale(const Drawing& drawing, const Extents& model, const Paper& paper, double perMm) {
+    const double unitInMm = GeUnit(drawing.unit).factor() / 1e6;
+    if (paper.scale > 0) return paper.scale * unitInMm * perMm;
+    const double width = std::max(1.0, paper.width - 2 * paper.margin);
+    const double height = std::max(1.0, paper.height - 2 * paper.margin);
+    const double fit =
+        std::min(width / (model.maxX - model.minX), height / (model.maxY - model.minY)) * perMm;
+    return std::isfinite(fit) && fit > 0 ? fit : unitInMm * perMm;
+}
+
+Page makePaperPage(const Drawing& drawing, const Paper& paper, int size, bool trueSize) {
+    constexpr double usualLine = 0.25; // millimetres
+    const double perMm = trueSize ? pointsPerMm : size / std::max(paper.width, paper.height);
+    const Extents model = drawing.extents();
+    const RPT middle =
+        model.empty ? RPT{0, 0} : RPT{(model.minX + model.maxX) / 2, (model.minY + model.maxY) / 2};
+    const Size page{paper.width * perMm, paper.height * perMm};
+    Page result{page.width, page.height, {}};
+    Scene& scene = result.scenes.emplace_back();
+    scene.frame = middleFrame(middle, paperScale(drawing, model, paper, perMm), page.width, page.height);
+    scene.frame.lineWidth = usualLine * perMm;
+    scene.frame.unitsPerMm = unitsPerMm(drawing, 0);
+    return result;
+}
+
 } // namespace host

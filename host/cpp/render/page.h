@@ -3,6 +3,7 @@
 
 #include "render/frame.h"
 #include "render/picture_cache.h"
+#include "render/render.h"
 
 #include <memory>
 #include <string>
@@ -27,6 +28,8 @@ struct Page {
 /// The picture of a view, null for the whole model, or the first sheet when there is nothing but sheets.
 /// `size` is its longer side; `trueSize`: a sheet takes its own size in points instead.
 Page makePage(const Drawing& drawing, const View* view, int size, bool trueSize);
+/// The model on a sheet of paper, its middle in the middle.
+Page makePaperPage(const Drawing& drawing, const Paper& paper, int size, bool trueSize);
 
 /// A page with the model alone, seen through the frame.
 Page modelPage(const Drawing& drawing, Frame frame);

@@ -36,6 +36,7 @@ void Painter::usePen(int pen, int lineType) {
     if (pen != pen_ || lineType != lineType_) {
         strokePending();
         setSource(cairo_, visiblePen(drawing_, pen, dark_));
+        cairo_set_line_width(cairo_, penWidth(drawing_, pen, frame_.lineWidth));
         auto [dashes, isNew] = lineTypeDashes_.try_emplace(lineType);
         if (isNew) dashes->second = lineTypeDashes(drawing_, lineType, frame_);
         setDashes(cairo_, dashes->second);

@@ -232,7 +232,9 @@ std::string renderDrawing(const Drawing& drawing, const std::string& path, const
     for (const std::string& name : names) {
         const View* view = name.empty() ? nullptr : drawing.findView(name);
         if (!view && !name.empty()) return unknownView(drawing, name);
-        pages.push_back(makePage(drawing, view, options.size, format == Format::Pdf));
+        const bool isOnPaper = !view && options.paper.width > 0 && options.paper.height > 0;
+        pages.push_back(isOnPaper ? makePaperPage(drawing, options.paper, options.size, format != Format::Png)
+                                  : makePage(drawing, view, options.size, format == Format::Pdf));
     }
     if (pages.empty()) return "The drawing has no views";
     // Pages of points hold pictures that can be looked at more closely.

@@ -8,6 +8,13 @@
 
 namespace host {
 
+/// A sheet of paper that the model is drawn on.
+struct Paper {
+    double width = 0, height = 0; ///< millimetres; 0: no paper, the picture is as large as `size` says
+    double margin = 10;           ///< millimetres, which a drawing that is fitted leaves free
+    double scale = 0;             ///< of the paper over the drawing, 0.02 for 1:50; 0: as large as fits
+};
+
 struct RenderOptions {
     int size = 1200;         ///< longer side: pixels (PNG), points (SVG, PDF)
     std::string view;        ///< view to show, empty: the model, fitted
@@ -17,6 +24,7 @@ struct RenderOptions {
     RPT3 direction{0, 0, 1}; ///< in which the viewer stands, far away
     bool hidden = false;     ///< in space: without what is behind faces
     bool shade = false;      ///< in space: faces lit
+    Paper paper;             ///< for the model; PDF and SVG have its true size
 };
 
 /// The views that are worth a picture: the model, the sheets, and details that stand on no sheet.

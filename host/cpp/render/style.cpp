@@ -5,9 +5,27 @@
 
 namespace host {
 
+static Rgb rgbOf(int value) {
+    return {static_cast<std::uint8_t>(value >> 16 & 0xFF), static_cast<std::uint8_t>(value >> 8 & 0xFF),
+            static_cast<std::uint8_t>(value & 0xFF)};
+}
+
+static Rgb penColor(const Drawing& drawing, int pen) {
+    if (const auto own = drawing.pens.find(pen); own != drawing.pens.end()) return own->second;
+    if (const auto look = drawing.penLooks.find(pen); look != drawing.penLooks.end())
+        return look->second.trueColor >= 0 ? rgbOf(look->second.trueColor) : dxfColor(look->second.color);
+    return paletteColor(std::clamp(pen, 0, 1023));
+}
+
+double penWidth(const Drawing& drawing, int pen, double lineWidth) {
+    constexpr double usual = 25, thinnest = 0.5; // hundredths of a millimetre; of the usual width
+    const auto look = drawing.penLooks.find(pen);
+    if (look == drawing.penLooks.end()) return lineWidth;
+    return lineWidth * std::max(thinnest, look->second.width / usual);
+}
+
 Rgb visiblePen(const Drawing& drawing, int pen, bool dark) {
-    const auto own = drawing.pens.find(pen);
-    const Rgb color = own != drawing.pens.end() ? own->second : paletteColor(std::clamp(pen, 0, 1023));
+    const Rgb color = penColor(drawing, pen);
     if (dark && std::max({color.r, color.g, color.b}) < 40) return {255, 255, 255};
     if (!dark && std::min({color.r, color.g, color.b}) > 235) return {0, 0, 0};
     return color;

@@ -9,6 +9,8 @@
 
 namespace host {
 
+/// Width of a pen's lines in device units, where the usual one has `lineWidth`.
+double penWidth(const Drawing& drawing, int pen, double lineWidth);
 /// Colour of a pen, made visible: what would vanish in the background takes the opposite tone.
 Rgb visiblePen(const Drawing& drawing, int pen, bool dark);
 void setSource(cairo_t* cairo, const Rgb& color, double alpha = 1);

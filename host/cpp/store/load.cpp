@@ -1,3 +1,4 @@
+#include "store/look_tables.h"
 #include "store/store.h"
 
 #include "store/sheet_tables.h"
@@ -95,6 +96,7 @@ static void readStates(Database& db, std::int64_t version, Drawing& drawing) {
 
 static void readTables(Database& db, std::int64_t version, Drawing& drawing) {
     readRows<Layer>(db, [&](const Keys<Layer>& key) -> Layer& { return append(drawing.layers, key[0]); });
+    if (hasTable<LayerLook>(version)) readLooks(db, drawing);
     drawing.views.clear();
     readRows<View>(db, [&](const Keys<View>& key) -> View& { return append(drawing.views, key[0]); });
     for (const View& view : drawing.views) checkForm(view.unit, view.scale, view.format);

@@ -268,6 +268,7 @@ struct Row<ImportedPattern> {
 } // namespace host
 
 #include "store/dimension_rows.h"
+#include "store/look_rows.h"
 
 namespace host {
 
@@ -281,7 +282,8 @@ using ForEachRow =
                Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
                Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
                Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>,
-               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>, Holder<DrawingSource>>;
+               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>, Holder<LayerLook>,
+               Holder<OV_PEN_LOOK>, Holder<DrawingSource>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

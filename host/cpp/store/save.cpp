@@ -1,3 +1,4 @@
+#include "store/look_tables.h"
 #include "store/store.h"
 
 #include "store/replace.h"
@@ -48,6 +49,7 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
         if (isContent(&pattern)) putPattern(tables, pattern);
     std::int64_t position = 0;
     for (const Layer& layer : drawing.layers) tables.of<Layer>().put({position++}, layer);
+    putLooks(tables, drawing);
     position = 0;
     for (const View& view : drawing.views) tables.of<View>().put({position++}, view);
     position = 0;
