@@ -26,6 +26,7 @@ struct Options {
     int jobs = 1;
     bool quiet = false, verbose = false;
     bool json = false, strict = false, dark = false;
+    bool dumpModel = false, extractSolids = false; ///< of sat
     bool binary = false;             ///< write binary DXF
     bool allViews = false;           ///< a picture, or a page, for each view
     std::string pictureType = "png"; ///< of pictures in a folder: png, svg, pdf
@@ -49,6 +50,7 @@ int runInfo(const Options& options);
 int runDump(const Options& options);
 int runExport(const Options& options);
 int runConvert(const Options& options);
+int runSat(const Options& options);
 int runValidateCommand(const Options& options);
 
 } // namespace tool

@@ -30,6 +30,9 @@ constexpr std::array kExamples{
     Example{"convert", "convert *.dxf -d r12 --format R12 --jobs 2", "many"},
     Example{"export", "export plan.tdw plan.dxf --format 2010", "a drawing file goes out again"},
     Example{"dump", "dump plan.tdw", "the drawing as text, for diffs"},
+    Example{"sat", "sat part.sab part.sat", "a solid model at version 700, as text"},
+    Example{"sat", "sat --dump part.sat", "its records"},
+    Example{"sat", "sat --extract plan.dxf -d parts", "the solids of a drawing"},
     Example{"validate", "validate plan.dxf", "what is wrong with the file itself"},
     Example{"validate", "validate *.dxf --strict", "warnings count as errors"},
 };

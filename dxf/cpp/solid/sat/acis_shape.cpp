@@ -141,6 +141,13 @@ std::optional<NurbsSurface> readSplineSurface(Cursor& c, bool closed[2]) {
     return s;
 }
 
+/// The same angle within a turn from `from` on.
+double angleNear(double angle, double from) {
+    constexpr double SLACK = 1e-9;
+    if (angle >= from - SLACK && angle <= from + TURN + SLACK) return angle;
+    return angle - TURN * std::floor((angle - from + SLACK) / TURN);
+}
+
 // ---- curves -----------------------------------------------------------------------------------------
 
 void projectByDistance(CurveShape& shape) {
@@ -176,10 +183,7 @@ std::optional<CurveShape> ellipse(Cursor& c) {
     shape.at = [=](double t) { return centre + std::cos(t) * major + std::sin(t) * minor; };
     const double start = shape.start;
     shape.parameterOf = [=](Vec3 p) {
-        double t = std::atan2(dot(p - centre, minor) / b, dot(p - centre, major) / a);
-        while (t < start - 1e-9) t += TURN;
-        while (t > start + TURN + 1e-9) t -= TURN;
-        return t;
+        return angleNear(std::atan2(dot(p - centre, minor) / b, dot(p - centre, major) / a), start);
     };
     return shape;
 }
@@ -268,12 +272,6 @@ std::string_view wordOf(Id id) {
 }
 
 // ---- surfaces ---------------------------------------------------------------------------------------
-
-double angleNear(double angle, double from) {
-    while (angle < from - 1e-9) angle += TURN;
-    while (angle > from + TURN + 1e-9) angle -= TURN;
-    return angle;
-}
 
 void readRange(Cursor& c, SurfaceShape& shape) {
     for (int i = 0; i < 2; ++i) {

@@ -1,6 +1,7 @@
 #include "dx_od.h"
 
 #include "acis_file.h"
+#include "acis_place.h"
 #include "od_state.h"
 
 #include "ut.h"
@@ -51,6 +52,18 @@ int DxOdSatDump(const UtCString& source, std::string& text) {
         if (!read(*DxOdConverter, source)) return ERROR_CONVERSION;
         text = ACIS::dumpModel(static_cast<ACIS::File&>(*DxOdConverter));
         return 0;
+    } catch (const std::exception&) {
+        return ERROR_EXCEPTION;
+    }
+}
+
+int DxOdSatPlace(std::string_view model, const Mat44 matrix, bool isBinary, std::string& placed) {
+    try {
+        ACIS::File file;
+        if (!file.load(model)) return ERROR_CONVERSION;
+        ACIS::placeModel(file, matrix);
+        placed = file.save((isBinary ? ACIS::VERSION_BINARY : ACIS::VERSION_TEXT) | VERSION);
+        return placed.empty() ? ERROR_CONVERSION : 0;
     } catch (const std::exception&) {
         return ERROR_EXCEPTION;
     }
