@@ -86,6 +86,8 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
                          {"chained", dimensions.chained}};
     info["bitmaps"] = counts.bitmaps;
     info["faces"] = counts.faces;
+    info["facets"] = counts.facets;
+    info["curves3d"] = counts.curves3d;
     info["pointclouds"] = counts.pointClouds;
     info["solids"] = counts.solids;
     info["views"] = counts.views;
@@ -124,7 +126,7 @@ static void printInfo(const Json& info) {
         std::cout << "  extents " << info["extents"].dump() << '\n';
     printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
     printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
-    printNumbers(info, {"faces", "pointclouds", "solids", "views"});
+    printNumbers(info, {"faces", "facets", "curves3d", "pointclouds", "solids", "views"});
     if (info["view_names"].size() > 1)
         for (const Json& name : info["view_names"]) std::cout << "  view " << name.get<std::string>() << '\n';
     for (const Json& image : info["images"])

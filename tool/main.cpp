@@ -91,9 +91,15 @@ static void addFormat(CLI::App& command, Options& options) {
 }
 
 static void addWriteCommands(CLI::App& app, Options& options, Run& chosen) {
-    CLI::App* write = addCommand(app, "export", "A drawing file becomes a DXF file", runExport, chosen);
+    CLI::App* write =
+        addCommand(app, "export", "A drawing file becomes a DXF file, or its faces a mesh (.obj, .stl, .ply)",
+                   runExport, chosen);
     addInput(*write, options);
-    write->add_option("OUT", options.output, "The DXF file; - is standard output")->required();
+    write
+        ->add_option(
+            "OUT", options.output,
+            "The DXF file; - is standard output. A name with .obj, .stl or .ply: a mesh of the faces")
+        ->required();
     addReadOptions(*write, options);
     addFormat(*write, options);
 
@@ -136,6 +142,12 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     render->add_option("--as", options.pictureType, "Format of the pictures in the folder")
         ->check(CLI::IsMember({"png", "svg", "pdf"}))
         ->capture_default_str();
+    render
+        ->add_option("--direction", options.direction, "x,y,z: where the viewer of a picture in space stands")
+        ->delimiter(',')
+        ->expected(3);
+    render->add_flag("--hidden", options.hidden, "In space: without the lines behind faces");
+    render->add_flag("--shade", options.shade, "In space: faces lit");
     render->add_flag("--dark", options.dark, "On black");
     addReadOptions(*render, options);
 

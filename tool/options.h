@@ -32,8 +32,10 @@ struct Options {
     std::string pictureType = "png"; ///< of pictures in a folder: png, svg, pdf
     int size = 1200;
     std::string view;
-    std::string format;   ///< of an export: ACAD32 … ACAD11, EASY; empty: the newest
-    std::string language; ///< "de", "en", empty: by the locale
+    std::vector<double> direction;      ///< of the viewer; empty: from above
+    bool hidden = false, shade = false; ///< lines behind faces left out; faces lit
+    std::string format;                 ///< of an export: ACAD32 … ACAD11, EASY; empty: the newest
+    std::string language;               ///< "de", "en", empty: by the locale
 };
 
 /// Exit status of the command.

@@ -1,4 +1,5 @@
 // Pictures: what stands where, in which colour, and that no drawing whatsoever breaks the drawing of it.
+#include "faces.h"
 #include "render/curves.h"
 #include "render/frame.h"
 #include "render/render.h"
@@ -116,7 +117,7 @@ TEST_F(Pictures, ElementsStandWhereTheyShouldInTheirColours) {
     elements.insert(elements.end(),
                     {move(10, 10), draw(90, 10, 2), move(30, 50), arc(70, 50, 50, 50, true, 3),
                      circle(55, 80, 50, 80, 2), move(10, 90), draw(10, 90, 2)});
-    d.patterns[0].faces = {{{{80, 40, 9}, {95, 40, 0}, {95, 60, 5}}, 3}};
+    d.patterns[0].faceLists = {faceList({{80, 40, 9}, {95, 40, 0}, {95, 60, 5}}, 3)};
     render(d);
     EXPECT_EQ(at(50, 10), kRed);
     EXPECT_EQ(at(50, 30), kBlue) << "counter-clockwise from the left: through the bottom";
@@ -264,8 +265,8 @@ TEST_F(Pictures, AnyDrawingWhatsoeverBecomesAPicture) {
             Text& text = p.texts.emplace_back();
             text.lines = {"x"}, text.x = x, text.y = y, text.height = std::fabs(y), text.width = x,
             text.angle = x;
-            p.faces.push_back({{{x, y, 0}, {y, x, nan}}, 7});
-            p.pointClouds = {{{{x, y, 0}}}};
+            p.faceLists.push_back(faceList({{x, y, 0}, {y, x, nan}, {y, x, 1}, {0, 0, 0}}, 7));
+            p.pointClouds = {{{{x, y, 0}}, {1}}};
         }
         drawings.back().lineTypes[2] = {"", {nan, -1}};
         drawings.back().scale = list.size() == 2 ? 1e-320 : 1;

@@ -16,7 +16,8 @@ int DxUseByLayer;
 UtCString DxByLayerFile;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
-int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
+int DxMeshEdges, DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly,
+    DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
 int DxLayerKinds[DX_CLASS_COUNT];
@@ -77,6 +78,7 @@ static void resetImportOptions() {
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxLineAsHatch = 0;
+    DxMeshEdges = 0;
     DxMaxElements = 1000;
     DxTextFactor = 0.5;
     DxDimUsrTxt = 1;

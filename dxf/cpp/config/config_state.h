@@ -99,6 +99,7 @@ extern int DxColAttr;            ///< &DxfColAttr
 extern int DxDimUsrTxt;          ///< &DxfDimUsrTxt
 extern int DxNoPolyWidth;        ///< &DxfNoPolyWidth
 extern int DxJoinTexts;          ///< &DxfJoinTexts
+extern int DxMeshEdges;          ///< MESH_EDGES: a mesh in a flat picture is its visible edges
 extern int Dx3dLines;            ///< &Dxf3dLines, MODUS_3D=2
 extern int DxSolidsAsSubObjects; ///< &Dxf3DSolidsAsSubObjects
 extern int DxBlockCopies;        ///< &DxfBlockCopies

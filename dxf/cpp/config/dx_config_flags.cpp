@@ -176,6 +176,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},
+    {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},

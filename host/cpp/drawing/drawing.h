@@ -7,6 +7,7 @@
 #include "drawing/bitmap.h"
 #include "drawing/dimension.h"
 #include "drawing/element.h"
+#include "drawing/face_list.h"
 #include "drawing/view.h"
 #include "rpt.h"
 
@@ -72,19 +73,7 @@ struct Text {
     int dimType = 0;  ///< 3: belongs to a dimension
 };
 
-/// Rows for kinds whose importers come later: they are kept, counted and stored, each by its owner's record.
-struct Face {
-    std::vector<RPT3> points;
-    int pen = 1;
-};
-/// A curve in space through its points.
-struct Curve {
-    std::vector<RPT3> points;
-    int pen = 1;
-};
-struct PointCloud {
-    std::vector<RPT3> points;
-};
+/// A solid: kept, counted and stored by its owner's record.
 struct Solid {
     std::string data;
 };
@@ -114,7 +103,8 @@ struct PatternIds {
     std::string group, level, cls, name, layer, obstat;
 };
 
-struct Pattern {
+/// Elements in the plane, what stands in space, and objects beside them.
+struct Pattern : SpaceContent {
     int number = 0;
     bool scratch = false; ///< no part of the drawing's content
     bool visible = true;
@@ -132,10 +122,6 @@ struct Pattern {
     std::vector<Arrow> arrows; ///< those that stand by themselves
     std::vector<Dimension> dimensions;
     std::vector<Bitmap> bitmaps;
-    std::vector<Face> faces;
-    bool facesJoined = false; ///< the faces are one surface set
-    std::vector<Curve> curves;
-    std::vector<PointCloud> pointClouds;
     std::vector<Solid> solids;
 
     /// True when it holds neither elements nor objects; attributes don't count.

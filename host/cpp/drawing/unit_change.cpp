@@ -73,12 +73,9 @@ void Rescale::operator()(Pattern& pattern) const {
     }
     for (Arrow& arrow : pattern.arrows) (*this)(arrow.lines);
     for (Dimension& dimension : pattern.dimensions) (*this)(dimension);
-    for (Face& face : pattern.faces)
-        for (RPT3& p : face.points) (*this)(p);
-    for (Curve& curve : pattern.curves)
-        for (RPT3& p : curve.points) (*this)(p);
-    for (PointCloud& cloud : pattern.pointClouds)
-        for (RPT3& p : cloud.points) (*this)(p);
+    forEachPoints(pattern, [&](std::vector<RPT3>& points) {
+        for (RPT3& p : points) (*this)(p);
+    });
     for (Bitmap& bitmap : pattern.bitmaps)
         for (RPT3* p : {&bitmap.origin, &bitmap.u, &bitmap.v}) (*this)(*p);
 }

@@ -1,6 +1,7 @@
 #include "store/store.h"
 
 #include "store/sheet_tables.h"
+#include "store/space_rows.h"
 #include "store/table_reader.h"
 
 #include <cerrno>
@@ -34,6 +35,15 @@ static DrawingHead readHead(Database& db, Drawing& drawing) {
     return head;
 }
 
+static void readSpace(Database& db, std::int64_t version, Drawing& drawing) {
+    if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
+    if (!hasTable<FaceList>(version)) return;
+    readPatternLists(db, drawing, &Pattern::faceLists);
+    readPatternLists(db, drawing, &Pattern::facets);
+    readPatternLists(db, drawing, &Pattern::pointClouds);
+    for (const Pattern& pattern : drawing.patterns) checkSpace(pattern);
+}
+
 static void readPatterns(Database& db, std::int64_t version, const DrawingHead& head, Drawing& drawing) {
     readRows<Pattern>(db, [&](const Keys<Pattern>& key) -> Pattern& {
         if (key[0] <= drawing.lastNumber || key[0] > head.lastNumber)
@@ -52,9 +62,7 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     readPatternLists(db, drawing, &Pattern::texts);
     if (hasTable<Arrow>(version)) readPatternLists(db, drawing, &Pattern::arrows);
     if (hasTable<Dimension>(version)) readPatternLists(db, drawing, &Pattern::dimensions);
-    readPatternLists(db, drawing, &Pattern::faces);
-    if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
-    readPatternLists(db, drawing, &Pattern::pointClouds);
+    readSpace(db, version, drawing);
     readPatternLists(db, drawing, &Pattern::solids);
     readPartLists(db, drawing, &Pattern::hatches, &Hatch::contours);
     readPartLists(db, drawing, &Pattern::hatches, &Hatch::families);

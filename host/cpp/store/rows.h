@@ -5,6 +5,7 @@
 #include "store/packing.h"
 #include "store/pattern_rows.h"
 #include "store/sheet_rows.h"
+#include "store/space_rows.h"
 
 #include <array>
 #include <string>
@@ -164,37 +165,6 @@ struct Row<Solid> : DataRow<Solid> {
 };
 
 template <>
-struct Row<Face> {
-    static constexpr const char* table = "faces";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("pen", r.pen), v("points", r.points);
-    }
-};
-
-template <>
-struct Row<Curve> {
-    static constexpr int since = 2; ///< version of the file that has this table first, 1 where it isn't said
-    static constexpr const char* table = "curves";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("pen", r.pen), v("points", r.points);
-    }
-};
-
-template <>
-struct Row<PointCloud> {
-    static constexpr const char* table = "point_clouds";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("points", r.points);
-    }
-};
-
-template <>
 struct Row<Layer> {
     static constexpr const char* table = "layers";
     static constexpr std::array keys{"position"};
@@ -289,11 +259,11 @@ template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
-               Holder<Dimension>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>,
-               Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>,
-               Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>, Holder<Relation>,
-               Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>, Holder<ViewInsert>,
-               Holder<SheetPattern>, Holder<GeoReference>>;
+               Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
+               Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
+               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
+               Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>,
+               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

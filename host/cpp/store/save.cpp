@@ -16,7 +16,8 @@ static void putPattern(Tables& tables, const Pattern& pattern) {
     putList(tables, pattern.number, pattern.texts);
     putList(tables, pattern.number, pattern.arrows);
     putList(tables, pattern.number, pattern.dimensions);
-    putList(tables, pattern.number, pattern.faces);
+    putList(tables, pattern.number, pattern.faceLists);
+    putList(tables, pattern.number, pattern.facets);
     putList(tables, pattern.number, pattern.curves);
     putList(tables, pattern.number, pattern.pointClouds);
     putList(tables, pattern.number, pattern.solids);
