@@ -43,8 +43,7 @@ static int dumpModel(const std::string& input) {
 static int convertModel(const std::string& input, const std::string& target) {
     std::error_code error;
     if (!exists(input)) return STATUS_FAILED;
-    const fs::path half = fs::path(target).parent_path() /
-                          (".half-" + fs::path(target).filename().string());
+    const fs::path half = fs::path(target).parent_path() / (".half-" + fs::path(target).filename().string());
     const int result = DxOdSatConv(input, half.string());
     if (!result) fs::rename(half, target, error);
     if (!result && !error) return STATUS_DONE;
@@ -58,7 +57,12 @@ static int writeSolid(const host::Solid& solid, const fs::path& stem) {
     const bool isBinary = solid.data.starts_with("ACIS BinaryFile");
     const std::string path = stem.string() + (isBinary ? ".sab" : ".sat");
     std::string placed;
-    if (DxOdSatPlace(solid.data, solid.matrix, isBinary, placed)) return fail(path, "a model that can't be read");
+    Mat44 matrix = {};
+    for (std::size_t row = 0; row < 4; ++row) {
+        const RPT3& p = solid.place[row];
+        matrix[row][0] = p.x, matrix[row][1] = p.y, matrix[row][2] = p.z;
+    }
+    if (DxOdSatPlace(solid.data, matrix, isBinary, placed)) return fail(path, "a model that can't be read");
     std::ofstream file(path, std::ios::binary);
     file << placed;
     return file.flush() ? STATUS_DONE : fail(path, "can't be written");

@@ -169,14 +169,15 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
 }
 
 static void addSat(CLI::App& app, Options& options, Run& chosen) {
-    CLI::App* sat = addCommand(app, "sat", "Solid models (.sat, .sab): converted, shown, taken out of drawings",
-                               runSat, chosen);
+    CLI::App* sat = addCommand(
+        app, "sat", "Solid models (.sat, .sab): converted, shown, taken out of drawings", runSat, chosen);
     sat->add_option("FILES", options.inputs, "IN OUT (.sab: binary), or IN alone with --dump or --extract")
         ->required()
         ->expected(1, 2);
     const auto dump = sat->add_flag("--dump", options.dumpModel, "The records as text, stable, for diffs");
     const auto extract =
-        sat->add_flag("--extract", options.extractSolids, "The solids of a drawing, a file each")->excludes(dump);
+        sat->add_flag("--extract", options.extractSolids, "The solids of a drawing, a file each")
+            ->excludes(dump);
     sat->add_option("-d,--directory", options.directory, "Folder for them")->needs(extract);
     extract->needs("-d");
     addReadOptions(*sat, options);
@@ -194,7 +195,8 @@ static std::string checkUsage(const Options& options, Run chosen) {
         return "render needs the name of a picture, or --all-views with -d DIR";
     if (chosen == runSat) {
         const bool isAlone = options.dumpModel || options.extractSolids;
-        if (isAlone != (options.inputs.size() == 1)) return "sat needs IN OUT, --dump IN, or --extract IN -d DIR";
+        if (isAlone != (options.inputs.size() == 1))
+            return "sat needs IN OUT, --dump IN, or --extract IN -d DIR";
     }
     if (!isImport) return {};
     if (options.output.empty() && options.directory.empty()) return "import needs -o FILE or -d DIR";

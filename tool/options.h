@@ -27,9 +27,9 @@ struct Options {
     bool quiet = false, verbose = false;
     bool json = false, strict = false, dark = false;
     bool dumpModel = false, extractSolids = false; ///< of sat
-    bool binary = false;             ///< write binary DXF
-    bool allViews = false;           ///< a picture, or a page, for each view
-    std::string pictureType = "png"; ///< of pictures in a folder: png, svg, pdf
+    bool binary = false;                           ///< write binary DXF
+    bool allViews = false;                         ///< a picture, or a page, for each view
+    std::string pictureType = "png";               ///< of pictures in a folder: png, svg, pdf
     int size = 1200;
     std::string view;
     std::vector<double> direction;      ///< of the viewer; empty: from above

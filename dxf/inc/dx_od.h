@@ -15,8 +15,8 @@ void DxOdInit(int start);
 int DxOdSatConv(const UtCString& source, const UtCString& target);
 /// The records of a model as text, a line each; stable, for comparing. As DxOdSatConv.
 int DxOdSatDump(const UtCString& source, std::string& text);
-/// Reads a model from memory and writes it, moved by `matrix` (row vectors), at version 700 as text or binary.
-/// As DxOdSatConv.
+/// Reads a model from memory and writes it, moved by `matrix` (row vectors), at version 700 as text or
+/// binary. As DxOdSatConv.
 int DxOdSatPlace(std::string_view model, const Mat44 matrix, bool isBinary, std::string& placed);
 /// Why the last conversion failed, with the number of the record; empty when it didn't.
 std::string DxOdProblem();

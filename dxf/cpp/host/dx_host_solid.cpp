@@ -15,6 +15,6 @@ int DxCiReadSat(const UtCString& path, const DX_SOLID_LOOK& look, const Mat44 ma
     Mat44 placed;
     Mt44Concat(matrix, move.data(), placed);
     return Ci3d(DxCiContextId)
-        .ReadSatFileByParams(path, look.pen, look.lineType, look.material, look.number, GeMat44(placed), noPart,
-                             DxSolidsAsSubObjects);
+        .ReadSatFileByParams(path, look.pen, look.lineType, look.material, look.number, GeMat44(placed),
+                             noPart, DxSolidsAsSubObjects);
 }

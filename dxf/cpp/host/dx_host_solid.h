@@ -12,6 +12,6 @@ struct DX_SOLID_LOOK {
     unsigned long number; ///< of the material
 };
 
-/// Brings a model's file into the active pattern, or beside it where &Dxf3DSolidsAsSubObjects is off. `matrix`
-/// takes it to the active space, ahead of the shift. The host's answer: 0 and 10 for a solid.
+/// Brings a model's file into the active pattern, or beside it where &Dxf3DSolidsAsSubObjects is off.
+/// `matrix` takes it to the active space, ahead of the shift. The host's answer: 0 and 10 for a solid.
 int DxCiReadSat(const UtCString& path, const DX_SOLID_LOOK& look, const Mat44 matrix);

@@ -62,7 +62,7 @@ int handleEntity(std::string_view name, const DxEntityContext& context) {
     const DxEntityKind* kind = DxFindEntityKind(name);
     DxEntityTally* tally = tallyOf(kind, name);
     if (tally && DxCountEntities) ++tally->read;
-    if (kind && kind->run) {
+    if (kind && kind->isRead()) {
         if (const int error = drawEntity(*kind, context, tally)) return error;
     } else if (name == "REGION" && DxModus == 2 && !DxCheckPass && (DxCountEntities || DxBlockLevel > 0)) {
         ++DxRegionCount;
@@ -137,7 +137,7 @@ std::shared_ptr<const DxStoredEntities> DxStoreEntities(const char* end, std::si
         if (pair.code != 0) continue;
         if (DxEndsEntities(pair.text, endName)) return stored;
         const DxEntityKind* kind = DxFindEntityKind(pair.text);
-        if (!kind || (!kind->run && pair.text != "REGION")) continue; // regions are counted at each walk
+        if (!kind || (!kind->isRead() && pair.text != "REGION")) continue; // regions are counted at each walk
         auto entity = kind->store ? kind->store() : nullptr;
         if (!entity) return nullptr;
         stored->bytes += entity->bytes();

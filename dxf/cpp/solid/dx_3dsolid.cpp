@@ -69,8 +69,10 @@ int DxRead3dSolid(DX_3DSOLID_TYPE* solid) {
     Mt44Ident(solid->matrix);
     ModelText text;
     const auto take = [&](const DxPair& pair) {
-        if (pair.code == 1 || pair.code == 3) text.add(pair.bytes);
-        else DxReadEntityBase(&solid->base, pair.code, pair.text);
+        if (pair.code == 1 || pair.code == 3)
+            text.add(pair.bytes);
+        else
+            DxReadEntityBase(&solid->base, pair.code, pair.text);
     };
     if (const int error = DxReadFields(*solid, fields, take, maxLine)) return error;
     solid->text = text.finish();

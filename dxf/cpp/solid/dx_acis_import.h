@@ -1,5 +1,5 @@
-// Solid models of a drawing: 3DSOLID, REGION, SURFACE and BODY. The model is enciphered text in the entity, or
-// binary in a section behind the entities; so a solid waits for the end of the pass.
+// Solid models of a drawing: 3DSOLID, REGION, SURFACE and BODY. The model is enciphered text in the entity,
+// or binary in a section behind the entities; so a solid waits for the end of the pass.
 #pragma once
 
 #include "ci_3d.h"

@@ -7,6 +7,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_numbers.h"
 #include "../session/dx_protocol.h"
+#include "../session/session_state.h"
 #include "dx_acds.h"
 #include "dx_acis_import.h"
 #include "dx_od.h"

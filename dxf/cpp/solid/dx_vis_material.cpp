@@ -1,4 +1,5 @@
 // Materials of the file as materials of the host.
+#include "../host/host_state.h"
 #include "../sections/sections_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"

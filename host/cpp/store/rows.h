@@ -5,6 +5,7 @@
 #include "store/packing.h"
 #include "store/pattern_rows.h"
 #include "store/sheet_rows.h"
+#include "store/solid_rows.h"
 #include "store/space_rows.h"
 
 #include <array>
@@ -150,20 +151,6 @@ struct Row<TextLine> {
     }
 };
 
-/// Kinds that are one opaque record each.
-template <class Record>
-struct DataRow {
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v.bytes("data", r.data);
-    }
-};
-template <>
-struct Row<Solid> : DataRow<Solid> {
-    static constexpr const char* table = "solids";
-};
-
 template <>
 struct Row<Layer> {
     static constexpr const char* table = "layers";
@@ -260,10 +247,10 @@ using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
                Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
-               Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
-               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
-               Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>,
-               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>>;
+               Holder<PointCloud>, Holder<Material>, Holder<Layer>, Holder<View>, Holder<WorkPlane>,
+               Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,
+               Holder<ImportedPattern>, Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>,
+               Holder<ViewDetails>, Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

@@ -52,6 +52,8 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     std::int64_t position = 0;
     for (const Layer& layer : drawing.layers) tables.of<Layer>().put({position++}, layer);
     position = 0;
+    for (const Material& material : drawing.materials) tables.of<Material>().put({position++}, material);
+    position = 0;
     for (const View& view : drawing.views) tables.of<View>().put({position++}, view);
     position = 0;
     for (const int number : drawing.lastInterfaceIds)

@@ -6,8 +6,8 @@
 namespace ACIS {
 namespace {
 
-constexpr std::size_t PREFIX = 2;                ///< of a transformation: attrib, id
-constexpr std::size_t BODY_TRANSFORM = 3 + 2;    ///< behind attrib, id, pattern: lump, wire
+constexpr std::size_t PREFIX = 2;                 ///< of a transformation: attrib, id
+constexpr std::size_t BODY_TRANSFORM = 3 + 2;     ///< behind attrib, id, pattern: lump, wire
 constexpr std::size_t NUMBERS = 13, LOGICALS = 3; ///< three rows, the shift, a scale; rotate, reflect, shear
 constexpr double NOISE = 1e-12;
 
@@ -85,8 +85,10 @@ public:
         if (body.count <= BODY_TRANSFORM) return;
         Value& pointer = file_.values[body.first + BODY_TRANSFORM];
         const ENTITY* const transform = file_.at(pointer);
-        if (!transform) pointer = makeValue(Kind::Pointer, added());
-        else if (moved_.insert(transform).second) move(*transform);
+        if (!transform)
+            pointer = makeValue(Kind::Pointer, added());
+        else if (moved_.insert(transform).second)
+            move(*transform);
     }
 
     /// Records that the model gets when all bodies are done: until then nothing may move.
@@ -96,12 +98,16 @@ private:
     void move(const ENTITY& transform) {
         if (transform.count < PREFIX + NUMBERS + LOGICALS) return;
         Affine old;
-        const auto value = [&](std::size_t i) -> Value& { return file_.values[transform.first + PREFIX + i]; };
+        const auto value = [&](std::size_t i) -> Value& {
+            return file_.values[transform.first + PREFIX + i];
+        };
         const double scale = value(NUMBERS - 1).number();
-        for (std::size_t i = 0; i + 1 < NUMBERS; ++i) old.m[i / 3][i % 3] = value(i).number() * (i < 9 ? scale : 1);
+        for (std::size_t i = 0; i + 1 < NUMBERS; ++i)
+            old.m[i / 3][i % 3] = value(i).number() * (i < 9 ? scale : 1);
         const Transformation made(old * move_);
         for (std::size_t i = 0; i < NUMBERS; ++i) value(i) = makeReal(made.number(i));
-        for (std::size_t i = 0; i < LOGICALS; ++i) value(NUMBERS + i) = makeValue(Kind::Logical, made.logical(i));
+        for (std::size_t i = 0; i < LOGICALS; ++i)
+            value(NUMBERS + i) = makeValue(Kind::Logical, made.logical(i));
     }
     /// A transformation for the bodies that had none, behind all other records.
     std::int64_t added() {
