@@ -1,10 +1,12 @@
 // torva-dxf export: a drawing file becomes a DXF file.
+#include "account.h"
 #include "load.h"
 #include "options.h"
 #include "save.h"
 
 #include "convert/mesh_file.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace tool {
@@ -23,16 +25,18 @@ static int exportMesh(const Options& given) {
         return STATUS_FAILED;
     }
     if (faces == 0) std::cerr << "torva-dxf: " << options.output << ": the drawing has no faces\n";
-    return STATUS_DONE;
+    return lossStatus(loaded, options);
 }
 
 int runExport(const Options& options) {
     const std::string& input = options.inputs[0];
-    if (!isUsableTarget(input, options.output)) return STATUS_USAGE;
-    if (host::isMeshFile(options.output)) return exportMesh(options);
+    const bool isMesh = host::isMeshFile(options.output);
+    if (!isUsableTarget(input, options.output, isMesh ? "mesh" : "dxf")) return STATUS_USAGE;
+    if (isMesh) return exportMesh(options);
     const Loaded loaded = loadInput(input, options, true);
     const int status = tellOutcome(input, loaded, options);
-    return status == STATUS_DONE ? saveDxf(options.output, loaded, options) : status;
+    if (status != STATUS_DONE) return status;
+    return std::max(saveDxf(options.output, loaded, options), lossStatus(loaded, options));
 }
 
 } // namespace tool

@@ -1,10 +1,12 @@
 // torva-dxf render: pictures of a drawing.
+#include "account.h"
 #include "file_kind.h"
 #include "load.h"
 #include "options.h"
 
 #include "render/render.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <set>
@@ -95,7 +97,7 @@ int runRender(const Options& options) {
     const int drawn = options.directory.empty()
                           ? tell(host::renderDrawing(drawing, options.output, pictureOptions(options)))
                           : renderInto(drawing, options);
-    return std::max(status, drawn);
+    return std::max({status, drawn, lossStatus(loaded, options)});
 }
 
 } // namespace tool

@@ -132,7 +132,9 @@ static std::bitset<kColors + 1> usedColors(const host::Drawing& drawing) {
         for (const host::Text& text : pattern.texts) use(text.pen), use(text.fillPen);
         forEachPenInSpace(pattern, use);
         for (const host::Hatch& hatch : pattern.hatches) {
-            use(hatch.fillPen);
+            use(hatch.fillPen), use(hatch.backPen);
+            for (const host::HatchGradient& gradient : hatch.gradient) use(gradient.secondPen);
+            for (const host::HatchLines& lines : hatch.lines) use(lines.pen);
             for (const host::HatchFamily& family : hatch.families) use(family.pen);
         }
     }

@@ -144,8 +144,8 @@ bool prepareKeeping(const Loaded& source, const Options& options, const Temporar
 
 } // namespace
 
-bool isUsableTarget(const std::string& input, const std::string& target) {
-    const std::string wrong = whyNotTarget(input, target, "dxf");
+bool isUsableTarget(const std::string& input, const std::string& target, const std::string& purpose) {
+    const std::string wrong = whyNotTarget(input, target, purpose);
     if (!wrong.empty()) std::cerr << "torva-dxf: " << wrong << '\n';
     return wrong.empty();
 }

@@ -18,4 +18,5 @@ struct DX_SUB_DMESH_TYPE {
     std::vector<RPT3> vertices; ///< 10 20 30, world coordinates
     std::vector<int> faceList;  ///< 90: count of corners, then that many indexes of vertices, and so on
     std::vector<int> edgeList;  ///< 90, without use
+    std::size_t announcedFaces; ///< 93: entries that the face list should have
 };

@@ -64,7 +64,8 @@ int ovhatch(int* code, int* toPat, int* contourPat);
 /// Hatch parameters, mode 1: start a set; mode 2: fill without pattern lines. They hold for every ovhatch up
 /// to the next set, whatever the pattern.
 int ovhatchparams(int* mode, int* patNo);
-/// The fill of the current hatch parameters: fill pen = 16 * high + low; `index` 0.
+/// A number of the current hatch parameters as 16 * high + low: index 0 the fill pen, 1 the transparency in
+/// percent.
 int ovhatchsetreppar(int index, int high, int low);
 
 // ---- sheet, unit, scale ----------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 
 #include "exported.h"
 
+#include "hatch_area.h"
 #include "text/layout.h"
 
 #include <algorithm>
@@ -34,6 +35,7 @@ struct Shown {
     std::vector<Stroke> strokes;
     std::vector<ShownLine> lines;
     std::map<std::string, std::string> attributes;
+    std::map<int, double> fillAreas, lineAreas; ///< of hatches, by pen
     bool hasSpline = false, hasFrame = false, hasBackground = false, hasDimension = false;
 };
 
@@ -83,6 +85,8 @@ inline std::map<std::string, Shown> shownByLayer() {
             addLines(shown.lines, text);
             shown.hasFrame |= text.backType != 0;
         }
+        for (const host::Hatch& hatch : pattern.hatches)
+            (hatch.solid ? shown.fillAreas : shown.lineAreas)[hatch.fillPen] += areaOf(hatch);
         shown.hasDimension |= !pattern.dimensions.empty();
         for (const auto& [name, value] : pattern.attributes) shown.attributes[name] = value;
     }
@@ -103,6 +107,15 @@ inline void expectEqual(const std::vector<Stroke>& before, const std::vector<Str
         ASSERT_EQ(a.pen, b.pen) << what << " " << i;
         ASSERT_EQ(a.lineType, b.lineType) << what << " " << i;
     }
+}
+
+inline void expectEqual(const std::map<int, double>& before, const std::map<int, double>& after,
+                        double tolerance, const std::string& what) {
+    for (const auto& [pen, area] : before) {
+        ASSERT_TRUE(after.contains(pen)) << what << " pen " << pen;
+        ASSERT_NEAR(after.at(pen), area, tolerance * area + 1e-9) << what << " pen " << pen;
+    }
+    ASSERT_EQ(before.size(), after.size()) << what;
 }
 
 /// `isOld`: the target has no faces, and no characters outside its code page.

@@ -1,6 +1,7 @@
 // 3D data on its way out, and back.
 #include "../export/exported.h"
 #include "../import/drawn.h"
+#include "export3d.h"
 #include "faces.h"
 
 #include <cmath>
@@ -8,20 +9,6 @@
 #include <random>
 
 namespace {
-
-Exported export3d(const std::string& config) {
-    const TempDir folder;
-    setenv("HD_WORK_DIR", folder.path().c_str(), 1);
-    host::session().texts["$DxfConfig"] = folder.write("out.dxd", config);
-    DxfSelect(0, DX_EXPORT_3D, folder.file("out.dxf").c_str());
-    Exported result;
-    result.stat = host::session().numbers["&DxfStat"];
-    result.protocol = folder.read("dxf.proto");
-    result.text = folder.read("out.dxf");
-    result.pairs = pairsOf(result.text);
-    result.report = validate::validateFile(folder.file("out.dxf"));
-    return result;
-}
 
 std::string corners(const DxfGroups& face) {
     std::string all;

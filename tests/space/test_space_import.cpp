@@ -1,5 +1,6 @@
 // What a 3D import makes of faces, meshes and thickness.
 #include "../import/drawn.h"
+#include "ci_3d.h"
 #include "rpt.h"
 
 #include <gtest/gtest.h>
@@ -71,6 +72,28 @@ TEST(Face3d, WarpedOnesAreTwoTriangles) {
     EXPECT_EQ(spaceOf("3DFACE", DxfGroups{{38, "5"}, {10, "1"}, {11, "2"}, {22, "3"}}),
               "face pen 1 1 0 5 2 0 5 0 3 5 0 0 5\n")
         << "elevation, and 0 for what isn't given";
+}
+
+TEST(Face3d, TakesThePenClosestToItsMaterial) {
+    // Materials stand behind the entities: the pass over the second space knows those of the first.
+    const std::string material =
+        "  0\nSECTION\n  2\nOBJECTS\n  0\nMATERIAL\n  5\nAB\n 90\n255\n 91\n65280\n  0\nENDSEC\n";
+    ImportOptions options = in3d();
+    options.numbers["&DxfPaper"] = 2;
+    const DxfGroups face = corners({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}) + DxfGroups{{67, "1"}};
+    const auto penOf = [&](const char* handle) {
+        DxfText text = dxf().header("AC1015").entity("LINE", at(11, {1, 1}));
+        text.entity("3DFACE", face + DxfGroups{{347, handle}, {62, "1"}});
+        std::string file = text.text();
+        file.insert(file.rfind("  0\nEOF"), material);
+        const std::string faces = inSpace(elementsOf(importText(file, options).dump));
+        return faces.substr(0, faces.find(" 0 0 0"));
+    };
+    int blue = 0;
+    const double rgb[3] = {0, 0, 1};
+    ASSERT_EQ(Ci3d::GetClosestPen(rgb, blue), 0);
+    EXPECT_EQ(penOf("AB"), "face pen " + std::to_string(blue));
+    EXPECT_NE(penOf("AB"), penOf("AC")) << "no such material: the pen of the colour";
 }
 
 TEST(Thickness, RaisesLinesArcsAndSolids) {
@@ -200,10 +223,22 @@ TEST(SubDMesh, IsOneObjectOfFacetsInSpace) {
         << "level 0, and no face of two corners";
 }
 
+TEST(SubDMesh, NormalsAreThoseOfTheBlock) {
+    const DxfGroups cage = subdivision({{0, 0, 0}, {1, 0, 0}, {0, 0, 1}}, {3, 0, 1, 2});
+    DxfText text = dxf().header("AC1015").block("K", DxfGroups{{0, "MESH"}, {8, "0"}} + cage);
+    text.entity("INSERT", DxfGroups{{2, "K"}, {50, "90"}} + at(10, {5, 0, 0}));
+    EXPECT_EQ(spaceOf(text), "facets pen 1 normal 0 -1 0\n  face pen 1 5 0 0 5 1 0 5 0 1\n");
+}
+
 TEST(SubDMesh, WhatIsSoundOfABrokenListIsDrawn) {
     EXPECT_EQ(
         spaceOf("MESH", subdivision(kPentagon, {3, 0, 1, 99, 3, 0, 1, 2, 3, -1, 0, 1, 9, 0, 1}, 4000000)),
         "facets pen 1 normal 0 0 1\n  face pen 1 0 0 1 2 0 1 3 1 1\n");
+    const auto told = importText(
+        dxf().header("AC1015").entity("MESH", subdivision(kPentagon, {3, 0, 1, 99, 3, 0, 1, 2}, 9)).text(),
+        in3d());
+    EXPECT_TRUE(told.hasLine("1 faces of a MESH name vertices that it doesn't have."));
+    EXPECT_TRUE(told.hasLine("The face list of a MESH ends too early."));
     EXPECT_EQ(spaceOf("MESH", {{92, "2000000000"}, {93, "2000000000"}, {90, "2000000000"}}), "");
 }
 

@@ -37,6 +37,10 @@ void addObjects(Pattern& p) {
     hatch.contours = {
         {{0, 0, 0, 0, 1, 1, ElementType::Move, 0, 0}, {5, 0, 2, 1, 1, 1, ElementType::Arc, 0, 1}}, {}};
     hatch.families = {{0.5, 2, 1, 1, 0.25, 3, 2, {1, -0.5, 0}}, {}};
+    hatch.backPen = 6;
+    hatch.lines = {{0.25, 1, 2, 3, 4, 5, 6, 7}, {}};
+    hatch.gradient = {{1, 0.5, 0.25, 40, 9, "CYLINDER"}};
+    hatch.source = {{2, 0.125, 1, 1}};
     Text& text = p.texts.emplace_back();
     text.lines = {"Länge", "", std::string("a\0b\nc", 5)};
     text.x = 1, text.y = 2, text.z = 3, text.height = 5, text.width = 0.8, text.angle = 0.1, text.slant = 0.2;
@@ -158,9 +162,19 @@ static auto fields(const host::Dimension& d) {
 static auto fields(const HatchFamily& f) {
     return std::make_tuple(f.angle, f.distance, f.originX, f.originY, f.offset, f.pen, f.lineType, f.dashes);
 }
+static auto fields(const HatchLines& l) {
+    return std::make_tuple(l.angle, l.base, l.d1, l.d2, l.c1, l.c2, l.pen, l.lineType);
+}
+static auto fields(const HatchGradient& g) {
+    return std::make_tuple(g.form, g.angle, g.shift, g.size, g.secondPen, g.name);
+}
+static auto fields(const HatchSource& s) {
+    return std::make_tuple(s.scale, s.angle, s.type, s.crossed);
+}
 static auto fields(const Hatch& h) {
-    return std::make_tuple(h.solid, h.fillPen, h.transparency, h.patternName, fieldsOfAll(h.contours),
-                           fieldsOfAll(h.families));
+    return std::make_tuple(h.solid, h.fillPen, h.backPen, h.transparency, h.patternName,
+                           fieldsOfAll(h.contours), fieldsOfAll(h.families), fieldsOfAll(h.lines),
+                           fieldsOfAll(h.gradient), fieldsOfAll(h.source));
 }
 static auto fields(const Text& t) {
     return std::make_tuple(t.lines, t.x, t.y, t.z, t.height, t.width, t.angle, t.slant, t.font, t.face,
@@ -276,7 +290,8 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
     ASSERT_EQ(saveDrawing(saved, path), "");
     sql("DROP TABLE curves; DROP TABLE text_states; DROP TABLE pattern_relations;"
         "DROP TABLE element_attributes; DROP TABLE arrows; DROP TABLE pictures; DROP TABLE view_details;"
-        "DROP TABLE view_inserts; DROP TABLE sheet_patterns; DROP TABLE georeference; PRAGMA user_version = "
+        "DROP TABLE view_inserts; DROP TABLE sheet_patterns; DROP TABLE georeference; DROP TABLE hatch_lines;"
+        "DROP TABLE hatch_gradients; DROP TABLE hatch_sources; DROP TABLE hatch_backs; PRAGMA user_version = "
         "1");
     Drawing d;
     ASSERT_EQ(loadDrawing(d, path), "");
@@ -290,6 +305,10 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
         expected.dimensions.clear();
         expected.bitmaps.clear();
         expected.relation = {};
+        for (Hatch& hatch : expected.hatches) {
+            hatch.lines.clear(), hatch.gradient.clear(), hatch.source.clear();
+            hatch.backPen = 0;
+        }
         expected.elementAttributes.clear();
         expectSame(*d.find(number), expected);
     }
@@ -349,6 +368,9 @@ TEST_F(DrawingFile, DamageIsFound) {
         "UPDATE attributes SET pattern = 2",
         "UPDATE attributes SET position = 7 WHERE position = 1",
         "UPDATE contours SET hatch = 5",
+        "UPDATE hatch_lines SET hatch = 1",
+        "UPDATE hatch_gradients SET position = 1",
+        "UPDATE hatch_backs SET hatch = 1",
         "UPDATE contours SET types = x'0106' WHERE position = 0",
         "UPDATE texts SET height = 'x'",
         "DELETE FROM texts",

@@ -51,12 +51,13 @@ TEST_F(Convert, EveryVersionIsValidAndHoldsTheSameDrawing) {
     for (const char* format : FORMATS) {
         const Outcome outcome = run("convert " + bracket + " out.dxf --format " + format);
         ASSERT_EQ(outcome.status, 0) << format << outcome.err;
-        EXPECT_THAT(outcome.err, HasSubstr("17 hatches were not written."));
+        EXPECT_THAT(outcome.err, Not(HasSubstr("written")));
         const Outcome judged = run("validate out.dxf");
         EXPECT_EQ(judged.status, 0) << format << judged.out;
         const json after = info("out.dxf");
         EXPECT_EQ(number(after, "draw"), number(before, "draw")) << format;
         EXPECT_GE(number(after, "arc"), number(before, "arc")) << format << ": splines leave as arcs";
+        EXPECT_GE(after["hatches"], before["hatches"]) << format << ": fills leave in parts";
         for (int i = 0; i < 4; ++i)
             EXPECT_NEAR(after["extents"][i].get<double>(), before["extents"][i].get<double>(), 1e-6)
                 << format;

@@ -16,8 +16,8 @@ int DxUseByLayer;
 UtCString DxByLayerFile;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
-int DxMeshEdges, DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly,
-    DxPatternToBlock;
+int DxKeepHatchPattern, DxMeshEdges;
+int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
 int DxLayerKinds[DX_CLASS_COUNT];
@@ -77,6 +77,7 @@ static void resetImportOptions() {
     DxPaperSize = DxClipImages = 0;
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
+    DxKeepHatchPattern = 0;
     DxLineAsHatch = 0;
     DxMeshEdges = 0;
     DxMaxElements = 1000;

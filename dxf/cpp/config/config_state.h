@@ -80,6 +80,7 @@ extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size
 extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
+extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
 extern int DxWriteTxtOrg;                  ///< WRITE_TXT_ORG
 extern int DxWriteHatch;                   ///< WRITE_HATCH

@@ -175,6 +175,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"CLIP_IMAGES",     DxKeyWhen::Import,  &DxClipImages},
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
+    {"KEEP_HATCH",      DxKeyWhen::Always,  &DxKeepHatchPattern},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},
     {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},

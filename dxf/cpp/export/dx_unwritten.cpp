@@ -12,7 +12,7 @@ struct Kind {
     int (*count)(const DsCsr& pattern, long* count); ///< null: the writer counts
 };
 constexpr Kind KINDS[DX_UNWRITTEN_COUNT] = {
-    {"1 hatch was not written.", "%ld hatches were not written.", CiHatch::Count},
+    {"1 hatch was not written.", "%ld hatches were not written.", nullptr},
     {"1 dimension was not written.", "%ld dimensions were not written.", CiDim::Count},
     {"1 bitmap was not written.", "%ld bitmaps were not written.", CiBitmap::Count},
     {"1 3D face or solid was not written.", "%ld 3D faces and solids were not written.", Ci3d::Count},

@@ -38,3 +38,10 @@ int DxCiAddPointCloud(const RPT3* points, const unsigned long* pens, std::size_t
     if (const int error = DsCursorFromPatNo(DxActPat, &cursor)) return error;
     return Ci3d(DxCiContextId).AddPointCloud(&cursor, points, pens, count, 1);
 }
+
+int DxCiGetClosestPen(std::uint32_t rgb, int* pen) {
+    constexpr double fullByte = 0.00392156862745098;
+    const double parts[3] = {(rgb >> 16 & 255) * fullByte, (rgb >> 8 & 255) * fullByte,
+                             (rgb & 255) * fullByte};
+    return Ci3d::GetClosestPen(parts, *pen);
+}

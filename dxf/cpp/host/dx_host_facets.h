@@ -23,3 +23,6 @@ private:
 
 /// A cloud of points, behind the shift, in the active pattern. 0 or the host's error.
 int DxCiAddPointCloud(const RPT3* points, const unsigned long* pens, std::size_t count);
+
+/// The pen closest to a colour: red in bits 16 to 23, green, blue in the lowest. 0 is success.
+int DxCiGetClosestPen(std::uint32_t rgb, int* pen);

@@ -1,6 +1,7 @@
 #include "dx_kinds.h"
 
 #include "../dimension/dx_dim_import.h"
+#include "../hatch/dx_hatch_import.h"
 #include "../solid/dx_acis_import.h"
 #include "../solid/dx_space_import.h"
 #include "../text/dx_text_import.h"
@@ -45,6 +46,15 @@ std::size_t dxBytesBeside(const DX_SUB_DMESH_TYPE& mesh) {
 std::size_t dxBytesBeside(const DX_3DSOLID_TYPE& solid) {
     return solid.text ? solid.text->capacity() : 0;
 }
+std::size_t dxBytesBeside(const DX_HATCH_TYPE& hatch) {
+    std::size_t bytes = hatch.loops.capacity() * sizeof hatch.loops[0];
+    for (const DX_HATCH_PATH& loop : hatch.loops) {
+        bytes += loop.edges.capacity() * sizeof loop.edges[0];
+        for (const DX_SPLINE_TYPE& spline : loop.splines) bytes += sizeof spline + dxBytesBeside(spline);
+    }
+    for (const DX_HATCH_DEF& def : hatch.defs) bytes += sizeof def + def.dashes.capacity() * sizeof(double);
+    return bytes;
+}
 
 namespace {
 
@@ -72,6 +82,7 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxStage<DxDraw3dCircle>),
     dxKind(       "DIMENSION",          dxStage<DxReadDim>,      dxStage<DxDrawDim>,        dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
+    dxKind(       "HATCH",              dxStage<DxReadHatch>,    dxStage<DxDrawHatchRow>,   dxNoStage),
     dxKind(       "IMAGE",              dxStage<DxReadImage>,    dxStage<DxDrawImage>,      dxNoStage),
     dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
     dxKind(       "LARGE_RADIAL_DIMENSION", dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>, dxNoStage),

@@ -5,6 +5,7 @@
 #include "../host/dx_host.h"
 #include "../host/dx_host_facets.h"
 #include "../session/session_state.h"
+#include "account_state.h"
 #include "dx_entity_base.h"
 #include "dx_transform.h"
 #include "import_state.h"

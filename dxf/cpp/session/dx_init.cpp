@@ -8,6 +8,7 @@
 #include "../export/dx_block_table.h"
 #include "../export/dx_layer_choice.h"
 #include "../export/export_state.h"
+#include "../hatch/hatch_state.h"
 #include "../host/dx_host.h"
 #include "../import/blocks_state.h"
 #include "../import/dx_images.h"
@@ -41,6 +42,7 @@ void resetAllState(int isExport) {
     DxResetConfigState();
     DxResetHostState();
     DxResetImportState();
+    DxResetHatchState();
     DxResetImageState();
     DxResetPolylineState();
     DxResetPointCloudState();

@@ -2,14 +2,17 @@
 #include "../config/dx_pens.h"
 #include "../host/dx_face_list.h"
 #include "../host/dx_host.h"
+#include "../host/dx_host_facets.h"
 #include "../import/dx_entity_base.h"
 #include "../import/dx_extents.h"
 #include "../import/dx_transform.h"
+#include "../sections/sections_state.h"
 #include "../session/session_state.h"
 #include "dx_space_import.h"
 #include "ve.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -41,7 +44,16 @@ bool isWarped(const RPT3 (&corners)[4]) {
     RPT3 foot;
     double distance = 0;
     return Ve3dEbAus3p(1, corners[0], corners[1], corners[2], &plane) == 0 &&
-           Ve3dDistPtPlane(corners[3], plane, &distance, &foot) == 0 && distance > tolerance;
+           Ve3dDistPtPlane(corners[3], plane, &distance, &foot) == 0 && std::fabs(distance) > tolerance;
+}
+
+/// A face takes the pen that is closest to its material's colour, where that is known.
+void takeMaterialPen(std::uint32_t handle, int* pen) {
+    const auto material = DxMaterials.find(handle);
+    int closest = 0;
+    if (handle != 0 && material != DxMaterials.end() &&
+        DxCiGetClosestPen(static_cast<std::uint32_t>(material->second.ambientColor), &closest) == 0)
+        *pen = closest;
 }
 
 /// Flat, one face; warped, two triangles with a hidden edge between them.
@@ -91,7 +103,9 @@ int DxDrawFace(const DX_3DFACE_TYPE* rec, const Mat44 m) {
 int DxDraw3Dface(const DX_3DFACE_TYPE* rec, const Mat44 m) {
     int pen = 0, lineType = 0;
     RPT3 corners[4];
-    if (!DxPenLtToCAD(&rec->base, &pen, &lineType) || !placeCorners(*rec, m, corners)) return 0;
+    if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
+    takeMaterialPen(rec->base.materialHandle, &pen);
+    if (!placeCorners(*rec, m, corners)) return 0;
     if (DxCheckPass) return measure(corners);
     if (const int error = DxStartDrawing(pen, lineType)) return error;
     DxFaceList faces(pen, lineType);

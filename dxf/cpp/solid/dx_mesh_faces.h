@@ -21,10 +21,14 @@ public:
     /// The corners of the next face whose list is whole and names vertices of the mesh; others are passed
     /// over. False at the end.
     bool next(std::vector<RPT3>& corners);
+    /// Behind the end: tells of faces that were passed over and of a list that is cut, in the draw pass.
+    void tellLosses() const;
 
 private:
     const DX_SUB_DMESH_TYPE& mesh_;
     std::size_t at_ = 0;
+    int passedOver_ = 0;
+    bool isCut_ = false;
 };
 
 /// Draws the edges of faces that are shown as flat elements, each once, in the present pen. 0 or the host's

@@ -1,6 +1,7 @@
 // Polyface meshes: vertices, and faces that name up to four of them by number.
 #include "../config/config_state.h"
 #include "../import/dx_entity_base.h"
+#include "../session/dx_protocol.h"
 #include "../session/session_state.h"
 #include "dx_mesh_faces.h"
 #include "dx_space_import.h"
@@ -29,8 +30,12 @@ void copyBase(const DX_POLYLINE_TYPE& mesh, const DX_VERTEX_TYPE& vertex, DX_ENT
 
 } // namespace
 
+static bool isFace(const DX_VERTEX_TYPE& vertex) {
+    return (vertex.flags & (MESH_VERTEX | FACE_RECORD)) == FACE_RECORD;
+}
+
 bool DxPolyfaceOf(const DX_POLYLINE_TYPE& mesh, const DX_VERTEX_TYPE& vertex, DX_3DFACE_TYPE* face) {
-    if ((vertex.flags & (MESH_VERTEX | FACE_RECORD)) != FACE_RECORD) return false;
+    if (!isFace(vertex)) return false;
     const int numbers[4] = {vertex.face1, vertex.face2, vertex.face3, vertex.face4};
     face->edgeFlags = 0;
     for (int k = 0; k < 4; ++k) {
@@ -49,13 +54,21 @@ bool DxPolyfaceOf(const DX_POLYLINE_TYPE& mesh, const DX_VERTEX_TYPE& vertex, DX
 
 int DxDrawPolyNet(const DX_POLYLINE_TYPE* polyline, const Mat44 m) {
     DX_3DFACE_TYPE face;
+    int dropped = 0;
     for (const DX_VERTEX_TYPE& vertex : polyline->vertices) {
-        if (!DxPolyfaceOf(*polyline, vertex, &face)) continue;
+        if (!DxPolyfaceOf(*polyline, vertex, &face)) {
+            dropped += isFace(vertex);
+            continue;
+        }
         // With DxMeshEdges on, the flat stage has drawn the edges of all faces.
         if (!DxMeshEdges)
             if (const int error = DxDrawFace(&face, m)) return error;
         if (DxModus != 3) continue;
         if (const int error = DxDraw3Dface(&face, m)) return error;
     }
+    if (dropped > 0 && !DxCheckPass)
+        DxProtoMsg(UtFormatMsg("%d faces of a polyface mesh begin at no vertex of it.",
+                               "%d faces of a polyface mesh begin at no vertex of it.", dropped),
+                   0);
     return 0;
 }

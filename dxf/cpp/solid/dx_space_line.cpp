@@ -1,5 +1,6 @@
 // LINE and POINT in space.
 #include "../config/dx_pens.h"
+#include "../import/account_state.h"
 #include "../import/dx_entity_base.h"
 #include "../import/dx_linework_import.h"
 #include "../import/dx_point_clouds.h"
@@ -23,7 +24,11 @@ int DxDraw3dLine(const DX_LINE_TYPE* rec, const Mat44 m) {
 int DxDraw3dPoint(const DX_POINT_TYPE* rec, const Mat44 m) {
     constexpr int dropsPoints = 1;
     int pen = 0, lineType = 0;
-    if (!DxPenLtToCAD(&rec->base, &pen, &lineType) || DxPdMode == dropsPoints) return 0;
+    if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
+    if (DxPdMode == dropsPoints) {
+        DxNoteReason(DxReason::PointsOff);
+        return 0;
+    }
     if (!DxCheckPass) return DxCiPointCloudPushPt(rec, m);
     DX_LINE_TYPE line;
     DxCopyEntityBase(&line.base, &rec->base);

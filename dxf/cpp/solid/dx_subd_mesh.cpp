@@ -7,6 +7,7 @@
 #include "../import/dx_extents.h"
 #include "../import/dx_transform.h"
 #include "../session/dx_documents.h"
+#include "../session/dx_protocol.h"
 #include "../session/session_state.h"
 #include "dx_mesh_faces.h"
 #include "dx_space_import.h"
@@ -27,7 +28,10 @@ public:
     bool operator()(const DxPair& pair) {
         switch (pair.code) {
         case 92: return announce(pair, vertices_, rec_.vertices);
-        case 93: return announce(pair, faces_, rec_.faceList);
+        case 93:
+            announce(pair, faces_, rec_.faceList);
+            rec_.announcedFaces = faces_;
+            return true;
         case 94: return announce(pair, edges_, rec_.edgeList);
         case 10: return put(&RPT3::x, pair);
         case 20: return put(&RPT3::y, pair);
@@ -74,11 +78,13 @@ int drawOutlines(const R& rec, const Mat44 m) {
     DxCopyEntityBase(&face.base, &rec.base);
     face.edgeFlags = 0;
     std::vector<RPT3> corners;
-    for (DxSubDFaces faces(rec); faces.next(corners);) {
+    DxSubDFaces faces(rec);
+    while (faces.next(corners)) {
         if (corners.size() < 3) continue;
         for (std::size_t k = 0; k < 4; ++k) face.corners[k] = corners[std::min(k, corners.size() - 1)];
         if (const int error = DxDrawFace(&face, m)) return error;
     }
+    faces.tellLosses();
     return 0;
 }
 
@@ -87,7 +93,8 @@ int drawEdges(const R& rec, const Mat44 m, int pen, int lineType) {
     DxFaceList list(pen, lineType);
     std::vector<RPT3> corners;
     std::vector<DxEdge> edges;
-    for (DxSubDFaces faces(rec); faces.next(corners);) {
+    DxSubDFaces faces(rec);
+    while (faces.next(corners)) {
         for (RPT3& corner : corners) DxTrans3DRpt(&corner, m);
         if (corners.size() < 3 || !std::all_of(corners.begin(), corners.end(), DxIsFinite)) continue;
         corners.push_back(corners.front());
@@ -96,6 +103,7 @@ int drawEdges(const R& rec, const Mat44 m, int pen, int lineType) {
         if (const int error = list.addFace(corners.data(), edges.data(), static_cast<int>(corners.size())))
             return error;
     }
+    faces.tellLosses();
     if (!DxCheckPass) return DxDrawShownEdges(list);
     list.measure(DxCheckXYZ);
     return 0;
@@ -107,7 +115,8 @@ bool DxSubDFaces::next(std::vector<RPT3>& corners) {
     const std::vector<int>& list = mesh_.faceList;
     while (at_ < list.size()) {
         const int count = list[at_++];
-        if (count < 0 || static_cast<std::size_t>(count) > list.size() - at_) return false;
+        isCut_ = count < 0 || static_cast<std::size_t>(count) > list.size() - at_;
+        if (isCut_) return false;
         corners.clear();
         for (int k = 0; k < count; ++k) {
             const int index = list[at_++];
@@ -115,8 +124,19 @@ bool DxSubDFaces::next(std::vector<RPT3>& corners) {
                 corners.push_back(mesh_.vertices[static_cast<std::size_t>(index)]);
         }
         if (corners.size() == static_cast<std::size_t>(count)) return true;
+        ++passedOver_;
     }
     return false;
+}
+
+void DxSubDFaces::tellLosses() const {
+    if (DxCheckPass) return;
+    if (isCut_ || mesh_.faceList.size() < mesh_.announcedFaces)
+        DxProtoMsg("The face list of a MESH ends too early.", 0);
+    if (passedOver_ > 0)
+        DxProtoMsg(UtFormatMsg("%d faces of a MESH name vertices that it doesn't have.",
+                               "%d faces of a MESH name vertices that it doesn't have.", passedOver_),
+                   0);
 }
 
 int DxReadSubDMesh(DX_SUB_DMESH_TYPE* rec) {
@@ -128,8 +148,8 @@ int DxReadSubDMesh(DX_SUB_DMESH_TYPE* rec) {
 int DxDrawSubDMesh(const DX_SUB_DMESH_TYPE* rec, const Mat44 m) {
     int pen = 0, lineType = 0;
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
-    if (!DxCheckPass)
-        if (const int error = DxStartDrawing(pen, lineType)) return error;
+    // A pen that the host refuses costs the mesh alone.
+    if (!DxCheckPass && DxStartDrawing(pen, lineType)) return 0;
     if (!DxCheckPass && DxModus == 3) {
         if (DxMeshEdges)
             if (const int error = drawEdges(*rec, m, pen, lineType)) return error;
@@ -144,7 +164,8 @@ int DxDraw3dSubDMesh(const DX_SUB_DMESH_TYPE* rec, const Mat44 m) {
     if (DxSetPenLt(pen, lineType)) return 0;
     DxFacets facets(rec->faceList.size());
     std::vector<RPT3> corners;
-    for (DxSubDFaces faces(*rec); faces.next(corners);) {
+    DxSubDFaces faces(*rec);
+    while (faces.next(corners)) {
         if (corners.size() < 3) continue;
         // The normal is that of the block's own coordinates, whatever the matrix.
         VE_PLANE plane{{0, 0, 1}, 0};
@@ -153,5 +174,6 @@ int DxDraw3dSubDMesh(const DX_SUB_DMESH_TYPE* rec, const Mat44 m) {
         if (!std::all_of(corners.begin(), corners.end(), DxIsFinite)) continue;
         facets.add(corners, plane.normal);
     }
+    faces.tellLosses();
     return facets.draw(pen, rec->base.materialHandle);
 }

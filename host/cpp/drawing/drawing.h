@@ -32,7 +32,7 @@ struct Spline {
 /// A closed contour as a chain of Move, Draw and Arc elements.
 using Contour = std::vector<Element>;
 
-/// A family of parallel pattern lines, or the solid fill.
+/// A row of parallel pattern lines with dashes and offsets of their own, as a pattern's source has them.
 struct HatchFamily {
     double angle = 0;    ///< radians
     double distance = 0; ///< between lines, drawing units
@@ -42,12 +42,44 @@ struct HatchFamily {
     std::vector<double> dashes;
 };
 
+/// One of the two line directions of a hatch. A line lies at `base`, measured from the drawing's origin to
+/// the right of the direction; the next ones follow at distance d1, c1 times, and at d2, c2 times, and so on
+/// round.
+struct HatchLines {
+    double angle = 0; ///< radians
+    double base = 0, d1 = 0, d2 = 0;
+    int c1 = 0, c2 = 0;
+    int pen = 1, lineType = 1;
+
+    double period() const { return c1 * d1 + c2 * d2; }
+};
+
+/// A fill that runs from one colour to another.
+struct HatchGradient {
+    int form = 0;     ///< 0 from side to side, 1 from the middle to both sides
+    double angle = 0; ///< radians
+    double shift = 0;
+    double size = 50; ///< percent of the area that the change of colours takes
+    int secondPen = 1;
+    std::string name;
+};
+
+/// The pattern that a hatch was made from, as its source tells it; the lines stand in Hatch::families.
+struct HatchSource {
+    double scale = 1, angle = 0; ///< angle in radians
+    int type = 0, crossed = 0;
+};
+
 struct Hatch {
-    bool solid = true;
+    bool solid = true; ///< an area without lines, in one colour or a gradient
     int fillPen = 1;
-    int transparency = 0;          ///< percent
-    std::vector<Contour> contours; ///< even-odd
-    std::vector<HatchFamily> families;
+    int backPen = 0;                     ///< fill behind the lines, 0: none
+    int transparency = 0;                ///< percent
+    std::vector<Contour> contours;       ///< even-odd; info 2 on the Move of a contour that a jump leads to
+    std::vector<HatchLines> lines;       ///< at most two
+    std::vector<HatchGradient> gradient; ///< at most one
+    std::vector<HatchSource> source;     ///< at most one
+    std::vector<HatchFamily> families;   ///< drawn in place of `lines` where there are any
     std::string patternName;
 };
 

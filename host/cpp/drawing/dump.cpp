@@ -234,7 +234,25 @@ void Dumper::hatch(const Hatch& hatch) {
     put("  hatch").put(hatch.solid ? " solid pen" : " pen").number(hatch.fillPen);
     named("pattern", hatch.patternName);
     option("transparency", hatch.transparency, 0);
+    option("background", hatch.backPen, 0);
+    for (const HatchSource& s : hatch.source)
+        put(" source scale")
+            .number(s.scale)
+            .put(" angle")
+            .number(s.angle)
+            .put(" type")
+            .point(s.type, s.crossed);
     put("\n");
+    for (const HatchGradient& g : hatch.gradient) {
+        put("    gradient").number(g.form).put(" angle").number(g.angle).put(" to pen").number(g.secondPen);
+        named("name", g.name);
+        put("\n");
+    }
+    for (const HatchLines& l : hatch.lines) {
+        put("    lines angle").number(l.angle).put(" base").number(l.base).put(" steps").number(l.c1);
+        number(l.d1).number(l.c2).number(l.d2).put(" pen").number(l.pen).put(" lt").number(l.lineType);
+        put("\n");
+    }
     for (const HatchFamily& f : hatch.families) {
         put("    family angle").number(f.angle).put(" distance").number(f.distance).put(" origin");
         point(f.originX, f.originY);

@@ -5,19 +5,18 @@
 #include "drawing/drawing.h"
 #include "li.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace host {
 
-/// Hatch parameters in the making, for the next ovhatch.
-struct HatchParameters {
-    bool solid = false;
-    int fillPen = 1;
-    int transparency = 0; ///< percent
-    std::vector<HatchFamily> families;
-    std::string patternName;
+class Region;
+
+/// The hatch that a walk stands on; pattern 0: none.
+struct CurrentHatch {
+    int pattern = 0, row = 0;
 };
 
 /// A context: 0 is the unit of the drawing, whatever that is.
@@ -32,9 +31,19 @@ struct FaceArrays {
     std::vector<double> x, y, z;
 };
 
+/// Hatch parameters before anything was set.
+inline Hatch noHatchYet() {
+    Hatch hatch;
+    hatch.solid = false;
+    return hatch;
+}
+
 struct DrawingState {
     Drawing drawing;
-    HatchParameters hatch;
+    Hatch hatch = noHatchYet(); ///< what the hatches to come will look like; its contours don't count
+    CurrentHatch currentHatch;
+    std::shared_ptr<const Region> region; ///< of ovblock, null: none
+    int regionPattern = 0;                ///< the pattern that it was made of
     Text textParameters;           ///< what texts to come will look like; its lines and place don't count
     std::optional<Text> savedText; ///< of UoTextParSave(1)
     double tolerance3d = 0;        ///< of 3D operations; 0: the drawing tolerance

@@ -1,5 +1,6 @@
 #include "drawing/move.h"
 
+#include <cmath>
 #include <unordered_set>
 
 namespace host {
@@ -28,6 +29,8 @@ public:
             family.originX += dx_;
             family.originY += dy_;
         }
+        for (HatchLines& lines : hatch.lines)
+            lines.base += dx_ * std::sin(lines.angle) - dy_ * std::cos(lines.angle);
     }
 
     void dimension(Dimension& dimension) const {

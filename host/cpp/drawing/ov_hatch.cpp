@@ -92,26 +92,18 @@ int ovhatch(int* /*code*/, int* toPat, int* contourPat) {
     if (!target || !source) return errorNoSuchObject;
     std::vector<Contour> contours = ContourCollector(*source, drawingTolerance(openDrawing())).collect();
     if (contours.empty()) return errorNotApplicable;
-    const HatchParameters& parameters = drawingState().hatch;
-    Hatch hatch;
-    hatch.solid = parameters.solid;
-    hatch.fillPen = parameters.fillPen;
-    hatch.transparency = parameters.transparency;
-    hatch.families = parameters.families;
-    hatch.patternName = parameters.patternName;
+    Hatch& hatch = target->hatches.emplace_back(drawingState().hatch);
     hatch.contours = std::move(contours);
-    target->hatches.push_back(std::move(hatch));
     ++openDrawing().elementCount;
     return 0;
 }
 
 int ovhatchparams(int* mode, int* /*patNo*/) {
     if (callFails()) return errorNoMemory;
-    HatchParameters& parameters = drawingState().hatch;
     if (*mode == 1)
-        parameters = HatchParameters{};
+        drawingState().hatch = noHatchYet();
     else if (*mode == 2)
-        parameters.solid = true;
+        drawingState().hatch.solid = true;
     else
         return errorNotApplicable;
     return 0;
@@ -120,7 +112,11 @@ int ovhatchparams(int* mode, int* /*patNo*/) {
 int ovhatchsetreppar(int index, int high, int low) {
     if (callFails()) return errorNoMemory;
     constexpr int highest = 1 << 20; // far above any pen; keeps the product in range
-    if (index != 0 || high < -highest || high > highest) return errorNotApplicable;
-    drawingState().hatch.fillPen = 16 * high + low % 16;
+    if (index < 0 || index > 1 || high < -highest || high > highest) return errorNotApplicable;
+    const int value = 16 * high + low % 16;
+    if (index == 0)
+        drawingState().hatch.fillPen = value;
+    else
+        drawingState().hatch.transparency = std::clamp(value, 0, 100);
     return 0;
 }

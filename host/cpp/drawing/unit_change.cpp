@@ -42,6 +42,11 @@ public:
     void operator()(Hatch& hatch) const {
         for (Contour& contour : hatch.contours) (*this)(contour);
         for (HatchFamily& family : hatch.families) (*this)(family);
+        for (HatchLines& lines : hatch.lines) {
+            (*this)(lines.base);
+            (*this)(lines.d1);
+            (*this)(lines.d2);
+        }
     }
     void operator()(Dimension& dimension) const {
         for (RPT3& p : dimension.points) { // z says what the point is

@@ -1,4 +1,5 @@
 // Fills and hatch lines of a picture.
+#include "drawing/hatch_lines.h"
 #include "render/painter.h"
 
 #include <algorithm>
@@ -8,6 +9,10 @@ namespace host {
 
 /// Dashes of one family and hatch that are drawn singly; beyond, its lines are solid.
 static constexpr double kMostDashes = 50'000;
+
+static double alphaOf(const Hatch& hatch) {
+    return 1 - std::clamp(hatch.transparency, 0, 100) / 100.0;
+}
 
 void Painter::addContour(FillPath& path, const Contour& contour) const {
     RPT at{0, 0};
@@ -87,7 +92,7 @@ void Painter::drawFamily(const FillPath& path, const Hatch& hatch, const HatchFa
     if (box.minX >= box.maxX || box.minY >= box.maxY) return;
     const LineField field = layLines(family, frame_, box);
     const int pen = family.pen > 0 ? family.pen : hatch.fillPen;
-    const double alpha = 1 - std::clamp(hatch.transparency, 0, 100) / 100.0;
+    const double alpha = alphaOf(hatch);
     if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth)) {
         setSource(cairo_, visiblePen(drawing_, pen, dark_), 0.4 * alpha);
         path.emit(cairo_);
@@ -121,18 +126,48 @@ void Painter::drawFamily(const FillPath& path, const Hatch& hatch, const HatchFa
     cairo_restore(cairo_);
 }
 
+/// The pattern of colours along the gradient's direction, across the box of the area.
+static cairo_pattern_t* gradientOver(const Extents& box, const HatchGradient& gradient, const Rgb& first,
+                                     const Rgb& second, double alpha) {
+    const RPT along{std::cos(gradient.angle), -std::sin(gradient.angle)}; // y is down
+    const RPT middle{(box.minX + box.maxX) / 2, (box.minY + box.maxY) / 2};
+    const double reach =
+        std::fabs(along.x) * (box.maxX - box.minX) / 2 + std::fabs(along.y) * (box.maxY - box.minY) / 2;
+    cairo_pattern_t* pattern =
+        cairo_pattern_create_linear(middle.x - along.x * reach, middle.y - along.y * reach,
+                                    middle.x + along.x * reach, middle.y + along.y * reach);
+    const auto stop = [&](double at, const Rgb& c) {
+        cairo_pattern_add_color_stop_rgba(pattern, at, c.r / 255.0, c.g / 255.0, c.b / 255.0, alpha);
+    };
+    stop(0, first);
+    if (gradient.form == 1) stop(0.5, second);
+    stop(1, gradient.form == 1 ? first : second);
+    return pattern;
+}
+
+void Painter::fillArea(const FillPath& path, const Hatch& hatch) {
+    const auto color = [&](int pen) { return visiblePen(drawing_, pen, dark_); };
+    path.emit(cairo_);
+    if (hatch.gradient.empty()) {
+        setSource(cairo_, color(hatch.solid ? hatch.fillPen : hatch.backPen), alphaOf(hatch));
+        cairo_fill(cairo_);
+        return;
+    }
+    const HatchGradient& gradient = hatch.gradient[0];
+    cairo_pattern_t* pattern =
+        gradientOver(path.box(), gradient, color(hatch.fillPen), color(gradient.secondPen), alphaOf(hatch));
+    cairo_set_source(cairo_, pattern);
+    cairo_fill(cairo_);
+    cairo_pattern_destroy(pattern);
+}
+
 void Painter::drawHatches(const Pattern& pattern) {
     for (const Hatch& hatch : pattern.hatches) {
         FillPath path;
         for (const Contour& contour : hatch.contours) addContour(path, contour);
         if (path.empty()) continue;
-        if (hatch.solid) {
-            const double alpha = 1 - std::clamp(hatch.transparency, 0, 100) / 100.0;
-            setSource(cairo_, visiblePen(drawing_, hatch.fillPen, dark_), alpha);
-            path.emit(cairo_);
-            cairo_fill(cairo_);
-        }
-        for (const HatchFamily& family : hatch.families) drawFamily(path, hatch, family);
+        if (hatch.solid || hatch.backPen > 0) fillArea(path, hatch);
+        for (const HatchFamily& family : hatchFamilies(drawing_, hatch)) drawFamily(path, hatch, family);
     }
     pen_ = -1;
 }

@@ -36,6 +36,7 @@ private:
     void drawArc(const Element& element);
     void addEdge(int pen, int lineType, const RPT3& from, const RPT3& to);
     void addContour(FillPath& path, const Contour& contour) const;
+    void fillArea(const FillPath& path, const Hatch& hatch);
     void drawBitmap(const Bitmap& bitmap);
     void drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family);
 

@@ -64,8 +64,7 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     if (hasTable<Arrow>(version)) readPatternLists(db, drawing, &Pattern::arrows);
     if (hasTable<Dimension>(version)) readPatternLists(db, drawing, &Pattern::dimensions);
     readSpace(db, version, drawing);
-    readPartLists(db, drawing, &Pattern::hatches, &Hatch::contours);
-    readPartLists(db, drawing, &Pattern::hatches, &Hatch::families);
+    readHatchParts(db, version, drawing);
     readPartLists(db, drawing, &Pattern::texts, &Text::lines);
 }
 

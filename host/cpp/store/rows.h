@@ -2,6 +2,7 @@
 // table, writing a row and reading it. docs/drawing-file.md tells the same to people.
 #pragma once
 
+#include "store/hatch_rows.h"
 #include "store/packing.h"
 #include "store/pattern_rows.h"
 #include "store/sheet_rows.h"
@@ -245,7 +246,8 @@ namespace host {
 template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
-               Holder<Contour>, Holder<HatchFamily>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
+               Holder<Contour>, Holder<HatchFamily>, Holder<HatchLines>, Holder<HatchGradient>,
+               Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
                Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
                Holder<PointCloud>, Holder<Material>, Holder<Layer>, Holder<View>, Holder<WorkPlane>,
                Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,

@@ -21,10 +21,7 @@ static void putPattern(Tables& tables, const Pattern& pattern) {
     putList(tables, pattern.number, pattern.curves);
     putList(tables, pattern.number, pattern.pointClouds);
     putList(tables, pattern.number, pattern.solids);
-    for (std::size_t i = 0; i < pattern.hatches.size(); ++i) {
-        putList(tables, pattern.number, static_cast<std::int64_t>(i), pattern.hatches[i].contours);
-        putList(tables, pattern.number, static_cast<std::int64_t>(i), pattern.hatches[i].families);
-    }
+    putHatchParts(tables, pattern);
     for (std::size_t i = 0; i < pattern.texts.size(); ++i)
         putList(tables, pattern.number, static_cast<std::int64_t>(i), pattern.texts[i].lines);
 }
