@@ -18,3 +18,17 @@ int DxCiReadSat(const UtCString& path, const DX_SOLID_LOOK& look, const Mat44 ma
         .ReadSatFileByParams(path, look.pen, look.lineType, look.material, look.number, GeMat44(placed),
                              noPart, DxSolidsAsSubObjects);
 }
+
+int DxCiGetSolid(int patNo, int index, CI_SOLID* solid) {
+    constexpr int noContext = 0; // the drawing's own unit
+    DsCsr cursor;
+    if (const int error = DsCursorFromPatNo(patNo, &cursor)) return error;
+    return Ci3d(noContext).GetSolid(cursor, index, solid);
+}
+
+int DxCiCreateVisMaterial(const UtCString& name, const RENDERING_ENGINE::MATERIAL& material,
+                          const UtCString& picture, MatDbKey& key, unsigned long& number) {
+    RENDERING_ENGINE::TEXTURE texture;
+    RENDERING_ENGINE::init(texture);
+    return Ci3d(DxCiContextId).CreateVisMaterial(name, material, 1, &texture, {{picture}}, key, number);
+}

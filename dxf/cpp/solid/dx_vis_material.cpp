@@ -1,12 +1,12 @@
 // Materials of the file as materials of the host.
-#include "../host/host_state.h"
+#include "../host/dx_host_facets.h"
+#include "../host/dx_host_solid.h"
 #include "../sections/sections_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
 #include "dx_acis_import.h"
-#include "re_material.h"
 #include "solid_state.h"
 
 #include <array>
@@ -23,19 +23,16 @@ std::array<double, 3> partsOf(int colour) {
 /// The pen is set even when the host makes no material.
 int makeMaterial(const DX_MATERIAL_TYPE& from, int& pen, MatDbKey& key, unsigned long& number) {
     RENDERING_ENGINE::MATERIAL material;
-    RENDERING_ENGINE::TEXTURE texture;
     RENDERING_ENGINE::init(material);
-    RENDERING_ENGINE::init(texture);
     const auto diffuse = partsOf(from.diffuseColor), specular = partsOf(from.specularColor);
     std::copy(diffuse.begin(), diffuse.end(), material.diffuse);
     material.diffuseIntensity = static_cast<float>(from.diffuseFactor);
-    Ci3d::GetClosestPen(diffuse.data(), pen);
+    DxCiGetClosestPen(static_cast<std::uint32_t>(from.diffuseColor), &pen);
     std::copy(specular.begin(), specular.end(), material.specular);
     material.specularIntensity = static_cast<float>(from.specularFactor);
     UtCString file = from.diffuseFile;
     if (file.IsEmpty() || DxReadFindPath(file)) file = UtCString();
-    const std::vector<RENDERING_ENGINE::Image> files{{file}};
-    return Ci3d(DxCiContextId).CreateVisMaterial(from.name, material, 1, &texture, files, key, number);
+    return DxCiCreateVisMaterial(from.name, material, file, key, number);
 }
 
 } // namespace

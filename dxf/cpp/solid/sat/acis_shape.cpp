@@ -47,6 +47,12 @@ public:
         isValid &= value && (value->kind == Kind::Integer || value->kind == Kind::Enum);
         return isValid ? value->integer : 0;
     }
+    /// How a B-spline closes: 0 not, 1 with a corner, 2 smoothly. A sub-record kept token by token has words.
+    std::int64_t closure() {
+        if (!peek() || peek()->kind != Kind::Word) return whole();
+        const std::string_view name = word();
+        return name == "closed" ? 1 : name == "periodic" ? 2 : 0;
+    }
     std::string_view word() {
         const Value* value = take();
         isValid &= value && value->kind == Kind::Word;
@@ -110,7 +116,7 @@ std::optional<NurbsCurve> readSpline(Cursor& c, bool& isClosed) {
     const std::string_view word = c.word();
     if (word != "nubs" && word != "nurbs") return {};
     curve.degree = static_cast<int>(c.whole());
-    isClosed = c.whole() != 0;
+    isClosed = c.closure() != 0;
     curve.knots = readKnots(c, c.whole());
     const auto degree = static_cast<std::size_t>(curve.degree);
     if (!c.isValid || curve.degree < 1 || curve.knots.size() < 2 * degree + 2) return {};
@@ -126,9 +132,9 @@ std::optional<NurbsSurface> readSplineSurface(Cursor& c, bool closed[2]) {
     s.degreeU = static_cast<int>(c.whole());
     s.degreeV = static_cast<int>(c.whole());
     if (word == "nurbs") c.word();
-    const std::int64_t closures[2] = {c.whole(), c.whole()};
-    c.whole();
-    c.whole();
+    const std::int64_t closures[2] = {c.closure(), c.closure()};
+    c.closure(); // where the surface has poles
+    c.closure();
     const std::int64_t counts[2] = {c.whole(), c.whole()};
     s.knotsU = readKnots(c, counts[0]);
     s.knotsV = readKnots(c, counts[1]);
@@ -610,6 +616,17 @@ std::size_t findSpline(const File& file, const SubRecord& sub, bool isSurface, s
         at += length - 1;
     }
     return found;
+}
+
+std::optional<NurbsCurve> curveSpline(const File& file, std::size_t at, std::size_t count, bool& isClosed) {
+    Cursor c(file, at, count);
+    return readSpline(c, isClosed);
+}
+
+std::optional<NurbsSurface> surfaceSpline(const File& file, std::size_t at, std::size_t count,
+                                          bool closed[2]) {
+    Cursor c(file, at, count);
+    return readSplineSurface(c, closed);
 }
 
 std::optional<CurveShape> curveShape(const File& file, const SubRecord& sub) {

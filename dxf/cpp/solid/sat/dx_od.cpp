@@ -25,6 +25,18 @@ bool write(ISATConverter& converter, const UtCString& target) {
     return true;
 }
 
+DxModelKind kindOf(const ACIS::File& file) {
+    constexpr std::size_t SURFACE = 3 + 4, SIDES = 3 + 6; // behind attrib, id, pattern
+    DxModelKind kind = DxModelKind::Region;
+    for (const ACIS::ENTITY& face : file.records) {
+        if (!face.isA(ACIS::Id::Face) || face.count <= SIDES) continue;
+        if (file.values[face.first + SIDES].integer == 0) return DxModelKind::Solid;
+        const ACIS::ENTITY* const surface = file.at(file.values[face.first + SURFACE]);
+        if (!surface || !surface->isA(ACIS::Id::Plane)) kind = DxModelKind::Sheet;
+    }
+    return kind;
+}
+
 } // namespace
 
 void DxOdInit(int start) {
@@ -57,10 +69,12 @@ int DxOdSatDump(const UtCString& source, std::string& text) {
     }
 }
 
-int DxOdSatPlace(std::string_view model, const Mat44 matrix, bool isBinary, std::string& placed) {
+int DxOdSatPlace(std::string_view model, const Mat44 matrix, bool isBinary, std::string& placed,
+                 DxModelKind* kind) {
     try {
         ACIS::File file;
         if (!file.load(model)) return ERROR_CONVERSION;
+        if (kind) *kind = kindOf(file);
         ACIS::placeModel(file, matrix);
         placed = file.save((isBinary ? ACIS::VERSION_BINARY : ACIS::VERSION_TEXT) | VERSION);
         return placed.empty() ? ERROR_CONVERSION : 0;
