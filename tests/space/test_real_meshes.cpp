@@ -5,6 +5,7 @@
 #include "faces.h"
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 
 namespace {
@@ -17,7 +18,8 @@ std::string shapeOf(const host::FaceView& face) {
     for (int i = 1; i < face.count; ++i) {
         const RPT3 &p = face.points[i], &before = face.points[i - 1];
         if (p.x == before.x && p.y == before.y && p.z == before.z) continue;
-        shape += UtFormat(" %.9g %.9g %.9g", p.x, p.y, p.z).str();
+        for (const double v : {p.x, p.y, p.z})
+            shape += UtFormat(" %.9g", std::fabs(v) < 1e-12 ? 0.0 : v).str();
         if (face.marks[i] & host::HIDDEN) shape += " hidden";
     }
     return shape;

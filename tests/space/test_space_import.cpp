@@ -76,17 +76,15 @@ TEST(Face3d, WarpedOnesAreTwoTriangles) {
 
 TEST(Face3d, TakesThePenClosestToItsMaterial) {
     // Materials stand behind the entities: the pass over the second space knows those of the first.
-    const std::string material =
-        "  0\nSECTION\n  2\nOBJECTS\n  0\nMATERIAL\n  5\nAB\n 90\n255\n 91\n65280\n  0\nENDSEC\n";
     ImportOptions options = in3d();
+    options.numbers["&DxfParseExt"] = 0;
     options.numbers["&DxfPaper"] = 2;
     const DxfGroups face = corners({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}) + DxfGroups{{67, "1"}};
     const auto penOf = [&](const char* handle) {
         DxfText text = dxf().header("AC1015").entity("LINE", at(11, {1, 1}));
         text.entity("3DFACE", face + DxfGroups{{347, handle}, {62, "1"}});
-        std::string file = text.text();
-        file.insert(file.rfind("  0\nEOF"), material);
-        const std::string faces = inSpace(elementsOf(importText(file, options).dump));
+        text.section("OBJECTS", {{0, "MATERIAL"}, {5, "AB"}, {90, "255"}, {91, "65280"}}, true);
+        const std::string faces = spaceOf(text, options);
         return faces.substr(0, faces.find(" 0 0 0"));
     };
     int blue = 0;
@@ -234,11 +232,13 @@ TEST(SubDMesh, WhatIsSoundOfABrokenListIsDrawn) {
     EXPECT_EQ(
         spaceOf("MESH", subdivision(kPentagon, {3, 0, 1, 99, 3, 0, 1, 2, 3, -1, 0, 1, 9, 0, 1}, 4000000)),
         "facets pen 1 normal 0 0 1\n  face pen 1 0 0 1 2 0 1 3 1 1\n");
-    const auto told = importText(
-        dxf().header("AC1015").entity("MESH", subdivision(kPentagon, {3, 0, 1, 99, 3, 0, 1, 2}, 9)).text(),
-        in3d());
-    EXPECT_TRUE(told.hasLine("1 faces of a MESH name vertices that it doesn't have."));
-    EXPECT_TRUE(told.hasLine("The face list of a MESH ends too early."));
+    const auto isTold = [](int announced, const char* words) {
+        const DxfGroups cage = subdivision(kPentagon, {3, 0, 1, 99, 3, 0, 1, 2}, announced);
+        return importText(dxf().header("AC1015").entity("MESH", cage).text(), in3d()).hasLine(words);
+    };
+    EXPECT_TRUE(isTold(8, "1 faces of a MESH name vertices that it doesn't have."));
+    EXPECT_FALSE(isTold(8, "The face list of a MESH ends too early."));
+    EXPECT_TRUE(isTold(99, "The face list of a MESH ends too early."));
     EXPECT_EQ(spaceOf("MESH", {{92, "2000000000"}, {93, "2000000000"}, {90, "2000000000"}}), "");
 }
 

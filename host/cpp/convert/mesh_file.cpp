@@ -51,17 +51,15 @@ struct Mesh {
     }
     /// A corner that stands where the one before it does is left out.
     void addFace(const FaceView& face) {
-        const auto first = corners.size();
-        for (int i = 0; i + 1 < face.count; ++i) {
-            const int place = placeOf(face.points[i]);
-            if (corners.size() == first || corners.back() != place) corners.push_back(place);
-        }
-        if (corners.size() > first && corners.back() == corners[first] && corners.size() - first > 1)
-            corners.pop_back();
-        if (corners.size() - first < 3)
-            corners.resize(first);
-        else
-            faces.push_back({static_cast<int>(first), static_cast<int>(corners.size() - first), face.pen});
+        constexpr PointEqual equal;
+        distinct_.clear();
+        for (int i = 0; i + 1 < face.count; ++i)
+            if (distinct_.empty() || !equal(distinct_.back(), face.points[i]))
+                distinct_.push_back(face.points[i]);
+        while (distinct_.size() > 1 && equal(distinct_.back(), distinct_.front())) distinct_.pop_back();
+        if (distinct_.size() < 3) return;
+        faces.push_back({static_cast<int>(corners.size()), static_cast<int>(distinct_.size()), face.pen});
+        for (const RPT3& p : distinct_) corners.push_back(placeOf(p));
     }
 
 private:
@@ -72,12 +70,13 @@ private:
         return entry->second;
     }
     std::unordered_map<RPT3, int, PointHash, PointEqual> places_;
+    std::vector<RPT3> distinct_; ///< corners of the present face
 };
 
 Mesh collect(const Drawing& drawing) {
     Mesh mesh;
     for (const Pattern& pattern : drawing.patterns) {
-        if (pattern.number <= 0 || pattern.scratch || !drawing.isVisible(pattern)) continue;
+        if (!drawing.isContentOf(pattern, 0)) continue;
         mesh.addGroup(pattern);
         forEachFaceList(pattern, [&](const FaceList& list) {
             forEachFace(list, [&](const FaceView& face) {
@@ -127,13 +126,20 @@ private:
     bool failed_ = false;
 };
 
+/// A blank would part it into the names of several groups.
+std::string oneWord(std::string name) {
+    for (char& c : name)
+        if (static_cast<unsigned char>(c) <= ' ') c = '_';
+    return name;
+}
+
 void writeObj(const Drawing& /*drawing*/, const Mesh& mesh, MeshWriter& out) {
     out.text("# torva-dxf\n");
     for (const RPT3& p : mesh.points) out.text("v "), out.point(p, " ");
     std::size_t group = 0;
     for (std::size_t i = 0; i < mesh.faces.size(); ++i) {
         for (; group < mesh.groups.size() && mesh.groups[group].firstFace == i; ++group)
-            out.text("g " + mesh.groups[group].name + "\n");
+            out.text("g " + oneWord(mesh.groups[group].name) + "\n");
         out.text("f");
         for (int k = 0; k < mesh.faces[i].count; ++k) {
             out.text(" ");

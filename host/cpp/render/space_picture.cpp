@@ -15,9 +15,14 @@
 
 namespace host {
 
-/// Whether the pattern's elements are the plan of what it holds in space, which is shown in their place.
-static bool isPlanOfSpace(const Pattern& pattern) {
+static bool holdsSpace(const Pattern& pattern) {
     return pattern.hasFaces() || !pattern.curves.empty();
+}
+
+/// Whether the pattern's elements are the plan of what stands in space, which is shown in their place. A full
+/// pattern goes on in another of its layer, so that a plan and its faces may lie in two.
+bool SpacePicture::isPlanOfSpace(const Pattern& pattern) const {
+    return holdsSpace(pattern) || layersInSpace_.contains(pattern.ids.layer);
 }
 
 /// From a pattern's own plane into the drawing's frame.
@@ -39,6 +44,8 @@ bool SpacePicture::isShown(const Pattern& pattern) const {
 
 SpacePicture::SpacePicture(const Drawing& drawing, const RenderOptions& options)
     : drawing_(drawing), options_(options), axes_(viewFrom(options.direction)), view_(axes_) {
+    for (const Pattern& pattern : drawing.patterns)
+        if (!pattern.ids.layer.empty() && holdsSpace(pattern)) layersInSpace_.insert(pattern.ids.layer);
     for (const Pattern& pattern : drawing.patterns) {
         if (!isShown(pattern)) continue;
         if (drawing.workPlanes.contains(pattern.workId)) {

@@ -8,6 +8,9 @@
 
 #include <cairo.h>
 
+#include <string>
+#include <unordered_set>
+
 namespace host {
 
 /// A picture of the model in space: what it shows is collected once, for its frame and for its painting.
@@ -20,6 +23,7 @@ public:
 
 private:
     bool isShown(const Pattern& pattern) const;
+    bool isPlanOfSpace(const Pattern& pattern) const;
     void measure(const Pattern& pattern);
     void addElements(const Pattern& pattern);
     void announce(PictureCache& pictures, const Frame& tilted) const;
@@ -27,6 +31,7 @@ private:
 
     const Drawing& drawing_;
     const RenderOptions& options_;
+    std::unordered_set<std::string> layersInSpace_; ///< that hold something in space
     ViewAxes axes_;
     SpaceView view_;
     Extents extents_; ///< in view coordinates

@@ -36,6 +36,11 @@ struct NamedState {
 /// What a pattern state says of the look of texts, beyond their pen.
 struct NamedTextState : NamedState {};
 
+/// What is known of the file that the drawing came from.
+struct DrawingSource {
+    bool unitAssumed = false;
+};
+
 /// A pattern of the last import, as a row.
 struct ImportedPattern {
     int number = 0;
@@ -57,6 +62,17 @@ struct Row<DrawingHead> {
         v("unit", r.unit), v("scale", r.scale), v("format", r.format);
         v("next_work_id", r.nextWorkId), v("active_pattern", r.activeNumber), v("last_pattern", r.lastNumber);
         v("file_name", r.fileName);
+    }
+};
+
+template <>
+struct Row<DrawingSource> {
+    static constexpr int since = 4;
+    static constexpr const char* table = "source";
+    static constexpr std::array<const char*, 0> keys{};
+    template <class V, class R>
+    static void columns(V& v, R& r) {
+        v("unit_assumed", r.unitAssumed);
     }
 };
 
@@ -244,15 +260,14 @@ namespace host {
 
 /// All records, each with a table: `Holder<A>, Holder<B>, …` in a tuple.
 template <template <class> class Holder>
-using ForEachRow =
-    std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
-               Holder<Contour>, Holder<HatchFamily>, Holder<HatchLines>, Holder<HatchGradient>,
-               Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
-               Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
-               Holder<PointCloud>, Holder<Material>, Holder<Layer>, Holder<View>, Holder<WorkPlane>,
-               Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,
-               Holder<ImportedPattern>, Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>,
-               Holder<ViewDetails>, Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>>;
+using ForEachRow = std::tuple<
+    Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>, Holder<Contour>,
+    Holder<HatchFamily>, Holder<HatchLines>, Holder<HatchGradient>, Holder<HatchSource>, Holder<HatchBack>,
+    Holder<Text>, Holder<TextLine>, Holder<Arrow>, Holder<Dimension>, Holder<Solid>, Holder<FaceList>,
+    Holder<Facets>, Holder<Curve>, Holder<PointCloud>, Holder<Material>, Holder<Layer>, Holder<View>,
+    Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,
+    Holder<ImportedPattern>, Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>,
+    Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>, Holder<DrawingSource>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {
