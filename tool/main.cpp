@@ -219,6 +219,21 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     addValidate(app, options, chosen);
 }
 
+static void addSat(CLI::App& app, Options& options, Run& chosen) {
+    CLI::App* sat = addCommand(
+        app, "sat", "Solid models (.sat, .sab): converted, shown, taken out of drawings", runSat, chosen);
+    sat->add_option("FILES", options.inputs, "IN OUT (.sab: binary), or IN alone with --dump or --extract")
+        ->required()
+        ->expected(1, 2);
+    const auto dump = sat->add_flag("--dump", options.dumpModel, "The records as text, stable, for diffs");
+    const auto extract =
+        sat->add_flag("--extract", options.extractSolids, "The solids of a drawing, a file each")
+            ->excludes(dump);
+    sat->add_option("-d,--directory", options.directory, "Folder for them")->needs(extract);
+    extract->needs("-d");
+    addReadOptions(*sat, options);
+}
+
 /// What CLI11 can't say by itself. Empty when all is well.
 static std::string checkUsage(const Options& options, Run chosen) {
     const bool isImport = chosen == runImport;
@@ -235,6 +250,11 @@ static std::string checkUsage(const Options& options, Run chosen) {
                                       : "--repair takes no name with -d";
     if (check.repairs && options.inputs.size() > 1 && options.directory.empty())
         return "several inputs need -d DIR";
+    if (chosen == runSat) {
+        const bool isAlone = options.dumpModel || options.extractSolids;
+        if (isAlone != (options.inputs.size() == 1))
+            return "sat needs IN OUT, --dump IN, or --extract IN -d DIR";
+    }
     if (!isImport) return {};
     if (options.output.empty() && options.directory.empty()) return "import needs -o FILE or -d DIR";
     if (options.inputs.size() > 1 && options.directory.empty()) return "several inputs need -d DIR";
@@ -249,6 +269,7 @@ static int runCommandLine(int argc, char** argv) {
     app.require_subcommand(1);
     addMessageOptions(app, options);
     addCommands(app, options, chosen);
+    addSat(app, options, chosen);
     addExamples(app);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.empty() || arguments.front() == "help") {

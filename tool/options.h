@@ -38,10 +38,11 @@ struct Options {
     int jobs = 1;
     bool quiet = false, verbose = false;
     bool json = false, strict = false, dark = false;
-    bool binary = false;       ///< write binary DXF
-    std::string paper;         ///< of a picture: A0 … A5 or WxH in millimetres
-    std::string scale = "fit"; ///< of a picture on paper: 1:50, fit
-    double margin = 10;        ///< of a picture on paper, millimetres
+    bool dumpModel = false, extractSolids = false; ///< of sat
+    bool binary = false;                           ///< write binary DXF
+    std::string paper;                             ///< of a picture: A0 … A5 or WxH in millimetres
+    std::string scale = "fit";                     ///< of a picture on paper: 1:50, fit
+    double margin = 10;                            ///< of a picture on paper, millimetres
     bool landscape = false;
     bool mono = false;               ///< all lines black
     bool allLayers = false;          ///< pictures show what isn't shown, too
@@ -69,6 +70,7 @@ int runInfo(const Options& options);
 int runDump(const Options& options);
 int runExport(const Options& options);
 int runConvert(const Options& options);
+int runSat(const Options& options);
 int runValidateCommand(const Options& options);
 
 } // namespace tool

@@ -1,9 +1,11 @@
 // The converter of SAT and SAB files.
 #pragma once
 
+#include "rpt.h"
 #include "ut_string.h"
 
 #include <string>
+#include <string_view>
 
 /// Stops the converter (0), or starts it anew (anything but 0).
 void DxOdInit(int start);
@@ -13,5 +15,11 @@ void DxOdInit(int start);
 int DxOdSatConv(const UtCString& source, const UtCString& target);
 /// The records of a model as text, a line each; stable, for comparing. As DxOdSatConv.
 int DxOdSatDump(const UtCString& source, std::string& text);
+/// What a model is made of: a volume; flat faces or others that are seen from both sides.
+enum class DxModelKind { Solid, Region, Sheet };
+/// Reads a model from memory and writes it, moved by `matrix` (row vectors), at version 700 as text or
+/// binary. As DxOdSatConv.
+int DxOdSatPlace(std::string_view model, const Mat44 matrix, bool isBinary, std::string& placed,
+                 DxModelKind* kind = nullptr);
 /// Why the last conversion failed, with the number of the record; empty when it didn't.
 std::string DxOdProblem();

@@ -3,11 +3,23 @@
 #pragma once
 
 #include "ds.h"
+#include "ge.h"
+#include "re_material.h"
 #include "rpt.h"
+
+#include <string_view>
+#include <vector>
 
 /// A material of the host's material base; 0: none.
 struct MatDbKey {
     unsigned long id = 0;
+};
+
+/// A solid as the drawing has it.
+struct CI_SOLID {
+    std::string_view model; ///< SAT or SAB; valid until the drawing changes
+    Mat44 matrix;           ///< to the drawing's frame, in the context's unit
+    int pen, lineType;
 };
 
 /// Facets made by Ci3d; opaque to the module.
@@ -39,6 +51,22 @@ public:
     /// Adds a cloud of points, each with its pen. 3011 for none.
     int AddPointCloud(DsCsr* pattern, const RPT3* points, const unsigned long* pens, unsigned long count,
                       int kind);
+
+    /// Reads a solid model, SAT or SAB up to version 700, into the active pattern as one of its parts
+    /// (`asSubObjects` 1), or into a new pattern of the same attributes, which becomes the active one.
+    /// `matrix` takes the model to the drawing's frame, in the context's unit. `part` -1: all of the file. 0,
+    /// 10 for a model without bodies that can be shown, 9001 when the file can't be read, 3011 for no model,
+    /// 1005 without a pattern.
+    int ReadSatFileByParams(const UtCString& path, int pen, int lineType, MatDbKey material,
+                            unsigned long materialNumber, const GeMat44& matrix, int part, int asSubObjects);
+    /// Solid `index` of the cursor's pattern. 1005 when there is none.
+    int GetSolid(const DsCsr& pattern, int index, CI_SOLID* solid) const;
+    /// Makes a material, or finds the same one again. The first texture lies on the surface with the first
+    /// file, which may have no name. 0, or 3011 without a name.
+    int CreateVisMaterial(const UtCString& name, const RENDERING_ENGINE::MATERIAL& material, int textureCount,
+                          const RENDERING_ENGINE::TEXTURE* textures,
+                          const std::vector<RENDERING_ENGINE::Image>& files, MatDbKey& key,
+                          unsigned long& number);
 
     /// The pen closest to a colour, red, green and blue from 0 to 1.
     static int GetClosestPen(const double rgb[3], int& pen);

@@ -2,6 +2,7 @@
 
 #include "../session/dx_reader.h"
 #include "../session/session_state.h"
+#include "../solid/solid_state.h"
 #include "dx_config.h"
 #include "dx_config_lines.h"
 #include "uo.h"
@@ -185,6 +186,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
+    {"WRITE_SOLIDS",    DxKeyWhen::Export,  &DxWriteSolids},
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},
     {"WRITE_FILL",      DxKeyWhen::Always,  &DxWriteFill},
     {"WRITE_POLY",      DxKeyWhen::Always,  &DxWritePoly},

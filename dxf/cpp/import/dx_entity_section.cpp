@@ -15,6 +15,7 @@
 #include "../session/dx_scale.h"
 #include "../session/session_state.h"
 #include "../solid/dx_acds.h"
+#include "../solid/dx_acis_import.h"
 #include "blocks_state.h"
 #include "ds.h"
 #include "dx_entity_walk.h"
@@ -193,7 +194,7 @@ int DxReadEntitySection(const Mat44 m) {
 
 int DxClearPatterns() {
     // What waited for later data comes ahead of the patterns: what it draws must count.
-    DxCiDrawPointClouds();
+    if (!DxCiDrawPointClouds()) DxAcisDrawQueue();
     int error = DxDimChainDraw();
     if (!error) error = DxImageQueueDraw();
     for (std::size_t i = 0; !error && i < DxPatTable.size(); ++i) {

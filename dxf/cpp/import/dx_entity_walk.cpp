@@ -34,7 +34,7 @@ DxEntityContext contextOf(const Mat44 m) {
 }
 
 bool isRead(const DxEntityKind* kind) {
-    return kind && kind->run;
+    return kind && kind->isRead();
 }
 
 int runCounted(const DxEntityKind* kind, const DxEntityContext& context, const DxCounted& counted) {
@@ -119,7 +119,7 @@ std::shared_ptr<const DxStoredEntities> DxStoreEntities(const char* end, std::si
         if (pair.code != 0) continue;
         if (DxEndsEntities(pair.text, endName)) return stored;
         const DxEntityKind* kind = DxFindEntityKind(pair.text);
-        if (!kind || (!kind->run && pair.text != "REGION")) continue; // regions are counted at each walk
+        if (!kind || (!isRead(kind) && pair.text != "REGION")) continue; // regions are counted at each walk
         auto entity = kind->store ? kind->store() : nullptr;
         if (!entity) return nullptr;
         stored->bytes += entity->bytes();

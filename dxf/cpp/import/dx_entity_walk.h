@@ -36,6 +36,9 @@ struct DxEntityKind {
     std::string_view name;
     int (*run)(const DxEntityContext& context);
     std::unique_ptr<DxStoredEntity> (*store)();
+    bool onlyInSpace = false; ///< passed over in 2D
+
+    bool isRead() const { return run && !(onlyInSpace && DxModus == 2); }
 };
 
 /// A stage of a kind as a column of the table of kinds.
@@ -127,6 +130,11 @@ constexpr DxEntityKind dxKind(std::string_view name, DxStage<Read> /*read*/, DxS
 /// A row for a kind that is passed over by name.
 constexpr DxEntityKind dxSkippedKind(std::string_view name) {
     return {name, nullptr, nullptr};
+}
+/// The row for a kind that is passed over by name in 2D.
+constexpr DxEntityKind dxInSpace(DxEntityKind kind) {
+    kind.onlyInSpace = true;
+    return kind;
 }
 /// The row with other stages for entities that are read once, for a kind whose own share a record.
 template <auto Read, auto Draw, auto Draw3d>

@@ -2,6 +2,7 @@
 
 #include "../dimension/dx_dim_import.h"
 #include "../hatch/dx_hatch_import.h"
+#include "../solid/dx_acis_import.h"
 #include "../solid/dx_space_import.h"
 #include "../text/dx_text_import.h"
 #include "dx_attributes.h"
@@ -42,6 +43,9 @@ std::size_t dxBytesBeside(const DX_SUB_DMESH_TYPE& mesh) {
     return mesh.vertices.capacity() * sizeof mesh.vertices[0] +
            (mesh.faceList.capacity() + mesh.edgeList.capacity()) * sizeof(int);
 }
+std::size_t dxBytesBeside(const DX_3DSOLID_TYPE& solid) {
+    return solid.text ? solid.text->capacity() : 0;
+}
 std::size_t dxBytesBeside(const DX_HATCH_TYPE& hatch) {
     std::size_t bytes = hatch.loops.capacity() * sizeof hatch.loops[0];
     for (const DX_HATCH_PATH& loop : hatch.loops) {
@@ -66,13 +70,15 @@ constexpr DxEntityKind kinds[] = {
     //            name                  read                     draw                       3D stage
     dxKind(       "3DFACE",             dxStage<DxRead3Dface>,   dxStage<DxDrawFace>,       dxStage<DxDraw3Dface>),
     dxKind(       "3DLINE",             dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxStage<DxDraw3dLine>),
-    dxSkippedKind("3DSOLID"),
+    dxInSpace(
+    dxKind(       "3DSOLID",            dxStage<DxRead3dSolid>,  dxStage<DxDraw3dSolidEntity>, dxNoStage)),
     dxSkippedKind("ACAD_PROXY_ENTITY"),
     dxKind(       "ARC",                dxStage<DxReadArc>,      dxStage<DxDrawArc>,        dxStage<DxDraw3dArc>),
     dxKind(       "ARC_DIMENSION",      dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>,     dxNoStage),
     dxKind(       "ATTDEF",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttdef>,     dxNoStage),
     dxKind(       "ATTRIB",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttrib>,     dxNoStage),
-    dxSkippedKind("BODY"),
+    dxInSpace(
+    dxKind(       "BODY",               dxStage<DxRead3dSolid>,  dxStage<DxDraw3dSolidEntity>, dxNoStage)),
     dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxStage<DxDraw3dCircle>),
     dxKind(       "DIMENSION",          dxStage<DxReadDim>,      dxStage<DxDrawDim>,        dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
@@ -91,11 +97,13 @@ constexpr DxEntityKind kinds[] = {
     dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxStage<DxDraw3dPoint>),
     storedAsPolyline(
     dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxStage<DxDraw3dPolylineRow>)),
-    dxSkippedKind("REGION"),
+    dxInSpace(
+    dxKind(       "REGION",             dxStage<DxRead3dSolid>,  dxStage<DxDraw3dSolidEntity>, dxNoStage)),
     dxKind(       "SEQEND",             dxStage<DxReadSeqEndRow>, dxStage<DxDrawSeqEndRow>,  dxStage<DxDraw3dSeqEndRow>),
     dxKind(       "SOLID",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxStage<DxDraw3dSolid>),
     dxKind(       "SPLINE",             dxStage<DxReadSpline>,   dxStage<DxDrawFlatSpline>, dxStage<DxDrawSplineInSpace>),
-    dxSkippedKind("SURFACE"),
+    dxInSpace(
+    dxKind(       "SURFACE",            dxStage<DxRead3dSolid>,  dxStage<DxDraw3dSolidEntity>, dxNoStage)),
     dxKind(       "TEXT",               dxStage<DxReadText>,     dxStage<DxDrawTextEntity>, dxNoStage),
     dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxStage<DxDraw3dSolid>),
     dxKind(       "VERTEX",             dxStage<DxReadVertexRow>, dxStage<DxDrawVertex>,     dxStage<DxDraw3dVertex>),

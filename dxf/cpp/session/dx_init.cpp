@@ -22,6 +22,7 @@
 #include "../sections/dx_tables_import.h"
 #include "../sections/sections_state.h"
 #include "../solid/dx_acds.h"
+#include "../solid/solid_state.h"
 #include "../solid/space_state.h"
 #include "../text/text_state.h"
 #include "dx_od.h"
@@ -50,6 +51,7 @@ void resetAllState(int isExport) {
     DxResetSpaceState();
     DxResetBlocksState();
     DxResetSectionsState();
+    DxResetSolidState();
     DxResetTextState();
     DxResetWriterState(isExport);
     DxResetExportState();

@@ -18,16 +18,6 @@
 
 namespace {
 
-/// Style of an edge (`kind` 0) or a face (6). False when its colour isn't to be written.
-bool styleOf(int pen, int lt, int kind, DX_WRITE_STYLE& style) {
-    DX_NAME lineType;
-    lineType.clear();
-    DxPenLtToDXF(pen, lt, &style.colour, &lineType, kind);
-    style.layer = UtCString(DxActLayer.view());
-    style.lineType = UtCString(lineType.view());
-    return DxShouldWriteColor(style.colour, pen);
-}
-
 void writePoint(int code, double x, double y, double z) {
     DxWriteDouble(code, x);
     DxWriteDouble(code + 10, y);
@@ -89,11 +79,21 @@ void writeFace(const DX_FACE_ARRAYS& f, int polygon, int* entityCount) {
 
 } // namespace
 
+bool DxSpaceStyle(int pen, int lt, int kind, DX_WRITE_STYLE& style) {
+    DX_NAME lineType;
+    lineType.clear();
+    DxPenLtToDXF(pen, lt, &style.colour, &lineType, kind);
+    style.layer = UtCString(DxActLayer.view());
+    style.lineType = UtCString(lineType.view());
+    return DxShouldWriteColor(style.colour, pen);
+}
+
 int DxWrite3dPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer) {
     DxShowPattern();
     if (const int error = DxNewLayer(DxLayerKinds[DX_CLASS_ELEMENT], DxLayerFixedNames[DX_CLASS_ELEMENT]))
         return error;
-    const int error = DxWrite3dPatEl(pat, entityCount, blockOpen, blockLayer);
+    int error = DxWrite3dPatEl(pat, entityCount, blockOpen, blockLayer);
+    if (!error) error = DxWriteSolidsOf(pat, entityCount, blockOpen, blockLayer);
     if (!error && *entityCount > 0) return DxAddLayer(DxActLayer.view());
     return error;
 }
@@ -102,7 +102,6 @@ int DxWrite3dPatEl(int pat, int* entityCount, int* blockOpen, UtCString* blockLa
     const bool wasOpen = *blockOpen != 0;
     DX_FACE_ARRAYS faces;
     int result = 0;
-    DxCountUnwritten(pat, DX_UNWRITTEN_SOLID);
     if (!DxRead3dPat(pat, &faces, &result)) return 0;
     if (!wasOpen) {
         const int error = DxWriteBlockStart(*blockOpen);
@@ -120,7 +119,7 @@ int DxWrite3dPatEl(int pat, int* entityCount, int* blockOpen, UtCString* blockLa
 int DxWrite3Dface(const double* x, const double* y, const double* z, int flags, int pen, int lt) {
     constexpr int faces = 6;
     DX_WRITE_STYLE style;
-    if (!styleOf(pen, lt, faces, style)) return 0;
+    if (!DxSpaceStyle(pen, lt, faces, style)) return 0;
     DxWriteEntityHead("3DFACE", style);
     DxWriteSubClass("AcDbFace");
     for (int k = 0; k < 4; ++k) writePoint(10 + k, x[k], y[k], z[k]);
@@ -132,7 +131,7 @@ int DxWrite3Dface(const double* x, const double* y, const double* z, int flags, 
 
 int DxWrite3dLine(double x1, double y1, double z1, double x2, double y2, double z2, int pen, int lt) {
     DX_WRITE_STYLE style;
-    if (!styleOf(pen, lt, 0, style)) return 0;
+    if (!DxSpaceStyle(pen, lt, 0, style)) return 0;
     DxWriteEntityHead("LINE", style);
     DxWriteSubClass("AcDbLine");
     writePoint(10, x1, y1, z1);

@@ -7,6 +7,13 @@
 /// rises by the entities that are written. 0 or an error of the layer, of the host's form or of the block.
 int DxWrite3dPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
 int DxWrite3dPatEl(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
+/// The solids of a pattern, as 3DSOLID, REGION or BODY, where WRITE_SOLIDS asks for them and the target holds
+/// models as text; else they are counted as not written. As DxWrite3dPat.
+int DxWriteSolidsOf(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
+struct DX_WRITE_STYLE;
+/// Style on the present layer of an edge or a solid (`kind` 0) or a face (6). False when its colour isn't to
+/// be written.
+bool DxSpaceStyle(int pen, int lt, int kind, DX_WRITE_STYLE& style);
 /// Four corners; flags 1, 2, 4, 8 make the edge that leaves corner 1, 2, 3, 4 invisible. A pen whose colour
 /// isn't to be written writes nothing. 0 or the writer's error.
 int DxWrite3Dface(const double* x, const double* y, const double* z, int flags, int pen, int lt);

@@ -15,7 +15,7 @@ static Pattern* targetAt(const DsCsr* cursor) {
 }
 
 static std::size_t bodies(const Pattern& p) {
-    return p.spaceSize() - p.pointClouds.size() + p.solids.size();
+    return p.spaceSize() - p.pointClouds.size();
 }
 static std::size_t solids(const Pattern& p) {
     return p.solids.size();

@@ -7,7 +7,7 @@
 #include "drawing/bitmap.h"
 #include "drawing/dimension.h"
 #include "drawing/element.h"
-#include "drawing/face_list.h"
+#include "drawing/space_content.h"
 #include "drawing/view.h"
 #include "pens.h"
 #include "rpt.h"
@@ -106,11 +106,6 @@ struct Text {
     int dimType = 0;  ///< 3: belongs to a dimension
 };
 
-/// A solid: kept, counted and stored by its owner's record.
-struct Solid {
-    std::string data;
-};
-
 /// An attribute of one element.
 struct ElementAttribute {
     int row = 0;
@@ -155,7 +150,6 @@ struct Pattern : SpaceContent {
     std::vector<Arrow> arrows; ///< those that stand by themselves
     std::vector<Dimension> dimensions;
     std::vector<Bitmap> bitmaps;
-    std::vector<Solid> solids;
 
     /// True when it holds neither elements nor objects; attributes don't count.
     bool empty() const;
@@ -227,6 +221,7 @@ public:
     std::map<int, WorkPlane> workPlanes;
     int nextWorkId = 1;
     std::vector<Layer> layers;
+    std::vector<Material> materials;             ///< number 1 is the first
     std::map<int, LineType> lineTypes;           ///< by host number, 1 is continuous
     std::map<int, Rgb> pens;                     ///< pens that differ from the palette
     std::map<int, OV_PEN_LOOK> penLooks;         ///< pens with a look of their own

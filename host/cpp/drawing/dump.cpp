@@ -194,7 +194,6 @@ void Dumper::dumpPattern(const Pattern& pattern) {
     for (const Dimension& d : pattern.dimensions) dimension(pattern, d);
     for (const Bitmap& b : pattern.bitmaps) bitmap(b);
     out_ += dumpSpace(pattern, digits_);
-    for (const Solid& s : pattern.solids) put("  solid ").quoted(s.data).put("\n");
 }
 
 void Dumper::elements(const std::vector<Element>& chain, const std::vector<Spline>* splines,

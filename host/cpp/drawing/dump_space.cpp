@@ -1,5 +1,7 @@
 #include "drawing/dump_space.h"
 
+#include "solid/sat_tokens.h"
+
 #include <charconv>
 #include <cmath>
 #include <string_view>
@@ -30,6 +32,7 @@ public:
             put("\n");
         }
         for (const PointCloud& c : content.pointClouds) cloud(c);
+        for (const Solid& s : content.solids) solid(s);
         return std::move(out_);
     }
 
@@ -43,6 +46,18 @@ private:
         for (const double value : {p.x, p.y, p.z}) put(" " + dumpNumber(value, digits_));
     }
 
+    /// What its file says of the time it was made at is left out.
+    void solid(const Solid& s) {
+        const SatModel model = splitSat(s.data);
+        named("  solid pen", s.pen);
+        named(" lt", s.lineType);
+        if (s.material) put(" material " + std::to_string(s.material));
+        put(" records " + std::to_string(model.records.size()) + " wires " +
+            std::to_string(s.wires.ends.size()));
+        put("\n    at");
+        for (const RPT3& row : s.place) point(row);
+        put("\n");
+    }
     void faces(const FaceList& list, std::string_view indent) {
         EdgeLooks looks(list);
         forEachFace(list, [&](const FaceView& face) {

@@ -1,7 +1,7 @@
 // What stands in space, as text.
 #pragma once
 
-#include "drawing/face_list.h"
+#include "drawing/space_content.h"
 
 #include <string>
 

@@ -37,16 +37,6 @@ EdgeLook EdgeLooks::at(int point) {
     return {hasPen ? list_.edgeLooks[run_ + 1] : 0, list_.edgeLooks[run_ + 2]};
 }
 
-std::size_t SpaceContent::spaceSize() const {
-    std::size_t size = facets.size() + curves.size() + pointClouds.size();
-    for (const FaceList& list : faceLists) size += list.ends.size();
-    return size;
-}
-
-void SpaceContent::clearSpace() {
-    *this = SpaceContent{};
-}
-
 FaceCounts countFaces(const FaceList& list) {
     FaceCounts counts;
     forEachFace(list, [&](const FaceView& face) { ++(face.isArea() ? counts.faces : counts.runs); });

@@ -1,5 +1,4 @@
-// What stands in space: lists of faces, facets, curves, clouds of points. All points are in the drawing's
-// unit.
+// Lists of faces, facets, curves, clouds of points. All points are in the drawing's unit.
 #pragma once
 
 #include "rpt.h"
@@ -89,44 +88,6 @@ struct PointCloud {
     std::vector<std::int32_t> pens; ///< of the points
 };
 
-/// What stands in space in a pattern.
-struct SpaceContent {
-    std::vector<FaceList> faceLists;
-    bool facesJoined = false; ///< the faces are one surface set
-    std::vector<Facets> facets;
-    std::vector<Curve> curves;
-    std::vector<PointCloud> pointClouds;
-
-    bool hasFaces() const { return !faceLists.empty() || !facets.empty(); }
-    std::size_t spaceSize() const; ///< faces, runs of edges, objects
-    void clearSpace();
-};
-
-/// Calls `visit` for each list of faces, those of facets too.
-template <class Visit>
-void forEachFaceList(const SpaceContent& content, Visit visit) {
-    for (const FaceList& list : content.faceLists) visit(list);
-    for (const Facets& facets : content.facets) visit(facets.list);
-}
-/// Calls `visit` for each vector of points.
-template <class Content, class Visit>
-void forEachPoints(Content& content, Visit visit) {
-    for (auto& list : content.faceLists) visit(list.points);
-    for (auto& facets : content.facets) visit(facets.list.points);
-    for (auto& curve : content.curves) visit(curve.points);
-    for (auto& cloud : content.pointClouds) visit(cloud.points);
-}
-/// Calls `visit(pen)` for the pens of faces, edges, curves and points, some of them more than once.
-template <class Visit>
-void forEachPenInSpace(const SpaceContent& content, Visit visit) {
-    forEachFaceList(content, [&](const FaceList& list) {
-        for (std::size_t i = 1; i < list.facePens.size(); i += 2) visit(list.facePens[i]);
-        for (std::size_t i = 1; i < list.edgeLooks.size(); i += 3) visit(list.edgeLooks[i]);
-    });
-    for (const Curve& curve : content.curves) visit(curve.pen);
-    for (const PointCloud& cloud : content.pointClouds)
-        for (const std::int32_t pen : cloud.pens) visit(pen);
-}
 /// Numbers of faces and of runs of edges in a list.
 struct FaceCounts {
     long faces = 0, runs = 0;

@@ -71,6 +71,7 @@ void moveModel(Drawing& drawing, double dx, double dy) {
         forEachPoints(pattern, [&](std::vector<RPT3>& points) {
             for (RPT3& p : points) move.point(p);
         });
+        for (Solid& solid : pattern.solids) move.point(solid.place[3]);
     }
 }
 

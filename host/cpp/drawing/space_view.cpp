@@ -89,7 +89,7 @@ void SpaceView::addList(const FaceList& list) {
 }
 
 void SpaceView::add(const SpaceContent& content) {
-    forEachFaceList(content, [&](const FaceList& list) { addList(list); });
+    forEachShownList(content, [&](const FaceList& list) { addList(list); });
     for (const Curve& curve : content.curves)
         for (std::size_t i = 1; i < curve.points.size(); ++i)
             addLine(curve.points[i - 1], curve.points[i], curve.pen, 1);

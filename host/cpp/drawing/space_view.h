@@ -1,7 +1,7 @@
 // What stands in space, as seen from a direction by a viewer who is far away.
 #pragma once
 
-#include "drawing/face_list.h"
+#include "drawing/space_content.h"
 #include "geometry/hidden_lines.h"
 
 #include <vector>

@@ -69,6 +69,10 @@ public:
         forEachPoints(pattern, [this](std::vector<RPT3>& points) {
             for (RPT3& p : points) point(p);
         });
+        for (Solid& solid : pattern.solids) {
+            for (std::size_t axis = 0; axis < 3; ++axis) vector(solid.place[axis]);
+            point(solid.place[3]);
+        }
         for (Facets& facets : pattern.facets)
             for (RPT3& n : facets.normals) vector(n);
     }

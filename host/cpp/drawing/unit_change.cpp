@@ -83,6 +83,8 @@ void Rescale::operator()(Pattern& pattern) const {
     forEachPoints(pattern, [&](std::vector<RPT3>& points) {
         for (RPT3& p : points) (*this)(p);
     });
+    for (Solid& solid : pattern.solids)
+        for (RPT3& row : solid.place) (*this)(row);
     for (Bitmap& bitmap : pattern.bitmaps)
         for (RPT3* p : {&bitmap.origin, &bitmap.u, &bitmap.v}) (*this)(*p);
 }

@@ -10,7 +10,7 @@ void Painter::addEdge(int pen, int lineType, const RPT3& from, const RPT3& to) {
 }
 
 void Painter::drawFaces(const Pattern& pattern) {
-    forEachFaceList(pattern, [&](const FaceList& list) {
+    forEachShownList(pattern, [&](const FaceList& list) {
         EdgeLooks looks(list);
         forEachFace(list, [&](const FaceView& face) {
             for (int i = 1; i < face.count; ++i) {

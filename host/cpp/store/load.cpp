@@ -50,6 +50,7 @@ static void readSpace(Database& db, std::int64_t version, Drawing& drawing) {
     readPatternLists(db, drawing, &Pattern::faceLists);
     readPatternLists(db, drawing, &Pattern::facets);
     readPatternLists(db, drawing, &Pattern::pointClouds);
+    readPatternLists(db, drawing, &Pattern::solids);
     for (const Pattern& pattern : drawing.patterns) checkSpace(pattern);
 }
 
@@ -72,7 +73,6 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     if (hasTable<Arrow>(version)) readPatternLists(db, drawing, &Pattern::arrows);
     if (hasTable<Dimension>(version)) readPatternLists(db, drawing, &Pattern::dimensions);
     readSpace(db, version, drawing);
-    readPatternLists(db, drawing, &Pattern::solids);
     readHatchParts(db, version, drawing);
     readPartLists(db, drawing, &Pattern::texts, &Text::lines);
 }
@@ -97,6 +97,9 @@ static void readStates(Database& db, std::int64_t version, Drawing& drawing) {
 static void readTables(Database& db, std::int64_t version, Drawing& drawing) {
     readRows<Layer>(db, [&](const Keys<Layer>& key) -> Layer& { return append(drawing.layers, key[0]); });
     if (hasTable<LayerLook>(version)) readLooks(db, drawing);
+    if (hasTable<Material>(version))
+        readRows<Material>(
+            db, [&](const Keys<Material>& key) -> Material& { return append(drawing.materials, key[0]); });
     drawing.views.clear();
     readRows<View>(db, [&](const Keys<View>& key) -> View& { return append(drawing.views, key[0]); });
     for (const View& view : drawing.views) checkForm(view.unit, view.scale, view.format);

@@ -6,6 +6,7 @@
 #include "store/packing.h"
 #include "store/pattern_rows.h"
 #include "store/sheet_rows.h"
+#include "store/solid_rows.h"
 #include "store/space_rows.h"
 
 #include <array>
@@ -167,20 +168,6 @@ struct Row<TextLine> {
     }
 };
 
-/// Kinds that are one opaque record each.
-template <class Record>
-struct DataRow {
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v.bytes("data", r.data);
-    }
-};
-template <>
-struct Row<Solid> : DataRow<Solid> {
-    static constexpr const char* table = "solids";
-};
-
 template <>
 struct Row<Layer> {
     static constexpr const char* table = "layers";
@@ -279,11 +266,11 @@ using ForEachRow =
                Holder<Contour>, Holder<HatchFamily>, Holder<HatchLines>, Holder<HatchGradient>,
                Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
                Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
-               Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
-               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
-               Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>,
-               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>, Holder<LayerLook>,
-               Holder<OV_PEN_LOOK>, Holder<DrawingSource>>;
+               Holder<PointCloud>, Holder<Material>, Holder<Layer>, Holder<View>, Holder<WorkPlane>,
+               Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,
+               Holder<ImportedPattern>, Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>,
+               Holder<ViewDetails>, Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>,
+               Holder<LayerLook>, Holder<OV_PEN_LOOK>, Holder<DrawingSource>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

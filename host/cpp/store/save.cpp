@@ -51,6 +51,8 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     for (const Layer& layer : drawing.layers) tables.of<Layer>().put({position++}, layer);
     putLooks(tables, drawing);
     position = 0;
+    for (const Material& material : drawing.materials) tables.of<Material>().put({position++}, material);
+    position = 0;
     for (const View& view : drawing.views) tables.of<View>().put({position++}, view);
     position = 0;
     for (const int number : drawing.lastInterfaceIds)

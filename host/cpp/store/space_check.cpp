@@ -23,7 +23,7 @@ static void check(const FaceList& list) {
 }
 
 void checkSpace(const SpaceContent& content) {
-    forEachFaceList(content, check);
+    forEachShownList(content, check);
     for (const Facets& facets : content.facets)
         if (!reaches(facets.normalEnds, 1, facets.list.points.size()) ||
             facets.normals.size() != facets.normalEnds.size())

@@ -1,7 +1,7 @@
 // Tables of what stands in space: face lists, facets, curves, clouds of points.
 #pragma once
 
-#include "drawing/face_list.h"
+#include "drawing/space_content.h"
 
 #include <array>
 

@@ -57,7 +57,8 @@ void BinarySource::text(Token& token, TokenKind kind, std::uint64_t size) {
     if (size > left()) return;
     token.text = data_.substr(at_, static_cast<std::size_t>(size));
     at_ += static_cast<std::size_t>(size);
-    token.kind = kind;
+    const bool isName = kind == TokenKind::Word || kind == TokenKind::NamePart;
+    if (!isName || isBareWord(token.text)) token.kind = kind;
 }
 
 void BinarySource::tuple(Token& token, TokenKind kind, int count) {

@@ -42,7 +42,7 @@ enum class Id : std::uint8_t {
 };
 
 /// What a record begins with, ahead of the fields of its own class.
-enum class Prefix : std::uint8_t { Entity, Geometry, Attribute };
+enum class Prefix : std::uint8_t { Entity, Geometry, Attribute, None };
 
 struct Class {
     std::string_view name; ///< parts of the record's name from the most derived to the base, joined by "-"
@@ -55,6 +55,8 @@ struct Class {
 
 /// The class of a whole record name (in any case), or null.
 const Class* findClass(std::string_view name);
+/// The class of a record that nothing is known of, not even what it begins with.
+const Class& rawClass();
 /// The class of the record, or of the longest end of its name that has one; never null. `isWhole` tells
 /// whether the whole name is known.
 const Class& classOf(std::string_view name, bool& isWhole);

@@ -280,6 +280,7 @@ constexpr Class bases[] = {
     {"surface", Id::Other, Prefix::Geometry, {}},
 };
 constexpr Class unknown = {"", Id::UnknownEntity, Prefix::Entity, {}};
+constexpr Class raw = {"", Id::UnknownEntity, Prefix::None, {}};
 
 constexpr auto index = [] {
     NameIndex<std::size(classes) + std::size(bases)> names;
@@ -296,6 +297,10 @@ const Class* findClass(std::string_view name) {
     if (row < 0) return nullptr;
     const auto at = static_cast<std::size_t>(row);
     return at < std::size(classes) ? &classes[at] : &bases[at - std::size(classes)];
+}
+
+const Class& rawClass() {
+    return raw;
 }
 
 const Class& classOf(std::string_view name, bool& isWhole) {
@@ -320,6 +325,7 @@ std::span<const Class> allClasses() {
 }
 
 Layout prefixOf(Prefix prefix) {
+    if (prefix == Prefix::None) return {};
     if (prefix == Prefix::Geometry) return geometryPrefix;
     if (prefix == Prefix::Attribute) return attributePrefix;
     return entityPrefix;

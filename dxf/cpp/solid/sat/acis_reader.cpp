@@ -296,6 +296,7 @@ bool Decoder::bound() {
 
 bool Decoder::word(std::string_view& text) {
     if (!take(TokenKind::Word) && !take(TokenKind::String)) return false;
+    if (!isBareWord(token_.text)) return false;
     text = file_.texts.name(token_.text);
     return push(makeText(Kind::Word, text));
 }
@@ -503,9 +504,10 @@ bool Decoder::body(const RecordName& kind, ENTITY& entity) {
     if (isRead || !problem_.empty()) return isRead;
     if (isA.prefix == Prefix::Geometry || isA.id == Id::Transform)
         return fail("fields that its kind doesn't have");
-    if (isA.fields.empty()) return fail("no record");
+    if (isA.prefix == Prefix::None) return fail("no record");
     back(start);
-    const Class& base = isA.prefix == Prefix::Attribute ? *findClass("attrib") : classOf("", isRead);
+    const bool isKnown = !isA.fields.empty();
+    const Class& base = isKnown && isA.prefix == Prefix::Attribute ? *findClass("attrib") : rawClass();
     return body(nameOf(kind.name, base), entity);
 }
 

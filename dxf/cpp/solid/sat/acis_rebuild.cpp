@@ -20,8 +20,9 @@ public:
     explicit Builder(File& file) : file_(file) {}
 
     std::uint32_t size() const { return static_cast<std::uint32_t>(file_.values.size()); }
-    void copy(std::size_t from, std::size_t count) {
+    bool copy(std::size_t from, std::size_t count) {
         for (std::size_t i = 0; i < count; ++i) file_.values.push(Value(file_.values[from + i]));
+        return true;
     }
     void absent() { file_.values.push(Value()); }
     void real(double number) { file_.values.push(makeReal(number)); }
@@ -144,16 +145,30 @@ private:
         builder_.code(FULL);
         std::size_t count = 0;
         const std::size_t at = findSpline(file_, record, false, count);
-        if (at)
-            builder_.copy(at, count);
-        else if (!fittedCurve(record))
-            return false;
+        if (!at ? !fittedCurve(record) : !takeCurve(record, at, count)) return false;
         builder_.real(0);
         for (const char* word : {"null_surface", "null_surface", "nullbs", "nullbs"}) builder_.word(word);
         builder_.infinite(2);
         builder_.noBreaks(3);
         builder_.infinite(2);
         return true;
+    }
+
+    /// The B-spline that a sub-record has already. The values of one kept token by token aren't those that a
+    /// layout wants.
+    bool takeCurve(const SubRecord& record, std::size_t at, std::size_t count) {
+        bool isClosed = false;
+        if (!record.isRaw) return builder_.copy(at, count);
+        const auto spline = curveSpline(file_, at, count, isClosed);
+        if (spline) builder_.spline(*spline, isClosed);
+        return spline.has_value();
+    }
+    bool takeSurface(const SubRecord& record, std::size_t at, std::size_t count) {
+        bool closed[2] = {false, false};
+        if (!record.isRaw) return builder_.copy(at, count);
+        const auto spline = surfaceSpline(file_, at, count, closed);
+        if (spline) builder_.spline(*spline, closed);
+        return spline.has_value();
     }
 
     bool fittedCurve(const SubRecord& record) {
@@ -169,10 +184,7 @@ private:
         builder_.code(FULL);
         std::size_t count = 0;
         const std::size_t at = findSpline(file_, record, true, count);
-        if (at)
-            builder_.copy(at, count);
-        else if (!fittedSurface(record))
-            return false;
+        if (!at ? !fittedSurface(record) : !takeSurface(record, at, count)) return false;
         builder_.real(0);
         builder_.noBreaks(6);
         builder_.infinite(4);

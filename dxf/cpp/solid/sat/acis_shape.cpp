@@ -47,6 +47,12 @@ public:
         isValid &= value && (value->kind == Kind::Integer || value->kind == Kind::Enum);
         return isValid ? value->integer : 0;
     }
+    /// How a B-spline closes: 0 not, 1 with a corner, 2 smoothly. A sub-record kept token by token has words.
+    std::int64_t closure() {
+        if (!peek() || peek()->kind != Kind::Word) return whole();
+        const std::string_view name = word();
+        return name == "closed" ? 1 : name == "periodic" ? 2 : 0;
+    }
     std::string_view word() {
         const Value* value = take();
         isValid &= value && value->kind == Kind::Word;
@@ -110,7 +116,7 @@ std::optional<NurbsCurve> readSpline(Cursor& c, bool& isClosed) {
     const std::string_view word = c.word();
     if (word != "nubs" && word != "nurbs") return {};
     curve.degree = static_cast<int>(c.whole());
-    isClosed = c.whole() != 0;
+    isClosed = c.closure() != 0;
     curve.knots = readKnots(c, c.whole());
     const auto degree = static_cast<std::size_t>(curve.degree);
     if (!c.isValid || curve.degree < 1 || curve.knots.size() < 2 * degree + 2) return {};
@@ -126,9 +132,9 @@ std::optional<NurbsSurface> readSplineSurface(Cursor& c, bool closed[2]) {
     s.degreeU = static_cast<int>(c.whole());
     s.degreeV = static_cast<int>(c.whole());
     if (word == "nurbs") c.word();
-    const std::int64_t closures[2] = {c.whole(), c.whole()};
-    c.whole();
-    c.whole();
+    const std::int64_t closures[2] = {c.closure(), c.closure()};
+    c.closure(); // where the surface has poles
+    c.closure();
     const std::int64_t counts[2] = {c.whole(), c.whole()};
     s.knotsU = readKnots(c, counts[0]);
     s.knotsV = readKnots(c, counts[1]);
@@ -139,6 +145,13 @@ std::optional<NurbsSurface> readSplineSurface(Cursor& c, bool closed[2]) {
     readPoints(c, s.countU() * s.countV(), word == "nurbs", s.points, s.weights);
     if (!c.isValid || !s.isValid()) return {};
     return s;
+}
+
+/// The same angle within a turn from `from` on.
+double angleNear(double angle, double from) {
+    constexpr double SLACK = 1e-9;
+    if (angle >= from - SLACK && angle <= from + TURN + SLACK) return angle;
+    return angle - TURN * std::floor((angle - from + SLACK) / TURN);
 }
 
 // ---- curves -----------------------------------------------------------------------------------------
@@ -176,10 +189,7 @@ std::optional<CurveShape> ellipse(Cursor& c) {
     shape.at = [=](double t) { return centre + std::cos(t) * major + std::sin(t) * minor; };
     const double start = shape.start;
     shape.parameterOf = [=](Vec3 p) {
-        double t = std::atan2(dot(p - centre, minor) / b, dot(p - centre, major) / a);
-        while (t < start - 1e-9) t += TURN;
-        while (t > start + TURN + 1e-9) t -= TURN;
-        return t;
+        return angleNear(std::atan2(dot(p - centre, minor) / b, dot(p - centre, major) / a), start);
     };
     return shape;
 }
@@ -268,12 +278,6 @@ std::string_view wordOf(Id id) {
 }
 
 // ---- surfaces ---------------------------------------------------------------------------------------
-
-double angleNear(double angle, double from) {
-    while (angle < from - 1e-9) angle += TURN;
-    while (angle > from + TURN + 1e-9) angle -= TURN;
-    return angle;
-}
 
 void readRange(Cursor& c, SurfaceShape& shape) {
     for (int i = 0; i < 2; ++i) {
@@ -612,6 +616,17 @@ std::size_t findSpline(const File& file, const SubRecord& sub, bool isSurface, s
         at += length - 1;
     }
     return found;
+}
+
+std::optional<NurbsCurve> curveSpline(const File& file, std::size_t at, std::size_t count, bool& isClosed) {
+    Cursor c(file, at, count);
+    return readSpline(c, isClosed);
+}
+
+std::optional<NurbsSurface> surfaceSpline(const File& file, std::size_t at, std::size_t count,
+                                          bool closed[2]) {
+    Cursor c(file, at, count);
+    return readSplineSurface(c, closed);
 }
 
 std::optional<CurveShape> curveShape(const File& file, const SubRecord& sub) {

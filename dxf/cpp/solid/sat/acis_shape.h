@@ -46,4 +46,10 @@ void edgeRange(const File& file, std::int64_t number, double& start, double& end
 /// surface. 0 when there is none.
 std::size_t findSpline(const File& file, const SubRecord& sub, bool isSurface, std::size_t& count);
 
+/// The B-spline whose values begin at `at`.
+std::optional<geometry::NurbsCurve> curveSpline(const File& file, std::size_t at, std::size_t count,
+                                                bool& isClosed);
+std::optional<geometry::NurbsSurface> surfaceSpline(const File& file, std::size_t at, std::size_t count,
+                                                    bool closed[2]);
+
 } // namespace ACIS

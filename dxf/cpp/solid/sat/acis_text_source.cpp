@@ -1,5 +1,6 @@
 #include "acis_source.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <string>
@@ -59,6 +60,11 @@ bool scanNumber(std::string_view text, Token& token) {
     std::string point(text);
     point[comma] = '.';
     return scanReal(point, token.reals[0]);
+}
+
+bool isBareWord(std::string_view text) {
+    if (text.empty() || startsNumber(text[0]) || text[0] == '$' || text[0] == '@') return false;
+    return std::none_of(text.begin(), text.end(), [](char c) { return breakOf(c) != 0; });
 }
 
 bool isBinaryBanner(std::string_view data) {

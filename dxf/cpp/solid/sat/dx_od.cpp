@@ -1,6 +1,7 @@
 #include "dx_od.h"
 
 #include "acis_file.h"
+#include "acis_place.h"
 #include "od_state.h"
 
 #include "ut.h"
@@ -22,6 +23,18 @@ bool write(ISATConverter& converter, const UtCString& target) {
         return false;
     buffer.flush();
     return true;
+}
+
+DxModelKind kindOf(const ACIS::File& file) {
+    constexpr std::size_t SURFACE = 3 + 4, SIDES = 3 + 6; // behind attrib, id, pattern
+    DxModelKind kind = DxModelKind::Region;
+    for (const ACIS::ENTITY& face : file.records) {
+        if (!face.isA(ACIS::Id::Face) || face.count <= SIDES) continue;
+        if (file.values[face.first + SIDES].integer == 0) return DxModelKind::Solid;
+        const ACIS::ENTITY* const surface = file.at(file.values[face.first + SURFACE]);
+        if (!surface || !surface->isA(ACIS::Id::Plane)) kind = DxModelKind::Sheet;
+    }
+    return kind;
 }
 
 } // namespace
@@ -51,6 +64,20 @@ int DxOdSatDump(const UtCString& source, std::string& text) {
         if (!read(*DxOdConverter, source)) return ERROR_CONVERSION;
         text = ACIS::dumpModel(static_cast<ACIS::File&>(*DxOdConverter));
         return 0;
+    } catch (const std::exception&) {
+        return ERROR_EXCEPTION;
+    }
+}
+
+int DxOdSatPlace(std::string_view model, const Mat44 matrix, bool isBinary, std::string& placed,
+                 DxModelKind* kind) {
+    try {
+        ACIS::File file;
+        if (!file.load(model)) return ERROR_CONVERSION;
+        if (kind) *kind = kindOf(file);
+        ACIS::placeModel(file, matrix);
+        placed = file.save((isBinary ? ACIS::VERSION_BINARY : ACIS::VERSION_TEXT) | VERSION);
+        return placed.empty() ? ERROR_CONVERSION : 0;
     } catch (const std::exception&) {
         return ERROR_EXCEPTION;
     }

@@ -1,0 +1,91 @@
+// Solid models: reading and writing at version 700, text and binary, against a pass that only splits tokens.
+#include "solid/sat/acis_file.h"
+
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <sys/resource.h>
+
+namespace {
+
+/// Bodies of one spline face each, with as many points.
+std::string model(std::size_t bytes) {
+    std::string text = "700 0 1 0\n@4 test @4 test @24 Thu Jan  1 00:00:00 2004\n1 1e-06 1e-10\n";
+    std::string net = "{ exactsur full nubs 3 3 open open none none 18 2 0 3";
+    for (int i = 1; i < 17; ++i) net += " " + std::to_string(i) + " 1";
+    net += " 17 3 0 3 1 3";
+    for (int i = 0; i < 80; ++i) net += " 1." + std::to_string(1000000007 + i * 7919) + " 2.5e-3 -17.25";
+    net += " 0 0 0 0 0 0 0 }";
+    for (std::size_t first = 0; text.size() < bytes; first += 5) {
+        const auto to = [first](std::size_t i) { return "$" + std::to_string(first + i); };
+        text += "body $-1 -1 $-1 " + to(1) + " $-1 $-1 #\nlump $-1 -1 $-1 $-1 " + to(2) + " " + to(0) +
+                " #\nshell $-1 -1 $-1 $-1 $-1 " + to(3) + " $-1 " + to(1) + " #\nface $-1 -1 $-1 $-1 $-1 " +
+                to(2) + " $-1 " + to(4) + " forward double out #\nspline-surface $-1 -1 $-1 forward " + net +
+                " I I I I #\n";
+    }
+    return text + "End-of-ACIS-data\n";
+}
+
+/// The floor: every token found, every number read.
+double split(const std::string& text) {
+    double sum = 0;
+    const char *at = text.data(), *const end = at + text.size();
+    while (at < end) {
+        while (at < end && *at <= ' ') ++at;
+        const char* const from = at;
+        while (at<end&& * at> ' ') ++at;
+        double number = 0;
+        if (std::from_chars(from, at, number).ec == std::errc()) sum += number;
+    }
+    return sum;
+}
+
+template <class Work>
+double seconds(Work work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double peakMegabytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+} // namespace
+
+int main(int argc, char**) {
+    const bool isSmoke = argc > 1; // "--smoke"
+    constexpr std::size_t megabyte = 1 << 20;
+    const char* const size = std::getenv("TORVA_BENCH_MB");
+    const std::size_t bytes = (size      ? static_cast<std::size_t>(std::atoi(size))
+                               : isSmoke ? 1
+                                         : 50) *
+                              megabyte;
+    const std::string text = model(bytes);
+    double sum = 0;
+    const double floor = seconds([&] { sum = split(text); });
+    ACIS::File file;
+    std::string out, binary;
+    const double before = peakMegabytes();
+    const double read = seconds([&] {
+        if (!file.load(text)) std::abort();
+    });
+    const double memory = (peakMegabytes() - before) * megabyte / static_cast<double>(text.size());
+    const double write = seconds([&] { out = file.save(ACIS::VERSION_TEXT | 700); });
+    const double writeBinary = seconds([&] { binary = file.save(ACIS::VERSION_BINARY | 700); });
+    ACIS::File again;
+    const double readBinary = seconds([&] {
+        if (!again.load(binary)) std::abort();
+    });
+    std::printf("%.0f MB of text, tokens %.3f s (%g)\n", static_cast<double>(text.size()) / megabyte, floor,
+                sum);
+    std::printf("text    read %.3f s, written %.3f s: %.1f times the tokens; memory %.1f times the file\n",
+                read, write, (read + write) / floor, memory);
+    std::printf("binary  read %.3f s, written %.3f s: %.1f times the tokens\n", readBinary, writeBinary,
+                (readBinary + writeBinary) / floor);
+    return out.empty() || binary.empty();
+}

@@ -1,0 +1,13 @@
+#include "solid_state.h"
+
+std::vector<DX_3DSOLID_TYPE> DxSolidQueue;
+std::vector<DX_ACDSRECORD_TYPE> DxAcdsRecords;
+std::map<unsigned long, DX_VIS_MATERIAL> DxVisMaterials;
+int DxWriteSolids;
+
+void DxResetSolidState() {
+    DxWriteSolids = 0;
+    DxSolidQueue.clear();
+    DxAcdsRecords.clear();
+    DxVisMaterials.clear();
+}

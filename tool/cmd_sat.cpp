@@ -1,0 +1,96 @@
+// torva-dxf sat: solid models, converted, shown as text, taken out of drawings.
+#include "file_kind.h"
+#include "load.h"
+#include "options.h"
+
+#include "drawing/drawing.h"
+#include "dx_od.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+namespace tool {
+
+namespace fs = std::filesystem;
+
+static int fail(const std::string& path, const std::string& why) {
+    std::cerr << "torva-dxf: " << path << ": " << why << '\n';
+    return STATUS_FAILED;
+}
+
+static std::string reason() {
+    const std::string problem = DxOdProblem();
+    return problem.empty() ? "no solid model that can be read" : problem;
+}
+
+static bool exists(const std::string& input) {
+    std::error_code error;
+    if (fs::is_regular_file(input, error)) return true;
+    fail(input, "no such file");
+    return false;
+}
+
+static int dumpModel(const std::string& input) {
+    std::string text;
+    if (!exists(input)) return STATUS_FAILED;
+    if (DxOdSatDump(input, text)) return fail(input, reason());
+    std::cout << text;
+    return STATUS_DONE;
+}
+
+/// By way of a file beside the target, so that a failure costs no older one.
+static int convertModel(const std::string& input, const std::string& target) {
+    std::error_code error;
+    if (!exists(input)) return STATUS_FAILED;
+    const fs::path half = fs::path(target).parent_path() / (".half-" + fs::path(target).filename().string());
+    const int result = DxOdSatConv(input, half.string());
+    if (!result) fs::rename(half, target, error);
+    if (!result && !error) return STATUS_DONE;
+    fs::remove(half, error);
+    if (result == 2360 || !result) return fail(target, "can't be written");
+    return fail(input, reason());
+}
+
+/// The model where the drawing has it.
+static int writeSolid(const host::Solid& solid, const fs::path& stem) {
+    const bool isBinary = solid.data.starts_with("ACIS BinaryFile");
+    const std::string path = stem.string() + (isBinary ? ".sab" : ".sat");
+    std::string placed;
+    Mat44 matrix = {};
+    for (std::size_t row = 0; row < 4; ++row) {
+        const RPT3& p = solid.place[row];
+        matrix[row][0] = p.x, matrix[row][1] = p.y, matrix[row][2] = p.z;
+    }
+    if (DxOdSatPlace(solid.data, matrix, isBinary, placed)) return fail(path, "a model that can't be read");
+    std::ofstream file(path, std::ios::binary);
+    file << placed;
+    return file.flush() ? STATUS_DONE : fail(path, "can't be written");
+}
+
+static int extractSolids(const std::string& input, const Options& options) {
+    Options inSpace = options;
+    inSpace.read.threeD = true;
+    const Loaded loaded = loadInput(input, inSpace, true);
+    int status = tellOutcome(input, loaded, options);
+    if (!loaded.error.empty()) return status;
+    std::error_code error;
+    fs::create_directories(options.directory, error);
+    if (!fs::is_directory(options.directory, error)) return fail(options.directory, "no folder");
+    const fs::path stem = fs::path(options.directory) / (input == "-" ? "stdin" : fs::path(input).stem());
+    int count = 0;
+    for (const host::Pattern& pattern : host::openDrawing().patterns)
+        for (const host::Solid& solid : pattern.solids)
+            status = std::max(status, writeSolid(solid, stem.string() + "_" + std::to_string(++count)));
+    if (!options.quiet) std::cerr << input << ": " << count << " solids\n";
+    return status;
+}
+
+int runSat(const Options& options) {
+    const std::string& input = options.inputs[0];
+    if (options.dumpModel) return dumpModel(input);
+    if (options.extractSolids) return extractSolids(input, options);
+    return convertModel(input, options.inputs[1]);
+}
+
+} // namespace tool
