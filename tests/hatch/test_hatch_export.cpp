@@ -186,6 +186,38 @@ TEST_F(HatchExport, ContoursNest) {
     }
 }
 
+TEST_F(HatchExport, MarkedContoursAreFilledButNotLined) {
+    host::Hatch hatch = fill({square(0, 10), square(20, 30)});
+    hatch.exclusions = {{1}};
+    EXPECT_EQ(exported(hatch, "ACAD24", fillsToo).count(0, "HATCH"), 2u);
+    hatch.solid = false;
+    hatch.lines = {spacedByTwo};
+    EXPECT_EQ(exported(hatch, "ACAD24", fillsToo).count(0, "HATCH"), 1u);
+}
+
+TEST_F(HatchExport, EachInsertNamesTheBlockOfItsHatch) {
+    for (const double x : {0.0, 100.0, 200.0}) {
+        host::Pattern& pattern = addPattern({});
+        pattern.hatches = {fill({square(x, x + 10)}), fill({square(x + 20, x + 30)})};
+        if (x == 100) pattern.attributes = {{"insert", "MIDDLE"}}; // a block of its own
+    }
+    const Exported file = exportDrawing(exportConfig("ACAD24", "WRITE_HATCH=2\nINSERT_ATTR=1\n" + fillsToo));
+    EXPECT_EQ(file.errors(), "");
+    std::vector<std::string> blocks;
+    for (std::size_t i = 0; i < file.count(0, "INSERT"); ++i)
+        blocks.push_back(valueOf(file.first(0, "INSERT", i), 2));
+    EXPECT_THAT(blocks, testing::UnorderedElementsAre("*X0", "*X1", "*X2", "*X3", "*X4", "*X5", "MIDDLE"));
+    std::string block, in;
+    std::vector<std::string> inMiddle; // what the block of the middle one inserts
+    for (const DxfGroup& g : file.pairs) {
+        if (g.code == 0) in = g.value;
+        if (g.code == 2 && in == "BLOCK") block = g.value;
+        if (g.code == 2 && in == "INSERT" && block == "MIDDLE") inMiddle.push_back(g.value);
+        if (g.value == "ENDBLK") block.clear();
+    }
+    EXPECT_EQ(inMiddle, (std::vector<std::string>{"*X2", "*X3"}));
+}
+
 // ---- old targets -------------------------------------------------------------------------------------
 
 double areaOfSolids(const Exported& file) {

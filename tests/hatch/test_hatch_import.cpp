@@ -183,6 +183,7 @@ TEST(HatchImport, LoopsThatTakeNoPart) {
         const Imported none = importHatch(hatchGroups(loops, true));
         EXPECT_EQ(none.result.stat, 0);
         EXPECT_TRUE(none.hatches.empty());
+        EXPECT_TRUE(none.result.hasMessage("Hatch on layer  left out: "));
     }
 }
 

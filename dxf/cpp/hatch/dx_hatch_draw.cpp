@@ -9,6 +9,7 @@
 #include "../import/dx_spline_import.h"
 #include "../import/dx_transform.h"
 #include "../import/import_state.h"
+#include "../session/dx_protocol.h"
 #include "../session/session_state.h"
 #include "dx_hatch_import.h"
 #include "dx_hatch_pattern.h"
@@ -193,14 +194,20 @@ int makeContour(const DX_HATCH_TYPE& rec, const Frames& frames, int approx, DxHa
     return loops.join(chain);
 }
 
+/// It counts as skipped, unless its borders are to be seen. Fills that are switched off need no reason.
+int leaveOut(const DX_HATCH_TYPE& rec, const char* reason) {
+    if (rec.solid && !DxFillMode) return 0;
+    if (!DxFillContour) DxEntityDrawn = 0;
+    DxProtoMsg(UtFormat("Hatch on layer %s left out: %s!", rec.base.layer.c_str(), reason), 1);
+    return 0;
+}
+
 int makeHatch(const DX_HATCH_TYPE& rec, int pen, const Frames& frames, DxHatchChain& chain) {
     constexpr int nothingEnclosed = 3011;
+    if (chain.isEmpty()) return leaveOut(rec, "nothing is left of its boundary");
     if (const int error = chooseLook(rec, pen, frames.object)) return error;
     const int error = chain.makeHatch(DxActPat);
-    if (error == nothingEnclosed) {
-        if (!DxFillContour) DxEntityDrawn = 0;
-        return 0;
-    }
+    if (error == nothingEnclosed) return leaveOut(rec, "its boundary encloses nothing");
     if (error) return error;
     DxEntityDrawn = 1;
     return DxNewElement(1);
@@ -209,7 +216,7 @@ int makeHatch(const DX_HATCH_TYPE& rec, int pen, const Frames& frames, DxHatchCh
 } // namespace
 
 int DxDrawHatch(const DX_HATCH_TYPE* rec, const Mat44 m, int approx) {
-    if (rec->loops.empty()) return 0;
+    if (rec->loops.empty()) return DxCheckPass ? 0 : leaveOut(*rec, "it has no boundary");
     Mat44 storage;
     const Frames frames{DxObjectMatrix(rec->extrusion, m, storage), m};
     int pen = 0, lineType = 0;
@@ -224,7 +231,7 @@ int DxDrawHatch(const DX_HATCH_TYPE* rec, const Mat44 m, int approx) {
     int error = makeContour(*rec, frames, approx, chain);
     const int restored = activateHome();
     if (!error) error = restored;
-    if (!error && !chain.isEmpty()) error = makeHatch(*rec, pen, frames, chain);
+    if (!error) error = makeHatch(*rec, pen, frames, chain);
     chain.drop();
     return error;
 }

@@ -1,5 +1,6 @@
 #include "dx_host_hatch.h"
 
+#include "ci.h"
 #include "dx_frame.h"
 #include "dx_host.h"
 #include "ge.h"
@@ -101,6 +102,27 @@ static int append(int pat, int type, UO_ELEM model, const RPT& end, unsigned cha
     model.end = end;
     model.info = info;
     return ovelem(&code, &model);
+}
+
+int DxCiChgHatchCont(int pat, int* newPat) {
+    *newPat = 0;
+    if (const int error = DxCiElemDrawPat()) return error;
+    DsCsr cursor;
+    if (const int error = CiPat(DxCiContextId).AddNormal(cursor)) return error;
+    *newPat = cursor.Get().patNo;
+    UO_ELEM e{};
+    e.patNo = pat;
+    bool isFirst = true, isInner = false;
+    int read = FIRST;
+    int error = ovelem(&read, &e);
+    for (read = NEXT; !error; error = ovelem(&read, &e)) {
+        const bool jumps = e.type == MOVE && !isFirst;
+        if (jumps) isInner = !isInner;
+        const unsigned char info = jumps ? JUMP : isInner ? INNER : e.info;
+        if (const int failed = append(*newPat, jumps ? DRAW : e.type, e, e.end, info)) return failed;
+        isFirst = false;
+    }
+    return error == 1005 ? 0 : error;
 }
 
 static int writeChain(int pat, const LiList& list) {

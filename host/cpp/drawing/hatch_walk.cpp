@@ -245,5 +245,10 @@ int UoGetHatchContour(std::vector<int>* patterns) {
     if (!hatch) return errorNoSuchObject;
     patterns->clear();
     for (const Contour& contour : hatch->contours) patterns->push_back(addScratch(contour).number);
+    for (const HatchExclusion& excluded : hatch->exclusions) {
+        const auto at = static_cast<std::size_t>(excluded.contour);
+        if (at < patterns->size())
+            openDrawing().find((*patterns)[at])->elementAttributes = {{1, "hatch", "EXCLUDE"}};
+    }
     return 0;
 }

@@ -289,7 +289,7 @@ namespace host {
 template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
-               Holder<Contour>, Holder<HatchFamily>, Holder<HatchLines>, Holder<HatchGradient>,
+               Holder<Contour>, Holder<HatchFamily>, Holder<HatchExclusion>, Holder<HatchLines>, Holder<HatchGradient>,
                Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
                Holder<Dimension>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>,
                Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>,
