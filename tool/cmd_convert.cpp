@@ -1,4 +1,5 @@
 // torva-dxf convert: DXF files become DXF files of another version.
+#include "account.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
@@ -25,7 +26,7 @@ static int convertOne(const std::string& input, const std::string& target, const
     if (saved == STATUS_DONE && !options.quiet)
         std::cerr << input << " -> " << target
                   << (status == STATUS_DONE ? "" : " (what was read until the error)") << '\n';
-    return std::max(status, saved);
+    return std::max({status, saved, lossStatus(loaded, options)});
 }
 
 static std::string targetOf(const std::string& input, const std::string& directory) {

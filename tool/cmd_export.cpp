@@ -1,7 +1,10 @@
 // torva-dxf export: a drawing file becomes a DXF file.
+#include "account.h"
 #include "load.h"
 #include "options.h"
 #include "save.h"
+
+#include <algorithm>
 
 namespace tool {
 
@@ -10,7 +13,8 @@ int runExport(const Options& options) {
     if (!isUsableTarget(input, options.output)) return STATUS_USAGE;
     const Loaded loaded = loadInput(input, options, true);
     const int status = tellOutcome(input, loaded, options);
-    return status == STATUS_DONE ? saveDxf(options.output, loaded, options) : status;
+    if (status != STATUS_DONE) return status;
+    return std::max(saveDxf(options.output, loaded, options), lossStatus(loaded, options));
 }
 
 } // namespace tool

@@ -1,4 +1,5 @@
 // torva-dxf import: DXF files become drawing files.
+#include "account.h"
 #include "file_kind.h"
 #include "jobs.h"
 #include "load.h"
@@ -9,6 +10,7 @@
 #include "store/store.h"
 #include "ut.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <map>
@@ -65,7 +67,7 @@ static int importOne(const std::string& input, const Options& options) {
         std::cerr << input << " -> " << target << ": " << drawing.elementCount << " elements in "
                   << counts.patterns << " patterns, unit " << unitWord(drawing.unit)
                   << (status == STATUS_DONE ? "" : " (what was read until the error)") << '\n';
-    return status;
+    return std::max(status, lossStatus(loaded, options));
 }
 
 int runImport(const Options& options) {

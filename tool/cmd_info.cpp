@@ -1,4 +1,5 @@
 // torva-dxf info: what is in a file and what became of it.
+#include "account.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
@@ -9,6 +10,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
@@ -24,13 +26,6 @@ static constexpr int CANT_READ = 9001;
 static Json extentsJson(const host::Drawing& drawing) {
     const host::Extents box = drawing.extents();
     return box.empty ? Json() : Json{box.minX, box.minY, box.maxX, box.maxY};
-}
-
-static Json entitiesJson(const DxImportReport& report) {
-    Json entities = Json::object();
-    for (const auto& [name, count] : report.entities)
-        entities[name] = {{"read", count.read}, {"drawn", count.drawn}, {"skipped", count.skipped}};
-    return entities;
 }
 
 /// Pictures that the drawing names, each file once.
@@ -99,7 +94,10 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["attributes"] = counts.attributes;
     info["inserts"] = insertsJson(drawing);
     info["extents"] = extentsJson(drawing);
-    info["entities"] = entitiesJson(loaded.report);
+    info["entities"] = talliesJson(loaded.report.entities);
+    info["block_entities"] = talliesJson(loaded.report.blockEntities);
+    info["lost"] = unseenJson(loaded, false);
+    info["hidden"] = unseenJson(loaded, true);
     info["messages"] = loaded.messages;
     info["view_names"] = Json::array();
     for (const host::View& view : drawing.views) info["view_names"].push_back(view.name);
@@ -115,6 +113,19 @@ static void printNumbers(const Json& info, std::initializer_list<const char*> ke
         gap = ", ";
     }
     std::cout << '\n';
+}
+
+static void printUnseen(const Json& rows, const char* heading) {
+    for (const Json& row : rows) {
+        std::cout << "  " << heading << ' ' << row["count"] << ' ' << row["kind"].get<std::string>() << ": "
+                  << row["reason"].get<std::string>() << (row["in_blocks"].get<bool>() ? ", in blocks" : "");
+        const char* gap = " (first: ";
+        for (const auto& [key, value] : row["example"].items()) {
+            std::cout << gap << key << ' ' << (value.is_string() ? value.get<std::string>() : value.dump());
+            gap = ", ";
+        }
+        std::cout << (row["example"].empty() ? "\n" : ")\n");
+    }
 }
 
 /// The same for people.
@@ -144,6 +155,8 @@ static void printInfo(const Json& info) {
     for (const auto& [name, count] : info["entities"].items())
         std::cout << "  " << std::left << std::setw(20) << name << " read " << count["read"] << ", drawn "
                   << count["drawn"] << ", skipped " << count["skipped"] << '\n';
+    printUnseen(info["lost"], "lost");
+    printUnseen(info["hidden"], "hidden");
     for (const Json& message : info["messages"]) std::cout << "  * " << message.get<std::string>() << '\n';
 }
 
@@ -160,7 +173,7 @@ static int infoOne(const std::string& input, const Options& options) {
         std::cout << info.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     else
         printInfo(info);
-    return std::cout.flush() ? status : STATUS_FAILED;
+    return std::cout.flush() ? std::max(status, lossStatus(loaded, options)) : STATUS_FAILED;
 }
 
 int runInfo(const Options& options) {

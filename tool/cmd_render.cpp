@@ -1,10 +1,12 @@
 // torva-dxf render: pictures of a drawing.
+#include "account.h"
 #include "file_kind.h"
 #include "load.h"
 #include "options.h"
 
 #include "render/render.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <set>
@@ -83,7 +85,7 @@ int runRender(const Options& options) {
             ? tell(host::renderDrawing(drawing, options.output,
                                        {options.size, options.view, options.dark, options.allViews}))
             : renderInto(drawing, options);
-    return std::max(status, drawn);
+    return std::max({status, drawn, lossStatus(loaded, options)});
 }
 
 } // namespace tool

@@ -1,5 +1,6 @@
 #include "load.h"
 
+#include "account.h"
 #include "drawing/drawing.h"
 #include "drawing/move.h"
 #include "dx_select.h"
@@ -236,6 +237,8 @@ int tellOutcome(const std::string& input, const Loaded& loaded, const Options& o
         for (const std::string& line : options.verbose ? loaded.messages : loaded.important)
             std::cerr << input << ": " << line << '\n';
     }
+    if (!options.quiet)
+        for (const std::string& line : accountLines(loaded)) std::cerr << input << ": " << line << '\n';
     if (loaded.stat == 0) return STATUS_DONE;
     std::cerr << "torva-dxf: " << input << ": the import ended with error " << loaded.stat << '\n';
     return STATUS_FAILED;

@@ -54,6 +54,7 @@ static void addReadOptions(CLI::App& command, Options& options) {
         ->check(checkVariable);
     command.add_option("--max-elements", read.maxElements, "Stop at so many elements")
         ->check(CLI::PositiveNumber);
+    command.add_flag("--strict", read.strict, "Anything lost in the reading is an error: exit status 1");
     addMessageOptions(command, options);
 }
 

@@ -14,6 +14,7 @@ struct ReadOptions {
     bool plain = false;                 ///< the module's own defaults
     bool center = false;                ///< middle of the extents at the origin
     int unit = 0;                       ///< host unit code, 0: the file's
+    bool strict = false;                ///< a loss fails the command
     std::vector<std::string> variables; ///< "&Name=number" or "$Name=text"
     std::size_t maxElements = 0;        ///< 0: the host's own limit
 };

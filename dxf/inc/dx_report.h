@@ -2,6 +2,7 @@
 // reports to the user.
 #pragma once
 
+#include "dx_unseen.h"
 #include "rpt.h"
 
 #include <functional>
@@ -9,11 +10,14 @@
 #include <string>
 #include <vector>
 
-/// What became of the entities of one kind in the ENTITIES section. Entities inside blocks aren't counted.
+/// What became of the entities of one kind: what was read is drawn, hidden or lost.
 struct DxEntityTally {
-    long read = 0;    ///< met in the section
+    long read = 0;    ///< met in the section, or in the block
     long drawn = 0;   ///< gave something to the host
-    long skipped = 0; ///< all others: kinds without a reader, layers that are off, another space, no size
+    long hidden = 0;  ///< the file itself doesn't show them: layers that are off, invisible entities
+    long lost = 0;    ///< kinds without a reader, another space, no size
+    long skipped = 0; ///< hidden and lost ones
+    long waiting = 0; ///< of paper space, while model space is drawn
 };
 
 /// What became of the dimensions of the ENTITIES section.
@@ -45,6 +49,9 @@ struct DxImportReport {
     std::vector<std::string> recovered;    ///< files in whose place a repaired twin was read
     /// By the text of group 0, in the file's bytes. Beyond 1000 unknown names the rest counts under "…".
     std::map<std::string, DxEntityTally, std::less<>> entities;
+    /// The same of blocks, without those of the section: once for each block that is drawn, however often.
+    std::map<std::string, DxEntityTally, std::less<>> blockEntities;
+    std::vector<DxUnseen> unseen; ///< what is hidden or lost, by kind and reason, in the order of its finding
     DxDimensionTally dimensions;
     std::vector<DxImageReport> images; ///< in the order of their drawing; one file may stand more than once
 };

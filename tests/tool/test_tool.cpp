@@ -125,7 +125,8 @@ TEST_F(Tool, InfoCountsWhatTheFileHolds) {
                             "entities", "messages",    "view_names", "images",   "seconds"})
         EXPECT_TRUE(a.contains(key)) << key;
     EXPECT_EQ(a["version"], "AC1027");
-    EXPECT_EQ(a["entities"]["LINE"], (json{{"read", 2}, {"drawn", 1}, {"skipped", 1}}));
+    EXPECT_EQ(a["entities"]["LINE"],
+              (json{{"read", 2}, {"drawn", 1}, {"skipped", 1}, {"hidden", 1}, {"lost", 0}}));
     EXPECT_EQ(a["entities"]["WIDGET"]["read"], 1);
     EXPECT_EQ(a["elements"]["arc"], 1);
     EXPECT_EQ(a["extents"], (json{-3, -3, 10, 3}));

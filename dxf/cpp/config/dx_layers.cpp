@@ -54,6 +54,21 @@ static bool isInActiveSpace(const DX_ENTITY_BASE_TYPE& entity) {
     return (DxBlockLevel > 0 ? DxInsertSpace : entity.paperSpace) == DxActSpace;
 }
 
+/// Whether the entity is to be drawn; if not, the account gets to know why.
+static bool isShown(const DX_ENTITY_BASE_TYPE& entity, int colour, const DX_LAYER_TYPE* layer) {
+    constexpr int frozen = 1;
+    DxEntityInSpace = isInActiveSpace(entity);
+    if (!DxEntityInSpace)
+        DxNoteReason(DxReason::OtherSpace);
+    else if (colour < 1)
+        DxNoteReason(layer && (layer->flags & frozen) ? DxReason::LayerFrozen : DxReason::LayerOff);
+    else if (entity.invisible != 0)
+        DxNoteReason(DxReason::Invisible);
+    else
+        return true;
+    return false;
+}
+
 int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* layerLineType,
                   DX_LAYER_TYPE** record) {
     std::string_view name = entity->layer.empty() ? std::string_view("0") : entity->layer.view();
@@ -71,7 +86,7 @@ int DxSetActLayer(const DX_ENTITY_BASE_TYPE* entity, int* layerColour, DX_NAME* 
     *layerColour = colour;
     layerLineType->assign(lineType);
     *record = layer;
-    return isInActiveSpace(*entity) && colour >= 1 && entity->invisible == 0;
+    return isShown(*entity, colour, layer);
 }
 
 static int appendLayer(std::string_view name, int colour, std::string_view lineType) {

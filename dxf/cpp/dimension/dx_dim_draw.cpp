@@ -345,6 +345,7 @@ int DxDrawDim(const DX_DIM_TYPE* dim, const Mat44 m) {
     DxGetBlock(dim->blockName.view(), reference);
     if (!reference.block) {
         DxProtoMsg(DxMsg(5703, DxHostText(dim->blockName.view()).c_str()), 1);
+        DxNoteReason(DxReason::NoBlock);
         return DxRestoreActPos(&behind);
     }
     const int error = drawAtBlock(*dim, m, *reference.block, {layer, lineType, colour});

@@ -201,5 +201,7 @@ int DxDrawAttdef(const DX_ATTRIB_TYPE* rec, const Mat44 m) {
         text.text = rec->tag.view();
         return DxDrawText(&text, m, DX_TEXT_OF_ENTITY, 0);
     }
-    return rec->flags & CONSTANT ? DxDrawAttrib(rec, m) : 0;
+    if (rec->flags & CONSTANT) return DxDrawAttrib(rec, m);
+    DxNoteReason(DxReason::Definition);
+    return 0;
 }

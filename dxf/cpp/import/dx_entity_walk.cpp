@@ -1,42 +1,18 @@
 #include "dx_entity_walk.h"
 
 #include "../session/dx_reader.h"
+#include "dx_account.h"
 #include "import_state.h"
 #include "uo.h"
-
-#include <iterator>
 
 namespace {
 
 constexpr int entitiesBetweenAbortQuestions = 100;
-constexpr std::size_t unknownNamesKept = 1000;
 
 std::uint8_t hashOf(std::string_view name) {
     std::uint32_t hash = 2166136261u;
     for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
     return static_cast<std::uint8_t>(hash ^ (hash >> 8) ^ (hash >> 16));
-}
-
-/// Where an entity of the section is counted; null inside blocks and while measuring.
-DxEntityTally* tallyOf(const DxEntityKind* kind, std::string_view name) {
-    if (DxCheckPass || DxBlockLevel > 0) return nullptr;
-    if (kind) return &DxKindTally[static_cast<std::size_t>(kind - DxKinds)];
-    auto& others = DxReport.entities;
-    if (const auto known = others.find(name); known != others.end()) return &known->second;
-    return &others[others.size() < unknownNamesKept ? std::string(name) : std::string("…")];
-}
-
-/// Runs a kind and notes what became of the entity and its parts. Entities inside blocks go to the credit of
-/// the INSERT that stands in the section.
-int drawEntity(const DxEntityKind& kind, const DxEntityContext& context, DxEntityTally* tally) {
-    if (!tally) return kind.run(context);
-    DxEntityDrawn = 0;
-    DxEntityPartCount = 0;
-    const int error = kind.run(context);
-    if (!DxEntityDrawn) return error;
-    ++tally->drawn;
-    for (int i = 0; i < DxEntityPartCount; ++i) DxEntityParts[i].tally->drawn += DxEntityParts[i].count;
-    return error;
 }
 
 bool isStopped() {
@@ -57,16 +33,31 @@ DxEntityContext contextOf(const Mat44 m) {
     return {m, DxSplineApprox};
 }
 
+bool isRead(const DxEntityKind* kind) {
+    return kind && kind->run;
+}
+
+int runCounted(const DxEntityKind* kind, const DxEntityContext& context, const DxCounted& counted) {
+    DxEntityAccount account(counted);
+    if (!isRead(kind)) {
+        account.settleUnread();
+        return 0;
+    }
+    const int error = kind->run(context);
+    account.settle(error);
+    return error;
+}
+
 /// One entity, with the reader behind its group 0. What isn't read here is passed over by the walk.
 int handleEntity(std::string_view name, const DxEntityContext& context) {
     const DxEntityKind* kind = DxFindEntityKind(name);
-    DxEntityTally* tally = tallyOf(kind, name);
-    if (tally && DxCountEntities) ++tally->read;
-    if (kind && kind->run) {
-        if (const int error = drawEntity(*kind, context, tally)) return error;
-    } else if (name == "REGION" && DxModus == 2 && !DxCheckPass && (DxCountEntities || DxBlockLevel > 0)) {
-        ++DxRegionCount;
-    }
+    const DxCounted counted = DxCountedAs(kind, name);
+    if (const int error = counted.tally  ? runCounted(kind, context, counted)
+                          : isRead(kind) ? kind->run(context)
+                                         : 0)
+        return error;
+    const bool isRegion = !isRead(kind) && name == "REGION";
+    if (isRegion && DxModus == 2 && !DxCheckPass && (DxCountEntities || DxBlockLevel > 0)) ++DxRegionCount;
     return isStopped() ? 9009 : 0;
 }
 
@@ -100,17 +91,6 @@ const DxEntityKind* DxFindEntityKind(std::string_view name) {
     return nullptr;
 }
 
-void DxCountPart(std::string_view name) {
-    DxEntityTally* const tally = tallyOf(DxFindEntityKind(name), name);
-    if (!tally) return;
-    if (DxCountEntities) ++tally->read;
-    int i = 0;
-    while (i < DxEntityPartCount && DxEntityParts[i].tally != tally) ++i;
-    if (i == static_cast<int>(std::size(DxEntityParts))) return;
-    if (i == DxEntityPartCount) DxEntityParts[DxEntityPartCount++] = {tally, 0};
-    ++DxEntityParts[i].count;
-}
-
 bool DxEndsEntities(std::string_view name, std::string_view end) {
     return name == end || (end == "ENDBLK" && (name == "ENDSEC" || name == "BLOCK" || name == "EOF"));
 }
@@ -119,6 +99,7 @@ int DxDrawCAD(const char* end, const Mat44 m) {
     const DxEntityContext context = contextOf(m);
     const std::string_view endName(end);
     const bool showPercent = DxShowsPercent();
+    const DxBlockAccount account;
     DxPair pair;
     for (;;) {
         if (const int error = DxReadPair(pair, 161, showPercent)) return error;

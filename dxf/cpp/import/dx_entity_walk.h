@@ -142,10 +142,6 @@ void DxSetEntityKinds(std::span<const DxEntityKind> kinds);
 /// The kind of that name, null for anything else.
 const DxEntityKind* DxFindEntityKind(std::string_view name);
 
-/// A reader calls this behind the group 0 of an entity that it reads as part of its own, such as a vertex:
-/// the report counts it too, as drawn if the whole is.
-void DxCountPart(std::string_view name);
-
 /// Whether a name ends a run of entities up to `end`. Blocks don't nest, and a section's end is theirs too.
 bool DxEndsEntities(std::string_view name, std::string_view end);
 

@@ -1,6 +1,7 @@
 #include "dx_expansion.h"
 
 #include "blocks_state.h"
+#include "dx_account.h"
 
 #include <vector>
 
@@ -85,6 +86,6 @@ bool DxHoldsNothing(DX_BLOCK_TYPE& block) {
 }
 
 int DxDrawBlockEntities(DX_BLOCK_TYPE& block, const char* end, const Mat44 m) {
-    const DxStoredEntities* stored = storedEntities(block, end);
+    const DxStoredEntities* stored = DxIsUncounted(block) ? nullptr : storedEntities(block, end);
     return stored ? DxDrawStored(*stored, m) : DxDrawCAD(end, m);
 }

@@ -5,8 +5,6 @@
 #include "dx_entity_walk.h"
 #include "import_state.h"
 
-#include <algorithm>
-
 DxImportReport DxGetImportReport() {
     DxImportReport report = DxReport;
     for (std::size_t i = 0; i < DxKindTally.size(); ++i) {
@@ -15,7 +13,8 @@ DxImportReport DxGetImportReport() {
         }
     }
     report.messages = DxProtoMessages(0);
-    for (auto& [name, count] : report.entities) count.skipped = std::max(0L, count.read - count.drawn);
+    for (auto* tallies : {&report.entities, &report.blockEntities})
+        for (auto& [name, count] : *tallies) count.skipped = count.hidden + count.lost;
     return report;
 }
 

@@ -152,6 +152,11 @@ private:
     bool isOutermost_;
 };
 
+int leaveOut(DxReason reason) {
+    DxNoteReason(reason);
+    return 0;
+}
+
 void reportStop(const DX_BLOCK_TYPE& block) {
     DxProtoMsg(UtFormat("Stopped while block %s was drawn.", block.name.c_str()), 1);
 }
@@ -172,7 +177,8 @@ int DxCheckRecursion(const DX_NAME& block) {
 }
 
 int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
-    if (isTooDeep() || !DxCheckRecursion(rec->blockName)) return 0;
+    if (isTooDeep()) return leaveOut(DxReason::TooDeep);
+    if (!DxCheckRecursion(rec->blockName)) return leaveOut(DxReason::Recursive);
     InsertLayer layer{};
     DX_LAYER_TYPE* record = nullptr;
     if (!DxSetActLayer(&rec->base, &layer.colour, &DxInsertLt, &record)) return 0;
@@ -186,6 +192,7 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     DxGetBlock(rec->blockName.view(), reference);
     if (!reference.block) {
         DxProtoMsg(DxMsg(5703, rec->blockName.c_str()), 1);
+        DxNoteReason(DxReason::NoBlock);
         return DxRestoreActPos(&save);
     }
     const EndlessBlock endless(*reference.block);

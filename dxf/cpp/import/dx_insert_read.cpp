@@ -1,7 +1,7 @@
 // Reader of INSERT.
+#include "dx_account.h"
 #include "dx_attributes.h"
 #include "dx_entity_base.h"
-#include "dx_entity_walk.h"
 #include "dx_insert_import.h"
 
 namespace {

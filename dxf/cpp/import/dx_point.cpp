@@ -28,7 +28,11 @@ int DxDrawPoint(const DX_POINT_TYPE* rec, const Mat44 m) {
     constexpr int dropsPoints = 1;
     if (DxModus == 3) return 0;
     DxPenLt look;
-    if (!DxPenLtToCAD(&rec->base, &look.pen, &look.lineType) || DxPdMode == dropsPoints) return 0;
+    if (!DxPenLtToCAD(&rec->base, &look.pen, &look.lineType)) return 0;
+    if (DxPdMode == dropsPoints) {
+        DxNoteReason(DxReason::PointsOff);
+        return 0;
+    }
     RPT3 points[] = {rec->point};
     const RPT3& p = points[0];
     return DxDrawFlat(look, points, m, 1, p, [&] {

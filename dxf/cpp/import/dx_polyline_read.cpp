@@ -1,8 +1,8 @@
 // Readers of POLYLINE, VERTEX and LWPOLYLINE.
 #include "../config/config_state.h"
 #include "../session/dx_documents.h"
+#include "dx_account.h"
 #include "dx_entity_base.h"
-#include "dx_entity_walk.h"
 #include "dx_polyline_import.h"
 
 #include <algorithm>

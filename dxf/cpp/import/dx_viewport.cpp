@@ -131,6 +131,11 @@ int DxReadViewport(DX_VIEWPORT_TYPE* viewport) {
 }
 
 int DxDrawViewport(DX_VIEWPORT_TYPE* viewport, const Mat44 m) {
+    constexpr int idOfSheet = 1;
+    if (viewport->id == idOfSheet)
+        DxNoteReason(DxReason::SheetWindow);
+    else if (DxReadSpace == 0)
+        DxNoteReason(DxReason::OtherSpace);
     if (!DxViews || viewport->id < 2 || viewport->base.paperSpace != 1) return 0;
     DX_VIEW_MARK mark = markOf(*viewport);
     DxTrans3DRpt(&mark.low, m);

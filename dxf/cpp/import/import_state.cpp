@@ -14,7 +14,6 @@ int DxViewportAbortCount = 0;
 long DxEntitiesLeft = 0;
 int DxPassIsLong = 0;
 int DxSplineApprox = -1;
-int DxEntityDrawn = 0;
 DxTable<_ObObject*> DxImportedObjects;
 
 const DxEntityKind* DxKinds = nullptr;
@@ -41,8 +40,8 @@ void DxResetImportState() {
     DxEntitiesLeft = 0;
     DxPassIsLong = 0;
     DxSplineApprox = -1;
-    DxEntityDrawn = 0;
     DxEntityPartCount = 0;
+    DxResetAccountState();
     DxImportedObjects.free();
     DxResetImportReport();
 }

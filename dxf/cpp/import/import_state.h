@@ -1,6 +1,7 @@
 // Running values of the entity import.
 #pragma once
 
+#include "account_state.h"
 #include "dx_fixed.h"
 #include "dx_report.h"
 #include "rpt.h"
@@ -20,6 +21,7 @@ inline constexpr double DX_UNKNOWN_MAX = -2147483648.0;
 /// Entities that belong to the one that is read, such as vertices, and where they are counted.
 struct DX_ENTITY_PARTS {
     DxEntityTally* tally;
+    std::string_view name;
     long count;
 };
 
@@ -77,7 +79,6 @@ extern int DxAbortCount;                 ///< entities since the host was last a
 extern long DxEntitiesLeft; ///< entities until a walk that would never end is stopped, 0: no such walk
 extern int DxPassIsLong;    ///< the walk was stopped for its length, not by the user
 extern int DxSplineApprox;  ///< &DxfSplineApprox as the section's walk found it, -1: none
-extern int DxEntityDrawn;   ///< set by DxStartDrawing, cleared ahead of each counted entity
 extern DxTable<_ObObject*> DxImportedObjects; ///< patterns that the import made, for the host's memory
 
 // ---- entity kinds, set once by DxSetEntityKinds ------------------------------------------------------

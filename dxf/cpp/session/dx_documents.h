@@ -78,6 +78,7 @@ struct DX_BLOCK_TYPE {
     bool holdsNothing = false; ///< but INSERTs of blocks that hold nothing; known with `expanded`
     int walks = 0;             ///< how many times its entities have been drawn
     bool canBeStored = true;
+    mutable bool isCounted = false;                 ///< what becomes of its entities is in the account
     std::shared_ptr<const DxStoredEntities> stored; ///< null until its entities were drawn a few times
 };
 

@@ -3,6 +3,7 @@
 #include "../config/dx_layers.h"
 #include "../config/dx_pens.h"
 #include "../host/dx_host.h"
+#include "../import/dx_account.h"
 #include "../import/dx_blocks.h"
 #include "../import/dx_entity_section.h"
 #include "../import/dx_paper_spaces.h"
@@ -220,6 +221,7 @@ void Import::read() {
     outcome_ = DxGuarded([this] { return readSections(); });
     if (outcome_ == EXCEPTION) DxCiElemDrawPat(); // what was drawn before stays
     noteCorrectedFiles();
+    DxFinishAccount(outcome_);
     if (outcome_ == 0 || outcome_ == ABORTED) { // else the documents stay open until the next session begins
         DxReadClose();
         DxSetPenLt(DxPen, DxLt);
