@@ -260,6 +260,14 @@ TEST_F(HatchExport, OldTargetsGetPartsOfTheSameArea) {
         EXPECT_NEAR(areaOfSolids(file), c.area, 1e-9 * c.area) << c.what;
         EXPECT_EQ(file.errors(), "") << c.what;
     }
+    // Holes that share corners: as many parts as their heights make.
+    for (const host::Contour& second :
+         {square(4, 6), polygon({{4, 2}, {6, 2}, {6, 4}, {4, 4}}), polygon({{3, 4}, {6, 5}, {2, 7}})}) {
+        const Exported file =
+            exported(fill({square(0, 10), square(2, 4), second}), "ACAD12", "NO_KOMMA=12\n" + fillsToo);
+        host::Hatch whole = fill({square(0, 10), square(2, 4), second});
+        EXPECT_NEAR(areaOfSolids(file), areaOf(whole), 1e-7);
+    }
     // 12 chords a quarter turn, in a square with a round hole.
     const Exported round = exported(fill({square(-10, 10), disc(0, 0, 5)}), "ACAD12", fillsToo);
     EXPECT_NEAR(areaOfSolids(round), 400 - 24 * 25 * std::sin(2 * pi / 48), 1e-3);

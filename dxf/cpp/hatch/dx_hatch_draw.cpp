@@ -3,13 +3,13 @@
 #include "../config/dx_pens.h"
 #include "../host/dx_host.h"
 #include "../host/dx_host_hatch.h"
+#include "../import/account_state.h"
 #include "../import/dx_entity_base.h"
 #include "../import/dx_linework_import.h"
 #include "../import/dx_polyline_import.h"
 #include "../import/dx_spline_import.h"
 #include "../import/dx_transform.h"
 #include "../import/import_state.h"
-#include "../session/dx_protocol.h"
 #include "../session/session_state.h"
 #include "dx_hatch_import.h"
 #include "dx_hatch_pattern.h"
@@ -125,11 +125,14 @@ public:
     }
     /// Joins them into the chain. Their patterns stay where the border is to be seen.
     int join(DxHatchChain& chain) {
+        constexpr int nothingLeft = 1005;
         std::vector<RPT> mins(kept_.size()), maxes(kept_.size());
         int before = -1;
         int error = chain.begin();
         for (std::size_t i = 0; i < kept_.size() && !error; ++i) {
-            if (!DxovLoopBox(kept_[i], &mins[i], &maxes[i])) continue; // nothing of it was left
+            const int boxed = DxovLoopBox(kept_[i], &mins[i], &maxes[i]);
+            if (boxed == nothingLeft) continue;
+            if (boxed) return boxed;
             const auto own = static_cast<int>(i);
             const bool inner = before >= 0 && IsIntersection(mins.data(), maxes.data(), own, before);
             error = chain.add(kept_[i], inner);
@@ -194,20 +197,19 @@ int makeContour(const DX_HATCH_TYPE& rec, const Frames& frames, int approx, DxHa
     return loops.join(chain);
 }
 
-/// It counts as skipped, unless its borders are to be seen. Fills that are switched off need no reason.
-int leaveOut(const DX_HATCH_TYPE& rec, const char* reason) {
-    if (rec.solid && !DxFillMode) return 0;
+/// It counts as lost, unless its borders are to be seen; fills that are switched off count as hidden.
+int leaveOut(const DX_HATCH_TYPE& rec) {
+    if (rec.solid && !DxFillMode) DxNoteReason(DxReason::FillsOff);
     if (!DxFillContour) DxEntityDrawn = 0;
-    DxProtoMsg(UtFormat("Hatch on layer %s left out: %s!", rec.base.layer.c_str(), reason), 1);
     return 0;
 }
 
 int makeHatch(const DX_HATCH_TYPE& rec, int pen, const Frames& frames, DxHatchChain& chain) {
     constexpr int nothingEnclosed = 3011;
-    if (chain.isEmpty()) return leaveOut(rec, "nothing is left of its boundary");
+    if (chain.isEmpty()) return leaveOut(rec);
     if (const int error = chooseLook(rec, pen, frames.object)) return error;
     const int error = chain.makeHatch(DxActPat);
-    if (error == nothingEnclosed) return leaveOut(rec, "its boundary encloses nothing");
+    if (error == nothingEnclosed) return leaveOut(rec);
     if (error) return error;
     DxEntityDrawn = 1;
     return DxNewElement(1);
@@ -216,7 +218,7 @@ int makeHatch(const DX_HATCH_TYPE& rec, int pen, const Frames& frames, DxHatchCh
 } // namespace
 
 int DxDrawHatch(const DX_HATCH_TYPE* rec, const Mat44 m, int approx) {
-    if (rec->loops.empty()) return DxCheckPass ? 0 : leaveOut(*rec, "it has no boundary");
+    if (rec->loops.empty()) return 0;
     Mat44 storage;
     const Frames frames{DxObjectMatrix(rec->extrusion, m, storage), m};
     int pen = 0, lineType = 0;

@@ -19,6 +19,7 @@
 #include "ut.h"
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace {
@@ -72,10 +73,16 @@ void chooseLayer(int pat, int row) {
     DxPatSetLayerAttribs(pat, row, DX_KIND_HATCH);
 }
 
+/// One hatch more that the run tells as missing.
+bool isMissing() {
+    ++DxUnwrittenCounts[DX_UNWRITTEN_HATCH];
+    return false;
+}
+
 /// Whether the current hatch is written in this pass, and with which pen.
 bool isOfPass(Pass pass, int kind, Outgoing& out) {
     int lineType = 0;
-    if (ovhatchparams(readParams, 1, &out.pen, &lineType) != 0) return false;
+    if (ovhatchparams(readParams, 1, &out.pen, &lineType) != 0) return isMissing();
     out.isFill = lineType == 0;
     if (pass == Pass::Fills && !out.isFill) {
         constexpr int penShift = 6;
@@ -91,8 +98,8 @@ bool isOfPass(Pass pass, int kind, Outgoing& out) {
     return out.isFill == (pass == Pass::Fills);
 }
 
-bool isFinished(const RPT& p) {
-    return p.x == p.x && p.y == p.y;
+bool isFinite(const RPT& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
 /// The pattern of the source in the file's frame.
@@ -108,7 +115,7 @@ bool takeSource(const Mat32 mat, Outgoing& out) {
         MtTransRPt(line.base, mat, &def.base);
         MtTransRPt({line.base.x + line.offset.x, line.base.y + line.offset.y}, mat, &next);
         def.offset = {next.x - def.base.x, next.y - def.base.y};
-        if (!isFinished(def.base) || !isFinished(def.offset)) return false;
+        if (!isFinite(def.base) || !isFinite(def.offset)) return false;
         for (const double dash : line.dashes) def.dashes.push_back(dash * scale);
         def.dashCount = static_cast<int>(def.dashes.size());
         out.defs.push_back(std::move(def));
@@ -129,17 +136,17 @@ bool prepareRealHatch(const Mat32 mat, Outgoing& out) {
 
 /// False when there is nothing to write.
 bool prepare(const Mat32 mat, Outgoing& out) {
-    if (out.isFill) return DxWriteFill && DxFillHatchCont(&out.conts, 1) == 0 && !out.conts.empty();
+    if (out.isFill && !DxWriteFill) return false;
+    if (out.isFill) return DxFillHatchCont(&out.conts, 1) ? isMissing() : !out.conts.empty();
     if (prepareRealHatch(mat, out)) return true;
     out.conts.clear();
     out.defs.clear();
     if (ovhatchelems(expand, &out.linesPat) != 0) {
         out.linesPat = 0;
-        ++DxUnwrittenCounts[DX_UNWRITTEN_HATCH];
-        return false;
+        return isMissing();
     }
     int isEmpty = 1;
-    return UoPatEmpty(out.linesPat, &isEmpty) == 0 && !isEmpty;
+    return UoPatEmpty(out.linesPat, &isEmpty) ? isMissing() : !isEmpty;
 }
 
 /// Notes that the pattern's hatches are blocks from here on.

@@ -149,14 +149,14 @@ int DxovCleanLoop(int pat) {
     return writeChain(pat, list);
 }
 
-bool DxovLoopBox(int pat, RPT* min, RPT* max) {
+int DxovLoopBox(int pat, RPT* min, RPT* max) {
     constexpr int BOX = 256;
     int code = BOX;
     double rect[4];
-    if (ovpatrect(&code, &pat, rect) != 0) return false;
+    if (const int error = ovpatrect(&code, &pat, rect)) return error;
     *min = {rect[0], rect[1]};
     *max = {rect[2], rect[3]};
-    return true;
+    return 0;
 }
 
 // ---- contour -----------------------------------------------------------------------------------------

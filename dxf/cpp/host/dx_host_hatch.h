@@ -27,8 +27,8 @@ int DxCiChgHatchCont(int pat, int* newPat);
 /// short elements taken out. Where they don't join, a marked jump leads on. 0 or an error.
 int DxovCleanLoop(int pat);
 
-/// Box of a pattern. False when it is empty.
-bool DxovLoopBox(int pat, RPT* min, RPT* max);
+/// Box of a pattern; 1005 when it is empty.
+int DxovLoopBox(int pat, RPT* min, RPT* max);
 
 /// A hatch contour in the making: loops join into one chain, from its start out to each later loop by a jump
 /// (info 2), round it, and back.

@@ -132,7 +132,10 @@ private:
 bool expandHatch(const Drawing& drawing, const Hatch& hatch, std::vector<Element>* elements) {
     const std::vector<Chord> chords = chordsOf(hatch, drawingTolerance(drawing));
     elements->clear();
-    for (HatchFamily& row : hatchFamilies(drawing, hatch)) {
+    std::vector<HatchFamily> rows = hatchFamilies(drawing, hatch);
+    constexpr double mostWork = 1e8; // chords looked at
+    if (static_cast<double>(rows.size()) * static_cast<double>(chords.size()) > mostWork) return false;
+    for (HatchFamily& row : rows) {
         if (hatch.families.empty()) row.dashes.clear(); // its line type makes the dashes
         if (!RowCutter(row, *elements).cut(chords)) {
             elements->clear();
