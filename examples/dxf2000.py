@@ -14,6 +14,7 @@ _handles = (handle for handle in range(0x40, 0x10000) if handle not in _FIXED)
 _layers = [("0", 7, "Continuous")]
 _linetypes = []
 _styles = [("Standard", "txt", 1.0, 0.0, None)]
+_entity_classes = []  # (name, C++ name) of kinds that need one
 _blocks = []  # (name, record handle, base, function that draws it)
 _owner = [MODEL]
 
@@ -177,6 +178,10 @@ def block(name, draw, base=(0.0, 0.0)):
     _blocks.append((name, f"{0x1000 + len(_blocks):X}", base, draw))
 
 
+def entity_class(name, cpp):
+    _entity_classes.append((name, cpp))
+
+
 def layer(name, color, linetype="Continuous"):
     _layers.append((name, color, linetype))
 
@@ -220,6 +225,11 @@ def _header(version, low, high):
         if version >= "AC1018":
             put((91, 2 if name == "LAYOUT" else 1))  # how many objects are of the class
         put((280, 0), (281, 0))
+    for name, cpp in _entity_classes:
+        put((0, "CLASS"), (1, name), (2, cpp), (3, "ObjectDBX Classes"), (90, 0))
+        if version >= "AC1018":
+            put((91, 1))
+        put((280, 0), (281, 1))
     put((0, "ENDSEC"))
 
 

@@ -63,11 +63,25 @@ static int renderInto(const host::Drawing& drawing, const Options& options) {
     for (const std::string& view : host::pageViews(drawing)) {
         const std::string name = freeName(stem + " " + fileNameOf(view), taken) + "." + options.pictureType;
         const std::string path = (fs::path(options.directory) / name).string();
-        const int status = tell(host::renderDrawing(drawing, path, {options.size, view, options.dark}));
+        const int status = tell(
+            host::renderDrawing(drawing, path, {.size = options.size, .view = view, .dark = options.dark}));
         if (status == STATUS_DONE && !options.quiet) std::cerr << view << " -> " << path << '\n';
         worst = std::max(worst, status);
     }
     return worst;
+}
+
+static host::RenderOptions pictureOptions(const Options& options) {
+    host::RenderOptions picture;
+    picture.size = options.size;
+    picture.view = options.view;
+    picture.dark = options.dark;
+    picture.allViews = options.allViews;
+    picture.hidden = options.hidden;
+    picture.shade = options.shade;
+    picture.inSpace = options.hidden || options.shade || !options.direction.empty();
+    if (const auto& d = options.direction; !d.empty()) picture.direction = {d[0], d[1], d[2]};
+    return picture;
 }
 
 int runRender(const Options& options) {
@@ -80,11 +94,9 @@ int runRender(const Options& options) {
     const int status = tellOutcome(input, loaded, options);
     const host::Drawing& drawing = host::openDrawing();
     if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
-    const int drawn =
-        options.directory.empty()
-            ? tell(host::renderDrawing(drawing, options.output,
-                                       {options.size, options.view, options.dark, options.allViews}))
-            : renderInto(drawing, options);
+    const int drawn = options.directory.empty()
+                          ? tell(host::renderDrawing(drawing, options.output, pictureOptions(options)))
+                          : renderInto(drawing, options);
     return std::max({status, drawn, lossStatus(loaded, options)});
 }
 

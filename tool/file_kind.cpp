@@ -63,6 +63,9 @@ constexpr std::array kEndings{
     Ending{".svg", "picture", "a picture's name; 'torva-dxf render' makes pictures"},
     Ending{".png", "picture", "a picture's name; 'torva-dxf render' makes pictures"},
     Ending{".pdf", "picture", "a picture's name; 'torva-dxf render' makes pictures"},
+    Ending{".obj", "mesh", "a mesh's name; 'torva-dxf export' makes meshes"},
+    Ending{".stl", "mesh", "a mesh's name; 'torva-dxf export' makes meshes"},
+    Ending{".ply", "mesh", "a mesh's name; 'torva-dxf export' makes meshes"},
 };
 
 } // namespace

@@ -24,9 +24,10 @@ std::string whyNotReadable(const std::string& path);
 /// The system's reason why no file can be made at `target`; empty when none is known.
 std::string whyNotWritable(const std::string& target);
 
-/// "torva-dxf: input and output are one file" and its like: why a file that is to be `purpose` ("dxf", "tdw"
-/// or "picture") may not go to `target`; empty when it may. Refused are the input itself under whatever name,
-/// and endings that belong to another kind of file. "-" and what isn't a plain file may always be written to.
+/// "torva-dxf: input and output are one file" and its like: why a file that is to be `purpose` ("dxf", "tdw",
+/// "picture" or "mesh") may not go to `target`; empty when it may. Refused are the input itself under
+/// whatever name, and endings that belong to another kind of file. "-" and what isn't a plain file may always
+/// be written to.
 std::string whyNotTarget(const std::string& input, const std::string& target, const std::string& purpose);
 
 } // namespace tool

@@ -130,8 +130,7 @@ static std::bitset<kColors + 1> usedColors(const host::Drawing& drawing) {
     for (const host::Pattern& pattern : drawing.patterns) {
         for (const host::Element& element : pattern.elements) use(element.pen);
         for (const host::Text& text : pattern.texts) use(text.pen), use(text.fillPen);
-        for (const host::Face& face : pattern.faces) use(face.pen);
-        for (const host::Curve& curve : pattern.curves) use(curve.pen);
+        forEachPenInSpace(pattern, use);
         for (const host::Hatch& hatch : pattern.hatches) {
             use(hatch.fillPen), use(hatch.backPen);
             for (const host::HatchGradient& gradient : hatch.gradient) use(gradient.secondPen);

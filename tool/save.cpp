@@ -115,6 +115,7 @@ bool writeExportConfig(const host::Drawing& drawing, const SourceScan& scan, con
         if (line.starts_with("VERSION=") && !format.empty()) line = "VERSION=" + format;
         out << line << '\n';
         if (!line.starts_with("#FLAGS-START")) continue;
+        if (drawing.unitAssumed) out << "WRITE_INSUNITS=0\n";
         out << "USE_TEMPLATE=1\nTEMPLATE_NAME=" << templateFile << '\n';
         if (scan.lineTypeScale > 0)
             out << "LT_SCALE=" << scan.lineTypeScale * host::unitInMm(drawing) * drawing.scale / 10 << '\n';
@@ -144,8 +145,8 @@ bool prepareKeeping(const Loaded& source, const Options& options, const Temporar
 
 } // namespace
 
-bool isUsableTarget(const std::string& input, const std::string& target) {
-    const std::string wrong = whyNotTarget(input, target, "dxf");
+bool isUsableTarget(const std::string& input, const std::string& target, const std::string& purpose) {
+    const std::string wrong = whyNotTarget(input, target, purpose);
     if (!wrong.empty()) std::cerr << "torva-dxf: " << wrong << '\n';
     return wrong.empty();
 }

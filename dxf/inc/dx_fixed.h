@@ -101,6 +101,7 @@ public:
         std::swap(capacity_, other.capacity_);
     }
     std::size_t size() const { return count_; }
+    std::size_t capacity() const { return capacity_; }
     bool empty() const { return count_ == 0; }
     T& operator[](std::size_t i) { return data_[i]; }
     const T& operator[](std::size_t i) const { return data_[i]; }

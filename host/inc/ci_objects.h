@@ -1,6 +1,7 @@
 // The objects that stand beside the elements of a pattern, by class.
 #pragma once
 
+#include "ci_3d.h"
 #include "ci_dim.h"
 #include "ds.h"
 #include "rpt.h"
@@ -38,22 +39,6 @@ public:
     /// same in both; transparency in percent as 16 * high + low. 1005 for a record that the hatch hasn't.
     int GetParams(const DsCsr& hatch, int record, int* pen, double* angle, double* shift, double* size,
                   unsigned short* high, unsigned short* low);
-
-private:
-    int contextId_;
-};
-
-/// Faces, solids and curves in space, walked in this order.
-class Ci3d {
-public:
-    explicit Ci3d(int contextId) : contextId_(contextId) {}
-    int First(DsCsr& cursor);
-    int Next(DsCsr& cursor);
-    static int Count(const DsCsr& pattern, long* count);
-    /// Adds a curve through the points, in the drawing's frame and the context's unit, to the cursor's
-    /// pattern, with the host's current pen. `*curve` is its place among the curves of the pattern, `*parts`
-    /// the number of its stretches. 3011 for fewer than two points.
-    int DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts);
 
 private:
     int contextId_;

@@ -62,6 +62,9 @@ int DsCursorToPatNo(const DsCsr* cursor);        ///< Pattern number, 0 for an e
 int DsDpatToCursor(const DsDpatCsr& parts, DsCsr* cursor);
 _ObObject* DsObListGetOb(int patNo); ///< Null when there is no such pattern.
 
+/// Clears a flag of the object: 1 changed, 2 shown with its faces unfinished. 1005 for null.
+int DsResetFlag(_ObObject* object, int flag);
+
 bool DsVisTest2d(const DsCsr* cursor); ///< Whether the pattern is visible in 2D.
 
 /// Element type (1 to 5) of the element in row `elRow`; 1005 when there is none. The type carries the

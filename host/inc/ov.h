@@ -3,6 +3,7 @@
 // in the frame of the drawing; codes and small values go by pointer, as the host's macro language does.
 #pragma once
 
+#include "ov_3d.h"
 #include "ov_text.h"
 #include "rpt.h"
 #include "ut_string.h"
@@ -71,8 +72,9 @@ int ovhatchsetreppar(int index, int high, int low);
 
 /// The drawing's form. Mode 5 reads format (0 A00 … 6 A5), scale and unit; 7 sets format, if it is one, and
 /// scale (2030 for one outside 1e-8 … 1e8, 3012 when the sheet would be smaller than the tolerance); 8 sets
-/// the unit.
-int ovform(int mode, int* format, double* scale, int* unit);
+/// the unit. `factor3d`, which may be null, receives what a length of the drawing is multiplied with, beside
+/// the scale, to become one of the 3D calls (5).
+int ovform(int mode, int* format, double* scale, int* unit, double* factor3d = nullptr);
 
 /// Converts lengths. unitCode 100, mode 3: `value` in the drawing's unit to millimetres on the sheet
 /// (value × unit in mm × scale).
@@ -83,15 +85,3 @@ int ovconv(int unitCode, int mode, double value, double* result);
 void ovdisplay(const UtCString& text, int where); ///< Status line.
 void ovwritealpha(const UtCString& text);         ///< Message area, with a beep.
 int ovredraw(int* code);                          ///< 7: draws the screen anew.
-
-// ---- 3D --------------------------------------------------------------------------------------------
-
-/// Host notification: 0 after each INSERT and after a change of scale.
-int ov3dfunc(int* code);
-/// Operations on the 3D faces of a pattern. 205: joins the faces of *patNo to one surface set.
-int ov3dgenflaeche(int* code, int* patNo);
-/// Tolerance of 3D operations: 5 reads, 6 sets.
-int ov3dgenepsi(int* code, double* tolerance);
-/// 1: draws what can be seen of the 3D data of pattern *fromPat into pattern *toPat. 3011 from a host that
-/// can't remove hidden lines, such as the reference host.
-int ov3dhidden(int* code, int* fromPat, int* toPat);

@@ -1,5 +1,6 @@
 // Element chains on their way out: lines, arcs, circles, polylines, layers and colours.
 #include "exported.h"
+#include "faces.h"
 
 namespace {
 
@@ -120,14 +121,18 @@ TEST_F(Export, WhatHasNoWriterIsCountedOnce) {
     host::Pattern& first = addPattern({moveTo(0, 0), drawTo(1, 0)});
     first.dimensions.resize(3);
     first.bitmaps.resize(1);
-    addPattern({moveTo(0, 0), drawTo(1, 0)}).faces.resize(4);
+    host::Pattern& solid = addPattern({moveTo(0, 0), drawTo(1, 0)});
+    solid.solids.resize(1);
+    for (int i = 0; i < 3; ++i) solid.faceLists.push_back(faceList({{0, 0, 0}, {1, 0, 0}, {0, 1, 1}}));
+    solid.pointClouds.resize(2);
     addPattern({}).dimensions.resize(5);
     for (const std::string& version : VERSIONS) {
         for (const char* lines :
              {"", "WRITE_BLOCKS=YES\n", "DIM_IN_BLOCK=1\n", "WRITE_ASO_DIM=0\nWRITE_HATCH=2\n"}) {
             const Exported file = exportDrawing(exportConfig(version, lines));
-            for (const char* words : {"8 dimensions were not written.", "1 bitmap was not written.",
-                                      "4 3D faces and solids were not written."})
+            for (const char* words :
+                 {"8 dimensions were not written.", "1 bitmap was not written.",
+                  "4 3D faces and solids were not written.", "2 point clouds were not written."})
                 EXPECT_TRUE(file.protocol.find(words) != std::string::npos &&
                             file.protocol.find(words) == file.protocol.rfind(words))
                     << version << " " << lines << words;

@@ -68,7 +68,8 @@ TEST(Point, IsADrawOfNoLengthUnlessPointsAreDropped) {
               "move -5 0\ndraw 5 0\n");
     ImportOptions in3d = unshifted();
     in3d.in3d = true;
-    EXPECT_EQ(drawnEntity("POINT", at(10, {3, 4, 5}), in3d), "") << "in 3D a point is no element";
+    EXPECT_EQ(drawnEntity("POINT", at(10, {3, 4, 5}), in3d), "pointcloud pen 1 3 4 5\n")
+        << "in 3D a point is no element";
 }
 
 TEST(Arc, RunsCounterClockwise) {

@@ -1,4 +1,5 @@
 // Pictures: what stands where, in which colour, and that no drawing whatsoever breaks the drawing of it.
+#include "faces.h"
 #include "render/curves.h"
 #include "render/frame.h"
 #include "render/render.h"
@@ -62,12 +63,18 @@ protected:
         fs::remove_all(folder);
     }
     void render(const Drawing& d, bool dark = false) {
+        RenderOptions options;
+        options.size = 1000, options.dark = dark;
+        render(d, options, d.extents());
+    }
+    /// `shown`: what the picture shows, as it lies in it.
+    void render(const Drawing& d, const RenderOptions& options, const Extents& shown) {
         const std::string path = (folder / "p.png").string();
-        ASSERT_EQ(renderDrawing(d, path, {1000, "", dark}), "");
+        ASSERT_EQ(renderDrawing(d, path, options), "");
         cairo_surface_destroy(surface);
         surface = cairo_image_surface_create_from_png(path.c_str());
         ASSERT_EQ(cairo_surface_status(surface), CAIRO_STATUS_SUCCESS);
-        frame = fitFrame(d.extents(), 1000);
+        frame = fitFrame(shown, options.size);
     }
     /// Colour at a point of the drawing: the strongest difference from the background around it.
     int at(double x, double y, int background = kWhite) const {
@@ -126,7 +133,7 @@ TEST_F(Pictures, ElementsStandWhereTheyShouldInTheirColours) {
     elements.insert(elements.end(),
                     {move(10, 10), draw(90, 10, 2), move(30, 50), arc(70, 50, 50, 50, true, 3),
                      circle(55, 80, 50, 80, 2), move(10, 90), draw(10, 90, 2)});
-    d.patterns[0].faces = {{{{80, 40, 9}, {95, 40, 0}, {95, 60, 5}}, 3}};
+    d.patterns[0].faceLists = {faceList({{80, 40, 9}, {95, 40, 0}, {95, 60, 5}}, 3)};
     render(d);
     EXPECT_EQ(at(50, 10), kRed);
     EXPECT_EQ(at(50, 30), kBlue) << "counter-clockwise from the left: through the bottom";
@@ -148,6 +155,37 @@ TEST_F(Pictures, ElementsStandWhereTheyShouldInTheirColours) {
     render(d);
     EXPECT_EQ(at(50, 20), kWhite) << "scratch patterns are no content";
     EXPECT_EQ(at(50, 25), kWhite) << "hidden";
+}
+
+TEST_F(Pictures, InSpaceWhatStandsInFrontHidesTheRest) {
+    Drawing d = sheet();
+    d.patterns[0].elements.insert(d.patterns[0].elements.end(), {move(40, 90), draw(60, 90, 2)});
+    Pattern& space = d.addPattern(false);
+    space.faceLists = {faceList({{20, 50, 0}, {80, 50, 0}, {80, 50, 60}, {20, 50, 60}}, 3)};
+    space.curves = {{{{0, 80, 30}, {100, 80, 30}}, 2}};
+    space.pointClouds = {{{{90, 0, 50}}, {2}}};
+    Pattern& upright = d.addPattern(false); // on a plane of its own, in front of the face
+    upright.workId = 1;
+    d.workPlanes[1] = {{0, 40, 0}, {1, 40, 0}, {0, 40, 1}};
+    upright.elements = {move(30, 10), draw(70, 10, 2)};
+    RenderOptions options;
+    options.size = 1000, options.inSpace = true, options.direction = {0, -5, 0};
+    const Extents shown{0, 0, 100, 60, false};
+    render(d, options, shown);
+    EXPECT_EQ(at(50, 30), kRed) << "a wireframe";
+    EXPECT_EQ(at(20, 45), kBlue);
+    options.hidden = true;
+    render(d, options, shown);
+    EXPECT_EQ(at(50, 30), kWhite);
+    EXPECT_EQ(at(10, 30), kRed);
+    EXPECT_EQ(at(90, 50), kRed) << "a point of a cloud";
+    EXPECT_EQ(at(50, 10), kRed) << "what stands on a plane";
+    options.hidden = false, options.shade = true;
+    render(d, options, shown);
+    EXPECT_EQ(at(50, 45), kBlue) << "lit";
+    EXPECT_EQ(at(10, 45), kWhite);
+    options.view = "Default";
+    EXPECT_NE(renderDrawing(d, (folder / "p.png").string(), options), "");
 }
 
 TEST_F(Pictures, LineTypesAreDashedAtTheDrawingsScale) {
@@ -311,8 +349,8 @@ TEST_F(Pictures, AnyDrawingWhatsoeverBecomesAPicture) {
             Text& text = p.texts.emplace_back();
             text.lines = {"x"}, text.x = x, text.y = y, text.height = std::fabs(y), text.width = x,
             text.angle = x;
-            p.faces.push_back({{{x, y, 0}, {y, x, nan}}, 7});
-            p.pointClouds = {{{{x, y, 0}}}};
+            p.faceLists.push_back(faceList({{x, y, 0}, {y, x, nan}, {y, x, 1}, {0, 0, 0}}, 7));
+            p.pointClouds = {{{{x, y, 0}}, {1}}};
         }
         drawings.back().lineTypes[2] = {"", {nan, -1}};
         drawings.back().scale = list.size() == 2 ? 1e-320 : 1;

@@ -1,5 +1,6 @@
 // The drawing file: what is saved comes back, what isn't a whole drawing of ours is refused, and a program
 // that dies while it saves leaves the old file or the new one.
+#include "faces.h"
 #include "store/store.h"
 
 #include <gmock/gmock.h>
@@ -59,8 +60,13 @@ void addObjects(Pattern& p) {
     dimension.lines = p.arrows[0].lines;
     p.bitmaps = {{"/folder/picture.tif", 40, 20, {1, 2, 3}, {4, 0, 0}, {0, -2, 0}, {{0, 0}, {1, 0}, {0, 1}}}};
     p.solids = {{"body"}, {""}};
-    p.faces = {{{{0, 0, 0}, {1, 0, 0}, {0, 1, 5}}, 3}};
-    p.pointClouds = {{{{1, 2, 3}}}};
+    p.faceLists = {faceList({{0, 0, 0}, {1, 0, 0}, {0, 1, 5}}, 3)};
+    addFace(p.faceLists[0], {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}, {0, 0, 1}}, 300);
+    p.faceLists[0].marks[2] = HIDDEN | EDGE | NO_PEN;
+    p.facets = {
+        {faceList({{0, 0, 0}, {1, 0, 0}, {0, 1, 5}}, 8), {{0, 0, 1}, {1, 0, 0}}, {2, 4}, 8, 1'000'000'007}};
+    p.curves = {{{{1, 2, 3}, {4, 5, 6}}, 9}};
+    p.pointClouds = {{{{1, 2, 3}, {4, 5, 6}}, {7, 8}}};
 }
 
 /// A drawing in which everything that can be stored differs from its default.
@@ -130,8 +136,17 @@ static auto fieldsOfAll(const std::vector<T>& list) {
 static auto fields(const Contour& c) {
     return fieldsOfAll(c);
 }
-static auto fields(const Face& f) {
-    return std::make_tuple(f.pen, fieldsOfAll(f.points));
+static auto fields(const FaceList& f) {
+    return std::make_tuple(fieldsOfAll(f.points), f.ends, f.marks, f.edgeLooks, f.facePens);
+}
+static auto fields(const Facets& f) {
+    return std::make_tuple(fields(f.list), fieldsOfAll(f.normals), f.normalEnds, f.pen, f.material);
+}
+static auto fields(const Curve& c) {
+    return std::make_tuple(fieldsOfAll(c.points), c.pen);
+}
+static auto fields(const PointCloud& c) {
+    return std::make_tuple(fieldsOfAll(c.points), c.pens);
 }
 static auto fields(const Spline& s) {
     return std::make_tuple(s.degree, s.startFixed, s.endFixed, s.startAngle, s.endAngle,
@@ -186,10 +201,10 @@ static void expectSame(const Pattern& a, const Pattern& b) {
     EXPECT_EQ(fieldsOfAll(a.splines), fieldsOfAll(b.splines));
     EXPECT_EQ(fieldsOfAll(a.hatches), fieldsOfAll(b.hatches));
     EXPECT_EQ(fieldsOfAll(a.texts), fieldsOfAll(b.texts));
-    EXPECT_EQ(fieldsOfAll(a.faces), fieldsOfAll(b.faces));
-    ASSERT_EQ(a.pointClouds.size(), b.pointClouds.size());
-    for (std::size_t i = 0; i < a.pointClouds.size(); ++i)
-        EXPECT_EQ(fieldsOfAll(a.pointClouds[i].points), fieldsOfAll(b.pointClouds[i].points));
+    EXPECT_EQ(fieldsOfAll(a.faceLists), fieldsOfAll(b.faceLists));
+    EXPECT_EQ(fieldsOfAll(a.facets), fieldsOfAll(b.facets));
+    EXPECT_EQ(fieldsOfAll(a.curves), fieldsOfAll(b.curves));
+    EXPECT_EQ(fieldsOfAll(a.pointClouds), fieldsOfAll(b.pointClouds));
     ASSERT_EQ(a.solids.size(), b.solids.size());
     EXPECT_EQ(fieldsOfAll(a.arrows), fieldsOfAll(b.arrows));
     EXPECT_EQ(fieldsOfAll(a.dimensions), fieldsOfAll(b.dimensions));
@@ -288,6 +303,9 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
     for (const int number : {1, 3}) {
         Pattern expected = *saved.find(number);
         expected.curves.clear();
+        expected.faceLists.clear();
+        expected.facets.clear();
+        expected.pointClouds.clear();
         expected.arrows.clear();
         expected.dimensions.clear();
         expected.bitmaps.clear();
@@ -345,6 +363,12 @@ TEST_F(DrawingFile, DamageIsFound) {
         "UPDATE patterns SET targets = substr(targets, 2) WHERE number = 3",
         "UPDATE patterns SET centres = x'00' WHERE number = 3",
         "UPDATE patterns SET pens = 'text' WHERE number = 3",
+        "UPDATE face_lists SET marks = substr(marks, 2)",
+        "UPDATE face_lists SET ends = x'0500000004000000'",
+        "UPDATE face_lists SET edge_looks = substr(edge_looks, 5)",
+        "UPDATE face_lists SET face_pens = x''",
+        "UPDATE facets SET normal_ends = x'02000000'",
+        "UPDATE clouds SET pens = x''",
         "DELETE FROM splines",
         "UPDATE splines SET points = x'0011'",
         "UPDATE attributes SET pattern = 2",

@@ -7,8 +7,8 @@
 #include <iterator>
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
-int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerToPattern, DxLayerOrder, DxDimInBlock,
-    DxWriteTol, DxExoMode;
+int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder,
+    DxDimInBlock, DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
@@ -16,7 +16,7 @@ int DxUseByLayer;
 UtCString DxByLayerFile;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
-int DxKeepHatchPattern;
+int DxKeepHatchPattern, DxMeshEdges;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
@@ -65,6 +65,7 @@ static void resetImportOptions() {
     DxPdMode = 0;
     DxBlockToPattern = 0;
     DxInsertAttr = 0;
+    DxWriteInsUnits = 1;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;
     DxLayerOrder = DX_ORDER_NONE;
@@ -79,6 +80,7 @@ static void resetImportOptions() {
     DxFillSegValue = 12.0;
     DxKeepHatchPattern = 0;
     DxLineAsHatch = 0;
+    DxMeshEdges = 0;
     DxMaxElements = 1000;
     DxTextFactor = 0.5;
     DxDimUsrTxt = 1;

@@ -75,6 +75,7 @@ extern UtCString DxByLayerFile;            ///< BYLAYER_NAME
 extern int DxViews;                        ///< VIEWS
 extern int DxFillContour;                  ///< FILL_CONTOUR
 extern int DxUseUcs;                       ///< USE_UCS
+extern int DxWriteInsUnits;                ///< WRITE_INSUNITS: the file names its unit
 extern int DxUseGeoref;                    ///< USE_GEOREF
 extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size of their paper
 extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary
@@ -100,6 +101,7 @@ extern int DxColAttr;            ///< &DxfColAttr
 extern int DxDimUsrTxt;          ///< &DxfDimUsrTxt
 extern int DxNoPolyWidth;        ///< &DxfNoPolyWidth
 extern int DxJoinTexts;          ///< &DxfJoinTexts
+extern int DxMeshEdges;          ///< MESH_EDGES: a mesh in a flat picture is its visible edges
 extern int Dx3dLines;            ///< &Dxf3dLines, MODUS_3D=2
 extern int DxSolidsAsSubObjects; ///< &Dxf3DSolidsAsSubObjects
 extern int DxBlockCopies;        ///< &DxfBlockCopies

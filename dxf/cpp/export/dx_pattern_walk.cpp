@@ -27,7 +27,7 @@ int DxWriteMatrix(int ownerPat, Mat32 matrix) {
 
 // ---- one pattern -----------------------------------------------------------------------------------
 
-static void showProgress() {
+void DxShowPattern() {
     if (DxPatCounter++ % 100 == 1)
         DxDisplay(UtFormat("%d %s", DxPatCounter, DxPatNames[DX_PAT_NAME].c_str()));
 }
@@ -46,7 +46,7 @@ static int writeDimensions(int pat) {
 }
 
 int DxWritePat(int pat) {
-    showProgress();
+    DxShowPattern();
     int error = DxCiWritePatBitmap(pat, &DxBlockOpen);
     if (!error) error = DxWritePatHatch(pat, 0);
     if (!error) error = writeChains(pat);
@@ -57,8 +57,11 @@ int DxWritePat(int pat) {
 
 static int writeContent(int pat) {
     int error = DxPatsOneWork ? DxWritePat(pat) : 0;
-    if (!error) error = DxModus == 3 ? DxWrite3dPat(pat) : DxCountUnwritten(pat, DX_UNWRITTEN_3D);
-    return error;
+    if (error) return error;
+    DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
+    // The blocks of an EASY target stand ahead of the section that turns to 2D.
+    if (DxModus != 3 || !DxMiscCheckVersion(DX_LEVEL_3D)) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 
 /// A copy of a block is written without its pattern's placement, where an INSERT can give that back.

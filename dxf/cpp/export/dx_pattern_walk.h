@@ -21,6 +21,7 @@ enum DxContentKind : int {
     DX_KIND_BITMAP = 5,
 };
 
+void DxShowPattern(); ///< Shows the pattern in hand, now and then, and counts it.
 int DxWritePattern(int pat, int mode);
 /// The 2D content of a pattern: bitmaps, hatches, element chains, arrows, dimensions, texts, in this order.
 int DxWritePat(int pat);

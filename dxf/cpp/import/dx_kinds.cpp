@@ -2,6 +2,7 @@
 
 #include "../dimension/dx_dim_import.h"
 #include "../hatch/dx_hatch_import.h"
+#include "../solid/dx_space_import.h"
 #include "../text/dx_text_import.h"
 #include "dx_attributes.h"
 #include "dx_images.h"
@@ -37,6 +38,10 @@ std::size_t dxBytesBeside(const DX_SPLINE_TYPE& spline) {
            spline.controlPoints.capacity() * sizeof spline.controlPoints[0] +
            spline.fitPoints.capacity() * sizeof spline.fitPoints[0];
 }
+std::size_t dxBytesBeside(const DX_SUB_DMESH_TYPE& mesh) {
+    return mesh.vertices.capacity() * sizeof mesh.vertices[0] +
+           (mesh.faceList.capacity() + mesh.edgeList.capacity()) * sizeof(int);
+}
 std::size_t dxBytesBeside(const DX_HATCH_TYPE& hatch) {
     std::size_t bytes = hatch.loops.capacity() * sizeof hatch.loops[0];
     for (const DX_HATCH_PATH& loop : hatch.loops) {
@@ -50,48 +55,50 @@ std::size_t dxBytesBeside(const DX_HATCH_TYPE& hatch) {
 namespace {
 
 constexpr DxEntityKind storedAsPolyline(DxEntityKind kind) {
-    return dxStoredBy(kind, dxStage<DxReadPolyline>, dxStage<DxDrawPolyline>, dxNoStage);
+    return dxStoredBy(kind, dxStage<DxReadPolyline>, dxStage<DxDrawPolyline>, dxStage<DxDraw3dPolyline>);
 }
 constexpr DxEntityKind storedAsLwPolyline(DxEntityKind kind) {
-    return dxStoredBy(kind, dxStage<DxReadLwPolyline>, dxStage<DxDrawPolyline>, dxNoStage);
+    return dxStoredBy(kind, dxStage<DxReadLwPolyline>, dxStage<DxDrawPolyline>, dxStage<DxDraw3dPolyline>);
 }
 
 // clang-format off
 constexpr DxEntityKind kinds[] = {
     //            name                  read                     draw                       3D stage
-    dxKind(       "3DLINE",             dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
+    dxKind(       "3DFACE",             dxStage<DxRead3Dface>,   dxStage<DxDrawFace>,       dxStage<DxDraw3Dface>),
+    dxKind(       "3DLINE",             dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxStage<DxDraw3dLine>),
     dxSkippedKind("3DSOLID"),
     dxSkippedKind("ACAD_PROXY_ENTITY"),
-    dxKind(       "ARC",                dxStage<DxReadArc>,      dxStage<DxDrawArc>,        dxNoStage),
+    dxKind(       "ARC",                dxStage<DxReadArc>,      dxStage<DxDrawArc>,        dxStage<DxDraw3dArc>),
     dxKind(       "ARC_DIMENSION",      dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>,     dxNoStage),
     dxKind(       "ATTDEF",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttdef>,     dxNoStage),
     dxKind(       "ATTRIB",             dxStage<DxReadAttrib>,   dxStage<DxDrawAttrib>,     dxNoStage),
     dxSkippedKind("BODY"),
-    dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxNoStage),
+    dxKind(       "CIRCLE",             dxStage<DxReadCircle>,   dxStage<DxDrawCircle>,     dxStage<DxDraw3dCircle>),
     dxKind(       "DIMENSION",          dxStage<DxReadDim>,      dxStage<DxDrawDim>,        dxNoStage),
     dxKind(       "ELLIPSE",            dxStage<DxReadEllipse>,  dxStage<DxDrawOneEllipse>, dxNoStage),
     dxKind(       "HATCH",              dxStage<DxReadHatch>,    dxStage<DxDrawHatchRow>,   dxNoStage),
     dxKind(       "IMAGE",              dxStage<DxReadImage>,    dxStage<DxDrawImage>,      dxNoStage),
     dxKind(       "INSERT",             dxStage<DxReadInsert>,   dxStage<DxDrawInsertRow>,  dxNoStage),
     dxKind(       "LARGE_RADIAL_DIMENSION", dxStage<DxReadExtendedDim>, dxStage<DxDrawDim>, dxNoStage),
-    dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxNoStage),
+    dxKind(       "LINE",               dxStage<DxReadLine>,     dxStage<DxDrawLine>,       dxStage<DxDraw3dLine>),
     storedAsLwPolyline(
-    dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),
+    dxKind(       "LWPOLYLINE",         dxStage<DxReadLwPolylineRow>, dxStage<DxDrawPolylineRow>, dxStage<DxDraw3dPolylineRow>)),
+    dxKind(       "MESH",               dxStage<DxReadSubDMesh>, dxStage<DxDrawSubDMesh>,   dxNoStage),
     dxSkippedKind("MLINE"),
     dxKind(       "MTEXT",              dxStage<DxReadMtext>,    dxStage<DxDrawMtext>,      dxNoStage),
     dxKind(       "OLE2FRAME",          dxStage<DxReadOleFrame>, dxStage<DxDrawOleFrame>,   dxNoStage),
     dxKind(       "OLEFRAME",           dxStage<DxReadOleFrame>, dxStage<DxDrawOleFrame>,   dxNoStage),
-    dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxNoStage),
+    dxKind(       "POINT",              dxStage<DxReadPoint>,    dxStage<DxDrawPoint>,      dxStage<DxDraw3dPoint>),
     storedAsPolyline(
-    dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxNoStage)),
+    dxKind(       "POLYLINE",           dxStage<DxReadPolylineRow>, dxStage<DxDrawPolylineRow>, dxStage<DxDraw3dPolylineRow>)),
     dxSkippedKind("REGION"),
-    dxKind(       "SEQEND",             dxStage<DxReadSeqEndRow>, dxStage<DxDrawSeqEndRow>,  dxNoStage),
-    dxKind(       "SOLID",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
+    dxKind(       "SEQEND",             dxStage<DxReadSeqEndRow>, dxStage<DxDrawSeqEndRow>,  dxStage<DxDraw3dSeqEndRow>),
+    dxKind(       "SOLID",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxStage<DxDraw3dSolid>),
     dxKind(       "SPLINE",             dxStage<DxReadSpline>,   dxStage<DxDrawFlatSpline>, dxStage<DxDrawSplineInSpace>),
     dxSkippedKind("SURFACE"),
     dxKind(       "TEXT",               dxStage<DxReadText>,     dxStage<DxDrawTextEntity>, dxNoStage),
-    dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxNoStage),
-    dxKind(       "VERTEX",             dxStage<DxReadVertexRow>, dxStage<DxDrawVertex>,     dxNoStage),
+    dxKind(       "TRACE",              dxStage<DxReadSolid>,    dxStage<DxDrawSolid>,      dxStage<DxDraw3dSolid>),
+    dxKind(       "VERTEX",             dxStage<DxReadVertexRow>, dxStage<DxDrawVertex>,     dxStage<DxDraw3dVertex>),
     dxKind(       "VIEWPORT",           dxStage<DxReadViewport>, dxStage<DxDrawViewport>,   dxNoStage),
 };
 // clang-format on

@@ -4,6 +4,7 @@
 #include "../host/dx_frame.h"
 #include "../host/dx_host.h"
 #include "../session/session_state.h"
+#include "../solid/dx_space_import.h"
 #include "dx_entity_base.h"
 #include "dx_entity_walk.h"
 #include "dx_extents.h"
@@ -240,6 +241,8 @@ int DxDrawPolyline(const DX_POLYLINE_TYPE* rec, const Mat44 m) {
     if (rec != &DxActPolyline) DxActPolyline = *rec;
     DX_POLYLINE_TYPE& polyline = DxActPolyline;
     DxPolyStyle = DX_POLY_STYLE{};
+    bool isMesh = false;
+    if (const int failed = DxDrawFlatMesh(polyline, m, &isMesh); failed || isMesh) return failed;
     int pen = 0, lineType = 0;
     if (!(polyline.hasWidth ? DxFillPenToCAD(&polyline.base, &pen)
                             : DxPenLtToCAD(&polyline.base, &pen, &lineType)))

@@ -16,10 +16,12 @@
 #include "../import/dx_point_clouds.h"
 #include "../import/image_state.h"
 #include "../import/import_state.h"
+#include "../import/point_cloud_state.h"
 #include "../import/polyline_state.h"
 #include "../sections/dx_tables_import.h"
 #include "../sections/sections_state.h"
 #include "../solid/dx_acds.h"
+#include "../solid/space_state.h"
 #include "../text/text_state.h"
 #include "dx_od.h"
 #include "dx_session.h"
@@ -42,6 +44,8 @@ void resetAllState(int isExport) {
     DxResetHatchState();
     DxResetImageState();
     DxResetPolylineState();
+    DxResetPointCloudState();
+    DxResetSpaceState();
     DxResetBlocksState();
     DxResetSectionsState();
     DxResetTextState();

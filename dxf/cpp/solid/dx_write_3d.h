@@ -1,5 +1,13 @@
-// 3D data of a pattern on its way out.
+// 3D data of a pattern on its way out: faces as 3DFACE, loose edges as LINE with heights.
 #pragma once
 
-/// Counts the pattern's 3D faces and solids as not written: they have no writer yet.
-int DxWrite3dPat(int pat);
+#include "ut_string.h"
+
+/// The 3D data of a pattern. `blockOpen` and `blockLayer` are those of the pattern's block, `entityCount`
+/// rises by the entities that are written. 0 or an error of the layer, of the host's form or of the block.
+int DxWrite3dPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
+int DxWrite3dPatEl(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
+/// Four corners; flags 1, 2, 4, 8 make the edge that leaves corner 1, 2, 3, 4 invisible. A pen whose colour
+/// isn't to be written writes nothing. 0 or the writer's error.
+int DxWrite3Dface(const double* x, const double* y, const double* z, int flags, int pen, int lt);
+int DxWrite3dLine(double x1, double y1, double z1, double x2, double y2, double z2, int pen, int lt);

@@ -1,10 +1,8 @@
 // The objects beside the elements of a pattern.
 #include "ci_objects.h"
 
-#include "drawing/context.h"
 #include "drawing/host_state.h"
 #include "services/failure.h"
-#include "services/session.h"
 
 using namespace host;
 
@@ -38,9 +36,6 @@ std::size_t hatches(const Pattern& p) {
 std::size_t arrows(const Pattern& p) {
     return p.arrows.size();
 }
-std::size_t bodies(const Pattern& p) {
-    return p.faces.size() + p.solids.size() + p.curves.size();
-}
 
 } // namespace
 
@@ -57,19 +52,3 @@ std::size_t bodies(const Pattern& p) {
 
 TORVA_OBJECT_WALK(CiHatch, hatches)
 TORVA_OBJECT_WALK(CiArrow, arrows)
-TORVA_OBJECT_WALK(Ci3d, bodies)
-
-int Ci3d::DrawCurveByPoints(DsCsr* pattern, const RPT3* points, int count, int* curve, int* parts) {
-    if (callFails()) return errorNoMemory;
-    Pattern* target = openDrawing().find(pattern->Get().patNo);
-    if (!target) return errorNoSuchObject;
-    if (count < 2) return errorNotApplicable;
-    *curve = static_cast<int>(target->curves.size());
-    *parts = count - 1;
-    const double factor = contextFactor(contextId_);
-    Curve& added = target->curves.emplace_back();
-    added.pen = session().pen;
-    for (int i = 0; i < count; ++i) added.points.push_back(scaled(points[i], factor));
-    ++openDrawing().elementCount;
-    return 0;
-}

@@ -68,19 +68,15 @@ int CiPat::ChgAttr(const DsCsr& cursor, const UtCString& name, const UtCString& 
 
 /// Lowest and highest z of a pattern; flat content has z 0.
 static std::pair<double, double> heightRange(const Pattern& pattern) {
-    const std::size_t inSpace = pattern.faces.size() + pattern.curves.size() + pattern.pointClouds.size();
-    const bool flat = pattern.size() != inSpace;
+    const bool flat = pattern.size() != pattern.spaceSize();
     double low = flat ? 0 : std::numeric_limits<double>::infinity();
     double high = -low;
-    const auto take = [&](const std::vector<RPT3>& points) {
+    forEachPoints(pattern, [&](const std::vector<RPT3>& points) {
         for (const RPT3& p : points) {
             low = std::min(low, p.z);
             high = std::max(high, p.z);
         }
-    };
-    for (const Face& face : pattern.faces) take(face.points);
-    for (const Curve& curve : pattern.curves) take(curve.points);
-    for (const PointCloud& cloud : pattern.pointClouds) take(cloud.points);
+    });
     return {low, high};
 }
 

@@ -12,7 +12,7 @@ bool Pattern::empty() const {
 
 std::size_t Pattern::size() const {
     return elements.size() + hatches.size() + texts.size() + arrows.size() + dimensions.size() +
-           bitmaps.size() + faces.size() + curves.size() + pointClouds.size() + solids.size();
+           bitmaps.size() + spaceSize() + solids.size();
 }
 
 Pattern& Drawing::addPattern(bool scratch) {

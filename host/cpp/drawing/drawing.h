@@ -7,6 +7,7 @@
 #include "drawing/bitmap.h"
 #include "drawing/dimension.h"
 #include "drawing/element.h"
+#include "drawing/face_list.h"
 #include "drawing/view.h"
 #include "rpt.h"
 
@@ -110,19 +111,7 @@ struct Text {
     int dimType = 0;  ///< 3: belongs to a dimension
 };
 
-/// Rows for kinds whose importers come later: they are kept, counted and stored, each by its owner's record.
-struct Face {
-    std::vector<RPT3> points;
-    int pen = 1;
-};
-/// A curve in space through its points.
-struct Curve {
-    std::vector<RPT3> points;
-    int pen = 1;
-};
-struct PointCloud {
-    std::vector<RPT3> points;
-};
+/// A solid: kept, counted and stored by its owner's record.
 struct Solid {
     std::string data;
 };
@@ -152,7 +141,8 @@ struct PatternIds {
     std::string group, level, cls, name, layer, obstat;
 };
 
-struct Pattern {
+/// Elements in the plane, what stands in space, and objects beside them.
+struct Pattern : SpaceContent {
     int number = 0;
     bool scratch = false; ///< no part of the drawing's content
     bool visible = true;
@@ -170,10 +160,6 @@ struct Pattern {
     std::vector<Arrow> arrows; ///< those that stand by themselves
     std::vector<Dimension> dimensions;
     std::vector<Bitmap> bitmaps;
-    std::vector<Face> faces;
-    bool facesJoined = false; ///< the faces are one surface set
-    std::vector<Curve> curves;
-    std::vector<PointCloud> pointClouds;
     std::vector<Solid> solids;
 
     /// True when it holds neither elements nor objects; attributes don't count.
@@ -222,6 +208,7 @@ struct Extents {
 class Drawing {
 public:
     int unit = 3;                             ///< GeUnit code
+    bool unitAssumed = false;                 ///< the drawing came from a file that names no unit
     double scale = 1.0;                       ///< sheet length over model length
     int format = 1;                           ///< A0
     std::vector<View> views{View{"Default"}}; ///< the default view first
@@ -279,6 +266,9 @@ public:
 
     /// Changes the unit; all coordinates and lengths stay where they are in the world.
     void changeUnit(int newUnit);
+    /// Multiplies all lengths of the model by `ratio` above 0 and divides the scale by it: what was drawn in
+    /// a unit `ratio` times the drawing's gets its true size, and texts keep theirs on the sheet.
+    void multiplyModel(double ratio);
 
     Extents extents() const;         ///< of all visible content of the model
     Extents extents(int view) const; ///< of all visible content of a sheet (0: the model) but viewed details

@@ -1,6 +1,7 @@
 #include "drawing/dump.h"
 
 #include "dimension/dim_text.h"
+#include "drawing/dump_space.h"
 
 #include "ge.h"
 #include "ov_arrow.h"
@@ -41,7 +42,6 @@ private:
     void arrow(const Arrow& arrow);
     void dimension(const Pattern& pattern, const Dimension& dimension);
     void arrowParameters(const OV_DIM_ARROW_PARM& parm);
-    void points(std::string_view kind, const std::vector<RPT3>& points, int pen);
 
     Dumper& number(double value);
     Dumper& number(int value) { return put(" ").put(std::to_string(value)); }
@@ -64,13 +64,7 @@ private:
 };
 
 Dumper& Dumper::number(double value) {
-    // What arithmetic leaves of a zero is a zero.
-    constexpr double noise = 1e-12;
-    if (std::abs(value) < noise) value = 0;
-    char buffer[64];
-    const auto end =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits_);
-    return put(" ").put({buffer, static_cast<std::size_t>(end.ptr - buffer)});
+    return put(" ").put(dumpNumber(value, digits_));
 }
 
 Dumper& Dumper::quoted(std::string_view text) {
@@ -191,10 +185,7 @@ void Dumper::dumpPattern(const Pattern& pattern) {
     for (const Arrow& a : pattern.arrows) arrow(a);
     for (const Dimension& d : pattern.dimensions) dimension(pattern, d);
     for (const Bitmap& b : pattern.bitmaps) bitmap(b);
-    for (const Face& face : pattern.faces) points("face", face.points, face.pen);
-    if (pattern.facesJoined) put("  faces joined\n");
-    for (const Curve& curve : pattern.curves) points("curve", curve.points, curve.pen);
-    for (const PointCloud& cloud : pattern.pointClouds) points("pointcloud", cloud.points, -1);
+    out_ += dumpSpace(pattern, digits_);
     for (const Solid& s : pattern.solids) put("  solid ").quoted(s.data).put("\n");
 }
 
@@ -333,13 +324,6 @@ void Dumper::dimension(const Pattern& pattern, const Dimension& dimension) {
     elements(dimension.lines, nullptr, "    ");
 }
 
-void Dumper::points(std::string_view kind, const std::vector<RPT3>& points, int pen) {
-    put("  ").put(kind);
-    if (pen >= 0) put(" pen").number(pen);
-    for (const RPT3& p : points) number(p.x).number(p.y).number(p.z);
-    put("\n");
-}
-
 } // namespace
 
 std::string dumpDrawing(const Drawing& drawing, int digits) {
@@ -359,6 +343,17 @@ static void countElements(const Pattern& pattern, Counts& counts) {
     }
 }
 
+static void countSpace(const Pattern& pattern, Counts& counts) {
+    forEachFaceList(pattern, [&](const FaceList& list) {
+        const FaceCounts in = countFaces(list);
+        counts.faces += in.faces;
+        counts.curves3d += in.runs;
+    });
+    counts.facets += static_cast<long>(pattern.facets.size());
+    counts.curves3d += static_cast<long>(pattern.curves.size());
+    counts.pointClouds += static_cast<long>(pattern.pointClouds.size());
+}
+
 Counts countDrawing(const Drawing& drawing) {
     Counts counts;
     const auto add = [](long& sum, std::size_t more) { sum += static_cast<long>(more); };
@@ -370,8 +365,7 @@ Counts countDrawing(const Drawing& drawing) {
         add(counts.hatches, p.hatches.size());
         add(counts.dimensions, p.dimensions.size());
         add(counts.bitmaps, p.bitmaps.size());
-        add(counts.faces, p.faces.size());
-        add(counts.pointClouds, p.pointClouds.size());
+        countSpace(p, counts);
         add(counts.solids, p.solids.size());
         add(counts.attributes, p.attributes.size());
     }

@@ -117,8 +117,9 @@ Extents chainExtents(const std::vector<Element>& chain, const std::vector<Spline
     return box;
 }
 
-Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
-    Extents box = chainExtents(pattern.elements, &pattern.splines);
+Extents flatExtents(const Pattern& pattern, double millimetresPerUnit, bool withElements) {
+    Extents box;
+    if (withElements) box = chainExtents(pattern.elements, &pattern.splines);
     for (const Hatch& hatch : pattern.hatches)
         for (const Contour& contour : hatch.contours) box.add(chainExtents(contour, nullptr));
     for (const Arrow& arrow : pattern.arrows)
@@ -127,17 +128,19 @@ Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
         box.add(chainExtents(drawDimension(dimension, millimetresPerUnit).lines, nullptr));
     for (const Text& text : pattern.texts)
         for (const RPT& corner : textCorners(text, millimetresPerUnit).p) box.add(corner.x, corner.y);
-    for (const Face& face : pattern.faces)
-        for (const RPT3& p : face.points) box.add(p.x, p.y);
-    for (const Curve& curve : pattern.curves)
-        for (const RPT3& p : curve.points) box.add(p.x, p.y);
-    for (const PointCloud& cloud : pattern.pointClouds)
-        for (const RPT3& p : cloud.points) box.add(p.x, p.y);
     for (const Bitmap& bitmap : pattern.bitmaps) {
         const RPT3 &o = bitmap.origin, &u = bitmap.u, &v = bitmap.v;
         for (const RPT& corner : {RPT{0, 0}, {1, 0}, {0, 1}, {1, 1}})
             box.add(o.x + corner.x * u.x + corner.y * v.x, o.y + corner.x * u.y + corner.y * v.y);
     }
+    return box;
+}
+
+Extents patternExtents(const Pattern& pattern, double millimetresPerUnit) {
+    Extents box = flatExtents(pattern, millimetresPerUnit);
+    forEachPoints(pattern, [&](const std::vector<RPT3>& points) {
+        for (const RPT3& p : points) box.add(p.x, p.y);
+    });
     return box;
 }
 

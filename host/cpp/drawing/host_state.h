@@ -25,6 +25,12 @@ struct Context {
     int unit = 0;
 };
 
+/// What ov3dleseflaechen gives out.
+struct FaceArrays {
+    std::vector<int> ends, edgeKind, edgePen, edgeLt, hidden, facePen;
+    std::vector<double> x, y, z;
+};
+
 /// Hatch parameters before anything was set.
 inline Hatch noHatchYet() {
     Hatch hatch;
@@ -44,6 +50,7 @@ struct DrawingState {
     double epsilon = 1e-9;         ///< of UtSetEpsi
     double epsilonFactor = 1.0;    ///< of UoStartInitEpsNew
     int screenOff = 0;             ///< how many times the screen output was switched off
+    FaceArrays faceArrays;         ///< of the last ov3dleseflaechen
     int notifications3d = 0;       ///< calls of ov3dfunc
     int assemblyUpdate = 1;        ///< flag of the assembly manager
     std::vector<Context> contexts; ///< by id - 1

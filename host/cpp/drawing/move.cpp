@@ -68,12 +68,9 @@ void moveModel(Drawing& drawing, double dx, double dy) {
         for (Text& text : pattern.texts) move.point(text);
         for (Arrow& arrow : pattern.arrows) move.chain(arrow.lines);
         for (Dimension& dimension : pattern.dimensions) move.dimension(dimension);
-        for (Face& face : pattern.faces)
-            for (RPT3& p : face.points) move.point(p);
-        for (Curve& curve : pattern.curves)
-            for (RPT3& p : curve.points) move.point(p);
-        for (PointCloud& cloud : pattern.pointClouds)
-            for (RPT3& p : cloud.points) move.point(p);
+        forEachPoints(pattern, [&](std::vector<RPT3>& points) {
+            for (RPT3& p : points) move.point(p);
+        });
     }
 }
 

@@ -1,7 +1,8 @@
-// Sheet, unit and scale; text parameters; switches of the 3D operations.
+// Sheet, unit and scale; text parameters.
 #include "ov.h"
 
 #include "drawing/host_state.h"
+#include "drawing/space_frame.h"
 #include "ge.h"
 #include "services/failure.h"
 #include "text/text_parm.h"
@@ -36,7 +37,7 @@ static int setScale(int format, double scale) {
     return 0;
 }
 
-int ovform(int mode, int* format, double* scale, int* unit) {
+int ovform(int mode, int* format, double* scale, int* unit, double* factor3d) {
     if (callFails()) return errorNotApplicable;
     Drawing& drawing = openDrawing();
     if (mode == 7) return setScale(format ? *format : drawing.format, *scale);
@@ -51,6 +52,7 @@ int ovform(int mode, int* format, double* scale, int* unit) {
     *format = shown ? shown->format : drawing.format;
     *scale = drawing.viewScale(drawing.activeView);
     *unit = drawing.unit;
+    if (factor3d) *factor3d = spaceFactor(drawing.scale);
     return 0;
 }
 
@@ -102,42 +104,6 @@ int UoTextParSave(int code) {
     return 0;
 }
 
-int ov3dfunc(int* /*code*/) {
-    if (callFails()) return errorNoMemory;
-    ++drawingState().notifications3d;
-    return 0;
-}
-
-int ov3dgenflaeche(int* code, int* patNo) {
-    if (callFails()) return errorNoMemory;
-    Pattern* pattern = openDrawing().find(*patNo);
-    if (!pattern) return errorNoSuchObject;
-    if (*code != 205) return errorNotApplicable;
-    if (pattern->faces.empty()) return errorNoSuchObject;
-    pattern->facesJoined = true;
-    return 0;
-}
-
-int ov3dhidden(int* code, int* fromPat, int* toPat) {
-    if (callFails()) return errorNoMemory;
-    const Pattern* from = openDrawing().find(*fromPat);
-    if (!from || !openDrawing().find(*toPat)) return errorNoSuchObject;
-    if (*code != 1 || !from->faces.empty() || !from->solids.empty()) return errorNotApplicable;
-    return 0; // of a pattern without 3D data there is nothing to see
-}
-
 int ovredraw(int* /*code*/) {
     return callFails() ? errorNoMemory : 0; // there is no screen
-}
-
-int ov3dgenepsi(int* code, double* tolerance) {
-    if (callFails()) return errorNoMemory;
-    double& present = drawingState().tolerance3d;
-    if (*code == 5)
-        *tolerance = present > 0 ? present : drawingTolerance(openDrawing());
-    else if (*code == 6 && *tolerance >= 0)
-        present = *tolerance;
-    else
-        return errorNotApplicable;
-    return 0;
 }

@@ -66,12 +66,11 @@ public:
         for (Hatch& h : pattern.hatches) hatch(h);
         for (Text& t : pattern.texts) text(t);
         for (Bitmap& b : pattern.bitmaps) bitmap(b);
-        for (Face& face : pattern.faces)
-            for (RPT3& p : face.points) point(p);
-        for (Curve& curve : pattern.curves)
-            for (RPT3& p : curve.points) point(p);
-        for (PointCloud& cloud : pattern.pointClouds)
-            for (RPT3& p : cloud.points) point(p);
+        forEachPoints(pattern, [this](std::vector<RPT3>& points) {
+            for (RPT3& p : points) point(p);
+        });
+        for (Facets& facets : pattern.facets)
+            for (RPT3& n : facets.normals) vector(n);
     }
 
 private:

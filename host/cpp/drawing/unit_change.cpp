@@ -3,6 +3,8 @@
 
 #include "ge.h"
 
+#include <unordered_set>
+
 namespace host {
 namespace {
 
@@ -78,12 +80,9 @@ void Rescale::operator()(Pattern& pattern) const {
     }
     for (Arrow& arrow : pattern.arrows) (*this)(arrow.lines);
     for (Dimension& dimension : pattern.dimensions) (*this)(dimension);
-    for (Face& face : pattern.faces)
-        for (RPT3& p : face.points) (*this)(p);
-    for (Curve& curve : pattern.curves)
-        for (RPT3& p : curve.points) (*this)(p);
-    for (PointCloud& cloud : pattern.pointClouds)
-        for (RPT3& p : cloud.points) (*this)(p);
+    forEachPoints(pattern, [&](std::vector<RPT3>& points) {
+        for (RPT3& p : points) (*this)(p);
+    });
     for (Bitmap& bitmap : pattern.bitmaps)
         for (RPT3* p : {&bitmap.origin, &bitmap.u, &bitmap.v}) (*this)(*p);
 }
@@ -106,6 +105,25 @@ void Drawing::changeUnit(int newUnit) {
     rescale(geoReference.x);
     rescale(geoReference.y);
     unit = newUnit;
+}
+
+void Drawing::multiplyModel(double ratio) {
+    if (!(ratio > 0) || ratio == 1) return;
+    const Rescale rescale(ratio, 1);
+    std::unordered_set<int> planesOfSheets;
+    for (Pattern& pattern : patterns) {
+        if (pattern.view == 0)
+            rescale(pattern);
+        else
+            planesOfSheets.insert(pattern.workId);
+    }
+    for (auto& [id, plane] : workPlanes)
+        if (!planesOfSheets.contains(id))
+            for (RPT3* p : {&plane.a, &plane.b, &plane.c}) rescale(*p);
+    for (ViewInsert& insert : viewInserts) insert.ratio /= ratio;
+    rescale(geoReference.point);
+    scale /= ratio;
+    if (!views.empty()) views.front().scale = scale;
 }
 
 } // namespace host

@@ -153,8 +153,7 @@ static Page detailPage(const Drawing& drawing, const View& view, int size) {
     return page;
 }
 
-/// A page with the model alone.
-static Page modelPage(const Drawing& drawing, Frame frame) {
+Page modelPage(const Drawing& drawing, Frame frame) {
     frame.width = std::max(1.0, std::round(frame.width));
     frame.height = std::max(1.0, std::round(frame.height));
     frame.unitsPerMm = unitsPerMm(drawing, 0);
@@ -162,6 +161,12 @@ static Page modelPage(const Drawing& drawing, Frame frame) {
     Scene& scene = page.scenes.emplace_back();
     scene.frame = frame;
     return page;
+}
+
+Frame patternFrame(const Drawing& drawing, const Pattern& pattern, const Frame& frame) {
+    const auto plane =
+        pattern.workId == 0 ? drawing.workPlanes.end() : drawing.workPlanes.find(pattern.workId);
+    return plane == drawing.workPlanes.end() ? frame : planeFrame(frame, plane->second);
 }
 
 static const View* firstSheetWithContent(const Drawing& drawing) {

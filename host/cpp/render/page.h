@@ -28,6 +28,12 @@ struct Page {
 /// `size` is its longer side; `trueSize`: a sheet takes its own size in points instead.
 Page makePage(const Drawing& drawing, const View* view, int size, bool trueSize);
 
+/// A page with the model alone, seen through the frame.
+Page modelPage(const Drawing& drawing, Frame frame);
+
+/// The frame for what a pattern holds, which may stand on a plane of its own.
+Frame patternFrame(const Drawing& drawing, const Pattern& pattern, const Frame& frame);
+
 /// The names in a filter, layer="A" | layer="B".
 std::unordered_set<std::string> filterLayers(const std::string& filter);
 

@@ -137,34 +137,6 @@ void Painter::drawDimensions(const Pattern& pattern) {
     for (const Dimension& dimension : pattern.dimensions) drawLines(drawDimension(dimension, perUnit));
 }
 
-void Painter::addLines(int pen, const std::vector<RPT3>& points, bool isClosed) {
-    if (points.empty()) return;
-    usePen(pen, 1);
-    const RPT3& start = isClosed ? points.back() : points.front();
-    path_.moveTo(frame_.map(start.x, start.y, start.z));
-    for (const RPT3& p : points) path_.lineTo(frame_.map(p.x, p.y, p.z));
-}
-
-void Painter::drawFaces(const Pattern& pattern) {
-    for (const Face& face : pattern.faces) addLines(face.pen, face.points, true);
-    strokePending();
-}
-
-void Painter::drawCurves(const Pattern& pattern) {
-    for (const Curve& curve : pattern.curves) addLines(curve.pen, curve.points, false);
-    strokePending();
-}
-
-void Painter::drawPoints(const Pattern& pattern) {
-    for (const PointCloud& cloud : pattern.pointClouds) {
-        for (const RPT3& p : cloud.points) {
-            usePen(1, 1);
-            dot(frame_.map(p.x, p.y, p.z));
-        }
-    }
-    strokePending();
-}
-
 /// Whether a text can be drawn and be seen: not too small, not beyond all bounds, near the picture.
 static bool isTextShown(const Text& text, const RPT& at, const Frame& frame) {
     const double unit = text.height * frame.unitsPerMm * frame.scale,

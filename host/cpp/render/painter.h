@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dimension/dim_drawing.h"
+#include "drawing/space_view.h"
 #include "render/device_path.h"
 #include "render/picture_cache.h"
 #include "render/style.h"
@@ -20,9 +21,10 @@ public:
     void drawBitmaps(const Pattern& pattern);
     void drawHatches(const Pattern& pattern);
     void drawElements(const Pattern& pattern);
-    void drawFaces(const Pattern& pattern);
+    void drawFaces(const Pattern& pattern); ///< their edges, seen from above
     void drawCurves(const Pattern& pattern);
-    void drawPoints(const Pattern& pattern);     ///< point clouds
+    void drawPoints(const Pattern& pattern); ///< point clouds
+    void drawLines(const std::vector<SeenLine>& lines);
     void drawDimensions(const Pattern& pattern); ///< and arrows
     void drawTexts(const Pattern& pattern);
 
@@ -34,8 +36,7 @@ private:
     void drawElement(const Pattern& pattern, const Element& element);
     Bezier mapBezier(const Bezier& b) const;
     void drawArc(const Element& element);
-    /// Adds lines through points in space, seen from above.
-    void addLines(int pen, const std::vector<RPT3>& points, bool isClosed);
+    void addEdge(int pen, int lineType, const RPT3& from, const RPT3& to);
     void addContour(FillPath& path, const Contour& contour) const;
     void fillArea(const FillPath& path, const Hatch& hatch);
     void drawBitmap(const Bitmap& bitmap);

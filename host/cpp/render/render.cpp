@@ -4,6 +4,7 @@
 #include "render/bitmap.h"
 #include "render/page.h"
 #include "render/painter.h"
+#include "render/space_picture.h"
 #include "store/replace.h"
 
 #include <cairo-pdf.h>
@@ -13,6 +14,7 @@
 #include <cctype>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <unordered_set>
@@ -82,13 +84,6 @@ constexpr Stage stages[] = {&Painter::drawBitmaps, &Painter::drawHatches,  &Pain
 
 } // namespace
 
-/// The scene's frame for what a pattern holds, which may stand on a plane of its own.
-static Frame frameFor(const Drawing& drawing, const Pattern& pattern, const Scene& scene) {
-    const auto plane =
-        pattern.workId == 0 ? drawing.workPlanes.end() : drawing.workPlanes.find(pattern.workId);
-    return plane == drawing.workPlanes.end() ? scene.frame : planeFrame(scene.frame, plane->second);
-}
-
 /// Whether a box of the model lies within what a scene shows of it.
 static bool meets(const Extents& box, const Scene& scene) {
     const Frame& frame = scene.frame;
@@ -125,7 +120,7 @@ void PagePainter::announce(const Page& page, double finer) {
         for (std::size_t i = 0; i < drawing_.patterns.size(); ++i) {
             const Pattern& pattern = drawing_.patterns[i];
             if (pattern.bitmaps.empty() || !isShown(i, scene)) continue;
-            const Frame frame = frameFor(drawing_, pattern, scene);
+            const Frame frame = patternFrame(drawing_, pattern, scene.frame);
             for (const Bitmap& bitmap : pattern.bitmaps) {
                 const Parallelogram place = placeBitmap(bitmap, frame);
                 if (host::isShown(place, frame))
@@ -148,7 +143,7 @@ void PagePainter::paintScene(cairo_t* cairo, const Scene& scene) {
                 (painter.*stage)(pattern);
                 continue;
             }
-            const Frame frame = frameFor(drawing_, pattern, scene);
+            const Frame frame = patternFrame(drawing_, pattern, scene.frame);
             Painter onPlane(cairo, drawing_, frame, dark_, pictures_);
             (onPlane.*stage)(pattern);
         }
@@ -169,18 +164,14 @@ void PagePainter::paint(cairo_t* cairo, const Page& page) {
     }
 }
 
-static cairo_status_t writePages(const Drawing& drawing, const std::vector<Page>& pages, Format format,
-                                 bool dark, FILE* file) {
-    // Pages of points hold pictures that can be looked at more closely.
-    constexpr double finerThanPoints = 3;
-    PagePainter painter(drawing, dark);
-    for (const Page& page : pages) painter.announce(page, format == Format::Png ? 1 : finerThanPoints);
+static cairo_status_t writePages(const std::vector<Page>& pages, Format format, FILE* file,
+                                 const std::function<void(cairo_t*, const Page&)>& paint) {
     const Surface surface = makeSurface(format, pages[0].width, pages[0].height, file);
     {
         const Context cairo(cairo_create(surface.get()), cairo_destroy);
         for (const Page& page : pages) {
             if (format == Format::Pdf) cairo_pdf_surface_set_size(surface.get(), page.width, page.height);
-            painter.paint(cairo.get(), page);
+            paint(cairo.get(), page);
             cairo_show_page(cairo.get());
         }
         if (const cairo_status_t status = cairo_status(cairo.get())) return status;
@@ -209,9 +200,31 @@ std::vector<std::string> pageViews(const Drawing& drawing) {
     return names;
 }
 
+/// Writes the pages into a file beside `path` that takes its place when it is whole.
+static std::string writeFile(const std::string& path, const std::vector<Page>& pages,
+                             const std::function<void(cairo_t*, const Page&)>& paint) {
+    ReplacementFile target(path);
+    FILE* file = std::fopen(target.path().c_str(), "wb");
+    if (!file) return "Can't write " + path;
+    const cairo_status_t status = writePages(pages, formatOf(path), file, paint);
+    const bool closed = std::fclose(file) == 0;
+    if (status) return "Can't draw " + path + ": " + cairo_status_to_string(status);
+    return closed ? target.commit() : "Can't write " + path;
+}
+
+static std::string renderInSpace(const Drawing& drawing, const std::string& path,
+                                 const RenderOptions& options) {
+    if (!options.view.empty() || options.allViews) return "A picture in space shows the model, not its views";
+    SpacePicture space(drawing, options);
+    const Page page = space.page();
+    return writeFile(path, {page},
+                     [&](cairo_t* cairo, const Page&) { space.paint(cairo, page.scenes[0].frame); });
+}
+
 std::string renderDrawing(const Drawing& drawing, const std::string& path, const RenderOptions& options) {
     const Format format = formatOf(path);
     if (format == Format::None) return "A picture's name ends with .svg, .png or .pdf: " + path;
+    if (options.inSpace) return renderInSpace(drawing, path, options);
     const std::vector<std::string> names =
         options.allViews ? pageViews(drawing) : std::vector<std::string>{options.view};
     if (options.allViews && format != Format::Pdf) return "Only a PDF has several pages: " + path;
@@ -222,14 +235,11 @@ std::string renderDrawing(const Drawing& drawing, const std::string& path, const
         pages.push_back(makePage(drawing, view, options.size, format == Format::Pdf));
     }
     if (pages.empty()) return "The drawing has no views";
-
-    ReplacementFile target(path);
-    FILE* file = std::fopen(target.path().c_str(), "wb");
-    if (!file) return "Can't write " + path;
-    const cairo_status_t status = writePages(drawing, pages, format, options.dark, file);
-    const bool closed = std::fclose(file) == 0;
-    if (status) return "Can't draw " + path + ": " + cairo_status_to_string(status);
-    return closed ? target.commit() : "Can't write " + path;
+    // Pages of points hold pictures that can be looked at more closely.
+    constexpr double finerThanPoints = 3;
+    PagePainter painter(drawing, options.dark);
+    for (const Page& page : pages) painter.announce(page, format == Format::Png ? 1 : finerThanPoints);
+    return writeFile(path, pages, [&](cairo_t* cairo, const Page& page) { painter.paint(cairo, page); });
 }
 
 } // namespace host

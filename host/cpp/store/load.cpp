@@ -1,6 +1,7 @@
 #include "store/store.h"
 
 #include "store/sheet_tables.h"
+#include "store/space_rows.h"
 #include "store/table_reader.h"
 
 #include <cerrno>
@@ -34,6 +35,23 @@ static DrawingHead readHead(Database& db, Drawing& drawing) {
     return head;
 }
 
+static void readSource(Database& db, std::int64_t version, Drawing& drawing) {
+    if (!hasTable<DrawingSource>(version)) return;
+    std::vector<DrawingSource> sources;
+    readRows<DrawingSource>(
+        db, [&](const Keys<DrawingSource>&) -> DrawingSource& { return sources.emplace_back(); });
+    drawing.unitAssumed = !sources.empty() && sources.front().unitAssumed;
+}
+
+static void readSpace(Database& db, std::int64_t version, Drawing& drawing) {
+    if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
+    if (!hasTable<FaceList>(version)) return;
+    readPatternLists(db, drawing, &Pattern::faceLists);
+    readPatternLists(db, drawing, &Pattern::facets);
+    readPatternLists(db, drawing, &Pattern::pointClouds);
+    for (const Pattern& pattern : drawing.patterns) checkSpace(pattern);
+}
+
 static void readPatterns(Database& db, std::int64_t version, const DrawingHead& head, Drawing& drawing) {
     readRows<Pattern>(db, [&](const Keys<Pattern>& key) -> Pattern& {
         if (key[0] <= drawing.lastNumber || key[0] > head.lastNumber)
@@ -52,9 +70,7 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     readPatternLists(db, drawing, &Pattern::texts);
     if (hasTable<Arrow>(version)) readPatternLists(db, drawing, &Pattern::arrows);
     if (hasTable<Dimension>(version)) readPatternLists(db, drawing, &Pattern::dimensions);
-    readPatternLists(db, drawing, &Pattern::faces);
-    if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
-    readPatternLists(db, drawing, &Pattern::pointClouds);
+    readSpace(db, version, drawing);
     readPatternLists(db, drawing, &Pattern::solids);
     readHatchParts(db, version, drawing);
     readPartLists(db, drawing, &Pattern::texts, &Text::lines);
@@ -150,6 +166,7 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     readPatterns(db, version, readHead(db, drawing), drawing);
     readTables(db, version, drawing);
     readSheets(db, version, drawing);
+    readSource(db, version, drawing);
     checkElements(drawing);
     drawing.recount();
     db.close();

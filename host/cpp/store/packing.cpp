@@ -87,6 +87,12 @@ std::string packReals(const std::vector<double>& values) {
     return blob;
 }
 
+std::string packIntegers(const std::vector<std::int32_t>& values) {
+    std::string blob;
+    for (const std::int32_t value : values) packNumber(blob, value);
+    return blob;
+}
+
 /// Number of records of `reals` doubles in the blob.
 static std::size_t countRecords(std::string_view blob, std::size_t reals) {
     if (blob.size() % (8 * reals) != 0) throw StoreError("a list of numbers is cut");
@@ -109,6 +115,12 @@ void unpack(std::string_view blob, std::vector<RPT3>& points) {
 void unpack(std::string_view blob, std::vector<double>& values) {
     values.resize(countRecords(blob, 1));
     for (std::size_t i = 0; i < values.size(); ++i) values[i] = unpackNumber<double>(blob, i);
+}
+
+void unpack(std::string_view blob, std::vector<std::int32_t>& values) {
+    if (blob.size() % sizeof values[0] != 0) throw StoreError("a list of numbers is cut");
+    values.resize(blob.size() / sizeof values[0]);
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = unpackNumber<std::int32_t>(blob, i);
 }
 
 } // namespace host

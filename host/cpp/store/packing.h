@@ -48,9 +48,11 @@ std::vector<Element> unpackElements(const ElementColumns& columns);
 
 std::string packPoints(const std::vector<RPT>& points);
 std::string packPoints(const std::vector<RPT3>& points);
+std::string packIntegers(const std::vector<std::int32_t>& values);
 std::string packReals(const std::vector<double>& values);
 void unpack(std::string_view blob, std::vector<RPT>& points);
 void unpack(std::string_view blob, std::vector<RPT3>& points);
 void unpack(std::string_view blob, std::vector<double>& values);
+void unpack(std::string_view blob, std::vector<std::int32_t>& values);
 
 } // namespace host

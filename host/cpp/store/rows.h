@@ -6,6 +6,7 @@
 #include "store/packing.h"
 #include "store/pattern_rows.h"
 #include "store/sheet_rows.h"
+#include "store/space_rows.h"
 
 #include <array>
 #include <string>
@@ -34,6 +35,11 @@ struct NamedState {
 /// What a pattern state says of the look of texts, beyond their pen.
 struct NamedTextState : NamedState {};
 
+/// What is known of the file that the drawing came from.
+struct DrawingSource {
+    bool unitAssumed = false;
+};
+
 /// A pattern of the last import, as a row.
 struct ImportedPattern {
     int number = 0;
@@ -55,6 +61,17 @@ struct Row<DrawingHead> {
         v("unit", r.unit), v("scale", r.scale), v("format", r.format);
         v("next_work_id", r.nextWorkId), v("active_pattern", r.activeNumber), v("last_pattern", r.lastNumber);
         v("file_name", r.fileName);
+    }
+};
+
+template <>
+struct Row<DrawingSource> {
+    static constexpr int since = 4;
+    static constexpr const char* table = "source";
+    static constexpr std::array<const char*, 0> keys{};
+    template <class V, class R>
+    static void columns(V& v, R& r) {
+        v("unit_assumed", r.unitAssumed);
     }
 };
 
@@ -165,37 +182,6 @@ struct Row<Solid> : DataRow<Solid> {
 };
 
 template <>
-struct Row<Face> {
-    static constexpr const char* table = "faces";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("pen", r.pen), v("points", r.points);
-    }
-};
-
-template <>
-struct Row<Curve> {
-    static constexpr int since = 2; ///< version of the file that has this table first, 1 where it isn't said
-    static constexpr const char* table = "curves";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("pen", r.pen), v("points", r.points);
-    }
-};
-
-template <>
-struct Row<PointCloud> {
-    static constexpr const char* table = "point_clouds";
-    static constexpr std::array keys{"pattern", "position"};
-    template <class V, class R>
-    static void columns(V& v, R& r) {
-        v("points", r.points);
-    }
-};
-
-template <>
 struct Row<Layer> {
     static constexpr const char* table = "layers";
     static constexpr std::array keys{"position"};
@@ -291,11 +277,11 @@ using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
                Holder<Contour>, Holder<HatchFamily>, Holder<HatchExclusion>, Holder<HatchLines>, Holder<HatchGradient>,
                Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
-               Holder<Dimension>, Holder<Solid>, Holder<Face>, Holder<Curve>, Holder<PointCloud>,
-               Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>,
-               Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>, Holder<Relation>,
-               Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>, Holder<ViewInsert>,
-               Holder<SheetPattern>, Holder<GeoReference>>;
+               Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
+               Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
+               Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
+               Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>,
+               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>, Holder<DrawingSource>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

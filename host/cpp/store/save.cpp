@@ -16,7 +16,8 @@ static void putPattern(Tables& tables, const Pattern& pattern) {
     putList(tables, pattern.number, pattern.texts);
     putList(tables, pattern.number, pattern.arrows);
     putList(tables, pattern.number, pattern.dimensions);
-    putList(tables, pattern.number, pattern.faces);
+    putList(tables, pattern.number, pattern.faceLists);
+    putList(tables, pattern.number, pattern.facets);
     putList(tables, pattern.number, pattern.curves);
     putList(tables, pattern.number, pattern.pointClouds);
     putList(tables, pattern.number, pattern.solids);
@@ -61,6 +62,7 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     for (const auto& [id, plane] : drawing.workPlanes) tables.of<WorkPlane>().put({id}, plane);
     for (const auto& [number, lineType] : drawing.lineTypes) tables.of<LineType>().put({number}, lineType);
     for (const auto& [number, color] : drawing.pens) tables.of<Rgb>().put({number}, color);
+    if (drawing.unitAssumed) tables.of<DrawingSource>().put({}, {true});
     writeSheets(tables, drawing);
 }
 

@@ -93,8 +93,8 @@ Record& itemOf(std::vector<Record>& list, int position) {
     return list[static_cast<std::size_t>(position)];
 }
 
-template <class Record>
-void readPatternLists(Database& db, Drawing& drawing, std::vector<Record> Pattern::*list) {
+template <class Record, class Owner>
+void readPatternLists(Database& db, Drawing& drawing, std::vector<Record> Owner::*list) {
     readRows<Record>(db, [&](const Keys<Record>& key) -> Record& {
         return append(ownerOf(drawing, key[0]).*list, key[1]);
     });

@@ -23,6 +23,7 @@ public:
     void operator()(const char*, const std::vector<RPT>& points) { keep(packPoints(points)); }
     void operator()(const char*, const std::vector<RPT3>& points) { keep(packPoints(points)); }
     void operator()(const char*, const std::vector<double>& values) { keep(packReals(values)); }
+    void operator()(const char*, const std::vector<std::int32_t>& values) { keep(packIntegers(values)); }
     void operator()(const char*, const std::vector<Element>& elements) {
         ElementColumns columns = packElements(elements);
         for (std::string* column : {&columns.types, &columns.info, &columns.pens, &columns.lineTypes,

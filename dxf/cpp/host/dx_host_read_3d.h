@@ -1,0 +1,19 @@
+// The 3D data of a pattern as the host gives it out, in the drawing's unit.
+#pragma once
+
+/// Polygons in parallel arrays, which are the host's.
+struct DX_FACE_ARRAYS {
+    int polygonCount = 0;
+    int* ends = nullptr; ///< of a polygon: number of entries up to its end
+    double *x = nullptr, *y = nullptr, *z = nullptr;
+    int* edgeKind = nullptr; ///< of an entry; 1: the piece from the entry before it is a line
+    int *edgePen = nullptr, *edgeLt = nullptr;
+    int* hidden = nullptr;  ///< of an entry; 1: the edge that ends at it is invisible
+    int* facePen = nullptr; ///< of a polygon; 0: it is a run of edges, no face
+
+    int first(int polygon) const { return polygon == 0 ? 0 : ends[polygon - 1]; }
+    int size(int polygon) const { return ends[polygon] - first(polygon); }
+};
+
+/// Reads a pattern. False when it has no 3D data. `*error` is the host's for its form.
+bool DxRead3dPat(int pat, DX_FACE_ARRAYS* faces, int* error);

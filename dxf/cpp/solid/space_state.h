@@ -1,0 +1,12 @@
+// The open polyline in space, from its first vertex to its end.
+#pragma once
+
+#include "rpt.h"
+
+extern int Dx3dPolyFirst;                 ///< 1: the next vertex is the first
+extern RPT3 Dx3dPolyStart;                ///< first vertex, object coordinates
+extern RPT3 Dx3dLastPoint;                ///< previous vertex, object coordinates; of a LINE its end
+extern double Dx3dPolyBulge;              ///< of the previous vertex
+extern int Dx3dPolyPen, Dx3dPolyLineType; ///< of the polyline, for the piece that closes it
+
+void DxResetSpaceState();

@@ -1,0 +1,17 @@
+// Faces as lit surfaces.
+#pragma once
+
+#include "drawing/drawing.h"
+#include "drawing/space_view.h"
+#include "render/frame.h"
+
+#include <cairo.h>
+
+namespace host {
+
+/// Paints the triangles in the colours of their pens, the nearest in front. Light falls from above the
+/// viewer's left shoulder, on both sides of a face. The frame shows view coordinates from above.
+void paintShaded(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark,
+                 const std::vector<SeenTriangle>& triangles);
+
+} // namespace host
