@@ -78,9 +78,9 @@ struct HatchExclusion {
 struct Hatch {
     bool solid = true; ///< an area without lines, in one colour or a gradient
     int fillPen = 1;
-    int backPen = 0;                     ///< fill behind the lines, 0: none
-    int transparency = 0;                ///< percent
-    std::vector<Contour> contours;       ///< even-odd; info 2 on the Move of a contour that a jump leads to
+    int backPen = 0;               ///< fill behind the lines, 0: none
+    int transparency = 0;          ///< percent
+    std::vector<Contour> contours; ///< even-odd; info 2 on the Move of a contour that a jump leads to
     std::vector<HatchExclusion> exclusions;
     std::vector<HatchLines> lines;       ///< at most two
     std::vector<HatchGradient> gradient; ///< at most one
