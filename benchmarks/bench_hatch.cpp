@@ -63,8 +63,9 @@ static std::string islands(int edges, int count) {
     for (int i = 0; i < count; ++i) {
         const double step = 1200.0 / side, x = -600 + i % side * step, y = -600 + i / side * step;
         loops += " 92\n2\n 72\n0\n 73\n1\n 93\n4\n";
-        for (const auto& [dx, dy] : {std::pair(0.0, 0.0), {0.5, 0.0}, {0.5, 0.5}, {0.0, 0.5}})
-            loops += pair(10, x + dx * step) + pair(20, y + dy * step);
+        constexpr double corners[4][2] = {{0, 0}, {0.5, 0}, {0.5, 0.5}, {0, 0.5}};
+        for (const auto& corner : corners)
+            loops += pair(10, x + corner[0] * step) + pair(20, y + corner[1] * step);
     }
     return fileOf(hatch(loops, 1 + count, true));
 }

@@ -302,6 +302,24 @@ TEST_F(HatchExport, WhatCantBeFilledIsTold) {
     EXPECT_EQ(file.count(0, "SOLID"), 1u) << "the other one goes out";
 }
 
+/// Lines that are too many, or too far from their base to be counted: told, and no endless run.
+TEST_F(HatchExport, PatternsThatAreTooFineAreTold) {
+    const std::vector<host::HatchFamily> patterns[] = {
+        {{0, 1e-9, 0, 0, 0, 1, 1, {}}},
+        {{0, 1, 0, 1e18, 0, 1, 1, {}}},
+        {{0, 1, 1e18, 0, 0, 1, 1, {1e-3, -1e-3}}},
+        {{0, 1, 0, 0, 0, 1, 1, {1e-12, -1e-12}}},
+        std::vector<host::HatchFamily>(3'000, {0, 0.01, 0, 0, 0, 1, 1, {}}),
+    };
+    for (const auto& families : patterns) {
+        host::Hatch hatch = lines({square(0, 10)}, {});
+        hatch.families = families;
+        const Exported file = exported(hatch, "ACAD12", "");
+        EXPECT_EQ(file.stat, 0);
+        EXPECT_THAT(file.protocol, HasSubstr("1 hatch was not written."));
+    }
+}
+
 // ---- round trips -------------------------------------------------------------------------------------
 
 struct Drawn {

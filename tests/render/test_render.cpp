@@ -332,7 +332,8 @@ TEST_F(Pictures, AnyDrawingWhatsoeverBecomesAPicture) {
         p.hatches[1].solid = false;
         p.hatches[1].families = {{nan, 1, 0, 0, 0, 1, 1, {}},
                                  {1, 0, inf, 0, 0, 1, 1, {1, -1}},
-                                 {1, 1e-300, 0, 0, huge, 1, 1, {nan}}};
+                                 {1, 1e-300, 0, 0, huge, 1, 1, {nan}},
+                                 {0, 1, 1e18, 1e18, 0, 1, 1, {1e-3, -1e-3}}};
         for (std::size_t i = 0; i + 1 < list.size(); i += 2) {
             const double x = list[i], y = list[i + 1];
             for (Element e : {move(x, y), draw(y, x, 1 << 30, 2), arc(x, y, y, x, true, -5),

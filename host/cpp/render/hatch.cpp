@@ -78,8 +78,10 @@ static LineField layLines(const HatchFamily& family, const Frame& frame, const E
     return field;
 }
 
-/// Whether the lines can be told apart; else the hatch is a tone.
+/// Whether the lines can be told apart, and counted; else the hatch is a tone.
 static bool isTooDense(const LineField& field, double lineWidth) {
+    constexpr double countable = 1e15; // up to here whole numbers differ from their neighbours
+    if (!(std::fabs(field.low) < countable && std::fabs(field.high) < countable)) return true;
     return !(field.spacing >= 2 * lineWidth) || !(field.high - field.low < 20'000);
 }
 
