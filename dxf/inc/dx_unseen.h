@@ -13,6 +13,7 @@ enum class DxReason : std::uint8_t {
     LayerFrozen, ///< its layer is frozen
     Invisible,   ///< it has the flag of invisible entities
     PointsOff,   ///< points are shown as nothing
+    FillsOff,    ///< fills are switched off
     Definition,  ///< of an attribute, for INSERTs to come
     SheetWindow, ///< the viewport that is the sheet itself
     NoReader,    ///< nothing reads this kind

@@ -64,7 +64,9 @@ private:
 class CiPat {
 public:
     explicit CiPat(int contextId) : contextId_(contextId) {}
-    int Add(DsCsr& cursor);   ///< New pattern; the cursor is aimed at it.
+    int Add(DsCsr& cursor); ///< New pattern; the cursor is aimed at it.
+    /// The same without a group, attributes or a state, whatever is set for new patterns.
+    int AddNormal(DsCsr& cursor);
     int First(DsCsr& cursor); ///< Non-zero for an empty drawing.
     int Next(DsCsr& cursor);  ///< Non-zero at the end.
     int GetAttr(const DsCsr& cursor, const UtCString& name, UtCString* value);

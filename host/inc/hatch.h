@@ -81,7 +81,8 @@ int ovhatchelems(int code, int* patNo);
 // ---- contours ------------------------------------------------------------------------------------------
 
 /// The contours of the current hatch, each as a scratch pattern, to be deleted by the caller. The active
-/// pattern stays.
+/// pattern stays. The second element of a contour that counts for fills only has the attribute "hatch" with
+/// the value EXCLUDE; a contour pattern that ovhatch takes may have that mark too.
 int UoGetHatchContour(std::vector<int>* patterns);
 
 /// The lines and arcs of a pattern in order, without those shorter than the tolerance. Mode 1.

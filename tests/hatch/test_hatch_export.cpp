@@ -186,6 +186,38 @@ TEST_F(HatchExport, ContoursNest) {
     }
 }
 
+TEST_F(HatchExport, MarkedContoursAreFilledButNotLined) {
+    host::Hatch hatch = fill({square(0, 10), square(20, 30)});
+    hatch.exclusions = {{1}};
+    EXPECT_EQ(exported(hatch, "ACAD24", fillsToo).count(0, "HATCH"), 2u);
+    hatch.solid = false;
+    hatch.lines = {spacedByTwo};
+    EXPECT_EQ(exported(hatch, "ACAD24", fillsToo).count(0, "HATCH"), 1u);
+}
+
+TEST_F(HatchExport, EachInsertNamesTheBlockOfItsHatch) {
+    for (const double x : {0.0, 100.0, 200.0}) {
+        host::Pattern& pattern = addPattern({});
+        pattern.hatches = {fill({square(x, x + 10)}), fill({square(x + 20, x + 30)})};
+        if (x == 100) pattern.attributes = {{"insert", "MIDDLE"}}; // a block of its own
+    }
+    const Exported file = exportDrawing(exportConfig("ACAD24", "WRITE_HATCH=2\nINSERT_ATTR=1\n" + fillsToo));
+    EXPECT_EQ(file.errors(), "");
+    std::vector<std::string> blocks;
+    for (std::size_t i = 0; i < file.count(0, "INSERT"); ++i)
+        blocks.push_back(valueOf(file.first(0, "INSERT", i), 2));
+    EXPECT_THAT(blocks, testing::UnorderedElementsAre("*X0", "*X1", "*X2", "*X3", "*X4", "*X5", "MIDDLE"));
+    std::string block, in;
+    std::vector<std::string> inMiddle; // what the block of the middle one inserts
+    for (const DxfGroup& g : file.pairs) {
+        if (g.code == 0) in = g.value;
+        if (g.code == 2 && in == "BLOCK") block = g.value;
+        if (g.code == 2 && in == "INSERT" && block == "MIDDLE") inMiddle.push_back(g.value);
+        if (g.value == "ENDBLK") block.clear();
+    }
+    EXPECT_EQ(inMiddle, (std::vector<std::string>{"*X2", "*X3"}));
+}
+
 // ---- old targets -------------------------------------------------------------------------------------
 
 double areaOfSolids(const Exported& file) {
@@ -228,6 +260,14 @@ TEST_F(HatchExport, OldTargetsGetPartsOfTheSameArea) {
         EXPECT_NEAR(areaOfSolids(file), c.area, 1e-9 * c.area) << c.what;
         EXPECT_EQ(file.errors(), "") << c.what;
     }
+    // Holes that share corners: as many parts as their heights make.
+    for (const host::Contour& second :
+         {square(4, 6), polygon({{4, 2}, {6, 2}, {6, 4}, {4, 4}}), polygon({{3, 4}, {6, 5}, {2, 7}})}) {
+        const Exported file =
+            exported(fill({square(0, 10), square(2, 4), second}), "ACAD12", "NO_KOMMA=12\n" + fillsToo);
+        host::Hatch whole = fill({square(0, 10), square(2, 4), second});
+        EXPECT_NEAR(areaOfSolids(file), areaOf(whole), 1e-7);
+    }
     // 12 chords a quarter turn, in a square with a round hole.
     const Exported round = exported(fill({square(-10, 10), disc(0, 0, 5)}), "ACAD12", fillsToo);
     EXPECT_NEAR(areaOfSolids(round), 400 - 24 * 25 * std::sin(2 * pi / 48), 1e-3);
@@ -260,6 +300,24 @@ TEST_F(HatchExport, WhatCantBeFilledIsTold) {
     EXPECT_THAT(file.protocol, HasSubstr("Koordinaten X=4.736842, Y=4.736842"));
     EXPECT_THAT(file.protocol, HasSubstr("Ungültige Füllschraffurkontur ignoriert!"));
     EXPECT_EQ(file.count(0, "SOLID"), 1u) << "the other one goes out";
+}
+
+/// Lines that are too many, or too far from their base to be counted: told, and no endless run.
+TEST_F(HatchExport, PatternsThatAreTooFineAreTold) {
+    const std::vector<host::HatchFamily> patterns[] = {
+        {{0, 1e-9, 0, 0, 0, 1, 1, {}}},
+        {{0, 1, 0, 1e18, 0, 1, 1, {}}},
+        {{0, 1, 1e18, 0, 0, 1, 1, {1e-3, -1e-3}}},
+        {{0, 1, 0, 0, 0, 1, 1, {1e-12, -1e-12}}},
+        std::vector<host::HatchFamily>(3'000, {0, 0.01, 0, 0, 0, 1, 1, {}}),
+    };
+    for (const auto& families : patterns) {
+        host::Hatch hatch = lines({square(0, 10)}, {});
+        hatch.families = families;
+        const Exported file = exported(hatch, "ACAD12", "");
+        EXPECT_EQ(file.stat, 0);
+        EXPECT_THAT(file.protocol, HasSubstr("1 hatch was not written."));
+    }
 }
 
 // ---- round trips -------------------------------------------------------------------------------------

@@ -145,6 +145,29 @@ TEST(HatchImport, PlacementActsOnAreaAndLines) {
     }
 }
 
+/// Under an extrusion to below x is mirrored: centres and senses of all edges turn with it.
+TEST(HatchImport, ObjectCoordinatesAreMirroredByTheirExtrusion) {
+    const DxfGroups below{{210, "0"}, {220, "0"}, {230, "-1"}};
+    const DxfGroups loops[] = {
+        edgeLoop({arcEdge(15, 0, 5, 0, 180, true), lineEdge(10, 0, 20, 0)}),
+        edgeLoop({ellipseEdge(15, 0, 5, 0, 1, 0, 180, true), lineEdge(10, 0, 20, 0)}),
+        polylineLoop({{20, 0, 1}, {10, 0, 0}}),
+    };
+    for (const DxfGroups& loop : loops) {
+        const Imported imported =
+            importHatch(hatchGroups({loop}, false, patternRows({{90, 12, 0, 4, 0, {}}}), below));
+        ASSERT_EQ(imported.hatches.size(), 1u);
+        EXPECT_NEAR(areaOf(imported.hatches[0]), 12.5 * pi, 1e-2);
+        host::Extents box;
+        for (const host::Element& e : imported.hatches[0].contours.at(0)) box.add(e.x, e.y);
+        EXPECT_NEAR(box.minX, -20, 1e-6);
+        EXPECT_NEAR(box.maxX, -10, 1e-6);
+        const host::HatchLines& lines = imported.hatches[0].lines.at(0);
+        EXPECT_NEAR(std::fabs(std::remainder(lines.angle, pi)), pi / 2, 1e-9);
+        EXPECT_NEAR(std::remainder(lines.base * std::sin(lines.angle), 4), 0, 1.1e-4) << "a line at x = -12";
+    }
+}
+
 TEST(HatchImport, FillModeAndContoursDecideWhatIsSeen) {
     const DxfGroups solid = hatchGroups({squareLoop(0, 10), squareLoop(2, 4)}, true);
     const DxfGroups lines =

@@ -92,6 +92,16 @@ protected:
         return sharpen(found, background);
     }
 
+    /// Part of the picture's square that isn't background.
+    double painted() const {
+        const RPT low = frame.map(0, 100), high = frame.map(100, 0);
+        int count = 0, all = 0;
+        for (int x = static_cast<int>(low.x) + 1; x < static_cast<int>(high.x); ++x)
+            for (int y = static_cast<int>(low.y) + 1; y < static_cast<int>(high.y); ++y, ++all)
+                count += pixel(x, y) != kWhite;
+        return static_cast<double>(count) / all;
+    }
+
     const fs::path folder = fs::temp_directory_path() / ("torva-render-" + std::to_string(getpid()));
     cairo_surface_t* surface = nullptr;
     Frame frame;
@@ -220,6 +230,43 @@ TEST_F(Pictures, HatchesFillEvenOddUnderTheLines) {
     EXPECT_NE(at(52, 12), kWhite) << "too dense: a tone";
 }
 
+TEST_F(Pictures, AFillIsAsLargeAsItsArea) {
+    Drawing d = sheet();
+    Hatch& fill = d.addPattern(false).hatches.emplace_back();
+    fill.fillPen = 2;
+    fill.contours = {{circle(90, 50, 50, 50, 1)}, {circle(70, 50, 50, 50, 1)}};
+    render(d);
+    EXPECT_NEAR(painted(), pi * (1600 - 400) / 1e4, 0.01 * pi * 0.12);
+}
+
+TEST_F(Pictures, DirectionsOfLinesAndGradients) {
+    Drawing d = sheet();
+    Hatch& hatch = d.addPattern(false).hatches.emplace_back();
+    hatch.solid = false;
+    hatch.contours = {square(10, 90)};
+    // To the right of the x direction is down: lines at y = 20, 24, 34, 38, 48 …
+    hatch.lines = {{0, -20, -4, -10, 1, 1, 2, 1}, {pi / 2, 15, 50, 0, 1, 0, 3, 1}};
+    hatch.backPen = 0;
+    render(d);
+    for (const double y : {20.0, 24.0, 34.0, 38.0, 76.0}) EXPECT_EQ(at(50, y), kRed) << y;
+    for (const double y : {22.0, 29.0, 43.0}) EXPECT_EQ(at(50, y), kWhite) << y;
+    for (const double x : {15.0, 65.0}) EXPECT_EQ(at(x, 29), kBlue) << x;
+    EXPECT_EQ(at(50, 6), kWhite) << "outside";
+    hatch.lines = {};
+    hatch.solid = true;
+    hatch.fillPen = 2;
+    for (const int form : {0, 1}) {
+        hatch.gradient = {{form, 0, 0, 50, 3, ""}};
+        render(d);
+        EXPECT_EQ(at(11, 50), kRed);
+        EXPECT_EQ(at(form ? 50 : 89, 50), kBlue) << form;
+        if (form) EXPECT_EQ(at(89, 50), kRed);
+        hatch.gradient[0].angle = pi / 2;
+        render(d);
+        EXPECT_EQ(at(50, 11), kRed) << "upwards";
+    }
+}
+
 TEST_F(Pictures, TextStandsOnItsPointAndWidensThePicture) {
     Drawing d = sheet();
     Text& text = d.patterns[0].texts.emplace_back();
@@ -285,7 +332,8 @@ TEST_F(Pictures, AnyDrawingWhatsoeverBecomesAPicture) {
         p.hatches[1].solid = false;
         p.hatches[1].families = {{nan, 1, 0, 0, 0, 1, 1, {}},
                                  {1, 0, inf, 0, 0, 1, 1, {1, -1}},
-                                 {1, 1e-300, 0, 0, huge, 1, 1, {nan}}};
+                                 {1, 1e-300, 0, 0, huge, 1, 1, {nan}},
+                                 {0, 1, 1e18, 1e18, 0, 1, 1, {1e-3, -1e-3}}};
         for (std::size_t i = 0; i + 1 < list.size(); i += 2) {
             const double x = list[i], y = list[i + 1];
             for (Element e : {move(x, y), draw(y, x, 1 << 30, 2), arc(x, y, y, x, true, -5),

@@ -38,6 +38,7 @@ void addObjects(Pattern& p) {
         {{0, 0, 0, 0, 1, 1, ElementType::Move, 0, 0}, {5, 0, 2, 1, 1, 1, ElementType::Arc, 0, 1}}, {}};
     hatch.families = {{0.5, 2, 1, 1, 0.25, 3, 2, {1, -0.5, 0}}, {}};
     hatch.backPen = 6;
+    hatch.exclusions = {{1}};
     hatch.lines = {{0.25, 1, 2, 3, 4, 5, 6, 7}, {}};
     hatch.gradient = {{1, 0.5, 0.25, 40, 9, "CYLINDER"}};
     hatch.source = {{2, 0.125, 1, 1}};
@@ -162,6 +163,9 @@ static auto fields(const host::Dimension& d) {
 static auto fields(const HatchFamily& f) {
     return std::make_tuple(f.angle, f.distance, f.originX, f.originY, f.offset, f.pen, f.lineType, f.dashes);
 }
+static auto fields(const HatchExclusion& e) {
+    return e.contour;
+}
 static auto fields(const HatchLines& l) {
     return std::make_tuple(l.angle, l.base, l.d1, l.d2, l.c1, l.c2, l.pen, l.lineType);
 }
@@ -174,7 +178,7 @@ static auto fields(const HatchSource& s) {
 static auto fields(const Hatch& h) {
     return std::make_tuple(h.solid, h.fillPen, h.backPen, h.transparency, h.patternName,
                            fieldsOfAll(h.contours), fieldsOfAll(h.families), fieldsOfAll(h.lines),
-                           fieldsOfAll(h.gradient), fieldsOfAll(h.source));
+                           fieldsOfAll(h.gradient), fieldsOfAll(h.source), fieldsOfAll(h.exclusions));
 }
 static auto fields(const Text& t) {
     return std::make_tuple(t.lines, t.x, t.y, t.z, t.height, t.width, t.angle, t.slant, t.font, t.face,
@@ -291,7 +295,8 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
     sql("DROP TABLE curves; DROP TABLE text_states; DROP TABLE pattern_relations;"
         "DROP TABLE element_attributes; DROP TABLE arrows; DROP TABLE pictures; DROP TABLE view_details;"
         "DROP TABLE view_inserts; DROP TABLE sheet_patterns; DROP TABLE georeference; DROP TABLE hatch_lines;"
-        "DROP TABLE hatch_gradients; DROP TABLE hatch_sources; DROP TABLE hatch_backs; PRAGMA user_version = "
+        "DROP TABLE hatch_gradients; DROP TABLE hatch_sources; DROP TABLE hatch_backs; DROP TABLE "
+        "hatch_exclusions; PRAGMA user_version = "
         "1");
     Drawing d;
     ASSERT_EQ(loadDrawing(d, path), "");
@@ -307,6 +312,7 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
         expected.relation = {};
         for (Hatch& hatch : expected.hatches) {
             hatch.lines.clear(), hatch.gradient.clear(), hatch.source.clear();
+            hatch.exclusions.clear();
             hatch.backPen = 0;
         }
         expected.elementAttributes.clear();
@@ -369,6 +375,7 @@ TEST_F(DrawingFile, DamageIsFound) {
         "UPDATE attributes SET position = 7 WHERE position = 1",
         "UPDATE contours SET hatch = 5",
         "UPDATE hatch_lines SET hatch = 1",
+        "UPDATE hatch_exclusions SET contour = 2",
         "UPDATE hatch_gradients SET position = 1",
         "UPDATE hatch_backs SET hatch = 1",
         "UPDATE contours SET types = x'0106' WHERE position = 0",

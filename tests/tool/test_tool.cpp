@@ -136,6 +136,34 @@ TEST_F(Tool, InfoCountsWhatTheFileHolds) {
     EXPECT_EQ(people.err, "");
 }
 
+TEST_F(Tool, InfoTellsHatchesByTheirKind) {
+    const json before = info(bracket);
+    EXPECT_EQ(before["hatch"]["fills"], before["hatches"]) << "wide lines";
+    const auto hatch = [](const char* solid, const DxfGroups& behind) {
+        DxfGroups groups{{2, "NET3"}, {70, solid}, {91, "1"}, {92, "2"}, {72, "0"}, {73, "1"}, {93, "3"}};
+        for (const char* x : {"0", "9"}) groups.insert(groups.end(), {{10, x}, {20, "0"}});
+        groups.insert(groups.end(), {{10, "0"}, {20, "9"}, {97, "0"}, {75, "0"}, {76, "1"}});
+        groups.insert(groups.end(), behind.begin(), behind.end());
+        return groups;
+    };
+    DxfGroups rows{{78, "3"}};
+    for (const char* angle : {"0", "60", "120"})
+        rows.insert(rows.end(), {{53, angle}, {43, "0"}, {44, "0"}, {45, "-3"}, {46, "2"}, {79, "0"}});
+    DxfGroups one{{78, "1"}, {53, "0"}, {43, "0"}, {44, "0"}, {45, "0"}, {46, "2"}, {79, "0"}};
+    dir.write("h.dxf", dxf()
+                           .header("AC1027")
+                           .entity("HATCH", hatch("0", rows))
+                           .entity("HATCH", hatch("0", one))
+                           .entity("HATCH", hatch("1", {}))
+                           .entity("HATCH", hatch("1", {{450, "1"}, {453, "2"}, {470, "LINEAR"}}))
+                           .text());
+    const json wanted{{"families", 1}, {"fills", 1}, {"gradients", 1}, {"standard", 1}, {"kept", 2}};
+    EXPECT_EQ(info("h.dxf")["hatch"], wanted);
+    ASSERT_EQ(run("import h.dxf -o h.tdw").status, 0);
+    EXPECT_EQ(info("h.tdw")["hatch"], wanted) << "the drawing file keeps them";
+    EXPECT_EQ(info("--plain h.dxf")["hatch"]["kept"], 0);
+}
+
 TEST_F(Tool, NothingOfAFileIsLost) {
     DxfText text = dxf();
     text.header("AC1024", {{9, "$INSUNITS"},

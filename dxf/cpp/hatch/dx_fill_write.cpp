@@ -1,9 +1,13 @@
 // Fills for targets with and without HATCH.
 #include "../export/dx_write_entities.h"
+#include "../export/export_state.h"
 #include "../host/dx_host.h"
+#include "../session/dx_messages.h"
+#include "../session/dx_protocol.h"
 #include "../session/dx_writer.h"
 #include "dx_codes.h"
 #include "dx_fill_contours.h"
+#include "dx_fill_slabs.h"
 #include "dx_triangulate.h"
 #include "dx_write_hatch.h"
 #include "hatch.h"
@@ -71,6 +75,19 @@ struct Vertices {
     }
 };
 
+/// Holes that touch each other share corners; the area between them is cut by height.
+int writeSlabs(const DX_HATCH_CONT& cont, int pen, const Mat32 mat) {
+    std::vector<const Elems*> contours{&cont.elems};
+    for (const Elems& hole : cont.holes) contours.push_back(&hole);
+    const std::vector<DX_FILL_PART> parts = DxFillSlabs(contours);
+    if (parts.empty()) DxProtoMsg(DxMsg(5744), 1);
+    for (const DX_FILL_PART& part : parts) {
+        const RPT* c = part.corners;
+        if (const int error = writeSolid(c[0], c[1], c[3], c[2], pen, mat)) return error;
+    }
+    return 0;
+}
+
 int writeTriangles(DX_HATCH_CONT& cont, int pen, const Mat32 mat) {
     if (DxFillHatchCheck(&cont) != 0) return 0;
     Vertices vertices;
@@ -81,7 +98,7 @@ int writeTriangles(DX_HATCH_CONT& cont, int pen, const Mat32 mat) {
     std::vector<int> triangles(3 * static_cast<std::size_t>(count));
     if (DxFillTriangulate(static_cast<int>(vertices.sizes.size()), vertices.sizes.data(),
                           vertices.points.data(), triangles.data()) != 0)
-        return 0;
+        return writeSlabs(cont, pen, mat);
     for (std::size_t i = 0; i < triangles.size(); i += 3) {
         const auto at = [&](std::size_t k) {
             return vertices.points[static_cast<std::size_t>(triangles[i + k])];
@@ -122,7 +139,10 @@ int DxFillHatchWrite(std::vector<DX_HATCH_CONT>& conts, int pen, const Mat32 mat
     DxCiTransparencyToDXF(percent, &transparency);
     if (DxMiscCheckVersion(DX_LEVEL_HANDLES))
         return DxWriteHatchs(conts, {}, nullptr, failed ? nullptr : &gradient, pen, transparency, mat);
-    if (failed) return 0;
+    if (failed) {
+        ++DxUnwrittenCounts[DX_UNWRITTEN_HATCH];
+        return 0;
+    }
     for (DX_HATCH_CONT& cont : conts)
         if (const int error = writeFill(cont, pen, mat)) return error;
     return DxWriteError();

@@ -3,6 +3,7 @@
 #include "../config/dx_pens.h"
 #include "../host/dx_host.h"
 #include "../host/dx_host_hatch.h"
+#include "../import/account_state.h"
 #include "../import/dx_entity_base.h"
 #include "../import/dx_linework_import.h"
 #include "../import/dx_polyline_import.h"
@@ -124,11 +125,14 @@ public:
     }
     /// Joins them into the chain. Their patterns stay where the border is to be seen.
     int join(DxHatchChain& chain) {
+        constexpr int nothingLeft = 1005;
         std::vector<RPT> mins(kept_.size()), maxes(kept_.size());
         int before = -1;
         int error = chain.begin();
         for (std::size_t i = 0; i < kept_.size() && !error; ++i) {
-            if (!DxovLoopBox(kept_[i], &mins[i], &maxes[i])) continue; // nothing of it was left
+            const int boxed = DxovLoopBox(kept_[i], &mins[i], &maxes[i]);
+            if (boxed == nothingLeft) continue;
+            if (boxed) return boxed;
             const auto own = static_cast<int>(i);
             const bool inner = before >= 0 && IsIntersection(mins.data(), maxes.data(), own, before);
             error = chain.add(kept_[i], inner);
@@ -193,14 +197,19 @@ int makeContour(const DX_HATCH_TYPE& rec, const Frames& frames, int approx, DxHa
     return loops.join(chain);
 }
 
+/// It counts as lost, unless its borders are to be seen; fills that are switched off count as hidden.
+int leaveOut(const DX_HATCH_TYPE& rec) {
+    if (rec.solid && !DxFillMode) DxNoteReason(DxReason::FillsOff);
+    if (!DxFillContour) DxEntityDrawn = 0;
+    return 0;
+}
+
 int makeHatch(const DX_HATCH_TYPE& rec, int pen, const Frames& frames, DxHatchChain& chain) {
     constexpr int nothingEnclosed = 3011;
+    if (chain.isEmpty()) return leaveOut(rec);
     if (const int error = chooseLook(rec, pen, frames.object)) return error;
     const int error = chain.makeHatch(DxActPat);
-    if (error == nothingEnclosed) {
-        if (!DxFillContour) DxEntityDrawn = 0;
-        return 0;
-    }
+    if (error == nothingEnclosed) return leaveOut(rec);
     if (error) return error;
     DxEntityDrawn = 1;
     return DxNewElement(1);
@@ -224,7 +233,7 @@ int DxDrawHatch(const DX_HATCH_TYPE* rec, const Mat44 m, int approx) {
     int error = makeContour(*rec, frames, approx, chain);
     const int restored = activateHome();
     if (!error) error = restored;
-    if (!error && !chain.isEmpty()) error = makeHatch(*rec, pen, frames, chain);
+    if (!error) error = makeHatch(*rec, pen, frames, chain);
     chain.drop();
     return error;
 }

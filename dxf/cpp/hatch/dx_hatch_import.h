@@ -25,8 +25,5 @@ DX_SPLINE_TYPE DxHatchSpline(const DX_HATCH_TYPE& hatch, const DX_HATCH_PATH& pa
 /// told doesn't meet its neighbours and the mirrored one does.
 std::vector<DX_HATCH_EDGE> DxMendHatchEdges(const DX_HATCH_PATH& path);
 
-/// Rewrites a pattern of several contours into one hatch contour in a new pattern: a later Move becomes a
-/// marked jump, and every second contour counts as an inner one.
-int DxCiChgHatchCont(int pat, int* newPat);
 /// Whether a corner of rectangle i lies strictly inside rectangle j.
 int IsIntersection(const RPT* mins, const RPT* maxes, int i, int j);

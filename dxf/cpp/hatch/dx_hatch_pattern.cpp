@@ -10,6 +10,7 @@
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -173,6 +174,13 @@ bool isSound(const DX_HATCH_DEF& def) {
     return sound;
 }
 
+/// Whether the lines of a row lie apart from each other.
+bool hasDistance(const DX_HATCH_DEF& def) {
+    const double a = def.angle * radiansADegree;
+    return std::fabs(def.offset.y * std::cos(a) - def.offset.x * std::sin(a)) >
+           1e-9 * std::hypot(def.offset.x, def.offset.y);
+}
+
 /// The pattern as the file has it goes along with the hatch, so that its own lines can be shown and written.
 int keepPattern(const DX_HATCH_TYPE& rec, const std::vector<DX_HATCH_DEF>& defs, const Mat44 object) {
     const RPT along = vectorBy({1, 0}, object);
@@ -183,7 +191,8 @@ int keepPattern(const DX_HATCH_TYPE& rec, const std::vector<DX_HATCH_DEF>& defs,
     pattern.type = rec.patternType;
     pattern.crossed = rec.doubleFlag;
     for (const DX_HATCH_DEF& def : defs)
-        pattern.lines.push_back({def.angle * radiansADegree, def.base, def.offset, def.dashes});
+        if (hasDistance(def))
+            pattern.lines.push_back({def.angle * radiansADegree, def.base, def.offset, def.dashes});
     return DxovHatchPattern(std::move(pattern));
 }
 
@@ -204,7 +213,7 @@ int DxSetHatchLook(const DX_HATCH_TYPE& rec, int pen, int transparency, const Ma
         if (!isSound(defs.back())) defs.pop_back();
     }
     const auto count = static_cast<int>(defs.size());
-    const bool keeps = DxKeepHatchPattern && !rec.solid && !defs.empty();
+    const bool keeps = DxKeepHatchPattern && !rec.solid && std::any_of(defs.begin(), defs.end(), hasDistance);
     if (!keeps)
         return DxSetHatchParams(pen, defs.data(), count, rec.solid, rec.patternName.view(), transparency);
     int error = 0;

@@ -18,6 +18,8 @@
 #include "mt.h"
 #include "ut.h"
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace {
@@ -28,6 +30,8 @@ constexpr int texture = 4;
 constexpr int noFacets = 3007; ///< passed over
 
 enum class Pass { Fills, Lines };
+/// Where the hatches go: a block each, the INSERTs of these, or as they are.
+enum class Place { Block, Insert, Here };
 
 /// The current hatch as it goes out.
 struct Outgoing {
@@ -37,7 +41,8 @@ struct Outgoing {
     std::vector<DX_HATCH_DEF> defs; ///< of a real hatch
     OV_HATCH_PATTERN source;
     bool hasSource = false;
-    int linesPat = 0; ///< the hatch expanded to its lines, 0: it isn't
+    bool isInBlock = false; ///< an INSERT of its block is all that is written
+    int linesPat = 0;       ///< the hatch expanded to its lines, 0: it isn't
 
     Outgoing() = default;
     Outgoing(const Outgoing&) = delete;
@@ -68,10 +73,16 @@ void chooseLayer(int pat, int row) {
     DxPatSetLayerAttribs(pat, row, DX_KIND_HATCH);
 }
 
+/// One hatch more that the run tells as missing.
+bool isMissing() {
+    ++DxUnwrittenCounts[DX_UNWRITTEN_HATCH];
+    return false;
+}
+
 /// Whether the current hatch is written in this pass, and with which pen.
 bool isOfPass(Pass pass, int kind, Outgoing& out) {
     int lineType = 0;
-    if (ovhatchparams(readParams, 1, &out.pen, &lineType) != 0) return false;
+    if (ovhatchparams(readParams, 1, &out.pen, &lineType) != 0) return isMissing();
     out.isFill = lineType == 0;
     if (pass == Pass::Fills && !out.isFill) {
         constexpr int penShift = 6;
@@ -87,8 +98,8 @@ bool isOfPass(Pass pass, int kind, Outgoing& out) {
     return out.isFill == (pass == Pass::Fills);
 }
 
-bool isFinished(const RPT& p) {
-    return p.x == p.x && p.y == p.y;
+bool isFinite(const RPT& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
 /// The pattern of the source in the file's frame.
@@ -104,7 +115,7 @@ bool takeSource(const Mat32 mat, Outgoing& out) {
         MtTransRPt(line.base, mat, &def.base);
         MtTransRPt({line.base.x + line.offset.x, line.base.y + line.offset.y}, mat, &next);
         def.offset = {next.x - def.base.x, next.y - def.base.y};
-        if (!isFinished(def.base) || !isFinished(def.offset)) return false;
+        if (!isFinite(def.base) || !isFinite(def.offset)) return false;
         for (const double dash : line.dashes) def.dashes.push_back(dash * scale);
         def.dashCount = static_cast<int>(def.dashes.size());
         out.defs.push_back(std::move(def));
@@ -125,17 +136,31 @@ bool prepareRealHatch(const Mat32 mat, Outgoing& out) {
 
 /// False when there is nothing to write.
 bool prepare(const Mat32 mat, Outgoing& out) {
-    if (out.isFill) return DxWriteFill && DxFillHatchCont(&out.conts, 1) == 0 && !out.conts.empty();
+    if (out.isFill && !DxWriteFill) return false;
+    if (out.isFill) return DxFillHatchCont(&out.conts, 1) ? isMissing() : !out.conts.empty();
     if (prepareRealHatch(mat, out)) return true;
     out.conts.clear();
     out.defs.clear();
     if (ovhatchelems(expand, &out.linesPat) != 0) {
         out.linesPat = 0;
-        ++DxUnwrittenCounts[DX_UNWRITTEN_HATCH];
-        return false;
+        return isMissing();
     }
     int isEmpty = 1;
-    return UoPatEmpty(out.linesPat, &isEmpty) == 0 && !isEmpty;
+    return UoPatEmpty(out.linesPat, &isEmpty) ? isMissing() : !isEmpty;
+}
+
+/// Notes that the pattern's hatches are blocks from here on.
+int noteBlocks(int pat) {
+    return DxHatchBlocks.add({pat, DxHatchBlockNo});
+}
+/// True with the number of its first INSERT set, where the block pass has made blocks of its hatches.
+/// Patterns that are blocks themselves are written ahead of others.
+bool findBlocks(int pat) {
+    const auto isBefore = [](const DX_HATCH_BLOCKS& blocks, int number) { return blocks.pat < number; };
+    const auto* found = std::lower_bound(DxHatchBlocks.begin(), DxHatchBlocks.end(), pat, isBefore);
+    if (found == DxHatchBlocks.end() || found->pat != pat) return false;
+    DxHatchInsertNo = found->first;
+    return true;
 }
 
 int writeInsert() {
@@ -159,7 +184,7 @@ int writeEntities(Outgoing& out, int pat, const Mat32 mat) {
         DxBlockLayer = UtCString(DxActLayer.view());
     }
     ++DxEntityCount;
-    if (DxWriteHatch == asBlocks) return writeInsert();
+    if (out.isInBlock) return writeInsert();
     if (!out.linesPat) return writeFillOrHatch(out, mat);
     return DxWritePatElPoly(out.linesPat, DX_KIND_HATCH, DxWritePoly, pat);
 }
@@ -192,21 +217,22 @@ int writeBlock(Outgoing& out, const Mat32 mat) {
     return error;
 }
 
-int writeOne(int pat, int row, int kind, Pass pass, int toBlock, const Mat32 mat) {
+int writeOne(int pat, int row, int kind, Pass pass, Place place, const Mat32 mat) {
     chooseLayer(pat, row);
     Outgoing out;
+    out.isInBlock = place == Place::Insert;
     if (!isOfPass(pass, kind, out)) return 0;
     const ActivePattern active;
     if (!prepare(mat, out)) return 0;
-    const int error = toBlock ? writeBlock(out, mat) : writeEntities(out, pat, mat);
+    const int error = place == Place::Block ? writeBlock(out, mat) : writeEntities(out, pat, mat);
     return error == noFacets ? 0 : error;
 }
 
-int writePass(int pat, Pass pass, int toBlock, const Mat32 mat) {
+int writePass(int pat, Pass pass, Place place, const Mat32 mat) {
     int row = 0, kind = 0;
     int error = ovnexthatch2(firstHatch, pat, &row, &kind);
     while (!error) {
-        error = writeOne(pat, row, kind, pass, toBlock, mat);
+        error = writeOne(pat, row, kind, pass, place, mat);
         if (!error) error = ovnexthatch2(nextHatch, pat, &row, &kind);
     }
     return error == DX_ERR_NO_MORE ? 0 : error;
@@ -219,8 +245,11 @@ int DxWritePatHatch(int pat, int toBlock) {
     Mat32 mat;
     if (const int error = DxWriteMatrix(pat, mat)) return error;
     const int before = DxEntityCount;
-    int error = writePass(pat, Pass::Fills, toBlock, mat);
-    if (!error) error = writePass(pat, Pass::Lines, toBlock, mat);
+    Place place = Place::Block;
+    if (!toBlock) place = DxWriteHatch == asBlocks && findBlocks(pat) ? Place::Insert : Place::Here;
+    int error = toBlock ? noteBlocks(pat) : 0;
+    if (!error) error = writePass(pat, Pass::Fills, place, mat);
+    if (!error) error = writePass(pat, Pass::Lines, place, mat);
     if (!error && DxEntityCount > before) error = DxAddLayer(DxActLayer.view());
     return error;
 }

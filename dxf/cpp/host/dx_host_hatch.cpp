@@ -1,5 +1,6 @@
 #include "dx_host_hatch.h"
 
+#include "ci.h"
 #include "dx_frame.h"
 #include "dx_host.h"
 #include "ge.h"
@@ -103,6 +104,27 @@ static int append(int pat, int type, UO_ELEM model, const RPT& end, unsigned cha
     return ovelem(&code, &model);
 }
 
+int DxCiChgHatchCont(int pat, int* newPat) {
+    *newPat = 0;
+    if (const int error = DxCiElemDrawPat()) return error;
+    DsCsr cursor;
+    if (const int error = CiPat(DxCiContextId).AddNormal(cursor)) return error;
+    *newPat = cursor.Get().patNo;
+    UO_ELEM e{};
+    e.patNo = pat;
+    bool isFirst = true, isInner = false;
+    int read = FIRST;
+    int error = ovelem(&read, &e);
+    for (read = NEXT; !error; error = ovelem(&read, &e)) {
+        const bool jumps = e.type == MOVE && !isFirst;
+        if (jumps) isInner = !isInner;
+        const unsigned char info = jumps ? JUMP : isInner ? INNER : e.info;
+        if (const int failed = append(*newPat, jumps ? DRAW : e.type, e, e.end, info)) return failed;
+        isFirst = false;
+    }
+    return error == 1005 ? 0 : error;
+}
+
 static int writeChain(int pat, const LiList& list) {
     const LI_ELEM* before = nullptr;
     for (const LI_ELEM* e = LiSucc(list, nullptr); e; e = LiSucc(list, e)) {
@@ -127,14 +149,14 @@ int DxovCleanLoop(int pat) {
     return writeChain(pat, list);
 }
 
-bool DxovLoopBox(int pat, RPT* min, RPT* max) {
+int DxovLoopBox(int pat, RPT* min, RPT* max) {
     constexpr int BOX = 256;
     int code = BOX;
     double rect[4];
-    if (ovpatrect(&code, &pat, rect) != 0) return false;
+    if (const int error = ovpatrect(&code, &pat, rect)) return error;
     *min = {rect[0], rect[1]};
     *max = {rect[2], rect[3]};
-    return true;
+    return 0;
 }
 
 // ---- contour -----------------------------------------------------------------------------------------

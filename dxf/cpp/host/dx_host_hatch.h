@@ -19,12 +19,16 @@ int DxovHatchTransparency(int percent);
 int DxovHatchGradient(const UtCString& name, int form, const OV_HATCH_COLOR& first,
                       const OV_HATCH_COLOR& second);
 
+/// Rewrites a pattern of several contours into one hatch contour in a new pattern: a later Move becomes a
+/// marked jump (info 2), and every second contour counts as an inner one (info 1).
+int DxCiChgHatchCont(int pat, int* newPat);
+
 /// Makes one chain of the elements of a pattern: sorted, turned, gaps up to the drawing tolerance closed,
 /// short elements taken out. Where they don't join, a marked jump leads on. 0 or an error.
 int DxovCleanLoop(int pat);
 
-/// Box of a pattern. False when it is empty.
-bool DxovLoopBox(int pat, RPT* min, RPT* max);
+/// Box of a pattern; 1005 when it is empty.
+int DxovLoopBox(int pat, RPT* min, RPT* max);
 
 /// A hatch contour in the making: loops join into one chain, from its start out to each later loop by a jump
 /// (info 2), round it, and back.

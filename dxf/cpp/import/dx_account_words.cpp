@@ -20,6 +20,7 @@ constexpr Word WORDS[] = {
     {"layer frozen", 20012},
     {"invisible", 20013},
     {"points not shown", 20014},
+    {"fills not shown", 20025},
     {"attribute definition", 20015},
     {"window of the sheet", 20016},
     {"no reader", 20017},

@@ -2,6 +2,7 @@
 #include "../config/config_state.h"
 #include "../host/dx_frame.h"
 #include "../host/dx_host.h"
+#include "../host/dx_host_hatch.h"
 #include "dx_polyline_import.h"
 #include "ge.h"
 #include "import_state.h"
@@ -172,6 +173,15 @@ int moveToKept(int pat) {
     return Dxovcopy(pat, DxActPat);
 }
 
+/// The fill of the contours in `scratch`.
+int fillFrom(int scratch, int outline) {
+    int contour = 0;
+    int error = DxCiChgHatchCont(scratch, &contour);
+    if (!error) error = Dxovhatch(outline, contour);
+    removePattern(contour);
+    return error;
+}
+
 /// Makes the pattern that shows the wide line: its outline and its fill, as the switches say, and lines where
 /// it has no width.
 int outlineInto(const std::vector<Contour>& contours, const UO_ELEM& model, int* outline) {
@@ -189,7 +199,7 @@ int outlineInto(const std::vector<Contour>& contours, const UO_ELEM& model, int*
     if (!error && DxFillMode) {
         int count = 0;
         UoElemS(27, scratch, &count);
-        if (count) error = Dxovhatch(*outline, scratch);
+        if (count) error = fillFrom(scratch, *outline);
     }
     removePattern(scratch);
     return error;

@@ -112,6 +112,7 @@ constexpr Message MESSAGES[] = {
     {20022, "nirgends eingefügt"},
     {20023, "nichts zu zeichnen"},
     {20024, "Import vorher beendet"},
+    {20025, "Füllungen ausgeblendet"},
     {20031, "Nicht genug Stifte für alle Farben und Linienstärken: die übrigen werden angenähert!"},
 };
 // clang-format on

@@ -29,6 +29,10 @@ int CiPat::Add(DsCsr& cursor) {
     return 0;
 }
 
+int CiPat::AddNormal(DsCsr& cursor) {
+    return Add(cursor); // new patterns have nothing set here
+}
+
 static int aimAtNext(DsCsr& cursor, int number) {
     if (callFails()) return errorNoMemory;
     const Pattern* next = openDrawing().next(number);

@@ -71,12 +71,18 @@ struct HatchSource {
     int type = 0, crossed = 0;
 };
 
+/// A contour that counts for fills only.
+struct HatchExclusion {
+    int contour = 0; ///< position in Hatch::contours
+};
+
 struct Hatch {
     bool solid = true; ///< an area without lines, in one colour or a gradient
     int fillPen = 1;
-    int backPen = 0;                     ///< fill behind the lines, 0: none
-    int transparency = 0;                ///< percent
-    std::vector<Contour> contours;       ///< even-odd; info 2 on the Move of a contour that a jump leads to
+    int backPen = 0;               ///< fill behind the lines, 0: none
+    int transparency = 0;          ///< percent
+    std::vector<Contour> contours; ///< even-odd; info 2 on the Move of a contour that a jump leads to
+    std::vector<HatchExclusion> exclusions;
     std::vector<HatchLines> lines;       ///< at most two
     std::vector<HatchGradient> gradient; ///< at most one
     std::vector<HatchSource> source;     ///< at most one

@@ -269,6 +269,8 @@ void Dumper::hatch(const Hatch& hatch) {
         for (const double dash : f.dashes) number(dash);
         put("\n");
     }
+    for (const HatchExclusion& excluded : hatch.exclusions)
+        put("    not lined: contour").number(excluded.contour).put("\n");
     for (const Contour& contour : hatch.contours) {
         put("    contour\n");
         elements(contour, nullptr, "      ");

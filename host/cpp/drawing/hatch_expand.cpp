@@ -44,6 +44,9 @@ struct Crossing {
     auto operator<=>(const Crossing&) const = default;
 };
 
+/// Up to here whole numbers differ from their neighbours.
+constexpr double countable = 1e15;
+
 /// Cuts one row of lines to the area and adds what is drawn of it.
 class RowCutter {
 public:
@@ -58,6 +61,7 @@ public:
         for (const Chord& chord : chords) {
             const auto [from, to] = span(chord);
             expected += to - from;
+            if (!(std::fabs(from) < countable && std::fabs(to) < countable)) return false;
         }
         if (!(expected <= static_cast<double>(kHatchBudget))) return false;
         for (const Chord& chord : chords) addCrossings(chord);
@@ -106,7 +110,9 @@ private:
             if (to > from) addSegment(number, from, to);
             return !isFull();
         }
-        if (!((to - from) / period_ < static_cast<double>(kHatchBudget))) return false;
+        if (!((to - from) / period_ < static_cast<double>(kHatchBudget)) ||
+            !(std::max(std::fabs(from), std::fabs(to)) / period_ < countable))
+            return false;
         const double shift = number * row_.offset;
         double at = shift + std::floor((from - shift) / period_) * period_;
         while (at < to && !isFull()) {
@@ -132,7 +138,10 @@ private:
 bool expandHatch(const Drawing& drawing, const Hatch& hatch, std::vector<Element>* elements) {
     const std::vector<Chord> chords = chordsOf(hatch, drawingTolerance(drawing));
     elements->clear();
-    for (HatchFamily& row : hatchFamilies(drawing, hatch)) {
+    std::vector<HatchFamily> rows = hatchFamilies(drawing, hatch);
+    constexpr double mostWork = 1e8; // chords looked at
+    if (static_cast<double>(rows.size()) * static_cast<double>(chords.size()) > mostWork) return false;
+    for (HatchFamily& row : rows) {
         if (hatch.families.empty()) row.dashes.clear(); // its line type makes the dashes
         if (!RowCutter(row, *elements).cut(chords)) {
             elements->clear();

@@ -18,7 +18,7 @@ constexpr int FIRST = 38, NEXT = 24, SET = 6, READ = 20;
 constexpr std::size_t DIRECTIONS = 2;
 
 const Hatch* hatchAt(int patNo, int row) {
-    const Pattern* pattern = callFails() ? nullptr : openDrawing().find(patNo);
+    const Pattern* pattern = openDrawing().find(patNo);
     if (!pattern || row < 0 || static_cast<std::size_t>(row) >= pattern->hatches.size()) return nullptr;
     return &pattern->hatches[static_cast<std::size_t>(row)];
 }
@@ -45,6 +45,7 @@ Pattern& addScratch(const std::vector<Element>& elements) {
 // ---- walk --------------------------------------------------------------------------------------------
 
 int ovnexthatch2(int code, int patNo, int* row, int* kind) {
+    if (callFails()) return errorNoMemory;
     if (code != FIRST && code != NEXT) return errorNotApplicable;
     const int next = code == FIRST ? 0 : *row + 1;
     const Hatch* hatch = hatchAt(patNo, next);
@@ -61,6 +62,7 @@ int ovnexthatch(int code, int patNo, int* row) {
 }
 
 int OvGetHatchCursor(DsCsr* cursor) {
+    if (callFails()) return errorNoMemory;
     if (!currentHatch()) return errorNoSuchObject;
     cursor->Get() = DS_CURSOR_STRUCT{};
     cursor->Get().patNo = drawingState().currentHatch.pattern;
@@ -98,6 +100,7 @@ static HatchLines fromPar(const UO_HATCH_PAR& par) {
 }
 
 int UoHatchPar(int code, UO_HATCH_PAR* par) {
+    if (callFails()) return errorNoMemory;
     if (code == READ) {
         const Hatch* hatch = currentHatch();
         if (!hatch) return errorNoSuchObject;
@@ -105,7 +108,6 @@ int UoHatchPar(int code, UO_HATCH_PAR* par) {
             par[i] = toPar(i < hatch->lines.size() ? hatch->lines[i] : HatchLines{}, static_cast<int>(i) + 1);
         return 0;
     }
-    if (callFails()) return errorNoMemory;
     if (code != SET || par->number < 1 || par->number > static_cast<int>(DIRECTIONS))
         return errorNotApplicable;
     Hatch& hatch = drawingState().hatch;
@@ -162,11 +164,11 @@ static int readPattern(const Hatch& hatch, OV_HATCH_PATTERN* pattern) {
 }
 
 int ovhatchpattern(int code, OV_HATCH_PATTERN* pattern) {
+    if (callFails()) return errorNoMemory;
     if (code == READ) {
         const Hatch* hatch = currentHatch();
         return hatch ? readPattern(*hatch, pattern) : errorNoSuchObject;
     }
-    if (callFails()) return errorNoMemory;
     if (code != SET) return errorNotApplicable;
     Hatch& hatch = drawingState().hatch;
     hatch.patternName = pattern->name.str();
@@ -179,8 +181,8 @@ int ovhatchpattern(int code, OV_HATCH_PATTERN* pattern) {
 
 int ovdrawhatchparams(int code, int* fill) {
     constexpr int penShift = 6;
+    if (callFails()) return errorNoMemory;
     if (code == SET) {
-        if (callFails()) return errorNoMemory;
         drawingState().hatch.backPen = *fill >> penShift;
         return 0;
     }
@@ -191,6 +193,7 @@ int ovdrawhatchparams(int code, int* fill) {
 }
 
 int ovhatchparams(int code, int number, int* pen, int* lineType) {
+    if (callFails()) return errorNoMemory;
     const Hatch* hatch = currentHatch();
     if (!hatch) return errorNoSuchObject;
     const auto index = static_cast<std::size_t>(number) - 1;
@@ -205,6 +208,7 @@ int ovhatchparams(int code, int number, int* pen, int* lineType) {
 }
 
 int CiHatch::GetTypeParams(const DsCsr& cursor, int* type, int* form) {
+    if (callFails()) return errorNoMemory;
     const Hatch* hatch = hatchAt(cursor.Get().patNo, cursor.Get().partNo);
     if (!hatch) return errorNoSuchObject;
     *type = kindOf(*hatch);
@@ -214,6 +218,7 @@ int CiHatch::GetTypeParams(const DsCsr& cursor, int* type, int* form) {
 
 int CiHatch::GetParams(const DsCsr& cursor, int record, int* pen, double* angle, double* shift, double* size,
                        unsigned short* high, unsigned short* low) {
+    if (callFails()) return errorNoMemory;
     const Hatch* hatch = hatchAt(cursor.Get().patNo, cursor.Get().partNo);
     const bool isGradient = hatch && !hatch->gradient.empty();
     if (!hatch || record < 1 || record > (isGradient ? 2 : 1)) return errorNoSuchObject;
@@ -231,7 +236,8 @@ int CiHatch::GetParams(const DsCsr& cursor, int record, int* pen, double* angle,
 
 int ovhatchelems(int code, int* patNo) {
     constexpr int EXPAND = 86, RELEASE = 32;
-    if (code == RELEASE) return !callFails() && openDrawing().remove(*patNo) ? 0 : errorNoSuchObject;
+    if (callFails()) return errorNoMemory;
+    if (code == RELEASE) return openDrawing().remove(*patNo) ? 0 : errorNoSuchObject;
     const Hatch* hatch = currentHatch();
     if (!hatch) return errorNoSuchObject;
     std::vector<Element> elements;
@@ -241,9 +247,15 @@ int ovhatchelems(int code, int* patNo) {
 }
 
 int UoGetHatchContour(std::vector<int>* patterns) {
+    if (callFails()) return errorNoMemory;
     const Hatch* hatch = currentHatch();
     if (!hatch) return errorNoSuchObject;
     patterns->clear();
     for (const Contour& contour : hatch->contours) patterns->push_back(addScratch(contour).number);
+    for (const HatchExclusion& excluded : hatch->exclusions) {
+        const auto at = static_cast<std::size_t>(excluded.contour);
+        if (at < patterns->size())
+            openDrawing().find((*patterns)[at])->elementAttributes = {{1, "hatch", "EXCLUDE"}};
+    }
     return 0;
 }

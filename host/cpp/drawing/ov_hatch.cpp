@@ -17,10 +17,19 @@ class ContourCollector {
 public:
     ContourCollector(const Pattern& pattern, double tolerance) : pattern_(pattern), tolerance_(tolerance) {}
 
-    std::vector<Contour> collect() {
-        for (const Element& element : pattern_.elements) take(element);
+    void collect(Hatch& hatch) {
+        std::vector<bool> isMarked(pattern_.elements.size());
+        for (const ElementAttribute& a : pattern_.elementAttributes)
+            if (a.row >= 0 && static_cast<std::size_t>(a.row) < isMarked.size() &&
+                a.value.find("EXCLUDE") != std::string::npos)
+                isMarked[static_cast<std::size_t>(a.row)] = true;
+        for (std::size_t i = 0; i < pattern_.elements.size(); ++i) {
+            take(pattern_.elements[i]);
+            isExcluded_ = isExcluded_ || isMarked[i];
+        }
         finish();
-        return std::move(contours_);
+        hatch.contours = std::move(contours_);
+        hatch.exclusions = std::move(exclusions_);
     }
 
 private:
@@ -72,15 +81,21 @@ private:
             }
             const bool arc = std::any_of(current_.begin(), current_.end(),
                                          [](const Element& e) { return e.type == ElementType::Arc; });
-            if (arc || current_.size() > 3) contours_.push_back(std::move(current_));
+            if (arc || current_.size() > 3) {
+                if (isExcluded_) exclusions_.push_back({static_cast<int>(contours_.size())});
+                contours_.push_back(std::move(current_));
+            }
         }
         current_.clear();
+        isExcluded_ = false;
     }
 
     const Pattern& pattern_;
     double tolerance_;
     Contour current_;
+    bool isExcluded_ = false; ///< the contour in the making has the mark
     std::vector<Contour> contours_;
+    std::vector<HatchExclusion> exclusions_;
 };
 
 } // namespace
@@ -90,10 +105,10 @@ int ovhatch(int* /*code*/, int* toPat, int* contourPat) {
     Pattern* target = openDrawing().find(*toPat);
     const Pattern* source = openDrawing().find(*contourPat);
     if (!target || !source) return errorNoSuchObject;
-    std::vector<Contour> contours = ContourCollector(*source, drawingTolerance(openDrawing())).collect();
-    if (contours.empty()) return errorNotApplicable;
-    Hatch& hatch = target->hatches.emplace_back(drawingState().hatch);
-    hatch.contours = std::move(contours);
+    Hatch made = drawingState().hatch;
+    ContourCollector(*source, drawingTolerance(openDrawing())).collect(made);
+    if (made.contours.empty()) return errorNotApplicable;
+    target->hatches.push_back(std::move(made));
     ++openDrawing().elementCount;
     return 0;
 }

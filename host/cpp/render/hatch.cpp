@@ -7,8 +7,10 @@
 
 namespace host {
 
-/// Dashes of one family and hatch that are drawn singly; beyond, its lines are solid.
+/// Dashes of one row of a hatch that are drawn singly; beyond, its lines are solid.
 static constexpr double kMostDashes = 50'000;
+/// Lines of one hatch; with more of them it is a tone.
+static constexpr double kMostLines = 100'000;
 
 static double alphaOf(const Hatch& hatch) {
     return 1 - std::clamp(hatch.transparency, 0, 100) / 100.0;
@@ -39,8 +41,6 @@ void Painter::addContour(FillPath& path, const Contour& contour) const {
     }
 }
 
-namespace {
-
 /// The lines of a family across a box, in device space.
 struct LineField {
     RPT along, across, origin; ///< unit vectors, a point of line 0
@@ -50,8 +50,6 @@ struct LineField {
     double from = 0, to = 0;   ///< reach of the box along the lines
     double low = 0, high = 0;  ///< reach of the box across, in line numbers
 };
-
-} // namespace
 
 static LineField layLines(const HatchFamily& family, const Frame& frame, const Extents& box) {
     LineField field;
@@ -80,36 +78,19 @@ static LineField layLines(const HatchFamily& family, const Frame& frame, const E
     return field;
 }
 
-/// Whether the lines can be told apart; else the hatch is a tone.
+/// Whether the lines can be told apart, and counted; else the hatch is a tone.
 static bool isTooDense(const LineField& field, double lineWidth) {
+    constexpr double countable = 1e15; // up to here whole numbers differ from their neighbours
+    if (!(std::fabs(field.low) < countable && std::fabs(field.high) < countable)) return true;
     return !(field.spacing >= 2 * lineWidth) || !(field.high - field.low < 20'000);
 }
 
-void Painter::drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family) {
-    Extents box = path.box();
-    box = {std::max(box.minX, -10.0), std::max(box.minY, -10.0), std::min(box.maxX, frame_.width + 10),
-           std::min(box.maxY, frame_.height + 10), false};
-    if (box.minX >= box.maxX || box.minY >= box.maxY) return;
-    const LineField field = layLines(family, frame_, box);
-    const int pen = family.pen > 0 ? family.pen : hatch.fillPen;
-    const double alpha = alphaOf(hatch);
-    if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth)) {
-        setSource(cairo_, visiblePen(drawing_, pen, dark_), 0.4 * alpha);
-        path.emit(cairo_);
-        cairo_fill(cairo_);
-        return;
-    }
+void Painter::strokeField(const LineField& field, const HatchFamily& family) {
     std::vector<double> dashes = deviceDashes(family.dashes, field.stretch, frame_.lineWidth);
     double period = 0;
     for (const double length : dashes) period += length;
     if (period > 0 && (field.high - field.low) * (field.to - field.from) / period > kMostDashes)
         dashes.clear();
-
-    setSource(cairo_, visiblePen(drawing_, pen, dark_), alpha);
-    cairo_save(cairo_);
-    path.emit(cairo_);
-    cairo_clip(cairo_);
-    cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
     setDashes(cairo_, dashes);
     const RPT& across = field.across;
     for (double n = std::ceil(field.low); n <= field.high; ++n) {
@@ -123,6 +104,32 @@ void Painter::drawFamily(const FillPath& path, const Hatch& hatch, const HatchFa
         cairo_line_to(cairo_, base.x + field.along.x * field.to, base.y + field.along.y * field.to);
     }
     cairo_stroke(cairo_);
+}
+
+void Painter::drawLines(const FillPath& path, const Hatch& hatch) {
+    const std::vector<HatchFamily> families = hatchFamilies(drawing_, hatch);
+    Extents box = path.box();
+    box = {std::max(box.minX, -10.0), std::max(box.minY, -10.0), std::min(box.maxX, frame_.width + 10),
+           std::min(box.maxY, frame_.height + 10), false};
+    if (families.empty() || box.minX >= box.maxX || box.minY >= box.maxY) return;
+    cairo_save(cairo_);
+    path.emit(cairo_);
+    cairo_clip(cairo_);
+    cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
+    double lines = 0;
+    for (const HatchFamily& family : families) {
+        const LineField field = layLines(family, frame_, box);
+        const Rgb color = visiblePen(drawing_, family.pen > 0 ? family.pen : hatch.fillPen, dark_);
+        lines += 1 + field.high - field.low;
+        if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth) ||
+            !(lines < kMostLines)) {
+            setSource(cairo_, color, 0.4 * alphaOf(hatch));
+            cairo_paint(cairo_);
+            break;
+        }
+        setSource(cairo_, color, alphaOf(hatch));
+        strokeField(field, family);
+    }
     cairo_restore(cairo_);
 }
 
@@ -167,7 +174,7 @@ void Painter::drawHatches(const Pattern& pattern) {
         for (const Contour& contour : hatch.contours) addContour(path, contour);
         if (path.empty()) continue;
         if (hatch.solid || hatch.backPen > 0) fillArea(path, hatch);
-        for (const HatchFamily& family : hatchFamilies(drawing_, hatch)) drawFamily(path, hatch, family);
+        drawLines(path, hatch);
     }
     pen_ = -1;
 }

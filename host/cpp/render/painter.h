@@ -12,6 +12,8 @@
 
 namespace host {
 
+struct LineField;
+
 class Painter {
 public:
     Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark, PictureCache& pictures);
@@ -38,7 +40,8 @@ private:
     void addContour(FillPath& path, const Contour& contour) const;
     void fillArea(const FillPath& path, const Hatch& hatch);
     void drawBitmap(const Bitmap& bitmap);
-    void drawFamily(const FillPath& path, const Hatch& hatch, const HatchFamily& family);
+    void drawLines(const FillPath& path, const Hatch& hatch);
+    void strokeField(const LineField& field, const HatchFamily& family);
 
     cairo_t* cairo_;
     const Drawing& drawing_;

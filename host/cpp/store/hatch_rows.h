@@ -47,6 +47,17 @@ struct Row<HatchSource> {
     }
 };
 
+template <>
+struct Row<HatchExclusion> {
+    static constexpr int since = 4;
+    static constexpr const char* table = "hatch_exclusions";
+    static constexpr std::array keys{"pattern", "hatch", "position"};
+    template <class V, class R>
+    static void columns(V& v, R& r) {
+        v("contour", r.contour);
+    }
+};
+
 /// A fill behind the lines of a hatch.
 struct HatchBack {
     int pen = 0;

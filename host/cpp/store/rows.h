@@ -263,11 +263,11 @@ namespace host {
 template <template <class> class Holder>
 using ForEachRow =
     std::tuple<Holder<DrawingHead>, Holder<Pattern>, Holder<Attribute>, Holder<Spline>, Holder<Hatch>,
-               Holder<Contour>, Holder<HatchFamily>, Holder<HatchLines>, Holder<HatchGradient>,
-               Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>, Holder<Arrow>,
-               Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>, Holder<Curve>,
-               Holder<PointCloud>, Holder<Material>, Holder<Layer>, Holder<View>, Holder<WorkPlane>,
-               Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,
+               Holder<Contour>, Holder<HatchFamily>, Holder<HatchExclusion>, Holder<HatchLines>,
+               Holder<HatchGradient>, Holder<HatchSource>, Holder<HatchBack>, Holder<Text>, Holder<TextLine>,
+               Holder<Arrow>, Holder<Dimension>, Holder<Solid>, Holder<FaceList>, Holder<Facets>,
+               Holder<Curve>, Holder<PointCloud>, Holder<Material>, Holder<Layer>, Holder<View>,
+               Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,
                Holder<ImportedPattern>, Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>,
                Holder<ViewDetails>, Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>,
                Holder<LayerLook>, Holder<OV_PEN_LOOK>, Holder<DrawingSource>>;
