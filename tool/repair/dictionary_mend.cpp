@@ -108,6 +108,12 @@ private:
         dictionary.insert(at + 1, document_.handlePair(350, handle));
     }
 
+    static void dropEntry(Record& dictionary, std::string_view key) {
+        for (size_t i = dictionary.bodyStart(); i < dictionary.extendedStart(); ++i)
+            if (entryAt(dictionary, i) && sameName(dictionary.pairs[i].value, key))
+                return dictionary.erase(i, 2);
+    }
+
     Record* object(uint64_t handle) {
         if (handle == 0) return nullptr;
         for (Record& object : document_.objects)
@@ -246,6 +252,7 @@ private:
     uint64_t placeholder() {
         for (const Record& object : document_.objects)
             if (object.kind() == "ACDBPLACEHOLDER") return object.handle();
+        dropEntry(root(), "ACAD_PLOTSTYLENAME"); // whatever it led to has no style
         const uint64_t styles = addEntry("ACAD_PLOTSTYLENAME", "ACDBDICTIONARYWDFLT");
         Record style = newObject(document_, "ACDBPLACEHOLDER", {}, styles);
         Record& dictionary = document_.objects.back();

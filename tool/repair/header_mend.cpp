@@ -119,8 +119,8 @@ void mendHeader(Document& document, Log& log) {
     }
     if (!document.hasHeader) return;
     dropRepeated(document, log);
-    putVersionFirst(document, log);
     fitToVersion(document, log);
+    putVersionFirst(document, log);
 }
 
 void mendHandleSeed(Document& document, Log& log) {

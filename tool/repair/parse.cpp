@@ -270,7 +270,9 @@ Version versionOf(Document& document) {
     const std::string_view text = trimmed(variable->values[0].value);
     for (const VersionName& known : kVersions)
         if (known.text == text) return known.version;
-    return text > "AC1032" ? validate::kLast : Version::Old;
+    constexpr std::string_view old[] = {"AC100", "AC1.", "AC2.", "MC"};
+    const auto isOld = [&](std::string_view start) { return text.starts_with(start); };
+    return std::any_of(std::begin(old), std::end(old), isOld) ? Version::Old : validate::kLast;
 }
 
 /// Sections of other versions are refused by strict readers of this one.
