@@ -65,7 +65,8 @@ static int importOne(const std::string& input, const Options& options) {
     }
     if (!options.quiet)
         std::cerr << input << " -> " << target << ": " << drawing.elementCount << " elements in "
-                  << counts.patterns << " patterns, unit " << unitWord(drawing.unit)
+                  << counts.patterns << " patterns, unit " << (drawing.unitAssumed ? "none, taken as " : "")
+                  << unitWord(drawing.unit)
                   << (status == STATUS_DONE ? "" : " (what was read until the error)") << '\n';
     return std::max(status, lossStatus(loaded, options));
 }

@@ -1,8 +1,10 @@
 // torva-dxf info: what is in a file and what became of it.
 #include "account.h"
+#include "info_print.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
+#include "passport.h"
 #include "units.h"
 
 #include "drawing/dump.h"
@@ -12,7 +14,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <iomanip>
 #include <iostream>
 #include <map>
 
@@ -66,6 +67,7 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["version"] = loaded.imported ? Json(loaded.report.version) : Json();
     info["codepage"] = loaded.imported ? Json(loaded.report.codePage) : Json();
     info["unit"] = unitWord(drawing.unit);
+    info["unit_given"] = !drawing.unitAssumed;
     info["scale"] = drawing.scale;
     info["patterns"] = counts.patterns;
     info["elements"] = {{"move", counts.moves},
@@ -104,69 +106,17 @@ static Json infoJson(const std::string& input, const Loaded& loaded, const host:
     info["view_names"] = Json::array();
     for (const host::View& view : drawing.views) info["view_names"].push_back(view.name);
     info["images"] = imagesJson(loaded, drawing);
+    addPassport(info, input, loaded, drawing);
     info["seconds"] = loaded.seconds;
     return info;
 }
 
-static void printNumbers(const Json& info, std::initializer_list<const char*> keys) {
-    const char* gap = "  ";
-    for (const char* key : keys) {
-        std::cout << gap << key << ' ' << info[key].dump();
-        gap = ", ";
-    }
-    std::cout << '\n';
-}
-
-static void printUnseen(const Json& rows, const char* heading) {
-    for (const Json& row : rows) {
-        std::cout << "  " << heading << ' ' << row["count"] << ' ' << row["kind"].get<std::string>() << ": "
-                  << row["reason"].get<std::string>() << (row["in_blocks"].get<bool>() ? ", in blocks" : "");
-        const char* gap = " (first: ";
-        for (const auto& [key, value] : row["example"].items()) {
-            std::cout << gap << key << ' ' << (value.is_string() ? value.get<std::string>() : value.dump());
-            gap = ", ";
-        }
-        std::cout << (row["example"].empty() ? "\n" : ")\n");
-    }
-}
-
-/// The same for people.
-static void printInfo(const Json& info) {
-    std::cout << info["file"].get<std::string>() << '\n';
-    if (!info["version"].is_null())
-        std::cout << "  version " << info["version"].get<std::string>() << ", code page " << info["codepage"]
-                  << '\n';
-    std::cout << "  outcome " << info["stat"] << ", unit " << info["unit"].get<std::string>() << ", scale "
-              << info["scale"] << '\n';
-    if (info["extents"].is_null())
-        std::cout << "  empty\n";
-    else
-        std::cout << "  extents " << info["extents"].dump() << '\n';
-    printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
-    printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
-    if (info["hatches"] != 0) {
-        std::cout << "  of the hatches:";
-        printNumbers(info["hatch"], {"families", "fills", "gradients", "standard", "kept"});
-    }
-    printNumbers(info, {"faces", "facets", "curves3d", "pointclouds", "solids", "views"});
-    if (info["view_names"].size() > 1)
-        for (const Json& name : info["view_names"]) std::cout << "  view " << name.get<std::string>() << '\n';
-    for (const Json& image : info["images"])
-        std::cout << "  picture " << image["file"].get<std::string>()
-                  << (image["found"].get<bool>() ? "\n" : " (not found)\n");
-    for (const auto& [name, count] : info["entities"].items())
-        std::cout << "  " << std::left << std::setw(20) << name << " read " << count["read"] << ", drawn "
-                  << count["drawn"] << ", skipped " << count["skipped"] << '\n';
-    printUnseen(info["lost"], "lost");
-    printUnseen(info["hidden"], "hidden");
-    for (const Json& message : info["messages"]) std::cout << "  * " << message.get<std::string>() << '\n';
-}
-
 static int infoOne(const std::string& input, const Options& options) {
-    const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
-    Options silent = options; // the messages are part of what is printed
-    silent.quiet = true;
-    const int status = tellOutcome(input, loaded, silent);
+    Options own = options;
+    own.read.passport = true;
+    const Loaded loaded = loadInput(input, own, options.inputs.size() == 1);
+    own.quiet = true; // the messages are part of what is printed
+    const int status = tellOutcome(input, loaded, own);
     if (!loaded.error.empty() && !options.json) return status;
     const Json info = loaded.error.empty()
                           ? infoJson(input, loaded, host::openDrawing())
@@ -174,7 +124,7 @@ static int infoOne(const std::string& input, const Options& options) {
     if (options.json)
         std::cout << info.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     else
-        printInfo(info);
+        printInfo(info, options.verbose);
     return std::cout.flush() ? std::max(status, lossStatus(loaded, options)) : STATUS_FAILED;
 }
 

@@ -22,7 +22,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
+#include <functional>
 #include <iostream>
 
 namespace tool {
@@ -38,9 +38,12 @@ public:
 private:
     void prepareSession();
     void importDxf(const std::string& path);
-    void prepareKeeping(const std::string& path);
+    void lookThrough(const std::string& path);
+    void prepareKeeping();
     void setVariables();
+    void moveBack(host::Drawing& drawing);
     void finishKeeping();
+    void convertUnit();
     void note(const std::string& text);
 
     const Options& options_;
@@ -49,6 +52,7 @@ private:
     Loaded loaded_;
     SourceScan scan_;
     KeepPlan plan_;
+    double unitRatio_ = 1; ///< of the file's unit to the drawing's
 };
 
 } // namespace
@@ -69,23 +73,22 @@ std::string missingConverter(const std::string& name) {
            "with the source and the target behind its own arguments";
 }
 
-/// The text of a DXF file looked through; of a DWG or binary DXF, its text form.
-static SourceScan scanFile(const std::string& path, const TemporaryFolder& folder) {
+/// Hands on the text of a DXF file; of a DWG or binary DXF, its text form.
+static void withText(const std::string& path, const TemporaryFolder& folder,
+                     const std::function<void(std::string_view)>& look) {
     std::string source = path;
     if (lookAtFile(path).kind == FileKind::BinaryDxf || isDwg(path)) {
         source = folder.file("scan.dxf");
-        if (UtConvertDwg2Dxf(path, source) != 0) return {};
+        if (UtConvertDwg2Dxf(path, source) != 0) return;
     }
-    SourceScan scan;
-    if (FILE* stream = UtFileOpen(source, "rb")) {
-        UT_FILE_VIEW view;
-        if (UtFileMap(stream, view) == 0) {
-            scan = scanSource({view.data ? view.data : "", view.size});
-            UtFileUnmap(view);
-        }
-        UtFileClose(stream);
+    FILE* stream = UtFileOpen(source, "rb");
+    if (!stream) return;
+    UT_FILE_VIEW view;
+    if (UtFileMap(stream, view) == 0) {
+        look({view.data ? view.data : "", view.size});
+        UtFileUnmap(view);
     }
-    return scan;
+    UtFileClose(stream);
 }
 
 /// Copies what can be read once only to a file, for it is looked at more than once.
@@ -113,8 +116,15 @@ void Loading::prepareSession() {
     if (const char* converter = std::getenv("TORVA_DWG_CONVERTER")) session.dwgConverter = converter;
 }
 
-void Loading::prepareKeeping(const std::string& path) {
-    scan_ = scanFile(path, folder_);
+void Loading::lookThrough(const std::string& path) {
+    withText(path, folder_, [this](std::string_view text) {
+        scan_ = scanSource(text);
+        if (options_.read.passport)
+            loaded_.passport = scanPassport(text, scan_.version < 1021 ? scan_.codePage : UT_CP_UTF8);
+    });
+}
+
+void Loading::prepareKeeping() {
     plan_ = planKeeping(scan_);
     for (const std::string& text : plan_.notes) note(text);
     const std::string config = folder_.file("keep.dxd");
@@ -128,10 +138,13 @@ void Loading::prepareKeeping(const std::string& path) {
     // The file's unit is that of model space; paper is measured in millimetres.
     if (options_.read.unit != 0 || options_.read.space == "paper") return;
     const FileUnit unit = unitOfFile(scan_.insUnits);
-    host::openDrawing().unit = unit.code;
-    if (!unit.exact)
-        note("The file's unit (" + std::string(unit.name) +
-             ") isn't one of the host's: the numbers stay, as " + unitWord(unit.code));
+    host::Drawing& drawing = host::openDrawing();
+    drawing.unit = unit.code;
+    drawing.unitAssumed = unit.inMm == 0;
+    if (unit.exact) return;
+    unitRatio_ = unit.inMm / host::unitInMm(drawing);
+    note("The file's unit (" + std::string(unit.name) + ") isn't one of the host's: all is scaled to " +
+         unitWord(unit.code));
 }
 
 void setUserVariables(const Options& options) {
@@ -159,11 +172,8 @@ void Loading::setVariables() {
     setUserVariables(options_);
 }
 
-void Loading::finishKeeping() {
-    host::Drawing& drawing = host::openDrawing();
-    applyKeeping(plan_, scan_, drawing);
-    if (options_.read.center) return;
-    // The insertion base became the origin; coordinates are to stay what the file says.
+/// The insertion base became the origin; coordinates are to stay what the file says.
+void Loading::moveBack(host::Drawing& drawing) {
     const RPT model{loaded_.report.insBase.x, loaded_.report.insBase.y};
     const double paperUnit = GeUnit(plan_.paperUnit).factor() * 1e-6 / host::unitInMm(drawing);
     const RPT paper{scan_.paperBaseX * paperUnit, scan_.paperBaseY * paperUnit};
@@ -174,9 +184,17 @@ void Loading::finishKeeping() {
     if (base.x != 0 || base.y != 0) host::moveModel(drawing, base.x, base.y);
 }
 
+void Loading::finishKeeping() {
+    host::Drawing& drawing = host::openDrawing();
+    applyKeeping(plan_, scan_, drawing);
+    if (!options_.read.center) moveBack(drawing);
+    drawing.multiplyModel(unitRatio_);
+}
+
 void Loading::importDxf(const std::string& path) {
     const bool keeps = options_.read.config.empty() && !options_.read.plain;
-    if (keeps) prepareKeeping(path);
+    if (keeps || options_.read.passport) lookThrough(path);
+    if (keeps) prepareKeeping();
     setVariables();
     const RunFiles files(folder_);
     DxfSelect(0, options_.read.threeD ? DX_IMPORT_3D : DX_IMPORT_2D, path);
@@ -194,6 +212,12 @@ void Loading::importDxf(const std::string& path) {
     else if (loaded_.stat == 9009 && !isInterrupted())
         note("Stopped: more entities than anyone can draw");
     if (keeps) finishKeeping();
+}
+
+void Loading::convertUnit() {
+    if (options_.read.convertUnit == 0) return;
+    host::openDrawing().changeUnit(options_.read.convertUnit);
+    host::openDrawing().unitAssumed = false;
 }
 
 Loaded Loading::run(const std::string& input) {
@@ -216,9 +240,12 @@ Loaded Loading::run(const std::string& input) {
         loaded_.error = missingConverter(input);
     } else if (isDrawingFile(path)) {
         loaded_.error = host::loadDrawing(host::openDrawing(), path);
+        if (options_.read.unit != 0)
+            note("A drawing file has its unit: --unit is for DXF files, --convert-unit for both");
     } else {
         importDxf(path);
     }
+    if (loaded_.error.empty()) convertUnit();
     loaded_.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     loaded_.scan = std::move(scan_);
     return std::move(loaded_);

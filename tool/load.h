@@ -4,6 +4,7 @@
 #include "options.h"
 
 #include "dx_report.h"
+#include "passport_scan.h"
 #include "source_scan.h"
 
 #include <string>
@@ -19,7 +20,8 @@ struct Loaded {
     std::vector<std::string> messages;  ///< all that the run reported, in order
     std::vector<std::string> important; ///< those of them that call for attention, and the tool's own
     DxImportReport report;
-    SourceScan scan; ///< of a DXF file that was imported to be kept
+    SourceScan scan;       ///< of a DXF file that was imported to be kept
+    PassportScan passport; ///< where it is asked for
     double seconds = 0;
 };
 

@@ -1,33 +1,34 @@
 // The torva-dxf command: its command line.
 #include "environment.h"
+#include "manual.h"
 #include "options.h"
 #include "progress.h"
 #include "streams.h"
 #include "units.h"
 #include "usage.h"
+#include "variables.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdlib>
 #include <iostream>
 
 namespace tool {
-
-static std::string checkVariable(const std::string& text) {
-    const std::size_t equals = text.find('=');
-    if (equals == std::string::npos || equals < 2 || (text[0] != '&' && text[0] != '$'))
-        return "'" + text + "' isn't of the form '&Name=number' or '$Name=text'";
-    if (text[0] == '$') return {};
-    char* end = nullptr;
-    std::strtod(text.c_str() + equals + 1, &end);
-    return end != text.c_str() + equals + 1 && *end == '\0' ? "" : "'" + text + "': a number is wanted";
-}
 
 static void addMessageOptions(CLI::App& command, Options& options) {
     command.add_flag("-q,--quiet", options.quiet, "Errors only");
     command.add_flag("-v,--verbose", options.verbose, "All messages of the run");
     command.add_option("--lang", options.language, "Language of messages")
         ->check(CLI::IsMember({"de", "en"}));
+}
+
+static void addUnit(CLI::App& command, const char* name, int& unit, const std::string& purpose) {
+    command.add_option_function<std::string>(
+        name,
+        [name, &unit](const std::string& word) {
+            unit = unitFromWord(word);
+            if (unit == 0) throw CLI::ValidationError(name, "no such unit: " + word);
+        },
+        purpose + ": nm, um, mm, cm, m, km, inch, feet");
 }
 
 static void addReadOptions(CLI::App& command, Options& options) {
@@ -42,16 +43,12 @@ static void addReadOptions(CLI::App& command, Options& options) {
     command.add_flag("--plain", read.plain, "The module's defaults instead of keeping everything")
         ->excludes(config);
     command.add_flag("--center", read.center, "Middle of the extents at the origin");
-    command.add_option_function<std::string>(
-        "--unit",
-        [&read](const std::string& word) {
-            read.unit = unitFromWord(word);
-            if (read.unit == 0) throw CLI::ValidationError("--unit", "no such unit: " + word);
-        },
-        "Unit of the drawing: nm, um, mm, cm, m, km, inch, feet; else the file's");
+    addUnit(command, "--unit", read.unit,
+            "What a DXF file's numbers are, whatever it says; they stay as they are");
+    addUnit(command, "--convert-unit", read.convertUnit, "Unit that all lengths are converted to");
     command.add_option("--set", read.variables, "Macro variable '&Name=number' or '$Name=text'; repeatable")
         ->allow_extra_args(false)
-        ->check(checkVariable);
+        ->check(whyNoVariable);
     command.add_option("--max-elements", read.maxElements, "Stop at so many elements")
         ->check(CLI::PositiveNumber);
     command.add_flag("--strict", read.strict, "Anything lost in the reading is an error: exit status 1");
@@ -198,6 +195,11 @@ static int runCommandLine(int argc, char** argv) {
     if (arguments.empty() || arguments.front() == "help") {
         (arguments.empty() ? std::cerr : std::cout) << app.help();
         return arguments.empty() ? STATUS_USAGE : STATUS_DONE;
+    }
+    // What an installation brings along, made by the command itself.
+    if (arguments.front() == "--manual-page" || arguments.front() == "--bash-completion") {
+        std::cout << (arguments.front() == "--manual-page" ? manualPage(app) : bashCompletion(app));
+        return STATUS_DONE;
     }
     if (const std::string wrong = unknownWord(app, arguments); !wrong.empty()) {
         std::cerr << "torva-dxf: " << wrong << "\nRun with --help for more information.\n";

@@ -13,10 +13,12 @@ struct ReadOptions {
     std::string config;                 ///< configuration file that rules alone
     bool plain = false;                 ///< the module's own defaults
     bool center = false;                ///< middle of the extents at the origin
-    int unit = 0;                       ///< host unit code, 0: the file's
+    int unit = 0;                       ///< host unit code that the numbers are in, 0: the file's
+    int convertUnit = 0;                ///< host unit code that lengths are converted to, 0: stay
     bool strict = false;                ///< a loss fails the command
     std::vector<std::string> variables; ///< "&Name=number" or "$Name=text"
     std::size_t maxElements = 0;        ///< 0: the host's own limit
+    bool passport = false;              ///< look for what a DXF file says of itself
 };
 
 struct Options {

@@ -115,6 +115,7 @@ bool writeExportConfig(const host::Drawing& drawing, const SourceScan& scan, con
         if (line.starts_with("VERSION=") && !format.empty()) line = "VERSION=" + format;
         out << line << '\n';
         if (!line.starts_with("#FLAGS-START")) continue;
+        if (drawing.unitAssumed) out << "WRITE_INSUNITS=0\n";
         out << "USE_TEMPLATE=1\nTEMPLATE_NAME=" << templateFile << '\n';
         if (scan.lineTypeScale > 0)
             out << "LT_SCALE=" << scan.lineTypeScale * host::unitInMm(drawing) * drawing.scale / 10 << '\n';

@@ -1,11 +1,9 @@
 #include "source_scan.h"
 
+#include "pairs.h"
 #include "ut_string.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <cstring>
 #include <unordered_set>
 
 namespace tool {
@@ -15,43 +13,6 @@ namespace {
 constexpr std::size_t kMostNames = 5000;
 constexpr std::size_t kLongestName = 640; ///< bytes; the module keeps 160 characters of a name
 constexpr std::size_t kMostDashes = 64;
-
-/// Group-code pairs of a text, without any demand on them.
-class PairReader {
-public:
-    explicit PairReader(std::string_view bytes) : rest_(bytes) {}
-    bool next() {
-        if (rest_.empty()) return false;
-        code = parseCode(takeLine());
-        value = takeLine();
-        return true;
-    }
-    int code = 0;
-    std::string_view value; ///< without line end and blanks around
-
-private:
-    std::string_view takeLine() {
-        const void* end = std::memchr(rest_.data(), '\n', rest_.size());
-        const std::size_t length =
-            end ? static_cast<std::size_t>(static_cast<const char*>(end) - rest_.data()) : rest_.size();
-        const std::string_view line = rest_.substr(0, length);
-        rest_.remove_prefix(std::min(rest_.size(), length + 1));
-        return trim(line);
-    }
-    static std::string_view trim(std::string_view line) {
-        const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
-        while (!line.empty() && isBlank(line.back())) line.remove_suffix(1);
-        while (!line.empty() && isBlank(line.front())) line.remove_prefix(1);
-        return line;
-    }
-    static int parseCode(std::string_view line) {
-        int number = -1;
-        const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), number);
-        return error == std::errc{} && end == line.data() + line.size() ? number : -1;
-    }
-
-    std::string_view rest_;
-};
 
 /// A list that takes each text once.
 class NameList {
@@ -89,18 +50,6 @@ private:
 };
 
 } // namespace
-
-static int toInt(std::string_view text, int fallback) {
-    int number = 0;
-    return std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc{} ? number
-                                                                                             : fallback;
-}
-
-static double toReal(std::string_view text) {
-    double number = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    return result.ec == std::errc{} && std::fabs(number) <= 1e19 ? number : 0;
-}
 
 /// Windows code page of a value such as "ANSI_1252" or "ISO8859-2".
 static int codePageOf(std::string_view value, int fallback) {

@@ -7,14 +7,14 @@
 namespace tool {
 
 int unitFromWord(const std::string& word) {
-    if (word == "um") return 2;
+    if (word == "um" || word == "µm") return 2;
     if (word == "in") return 7;
     if (word == "ft") return 8;
     return GeUnit::fromName(word).code();
 }
 
 std::string unitWord(int code) {
-    return GeUnit(code).name().str();
+    return code == 2 ? "µm" : GeUnit(code).name().str();
 }
 
 FileUnit unitOfFile(int insUnits) {

@@ -131,8 +131,8 @@ TEST_F(Tool, InfoCountsWhatTheFileHolds) {
     EXPECT_EQ(a["elements"]["arc"], 1);
     EXPECT_EQ(a["extents"], (json{-3, -3, 10, 3}));
     const Outcome people = run("info a.dxf");
-    EXPECT_THAT(people.out,
-                AllOf(HasSubstr("AC1027"), HasSubstr("LINE"), HasSubstr("read 2, drawn 1, skipped 1")));
+    EXPECT_THAT(people.out, AllOf(HasSubstr("AC1027"), HasSubstr("LINE: 2, of which 1 hidden"),
+                                  HasSubstr("OFF: colour 3")));
     EXPECT_EQ(people.err, "");
 }
 

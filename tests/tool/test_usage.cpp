@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <fstream>
 
 namespace fs = std::filesystem;
 using testing::AllOf;
@@ -20,6 +21,7 @@ TEST_F(Tool, SlipsAreNamedAndTheWordThatWasMeant) {
         {"--lang en inof a.dxf", "unknown command inof"},
         {"render --szie 3 a.dxf b.png", "unknown option --szie, did you mean --size?"},
         {"convert a.dxf b.dxf --fromat=R12", "unknown option --fromat, did you mean --format?"},
+        {"info a.dxf --set '&DxfUnti=1'", "unknown variable &DxfUnti, did you mean &DxfUnit?"},
         {"xyzzyplugh", "unknown command xyzzyplugh\n"},
         {"render a.dxf", "needs the name of a picture"},
     };
@@ -32,6 +34,19 @@ TEST_F(Tool, SlipsAreNamedAndTheWordThatWasMeant) {
     EXPECT_THAT(run("help").out, HasSubstr("render plan.dxf plan.svg"));
     EXPECT_THAT(run("convert --help").out, AllOf(HasSubstr("--format R12"), Not(HasSubstr("dump plan.tdw"))));
     EXPECT_EQ(run("--lang en info " + bracket).status, 0) << "global options in front";
+}
+
+TEST_F(Tool, EveryVariableOfTheDocumentationCanBeSet) {
+    std::ifstream docs(std::string(TORVA_SOURCE_DIR) + "/docs/macro-variables.md");
+    std::string line = "info " + bracket;
+    int count = 0;
+    for (std::string row; std::getline(docs, row) && row != "## Written by the module";) {
+        if (!row.starts_with("| `&Dxf") && !row.starts_with("| `$Dxf")) continue;
+        line += " --set '" + row.substr(3, row.find('`', 3) - 3) + "=1'";
+        ++count;
+    }
+    EXPECT_GT(count, 20);
+    EXPECT_NE(run(line).status, 2) << run(line).err;
 }
 
 TEST_F(Tool, FormatsGoByTheirOtherNamesToo) {

@@ -7,8 +7,8 @@
 #include <iterator>
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
-int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerToPattern, DxLayerOrder, DxDimInBlock,
-    DxWriteTol, DxExoMode;
+int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder,
+    DxDimInBlock, DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
@@ -65,6 +65,7 @@ static void resetImportOptions() {
     DxPdMode = 0;
     DxBlockToPattern = 0;
     DxInsertAttr = 0;
+    DxWriteInsUnits = 1;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;
     DxLayerOrder = DX_ORDER_NONE;

@@ -75,6 +75,7 @@ extern UtCString DxByLayerFile;            ///< BYLAYER_NAME
 extern int DxViews;                        ///< VIEWS
 extern int DxFillContour;                  ///< FILL_CONTOUR
 extern int DxUseUcs;                       ///< USE_UCS
+extern int DxWriteInsUnits;                ///< WRITE_INSUNITS: the file names its unit
 extern int DxUseGeoref;                    ///< USE_GEOREF
 extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size of their paper
 extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary

@@ -156,6 +156,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"READ_BLOCK",      DxKeyWhen::Always,  setReadBlock},
     {"READ_LAYER",      DxKeyWhen::Always,  setReadLayer},
     {"INSERT_ATTR",     DxKeyWhen::Always,  &DxInsertAttr},
+    {"WRITE_INSUNITS",  DxKeyWhen::Export,  &DxWriteInsUnits},
     {"VERSION",         DxKeyWhen::Always,  setVersion},
     {"DIM_IN_BLOCK",    DxKeyWhen::Always,  &DxDimInBlock},
     {"UNIT",            DxKeyWhen::Always,  setUnitOption},

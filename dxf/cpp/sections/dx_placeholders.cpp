@@ -86,7 +86,7 @@ double lineTypeScale() {
 }
 
 int writeInsUnits(int code) {
-    DxFileInsUnits = DxUnitToDXF(DxUnit);
+    DxFileInsUnits = DxWriteInsUnits ? DxUnitToDXF(DxUnit) : 0;
     return DxWriteInt(code, DxFileInsUnits);
 }
 

@@ -202,6 +202,7 @@ struct Extents {
 class Drawing {
 public:
     int unit = 3;                             ///< GeUnit code
+    bool unitAssumed = false;                 ///< the drawing came from a file that names no unit
     double scale = 1.0;                       ///< sheet length over model length
     int format = 1;                           ///< A0
     std::vector<View> views{View{"Default"}}; ///< the default view first
@@ -259,6 +260,9 @@ public:
 
     /// Changes the unit; all coordinates and lengths stay where they are in the world.
     void changeUnit(int newUnit);
+    /// Multiplies all lengths of the model by `ratio` above 0 and divides the scale by it: what was drawn in
+    /// a unit `ratio` times the drawing's gets its true size, and texts keep theirs on the sheet.
+    void multiplyModel(double ratio);
 
     Extents extents() const;         ///< of all visible content of the model
     Extents extents(int view) const; ///< of all visible content of a sheet (0: the model) but viewed details

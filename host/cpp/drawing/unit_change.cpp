@@ -3,6 +3,8 @@
 
 #include "ge.h"
 
+#include <unordered_set>
+
 namespace host {
 namespace {
 
@@ -103,6 +105,25 @@ void Drawing::changeUnit(int newUnit) {
     rescale(geoReference.x);
     rescale(geoReference.y);
     unit = newUnit;
+}
+
+void Drawing::multiplyModel(double ratio) {
+    if (!(ratio > 0) || ratio == 1) return;
+    const Rescale rescale(ratio, 1);
+    std::unordered_set<int> planesOfSheets;
+    for (Pattern& pattern : patterns) {
+        if (pattern.view == 0)
+            rescale(pattern);
+        else
+            planesOfSheets.insert(pattern.workId);
+    }
+    for (auto& [id, plane] : workPlanes)
+        if (!planesOfSheets.contains(id))
+            for (RPT3* p : {&plane.a, &plane.b, &plane.c}) rescale(*p);
+    for (ViewInsert& insert : viewInserts) insert.ratio /= ratio;
+    rescale(geoReference.point);
+    scale /= ratio;
+    if (!views.empty()) views.front().scale = scale;
 }
 
 } // namespace host

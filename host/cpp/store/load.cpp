@@ -35,6 +35,14 @@ static DrawingHead readHead(Database& db, Drawing& drawing) {
     return head;
 }
 
+static void readSource(Database& db, std::int64_t version, Drawing& drawing) {
+    if (!hasTable<DrawingSource>(version)) return;
+    std::vector<DrawingSource> sources;
+    readRows<DrawingSource>(
+        db, [&](const Keys<DrawingSource>&) -> DrawingSource& { return sources.emplace_back(); });
+    drawing.unitAssumed = !sources.empty() && sources.front().unitAssumed;
+}
+
 static void readSpace(Database& db, std::int64_t version, Drawing& drawing) {
     if (hasTable<Curve>(version)) readPatternLists(db, drawing, &Pattern::curves);
     if (!hasTable<FaceList>(version)) return;
@@ -158,6 +166,7 @@ static void readDatabase(Drawing& drawing, const std::string& path) {
     readPatterns(db, version, readHead(db, drawing), drawing);
     readTables(db, version, drawing);
     readSheets(db, version, drawing);
+    readSource(db, version, drawing);
     checkElements(drawing);
     drawing.recount();
     db.close();

@@ -35,6 +35,11 @@ struct NamedState {
 /// What a pattern state says of the look of texts, beyond their pen.
 struct NamedTextState : NamedState {};
 
+/// What is known of the file that the drawing came from.
+struct DrawingSource {
+    bool unitAssumed = false;
+};
+
 /// A pattern of the last import, as a row.
 struct ImportedPattern {
     int number = 0;
@@ -56,6 +61,17 @@ struct Row<DrawingHead> {
         v("unit", r.unit), v("scale", r.scale), v("format", r.format);
         v("next_work_id", r.nextWorkId), v("active_pattern", r.activeNumber), v("last_pattern", r.lastNumber);
         v("file_name", r.fileName);
+    }
+};
+
+template <>
+struct Row<DrawingSource> {
+    static constexpr int since = 4;
+    static constexpr const char* table = "source";
+    static constexpr std::array<const char*, 0> keys{};
+    template <class V, class R>
+    static void columns(V& v, R& r) {
+        v("unit_assumed", r.unitAssumed);
     }
 };
 
@@ -265,7 +281,7 @@ using ForEachRow =
                Holder<PointCloud>, Holder<Layer>, Holder<View>, Holder<WorkPlane>, Holder<LineType>,
                Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>, Holder<ImportedPattern>,
                Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>, Holder<ViewDetails>,
-               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>>;
+               Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>, Holder<DrawingSource>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

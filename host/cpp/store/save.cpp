@@ -62,6 +62,7 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     for (const auto& [id, plane] : drawing.workPlanes) tables.of<WorkPlane>().put({id}, plane);
     for (const auto& [number, lineType] : drawing.lineTypes) tables.of<LineType>().put({number}, lineType);
     for (const auto& [number, color] : drawing.pens) tables.of<Rgb>().put({number}, color);
+    if (drawing.unitAssumed) tables.of<DrawingSource>().put({}, {true});
     writeSheets(tables, drawing);
 }
 
