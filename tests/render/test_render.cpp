@@ -163,6 +163,7 @@ TEST_F(Pictures, InSpaceWhatStandsInFrontHidesTheRest) {
     Pattern& space = d.addPattern(false);
     space.faceLists = {faceList({{20, 50, 0}, {80, 50, 0}, {80, 50, 60}, {20, 50, 60}}, 3)};
     space.curves = {{{{0, 80, 30}, {100, 80, 30}}, 2}};
+    space.elements = {move(20, 50), draw(80, 50, 2), draw(95, 95, 2)}; // the plan of the face, a line beside
     space.pointClouds = {{{{90, 0, 50}}, {2}}};
     Pattern& upright = d.addPattern(false); // on a plane of its own, in front of the face
     upright.workId = 1;
@@ -174,6 +175,8 @@ TEST_F(Pictures, InSpaceWhatStandsInFrontHidesTheRest) {
     render(d, options, shown);
     EXPECT_EQ(at(50, 30), kRed) << "a wireframe";
     EXPECT_EQ(at(20, 45), kBlue);
+    EXPECT_EQ(at(30, 0), kBlue) << "not its plan, which would lie over it";
+    EXPECT_EQ(at(90, 0), kRed) << "but what is flat";
     options.hidden = true;
     render(d, options, shown);
     EXPECT_EQ(at(50, 30), kWhite);

@@ -261,6 +261,9 @@ TEST(MeshEdges, AreDrawnOnceInsteadOfTheChain) {
               "move 0 0\ndraw 1 0\nmove 1 1\ndraw 0 0\nmove 1 1\ndraw 0 1\ndraw 0 0\n");
     EXPECT_EQ(drawnEntity("MESH", subdivision(kPentagon, {5, 0, 1, 2, 3, 4, 3, 2, 1, 0}), flat),
               "move 0 0\ndraw 2 0\ndraw 3 1\ndraw 1 3\ndraw 0 2\ndraw 0 0\ndraw 3 1\n");
+    const std::string wall =
+        drawnEntity("MESH", subdivision({{0, 0, 0}, {2, 0, 0}, {2, 0, 5}, {0, 0, 5}}, {4, 0, 1, 2, 3}), flat);
+    EXPECT_EQ(wall, "move 0 0\ndraw 2 0\n") << "one line, seen from above";
 }
 
 // ---- clouds ------------------------------------------------------------------------------------------

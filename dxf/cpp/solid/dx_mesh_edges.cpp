@@ -20,8 +20,9 @@ struct Edge {
     bool isTurned; ///< it is drawn from `to` to `from`
 };
 
+/// Its place in the picture: edges above each other are one.
 auto placeOf(const RPT3& p) {
-    return std::tie(p.x, p.y, p.z);
+    return std::tie(p.x, p.y);
 }
 auto placeOf(const Edge& edge) {
     return std::tuple_cat(placeOf(edge.from), placeOf(edge.to));

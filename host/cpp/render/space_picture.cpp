@@ -15,16 +15,6 @@
 
 namespace host {
 
-static bool holdsSpace(const Pattern& pattern) {
-    return pattern.hasFaces() || !pattern.curves.empty();
-}
-
-/// Whether the pattern's elements are the plan of what stands in space, which is shown in their place. A full
-/// pattern goes on in another of its layer, so that a plan and its faces may lie in two.
-bool SpacePicture::isPlanOfSpace(const Pattern& pattern) const {
-    return holdsSpace(pattern) || layersInSpace_.contains(pattern.ids.layer);
-}
-
 /// From a pattern's own plane into the drawing's frame.
 static GeMat44 placeOf(const Drawing& drawing, const Pattern& pattern) {
     const auto plane = drawing.workPlanes.find(pattern.workId);
@@ -42,25 +32,38 @@ bool SpacePicture::isShown(const Pattern& pattern) const {
     return drawing_.isContentOf(pattern, 0);
 }
 
+const Pattern& SpacePicture::flatOf(const Pattern& pattern) const {
+    const auto found = flat_.find(&pattern);
+    return found == flat_.end() ? pattern : found->second;
+}
+
 SpacePicture::SpacePicture(const Drawing& drawing, const RenderOptions& options)
     : drawing_(drawing), options_(options), axes_(viewFrom(options.direction)), view_(axes_) {
+    const Extents all = drawing.extents();
+    PlanOfSpace plan(std::max(all.maxX - all.minX, all.maxY - all.minY));
     for (const Pattern& pattern : drawing.patterns)
-        if (!pattern.ids.layer.empty() && holdsSpace(pattern)) layersInSpace_.insert(pattern.ids.layer);
+        if (isShown(pattern)) plan.add(pattern);
+    plan.finish();
     for (const Pattern& pattern : drawing.patterns) {
         if (!isShown(pattern)) continue;
-        if (drawing.workPlanes.contains(pattern.workId)) {
-            SpaceContent content = pattern;
-            const GeMat44 place = placeOf(drawing, pattern);
-            forEachPoints(content, [&](std::vector<RPT3>& points) {
-                for (RPT3& p : points) p = placed(p, place);
-            });
-            view_.add(content);
-        } else {
-            view_.add(pattern);
-        }
+        if (!plan.empty() && !pattern.elements.empty()) flat_[&pattern] = plan.elementsBeside(pattern);
+        addSpace(pattern);
         measure(pattern);
-        if (options.hidden && !isPlanOfSpace(pattern)) addElements(pattern);
+        if (options.hidden) addElements(pattern);
     }
+}
+
+void SpacePicture::addSpace(const Pattern& pattern) {
+    if (!drawing_.workPlanes.contains(pattern.workId)) {
+        view_.add(pattern);
+        return;
+    }
+    SpaceContent content = pattern;
+    const GeMat44 place = placeOf(drawing_, pattern);
+    forEachPoints(content, [&](std::vector<RPT3>& points) {
+        for (RPT3& p : points) p = placed(p, place);
+    });
+    view_.add(content);
 }
 
 void SpacePicture::measure(const Pattern& pattern) {
@@ -72,7 +75,9 @@ void SpacePicture::measure(const Pattern& pattern) {
     forEachPoints(pattern, [&](const std::vector<RPT3>& points) {
         for (const RPT3& p : points) add(p);
     });
-    const Extents flat = flatExtents(pattern, sheetMillimetres(drawing_, 0), !isPlanOfSpace(pattern));
+    const Pattern& beside = flatOf(pattern);
+    Extents flat = flatExtents(pattern, sheetMillimetres(drawing_, 0), false);
+    flat.add(chainExtents(beside.elements, &beside.splines));
     if (flat.empty) return;
     for (const double x : {flat.minX, flat.maxX})
         for (const double y : {flat.minY, flat.maxY}) add({x, y, 0});
@@ -95,7 +100,8 @@ void SpacePicture::addElements(const Pattern& pattern) {
                      w[0] * start.y + w[1] * b.control1.y + w[2] * b.control2.y + w[3] * b.end.y});
         }
     };
-    for (const Element& e : pattern.elements) {
+    const Pattern& beside = flatOf(pattern);
+    for (const Element& e : beside.elements) {
         if (e.type == ElementType::Draw) line(e, {e.x, e.y});
         if (e.type == ElementType::Circle) at = {e.x, e.y};
         if (e.type == ElementType::Arc || e.type == ElementType::Circle) {
@@ -103,8 +109,8 @@ void SpacePicture::addElements(const Pattern& pattern) {
             if (e.type == ElementType::Circle) arc.ccw = 1;
             for (const Bezier& b : arcToBezier(at, arc, 1)) curve(e, at, b);
         }
-        if (e.type == ElementType::Spline && e.cx >= 0 && e.cx < static_cast<double>(pattern.splines.size()))
-            for (const BezierPiece& p : splinePieces(pattern.splines[static_cast<std::size_t>(e.cx)]))
+        if (e.type == ElementType::Spline && e.cx >= 0 && e.cx < static_cast<double>(beside.splines.size()))
+            for (const BezierPiece& p : splinePieces(beside.splines[static_cast<std::size_t>(e.cx)]))
                 curve(e, p[0], {p[1], p[2], p[3]});
         at = {e.x, e.y};
     }
@@ -146,9 +152,10 @@ void SpacePicture::paint(cairo_t* cairo, const Frame& frame) {
     announce(pictures, tilted);
     const auto paintStage = [&](void (Painter::*stage)(const Pattern&)) {
         for (const Pattern& pattern : drawing_.patterns) {
-            if (!isShown(pattern) || (stage == &Painter::drawElements && isPlanOfSpace(pattern))) continue;
+            if (!isShown(pattern)) continue;
             const Frame onPlane = patternFrame(drawing_, pattern, tilted);
-            (Painter(cairo, drawing_, onPlane, options_.dark, pictures).*stage)(pattern);
+            (Painter(cairo, drawing_, onPlane, options_.dark, pictures).*
+             stage)(stage == &Painter::drawElements ? flatOf(pattern) : pattern);
         }
     };
     paintStage(&Painter::drawBitmaps);

@@ -4,12 +4,12 @@
 #include "drawing/drawing.h"
 #include "drawing/space_view.h"
 #include "render/page.h"
+#include "render/plan_of_space.h"
 #include "render/render.h"
 
 #include <cairo.h>
 
-#include <string>
-#include <unordered_set>
+#include <unordered_map>
 
 namespace host {
 
@@ -23,7 +23,9 @@ public:
 
 private:
     bool isShown(const Pattern& pattern) const;
-    bool isPlanOfSpace(const Pattern& pattern) const;
+    /// The flat elements of a pattern that have no like in space.
+    const Pattern& flatOf(const Pattern& pattern) const;
+    void addSpace(const Pattern& pattern);
     void measure(const Pattern& pattern);
     void addElements(const Pattern& pattern);
     void announce(PictureCache& pictures, const Frame& tilted) const;
@@ -31,7 +33,7 @@ private:
 
     const Drawing& drawing_;
     const RenderOptions& options_;
-    std::unordered_set<std::string> layersInSpace_; ///< that hold something in space
+    std::unordered_map<const Pattern*, Pattern> flat_; ///< of patterns, where something stands in space
     ViewAxes axes_;
     SpaceView view_;
     Extents extents_; ///< in view coordinates
