@@ -301,6 +301,7 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
         expected.faceLists.clear();
         expected.facets.clear();
         expected.pointClouds.clear();
+        expected.solids.clear();
         expected.arrows.clear();
         expected.dimensions.clear();
         expected.bitmaps.clear();
