@@ -306,6 +306,7 @@ TEST_F(DrawingFile, FilesOfTheFirstVersionAreRead) {
         expected.faceLists.clear();
         expected.facets.clear();
         expected.pointClouds.clear();
+        expected.solids.clear();
         expected.arrows.clear();
         expected.dimensions.clear();
         expected.bitmaps.clear();
