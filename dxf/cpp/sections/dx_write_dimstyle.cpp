@@ -1,6 +1,8 @@
 #include "dx_write_dimstyle.h"
 #include "dx_codes.h"
 
+#include "../config/config_state.h"
+#include "../session/dx_documents.h"
 #include "../session/dx_writer.h"
 
 // A drawing's dimensions don't leave yet, so the one style is the one that the header names. Its values are
@@ -38,6 +40,14 @@ constexpr int INTEGERS[][2] = {{71, 0},  {72, 0},  {73, 0},  {74, 0},  {75, 0}, 
                                {77, 1},  {78, 8},  {170, 0}, {171, 3}, {172, 1}, {173, 0},
                                {174, 0}, {175, 0}, {176, 0}, {177, 0}, {178, 0}};
 
+/// The handle of the text style that stands for all that name none, 0 when there is no style.
+std::uint32_t standardTextStyle() {
+    const auto& styles = DxDocuments.currentTables().styles;
+    for (const DX_STYLE_TYPE& style : styles)
+        if (UtCString(style.name.view()).Upper().str() == "STANDARD") return style.handle;
+    return styles.empty() ? 0 : styles[0].handle;
+}
+
 } // namespace
 
 int DxDimparWrite(std::size_t /*index*/, std::uint32_t tableHandle) {
@@ -52,5 +62,7 @@ int DxDimparWrite(std::size_t /*index*/, std::uint32_t tableHandle) {
         for (const int code : {3, 4, 5, 6, 7}) DxWriteString(code, "");
     for (const Real& row : REALS) DxWriteDouble(row.code, row.value);
     for (const auto& row : INTEGERS) DxWriteInt(row[0], row[1]);
+    if (const std::uint32_t style = DxFullGroups ? standardTextStyle() : 0)
+        DxWriteVariableReference2(340, style);
     return DxWriteError();
 }
