@@ -7,7 +7,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const validate::Report report =
-        validate::validateText({reinterpret_cast<const char*>(data), size}, size % 8 ? 3 : 0);
+        validate::validateText({reinterpret_cast<const char*>(data), size}, {.limit = size % 8 ? 3U : 0U});
     std::ostringstream out;
     printText(report, out);
     if (size % 4 == 0) printJson(report, out);

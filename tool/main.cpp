@@ -6,6 +6,7 @@
 #include "streams.h"
 #include "units.h"
 #include "usage.h"
+#include "validate.h"
 #include "variables.h"
 
 #include <CLI/CLI.hpp>
@@ -112,6 +113,47 @@ static void addWriteCommands(CLI::App& app, Options& options, Run& chosen) {
     addFormat(*convert, options);
 }
 
+static CLI::Validator ruleNumber() {
+    const auto check = [](const std::string& text) {
+        const auto rules = validate::allRules();
+        const bool known = std::any_of(rules.begin(), rules.end(), [&](const validate::RuleInfo& rule) {
+            return std::to_string(rule.number) == text;
+        });
+        return known ? std::string() : "there is no rule " + text;
+    };
+    return {check, "RULE"};
+}
+
+static void addValidate(CLI::App& app, Options& options, Run& chosen) {
+    CheckOptions& check = options.check;
+    CLI::App* command =
+        addCommand(app, "validate", "What is wrong with DXF files, by line", runValidateCommand, chosen);
+    addInputs(*command, options);
+    command->add_flag("--json", options.json, "One JSON object a file, a line each");
+    command->add_flag("--strict", options.strict, "Warnings count as errors");
+    command->add_option("--level", check.level, "Mildest findings to show")
+        ->check(CLI::IsMember({"error", "warning", "note"}))
+        ->capture_default_str();
+    const auto only = command->add_option("--rule", check.only, "Judge by this rule only; repeatable");
+    const auto ignored =
+        command->add_option("--ignore", check.ignored, "Don't judge by this rule; repeatable");
+    for (CLI::Option* option : {only, ignored})
+        option->delimiter(',')->allow_extra_args(false)->check(ruleNumber());
+    const auto takeRepair = [&check](const std::string& name) {
+        check.repairs = true;
+        check.repaired = name;
+    };
+    command
+        ->add_option_function<std::string>("--repair", takeRepair,
+                                           "Write OUT with what can be mended mended; no name with -d")
+        ->expected(0, 1)
+        ->type_name("OUT");
+    command->add_option("-d,--directory", options.directory,
+                        "Folder for a report of each file, or with --repair for the mended files");
+    addJobs(*command, options);
+    addMessageOptions(*command, options);
+}
+
 static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     CLI::App* import = addCommand(app, "import", "DXF files become drawing files (.tdw)", runImport, chosen);
     addInputs(*import, options);
@@ -159,11 +201,7 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     addInput(*dump, options);
     addReadOptions(*dump, options);
 
-    CLI::App* validate =
-        addCommand(app, "validate", "What is wrong with DXF files, by line", runValidateCommand, chosen);
-    addInputs(*validate, options);
-    validate->add_flag("--json", options.json, "One JSON object a file, a line each");
-    validate->add_flag("--strict", options.strict, "Warnings count as errors");
+    addValidate(app, options, chosen);
 }
 
 /// What CLI11 can't say by itself. Empty when all is well.
@@ -176,6 +214,12 @@ static std::string checkUsage(const Options& options, Run chosen) {
     if (standardInput > 1) return "standard input can be read once only";
     if (chosen == runRender && options.output.empty() && options.directory.empty())
         return "render needs the name of a picture, or --all-views with -d DIR";
+    const CheckOptions& check = options.check;
+    if (check.repairs && check.repaired.empty() == options.directory.empty())
+        return check.repaired.empty() ? "--repair needs the name of a file, or -d DIR"
+                                      : "--repair takes no name with -d";
+    if (check.repairs && options.inputs.size() > 1 && options.directory.empty())
+        return "several inputs need -d DIR";
     if (!isImport) return {};
     if (options.output.empty() && options.directory.empty()) return "import needs -o FILE or -d DIR";
     if (options.inputs.size() > 1 && options.directory.empty()) return "several inputs need -d DIR";

@@ -21,8 +21,17 @@ struct ReadOptions {
     bool passport = false;              ///< look for what a DXF file says of itself
 };
 
+/// Options of the command that judges files.
+struct CheckOptions {
+    std::string level = "note";     ///< mildest findings to show: error, warning, note
+    std::vector<int> only, ignored; ///< rules by number
+    bool repairs = false;           ///< write mended files
+    std::string repaired;           ///< the mended file's name, empty with a folder for them
+};
+
 struct Options {
     ReadOptions read;
+    CheckOptions check;
     std::vector<std::string> inputs;
     std::string output;    ///< file
     std::string directory; ///< for several inputs

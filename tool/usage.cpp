@@ -32,6 +32,8 @@ constexpr std::array kExamples{
     Example{"dump", "dump plan.tdw", "the drawing as text, for diffs"},
     Example{"validate", "validate plan.dxf", "what is wrong with the file itself"},
     Example{"validate", "validate *.dxf --strict", "warnings count as errors"},
+    Example{"validate", "validate *.dxf --level error --jobs 4", "errors only, four files at a time"},
+    Example{"validate", "validate plan.dxf --repair new.dxf", "write it with what can be mended mended"},
 };
 
 struct FormatName {

@@ -6,6 +6,7 @@ one() {
     case "$1" in
         dxf/*) flags=(-Idxf/inc -Ihost/inc) ;;
         tool/validate/*) flags=(-Itool/validate) ;;
+        tool/repair/*) flags=(-Itool/validate -Itool/repair) ;;
         tool/*) flags=(-Itool -Idxf/inc -Ihost/inc -Ihost/cpp -Itool/validate) ;;
         *) flags=(-Ihost/inc -Ihost/cpp -I/usr/include/polyclipping $(pkg-config --cflags cairo freetype2)) ;;
     esac

@@ -54,6 +54,7 @@ TEST_F(Convert, EveryVersionIsValidAndHoldsTheSameDrawing) {
         EXPECT_THAT(outcome.err, Not(HasSubstr("written")));
         const Outcome judged = run("validate out.dxf");
         EXPECT_EQ(judged.status, 0) << format << judged.out;
+        EXPECT_THAT(judged.out, HasSubstr(" 0 errors, 0 warnings, 0 notes")) << format;
         const json after = info("out.dxf");
         EXPECT_EQ(number(after, "draw"), number(before, "draw")) << format;
         EXPECT_GE(number(after, "arc"), number(before, "arc")) << format << ": splines leave as arcs";

@@ -228,7 +228,7 @@ TEST_P(Judged, WithItsLevelAndNothingElse) {
     const Case& c = GetParam();
     DxfFile file = validFile(c.version);
     c.make(file);
-    const validate::Report report = validate::validateText(file.text(), 0);
+    const validate::Report report = validate::validateText(file.text(), {.limit = 0});
     std::map<int, Level> gravest;
     for (const validate::Finding& finding : report.findings) {
         const auto place = gravest.emplace(finding.number, finding.level).first;

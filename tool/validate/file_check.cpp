@@ -84,9 +84,9 @@ std::string_view findVersionText(std::string_view text) {
 
 class FileCheck {
 public:
-    FileCheck(std::string_view text, size_t limit, bool marked)
-        : session_(text, limit), reader_(text, session_.out), tables_(session_), entities_(session_),
-          objects_(session_) {
+    FileCheck(std::string_view text, const Selection& selection, bool marked)
+        : session_(text, selection), reader_(text, session_.out), tables_(session_), entities_(session_),
+          objects_(session_), nothing_(selection) {
         if (marked)
             session_.out.add(Rule::ByteOrderMark, {1}, "the file begins with the byte order mark of UTF-8");
     }
@@ -94,7 +94,11 @@ public:
     Report run() {
         findVersion();
         readAll();
-        if (!isText_) return report();
+        if (!isText_) { // what else was met says nothing
+            session_.out = nothing_;
+            session_.out.add(Rule::NotText, {0}, whyNot_);
+            return report();
+        }
         checkMissing();
         session_.model.indexHandles();
         if (!header_.empty()) checkHeaderReferences(session_, header_);
@@ -169,18 +173,18 @@ private:
         }
         if (first) {
             isText_ = false;
-            session_.out.add(Rule::NotText, {0}, "there is no group 0: this is no DXF");
+            whyNot_ = "there is no group 0: this is no DXF";
             return;
         }
         closeSection(true);
-        if (session_.out.count(Rule::HalfPair) == 0) // the rest of which may have been the EOF
+        if (!session_.out.has(Rule::HalfPair)) // the rest of which may have been the EOF
             session_.out.add(Rule::MissingEof, {reader_.line()}, "the file ends without EOF");
     }
 
     /// Something that begins with groups but not with a section, and has no section at all, is no DXF.
     bool looksLikeDxf() {
         isText_ = session_.text.find("SECTION") != std::string_view::npos;
-        if (!isText_) session_.out.add(Rule::NotText, {0}, "there is no section: this is no DXF");
+        whyNot_ = "there is no section: this is no DXF";
         return isText_;
     }
 
@@ -307,6 +311,8 @@ private:
     bool seen_[10] = {}; ///< by Section
     Section highest_ = Section::None;
     Place sectionPlace_{};
+    std::string_view whyNot_{}; ///< it is a DXF at all
+    const Findings nothing_;    ///< an empty collection
 };
 
 /// What the file is when it is no text with line ends; empty when it is one.
@@ -326,32 +332,34 @@ std::string_view otherFormat(std::string_view text) {
 } // namespace
 
 /// A binary file is judged by its text; places are told by byte.
-static Report checkBinary(std::string_view bytes, size_t limit) {
+static Report checkBinary(std::string_view bytes, const Selection& selection) {
     const BinaryText binary = readBinary(bytes);
-    Report report = FileCheck(binary.text, limit, false).run();
+    Report report = FileCheck(binary.text, selection, false).run();
     report.binary = true;
     for (Finding& finding : report.findings) {
         if (finding.line == 0) continue;
         finding.byte = binary.byteOf(finding.line);
         finding.line = 0;
     }
-    if (binary.damage.empty()) return report;
-    Findings damage(limit);
+    if (binary.damage.empty() || report.counts.count(static_cast<int>(Rule::NotText))) return report;
+    Findings damage(selection);
     damage.add(Rule::HalfPair, {1}, binary.damage);
     Report more;
     damage.moveTo(more);
-    more.findings.front().byte = binary.end;
-    more.findings.front().line = 0;
-    report.findings.push_back(more.findings.front());
+    for (Finding& finding : more.findings) {
+        finding.byte = binary.end;
+        finding.line = 0;
+        report.findings.push_back(finding);
+    }
     report.errors += more.errors;
     for (const auto& [number, count] : more.counts) report.counts[number] += count;
     return report;
 }
 
-Report checkFile(std::string_view text, size_t limit) {
-    if (isBinaryDxf(text)) return checkBinary(text, limit);
+Report checkFile(std::string_view text, const Selection& selection) {
+    if (isBinaryDxf(text)) return checkBinary(text, selection);
     if (const std::string_view other = otherFormat(text); !other.empty()) {
-        Findings findings(limit);
+        Findings findings(selection);
         findings.add(Rule::NotText, {0}, "the file is ", other);
         Report report;
         findings.moveTo(report);
@@ -360,7 +368,7 @@ Report checkFile(std::string_view text, size_t limit) {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
     const bool marked = text.substr(0, mark.size()) == mark;
     if (marked) text.remove_prefix(mark.size());
-    return FileCheck(text, limit, marked).run();
+    return FileCheck(text, selection, marked).run();
 }
 
 } // namespace validate

@@ -6,6 +6,6 @@
 namespace validate {
 
 /// Judges the text of a file. See validateText().
-Report checkFile(std::string_view text, size_t limit);
+Report checkFile(std::string_view text, const Selection& selection);
 
 } // namespace validate

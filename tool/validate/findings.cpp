@@ -12,9 +12,26 @@ std::string_view sectionName(Section section) {
     return names[static_cast<size_t>(section)];
 }
 
+bool Selection::hasRule(int number) const {
+    const auto holds = [number](const std::vector<int>& rules) {
+        return std::find(rules.begin(), rules.end(), number) != rules.end();
+    };
+    return (only.empty() || holds(only)) && !holds(ignored);
+}
+
+Findings::Findings(const Selection& selection)
+    : limit_(selection.limit), level_(selection.level), wanted_(allRules().size()), met_(allRules().size()),
+      counts_(allRules().size()) {
+    for (size_t i = 0; i < wanted_.size(); ++i) wanted_[i] = selection.hasRule(allRules()[i].number);
+}
+
 bool Findings::count(Level level, Rule rule) {
+    const size_t row = indexOf(rule);
+    met_[row] = true;
+    if (!wanted_[row]) return false;
     ++levels_[static_cast<size_t>(level)];
-    const size_t number = ++counts_[indexOf(rule)];
+    if (level < level_) return false;
+    const size_t number = ++counts_[row];
     const bool room = limit_ == 0 || number <= limit_;
     truncated_ = truncated_ || !room;
     return room;

@@ -40,7 +40,7 @@ struct Place {
 
 class Findings {
 public:
-    explicit Findings(size_t limit) : limit_(limit), counts_(allRules().size()) {}
+    explicit Findings(const Selection& selection);
 
     /// Adds a finding of the rule's own level. The text is the concatenation of the pieces: strings and
     /// integers.
@@ -58,7 +58,8 @@ public:
         keep(level, rule, place, std::move(text));
     }
 
-    size_t count(Rule rule) const { return counts_[indexOf(rule)]; }
+    /// Whether the rule was broken, asked for or not.
+    bool has(Rule rule) const { return met_[indexOf(rule)]; }
 
     /// Hands the findings over, in the order of lines.
     void moveTo(Report& report);
@@ -72,7 +73,9 @@ private:
     void keep(Level level, Rule rule, const Place& place, std::string text);
 
     size_t limit_;
-    std::vector<size_t> counts_; ///< by row of the rule
+    Level level_;
+    std::vector<bool> wanted_, met_; ///< by row of the rule, as counts_
+    std::vector<size_t> counts_;     ///< of the findings that are grave enough
     size_t levels_[3] = {};
     bool truncated_ = false;
     std::vector<Finding> kept_;

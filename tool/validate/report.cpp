@@ -1,4 +1,4 @@
-// Reports as text and JSON, and the command.
+// Reports as text and JSON.
 
 #include "file_check.h"
 #include "findings.h"
@@ -34,26 +34,31 @@ void printHidden(const Report& report, std::ostream& out) {
 
 } // namespace
 
-Report validateText(std::string_view text, size_t limit) {
-    return checkFile(text, limit);
+Report validateText(std::string_view text, const Selection& selection) {
+    return checkFile(text, selection);
 }
 
-Report validateFile(const std::string& path, size_t limit) {
-    const MappedFile file(path);
+Report refuseFile(const std::string& path, bool unreadable, const std::string& why,
+                  const Selection& selection) {
     Report report;
-    if (file.error().empty()) {
-        report = checkFile(file.text(), limit);
-    } else {
-        Findings findings(limit);
-        findings.add(Rule::Unreadable, {}, "the file cannot be read: ", file.error());
-        findings.moveTo(report);
-        report.unreadable = true;
-    }
+    Findings findings(selection);
+    findings.add(unreadable ? Rule::Unreadable : Rule::NotText, {}, why);
+    findings.moveTo(report);
+    report.file = path;
+    report.unreadable = unreadable;
+    return report;
+}
+
+Report validateFile(const std::string& path, const Selection& selection) {
+    const MappedFile file(path);
+    if (!file.error().empty())
+        return refuseFile(path, true, "the file cannot be read: " + file.error(), selection);
+    Report report = checkFile(file.text(), selection);
     report.file = path;
     return report;
 }
 
-void printText(const Report& report, std::ostream& out) {
+void printText(const Report& report, std::ostream& out, bool quiet) {
     for (const Finding& finding : report.findings) {
         out << report.file << ':';
         if (finding.line) out << finding.line << ':';
@@ -62,6 +67,7 @@ void printText(const Report& report, std::ostream& out) {
             << placeText(finding) << '\n';
     }
     printHidden(report, out);
+    if (quiet && report.findings.empty()) return;
     out << report.file << ": " << (report.version.empty() ? "no version" : report.version) << ", "
         << countText(report.errors, "error") << ", " << countText(report.warnings, "warning") << ", "
         << countText(report.notes, "note") << '\n';
@@ -88,20 +94,8 @@ void printJson(const Report& report, std::ostream& out) {
     out << object.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
-int runValidate(const Options& options, std::ostream& out, std::ostream& err) {
-    if (options.files.empty()) {
-        err << "validate: no file is given\n";
-        return 2;
-    }
-    int status = 0;
-    for (const std::string& file : options.files) {
-        const Report report = validateFile(file, options.limit);
-        if (report.unreadable) err << file << ": " << report.findings.front().text << '\n';
-        (options.json ? printJson : printText)(report, out);
-        const bool failed = report.errors > 0 || (options.strict && report.warnings > 0);
-        status = std::max(status, report.unreadable ? 2 : failed ? 1 : 0);
-    }
-    return status;
+bool fails(const Report& report, bool strict) {
+    return report.unreadable || report.errors > 0 || (strict && report.warnings > 0);
 }
 
 } // namespace validate

@@ -178,7 +178,7 @@ struct Record {
 
 class Session {
 public:
-    Session(std::string_view fileText, size_t limit) : text(fileText), out(limit) {}
+    Session(std::string_view fileText, const Selection& selection) : text(fileText), out(selection) {}
 
     std::string_view text;
     Findings out;

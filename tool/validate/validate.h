@@ -57,27 +57,33 @@ std::span<const RuleInfo> allRules();
 /// So many findings of a rule are kept in full, the rest is counted; 0 keeps all.
 constexpr size_t kDefaultLimit = 20;
 
+/// Which findings a report is to hold.
+struct Selection {
+    size_t limit = kDefaultLimit;   ///< see kDefaultLimit
+    Level level = Level::Note;      ///< milder findings are counted by their level only
+    std::vector<int> only{};        ///< rules to judge by; empty: all
+    std::vector<int> ignored{};     ///< rules that count for nothing
+    bool hasRule(int number) const; ///< whether the rule is judged by
+};
+
 /// Judges a file; "-" is standard input. Never throws for what is in the file.
-Report validateFile(const std::string& path, size_t limit = kDefaultLimit);
+Report validateFile(const std::string& path, const Selection& selection = {});
 
 /// Judges a DXF in memory, which must stay alive during the call only.
-Report validateText(std::string_view text, size_t limit = kDefaultLimit);
+Report validateText(std::string_view text, const Selection& selection = {});
 
-/// One line a finding ("FILE:LINE: error 306: ..."), then one line with the counts.
-void printText(const Report& report, std::ostream& out);
+/// The report of a file that isn't judged, with one finding: rule 101 when it can't be read, else 102.
+Report refuseFile(const std::string& path, bool unreadable, const std::string& why,
+                  const Selection& selection = {});
+
+/// One line a finding ("FILE:LINE: error 306: ..."), then one line with the counts. A quiet one leaves that
+/// line out when there is no finding.
+void printText(const Report& report, std::ostream& out, bool quiet = false);
 
 /// One JSON object in one line.
 void printJson(const Report& report, std::ostream& out);
 
-struct Options {
-    std::vector<std::string> files;
-    bool json = false;
-    bool strict = false;          ///< warnings fail too
-    size_t limit = kDefaultLimit; ///< see kDefaultLimit
-};
-
-/// The command: judges each file and prints its report on `out`. Returns 0 when nothing fails, 1 when there
-/// are errors (with `strict` also warnings), 2 when no file is given or one can't be read (said on `err`).
-int runValidate(const Options& options, std::ostream& out, std::ostream& err);
+/// Whether a report is reason to fail: it has errors, or warnings where these count too.
+bool fails(const Report& report, bool strict);
 
 } // namespace validate

@@ -14,6 +14,7 @@ int DxUseTemplate;
 UtCString DxTemplateName;
 int DxUseByLayer;
 UtCString DxByLayerFile;
+int DxFullGroups;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
 int DxKeepHatchPattern, DxMeshEdges;
@@ -75,7 +76,7 @@ static void resetImportOptions() {
     DxFillContour = 1;
     DxUseUcs = 0;
     DxUseGeoref = 1;
-    DxPaperSize = DxClipImages = 0;
+    DxPaperSize = DxClipImages = DxFullGroups = 0;
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxKeepHatchPattern = 0;

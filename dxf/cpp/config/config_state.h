@@ -79,6 +79,7 @@ extern int DxWriteInsUnits;                ///< WRITE_INSUNITS: the file names i
 extern int DxUseGeoref;                    ///< USE_GEOREF
 extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size of their paper
 extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary
+extern int DxFullGroups;                   ///< FULL_GROUPS: groups at their default are written
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
 extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file

@@ -184,6 +184,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},
     {"WRITE_FILL",      DxKeyWhen::Always,  &DxWriteFill},
     {"WRITE_POLY",      DxKeyWhen::Always,  &DxWritePoly},
+    {"FULL_GROUPS",     DxKeyWhen::Always,  &DxFullGroups},
     {"WRITE_BLOCKS",    DxKeyWhen::Always,  setWriteBlocks},
     {"LAYER_ELEM",      DxKeyWhen::Always,  setElementLayer},
     {"LAYERFLAG_TEXT",  DxKeyWhen::Always,  setLayerFlag<DX_CLASS_TEXT>},

@@ -106,8 +106,12 @@ int DxWriteBlockStart(int& open) {
     DxWriteInt(70, DX_BLOCK_REFERENCED |
                        (DxBlockType == DX_BLOCK_PLAIN ? DX_BLOCK_ATTRIBUTES : DX_BLOCK_ANONYMOUS));
     writeOrigin();
-    if (DxBlockType != DX_BLOCK_PLAIN && DxMiscCheckVersion(DX_LEVEL_3D))
+    if (DxFullGroups) {
+        DxWriteString(3, name);
+        DxWriteString(1, ""); // no reference
+    } else if (DxBlockType != DX_BLOCK_PLAIN && DxMiscCheckVersion(DX_LEVEL_3D)) {
         DxWriteString(3, DxBlockType == DX_BLOCK_DIMENSION ? "*D" : "*X");
+    }
     return DxBlockBuffering ? DxWriteError() : DxTableAddBlockRecord(name.str(), DxOwnerHandle, 0, 0);
 }
 

@@ -1,5 +1,6 @@
 #include "dx_write_entities.h"
 
+#include "../config/config_state.h"
 #include "../config/dx_pens.h"
 #include "../import/dx_extents.h"
 #include "dx_codes.h"
@@ -49,10 +50,11 @@ public:
     }
     void real(int code, double value) { run_.real(code, value); }
     void size(int code, double value) { run_.size(code, value); }
-    /// A point under group `code` and `code` + 10.
+    /// A point under group `code` and those that belong to it.
     void point(int code, const RPT& p) {
         run_.real(code, p.x);
         run_.real(code + 10, p.y);
+        DxRunFlatZ(run_, code + 20);
     }
     /// Writes it; its last point, in the host's frame, belongs to the extents.
     int end(const RPT& last) {
@@ -71,6 +73,11 @@ std::string lookGroups(const DX_WRITE_STYLE& style) {
 }
 
 } // namespace
+
+void DxRunFlatZ(DxPairRun& run, int code) {
+    static constexpr std::string_view ZEROS[] = {" 30\n0.0\n", " 31\n0.0\n", " 32\n0.0\n", " 33\n0.0\n"};
+    if (DxFullGroups) run.pairs(ZEROS[code - 30]);
+}
 
 DX_WRITE_LOOK DxWriteLookOf(int pen, int lt) {
     DX_WRITE_LOOK look;

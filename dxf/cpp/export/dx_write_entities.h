@@ -86,6 +86,8 @@ int DxWriteEntityHead(std::string_view name, const DX_WRITE_STYLE& style, std::u
 /// The same as far as the layer.
 int DxWriteEntityStart(std::string_view name, DxOutText layer, std::uint32_t handle = 0,
                        std::uint32_t owner = 0);
+/// Group `code`, 30 to 33, of a flat point: 0, where groups at their default go out.
+void DxRunFlatZ(DxPairRun& run, int code);
 /// Line type and colour.
 int DxWriteEntityLook(const DX_WRITE_STYLE& style);
 /// Handle, owner and "AcDbEntity", for targets that have them.

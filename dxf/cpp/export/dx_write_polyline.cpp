@@ -28,9 +28,11 @@ bool looksAlike(const DX_WRITE_POLYLINE& poly) {
     return poly.vertices.front().style == poly.vertices.back().style; // a change gives a new style
 }
 
-void putPlace(DxPairRun& run, const DX_WRITE_VERTEX& vertex) {
+/// `inSpace`: the entity is one whose points have a z.
+void putPlace(DxPairRun& run, const DX_WRITE_VERTEX& vertex, bool inSpace) {
     run.real(10, vertex.x);
     run.real(20, vertex.y);
+    if (inSpace) DxRunFlatZ(run, 30);
     run.real(42, vertex.bulge);
 }
 
@@ -44,7 +46,7 @@ int writeVertex(const DX_WRITE_VERTEX& vertex, std::string_view layer, std::uint
     if (hasMarkers) run.pairs("100\nAcDbEntity\n");
     run.pairs(layer);
     if (hasMarkers) run.pairs("100\nAcDbVertex\n100\nAcDb2dVertex\n");
-    putPlace(run, vertex);
+    putPlace(run, vertex, true);
     return run.end();
 }
 
@@ -53,6 +55,8 @@ int writeHead(const DX_WRITE_POLYLINE& poly, const DX_WRITE_STYLE& style, std::u
     DxWriteInt(66, 1);
     DxWriteEntityLook(style);
     DxWriteSubClass("AcDb2dPolyline");
+    if (DxFullGroups) // a dummy point, whose z is the elevation
+        for (const int code : {10, 20, 30}) DxWriteDouble(code, 0.0);
     if (poly.startWidth != 0.0 || poly.endWidth != 0.0) {
         DxWriteDouble(40, poly.startWidth);
         DxWriteDouble(41, poly.endWidth);
@@ -151,9 +155,10 @@ int DxWriteLWPolyline(const DX_WRITE_POLYLINE& poly) {
     DxWriteEntityHead("LWPOLYLINE", poly.style, poly.handle);
     DxWriteSubClass("AcDbPolyline");
     DxWriteInt(90, static_cast<int>(poly.vertices.size()));
+    if (DxFullGroups) DxWriteInt(70, 0);
     if (poly.startWidth != 0.0 || poly.endWidth != 0.0)
         DxWriteDouble(43, (poly.startWidth + poly.endWidth) / 2.0);
     DxPairRun run;
-    for (const DX_WRITE_VERTEX& vertex : poly.vertices) putPlace(run, vertex);
+    for (const DX_WRITE_VERTEX& vertex : poly.vertices) putPlace(run, vertex, false);
     return run.end();
 }

@@ -1,5 +1,6 @@
 #include "dx_tables_export.h"
 
+#include "../config/config_state.h"
 #include "../export/export_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_writer.h"
@@ -60,14 +61,18 @@ int writeEmptyTable(const char* name) {
 // ---- the section -----------------------------------------------------------------------------------
 
 int DxWriteTableSection() {
-    static constexpr int (*WRITERS[])() = {
+    using Writer = int (*)();
+    static constexpr Writer USUAL[] = {DxTableWriteVports, DxTableWriteLTypes,    DxTableWriteLayers,
+                                       DxTableWriteStyles, DxTableWriteView,      DxTableWriteUCS,
+                                       DxTableWriteAppid,  DxTableWriteDimStyles, DxTableWriteBlockRecords};
+    static constexpr Writer DIMSTYLE_FIRST[] = {
         DxTableWriteVports, DxTableWriteLTypes,    DxTableWriteLayers,
         DxTableWriteStyles, DxTableWriteDimStyles, DxTableWriteView,
         DxTableWriteUCS,    DxTableWriteAppid,     DxTableWriteBlockRecords};
     DxDocuments.select(DxHeaderStream);
     DxWriteString(0, "SECTION");
     DxWriteString(2, "TABLES");
-    for (const auto writer : WRITERS) writer();
+    for (const Writer writer : DxFullGroups ? USUAL : DIMSTYLE_FIRST) writer();
     return DxWriteCloseSection();
 }
 

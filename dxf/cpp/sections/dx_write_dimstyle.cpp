@@ -1,6 +1,7 @@
 // DIMSTYLE records by rows of group codes.
 #include "dx_write_dimstyle.h"
 
+#include "../config/config_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_writer.h"
 #include "dx_codes.h"
@@ -92,6 +93,14 @@ int writeStyle(const DX_DIM_STYLE& style, std::uint32_t table) {
     return DxWriteError();
 }
 
+/// The handle of the text style that stands for all that name none, 0 when there is no style.
+std::uint32_t standardTextStyle() {
+    const auto& textStyles = DxDocuments.currentTables().styles;
+    for (const DX_STYLE_TYPE& style : textStyles)
+        if (UtCString(style.name.view()).Upper().str() == "STANDARD") return style.handle;
+    return textStyles.empty() ? 0 : textStyles[0].handle;
+}
+
 } // namespace
 
 std::size_t DxDimparCount() {
@@ -99,7 +108,11 @@ std::size_t DxDimparCount() {
 }
 
 int DxDimparWriteAll(std::uint32_t tableHandle) {
-    if (!hasCurrent()) writeStyle(currentStyle(), tableHandle);
+    if (!hasCurrent()) {
+        DX_DIM_STYLE current = currentStyle();
+        if (DxFullGroups) current.integers[DIMTXSTY] = static_cast<int>(standardTextStyle());
+        writeStyle(current, tableHandle);
+    }
     for (const DX_DIM_STYLE& style : styles()) writeStyle(style, tableHandle);
     return DxWriteError();
 }
