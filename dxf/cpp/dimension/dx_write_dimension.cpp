@@ -38,14 +38,15 @@ double direction(const RPT& from, const RPT& to) {
     return angle < 0 ? angle + 360 : angle;
 }
 
-int writeFlat(int code, const RPT& p) {
+int writePoint(int code, const RPT& p, bool withZ = true) {
     DxWriteDouble(code, p.x);
-    return DxWriteDouble(code + 10, p.y);
+    DxWriteDouble(code + 10, p.y);
+    return withZ ? DxWriteDoubleVer(DX_LEVEL_3D, code + 20, 0.0) : DxWriteError();
 }
 
-int writePoint(int code, const RPT& p) {
-    writeFlat(code, p);
-    return DxWriteDoubleVer(DX_LEVEL_3D, code + 20, 0.0);
+/// A point whose z is at its default.
+int writeFlat(int code, const RPT& p) {
+    return writePoint(code, p, DxFullGroups != 0);
 }
 
 /// The groups of one DIMENSION that its kind rules.
