@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -19,14 +20,16 @@
 struct Stroke {
     host::ElementType type;
     double x0, y0, x1, y1, cx, cy;
-    int pen, lineType;
+    std::int64_t pen; ///< its look
+    int lineType;
 };
 
 /// A line of a text: what it says, where its first character stands and how long it is.
 struct ShownLine {
     std::string text;
     double x, y, length, height, angle, slant;
-    int pen, font, style;
+    std::int64_t pen; ///< its look
+    int font, style;
     std::string face;
     bool inBox;
 };
@@ -36,13 +39,24 @@ struct Shown {
     std::vector<Stroke> strokes;
     std::vector<ShownLine> lines;
     std::map<std::string, std::string> attributes;
-    std::map<int, double> fillAreas, lineAreas; ///< of hatches, by pen
+    std::map<std::int64_t, double> fillAreas, lineAreas; ///< of hatches, by pen
     bool hasSpline = false, hasFrame = false, hasBackground = false, hasDimension = false;
 };
 
+/// What a pen looks like. Pens from 256 on are given out in the order of the file, which a round trip
+/// changes.
+inline std::int64_t lookOf(int pen) {
+    const auto& looks = host::openDrawing().penLooks;
+    const auto found = looks.find(pen);
+    if (found == looks.end()) return pen;
+    const OV_PEN_LOOK& look = found->second;
+    const std::int64_t shade = look.trueColor >= 0 ? look.trueColor + 512 : look.color;
+    return (shade * 400 + look.weight + 3) * 2 + (look.isColorOfLayer ? 1 : 0);
+}
+
 inline Stroke strokeOf(const host::Element& e, double x, double y) {
     using host::ElementType;
-    Stroke s{e.type, x, y, e.x, e.y, e.cx, e.cy, e.pen, e.lineType};
+    Stroke s{e.type, x, y, e.x, e.y, e.cx, e.cy, lookOf(e.pen), e.lineType};
     // An import draws a circle as an arc that ends where it began.
     if (e.type == ElementType::Circle || (e.type == ElementType::Arc && x == e.x && y == e.y)) {
         s.type = ElementType::Circle;
@@ -67,7 +81,7 @@ inline void addLines(std::vector<ShownLine>& lines, const host::Text& text) {
         lines.push_back(
             {shown, text.x + c * line.x - s * line.baseline, text.y + s * line.x + c * line.baseline,
              (line.width - (text.spacing - 1) * text.width) / perUnit, text.height / perUnit, text.angle,
-             text.slant, text.pen, text.font, text.styleBits, text.face, text.lineLength > 0});
+             text.slant, lookOf(text.pen), text.font, text.styleBits, text.face, text.lineLength > 0});
     }
 }
 
@@ -105,7 +119,7 @@ inline std::map<std::string, Shown> shownByLayer() {
             shown.hasFrame |= text.backType != 0;
         }
         for (const host::Hatch& hatch : pattern.hatches)
-            (hatch.solid ? shown.fillAreas : shown.lineAreas)[hatch.fillPen] += areaOf(hatch);
+            (hatch.solid ? shown.fillAreas : shown.lineAreas)[lookOf(hatch.fillPen)] += areaOf(hatch);
         for (const auto& [name, value] : pattern.attributes) shown.attributes[name] = value;
     }
     return layers;
@@ -127,8 +141,9 @@ inline void expectEqual(const std::vector<Stroke>& before, const std::vector<Str
     }
 }
 
-inline void expectEqual(const std::map<int, double>& before, const std::map<int, double>& after,
-                        double tolerance, const std::string& what) {
+inline void expectEqual(const std::map<std::int64_t, double>& before,
+                        const std::map<std::int64_t, double>& after, double tolerance,
+                        const std::string& what) {
     for (const auto& [pen, area] : before) {
         ASSERT_TRUE(after.contains(pen)) << what << " pen " << pen;
         ASSERT_NEAR(after.at(pen), area, tolerance * area + 1e-9) << what << " pen " << pen;

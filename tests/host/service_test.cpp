@@ -55,7 +55,7 @@ TEST(Catalogue, EnglishFitsGermanMessageByMessage) {
     };
     const auto german = read("de");
     const auto english = read("en");
-    EXPECT_EQ(german.size(), 76U);
+    EXPECT_GE(german.size(), 100U);
     EXPECT_EQ(english.size(), german.size());
     const auto conversions = [](const std::string& text) {
         std::string found;

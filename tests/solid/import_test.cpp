@@ -161,7 +161,7 @@ TEST(SolidImport, BinaryModelsStandBehindTheEntities) {
             .section("ACDSDATA",
                      acdsData({{"2B", binaryModel(sphereModel(700))}, {"2A", binaryModel(boxModel(700))}}),
                      true);
-    EXPECT_EQ(solidsOf(text), std::string("solid pen 1 lt 1 records 85 wires 12\n") + inPlace +
+    EXPECT_EQ(solidsOf(text), std::string("solid pen 4 lt 1 records 85 wires 12\n") + inPlace +
                                   "solid pen 1 lt 1 records 5 wires 3\n" + inPlace)
         << "by their handles, those without a model left out";
     EXPECT_EQ(solidsOf(text, unshifted()), "");

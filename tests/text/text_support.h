@@ -40,6 +40,8 @@ inline ImportOptions textOptions() {
     options.numbers["&DxfInsbase"] = 1;
     std::ifstream keep(std::string(TORVA_SOURCE_DIR) + "/int/dxf/dflt/keep.dxd");
     options.config = std::string(std::istreambuf_iterator<char>(keep), {});
+    // Texts are looked at by their pens: colours of the palette.
+    options.config.replace(options.config.find("PEN_LOOKS=1"), 11, "PEN_LOOKS=0");
     std::string pens;
     for (int color = 1; color <= 255; ++color)
         pens += std::to_string(color) + "|" + std::to_string(color) + "\n";

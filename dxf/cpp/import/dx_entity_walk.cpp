@@ -120,7 +120,7 @@ std::shared_ptr<const DxStoredEntities> DxStoreEntities(const char* end, std::si
         if (DxEndsEntities(pair.text, endName)) return stored;
         const DxEntityKind* kind = DxFindEntityKind(pair.text);
         if (!kind || (!isRead(kind) && pair.text != "REGION")) continue; // regions are counted at each walk
-        auto entity = kind->store ? kind->store() : nullptr;
+        auto entity = isRead(kind) && kind->store ? kind->store() : nullptr;
         if (!entity) return nullptr;
         stored->bytes += entity->bytes();
         if (stored->bytes > limit) return nullptr;
