@@ -43,15 +43,42 @@ struct Shown {
     bool hasSpline = false, hasFrame = false, hasBackground = false, hasDimension = false;
 };
 
-/// What a pen looks like. Pens from 256 on are given out in the order of the file, which a round trip
-/// changes.
+/// What a pen looks like, packed into a number: its own number for a pen of the palette. Pens from 256 on are
+/// given out in the order of the file, which a round trip changes.
+constexpr std::int64_t LOOK = std::int64_t(1) << 50;
+inline std::int64_t packedLook(OV_PEN_LOOK look) {
+    const host::Rgb rgb = host::dxfColor(look.color);
+    if (look.trueColor == (rgb.r << 16 | rgb.g << 8 | rgb.b)) look.trueColor = -1;
+    if (look.trueColor < 0 && look.weight == -1 && !look.isColorOfLayer) return look.color;
+    const std::int64_t shade = std::int64_t(look.trueColor + 1) * 256 + look.color;
+    return LOOK + (shade * 1024 + look.weight + 3) * 2 + (look.isColorOfLayer ? 1 : 0);
+}
 inline std::int64_t lookOf(int pen) {
-    const auto& looks = host::openDrawing().penLooks;
-    const auto found = looks.find(pen);
-    if (found == looks.end()) return pen;
-    const OV_PEN_LOOK& look = found->second;
-    const std::int64_t shade = look.trueColor >= 0 ? look.trueColor + 512 : look.color;
-    return (shade * 400 + look.weight + 3) * 2 + (look.isColorOfLayer ? 1 : 0);
+    const auto found = host::openDrawing().penLooks.find(pen);
+    return found == host::openDrawing().penLooks.end() ? pen : packedLook(found->second);
+}
+
+/// What a target can hold of a look.
+inline std::int64_t asHeld(std::int64_t packed, bool holdsTrueColors, bool holdsWeights) {
+    if (packed < LOOK) return packed;
+    const std::int64_t parts = (packed - LOOK) / 2;
+    OV_PEN_LOOK look;
+    look.isColorOfLayer = (packed & 1) != 0;
+    look.weight = holdsWeights ? static_cast<int>(parts % 1024) - 3 : -1;
+    look.color = static_cast<int>(parts / 1024 % 256);
+    look.trueColor = holdsTrueColors ? static_cast<int>(parts / 1024 / 256) - 1 : -1;
+    return packedLook(look);
+}
+inline void keepWhatIsHeld(Shown& shown, const std::string& version) {
+    const bool trueColors = version >= "ACAD18" && version != "EASY";
+    const bool weights = version >= "ACAD14" && version != "EASY";
+    for (Stroke& stroke : shown.strokes) stroke.pen = asHeld(stroke.pen, trueColors, weights);
+    for (ShownLine& line : shown.lines) line.pen = asHeld(line.pen, trueColors, weights);
+    for (auto* areas : {&shown.fillAreas, &shown.lineAreas}) {
+        std::map<std::int64_t, double> held;
+        for (const auto& [pen, area] : *areas) held[asHeld(pen, trueColors, weights)] += area;
+        *areas = held;
+    }
 }
 
 inline Stroke strokeOf(const host::Element& e, double x, double y) {

@@ -28,8 +28,17 @@ std::map<std::string, ShownDimension> dimensionsByText() {
             shown.values.insert(shown.values.end(),
                                 {static_cast<double>(d.arrow.kind[0]), d.arrow.length[0], d.arrow.width[0],
                                  d.txt.height, d.tol.height, static_cast<double>(d.txt.decimals)});
-            // The two ends of a diameter change places.
-            if (d.kind == OV_DIM_DIAMETER) std::sort(shown.values.begin(), shown.values.end());
+            // The two ends of a diameter change places: only how far from the centre things stand is kept.
+            if (d.kind == OV_DIM_DIAMETER) {
+                const RPT centre = d.refs[2];
+                const auto distance = [&](const auto& p) {
+                    return std::hypot(p.x - centre.x, p.y - centre.y);
+                };
+                shown.values = {distance(d.textPos), d.arrow.length[0], d.arrow.width[0], d.txt.height};
+                for (const RPT3& p : d.points) shown.values.insert(shown.values.end(), {distance(p), p.z});
+                for (const RPT& p : d.refs) shown.values.push_back(distance(p));
+                std::sort(shown.values.begin(), shown.values.end());
+            }
             found[text] = shown;
         }
     return found;

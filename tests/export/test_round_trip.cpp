@@ -129,6 +129,7 @@ void expectComesBack(std::map<std::string, Shown> before, const std::string& ver
     for (auto& [layer, shown] : before) {
         if (isOld && !isAscii(layer)) continue;
         Shown& back = after[isOld ? oldName(layer) : layer];
+        for (Shown* side : {&shown, &back}) keepWhatIsHeld(*side, version);
         if (shown.hasDimension) matchOrder(shown, back, isOld);
         const std::string where = what + " " + version + " layer " + layer;
         // Splines come back as arcs, the frames of texts as lines, and so do hatches in old targets, where

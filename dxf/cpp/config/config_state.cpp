@@ -43,6 +43,7 @@ int DxFinishCode;
 DX_NAME DxFinishText;
 
 DX_NAME DxActLayer, DxActLt;
+UtCString DxActHostLayer;
 int DxActColor;
 int DxByLayerColor;
 DX_NAME DxByLayerLt;
@@ -153,6 +154,7 @@ static void resetTables() {
 
 static void resetRunningValues() {
     DxActLayer.assign("0");
+    DxActHostLayer = "";
     DxActLt.clear();
     DxActColor = 8;
     DxByLayerColor = 0;

@@ -131,6 +131,7 @@ extern DX_NAME DxFinishText;            ///< what the text ends with then, bytes
 
 // ---- running values of layer and pen mapping -------------------------------------------------------
 extern DX_NAME DxActLayer;        ///< layer of the current entity
+extern UtCString DxActHostLayer;  ///< of an export: what the host calls DxActLayer
 extern DX_NAME DxActLt;           ///< line type of that layer
 extern int DxActColor;            ///< colour of that layer
 extern int DxByLayerColor;        ///< colour of the classification's layer, 0 when unset

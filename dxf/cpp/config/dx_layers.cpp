@@ -108,7 +108,10 @@ static void takeHostState(DX_LAYER_TYPE& layer) {
     constexpr int frozen = 1, locked = 4;
     DS_LAYER_LOOK look;
     bool isVisible = true, isLocked = false;
-    if (DsLayerApi::GetLayerLook(layer.name.view(), &look, &isVisible, &isLocked) != 0) return;
+    // The name may have been made fit for the target.
+    const bool isActive = layer.name.view() == DxActLayer.view() && !DxActHostLayer.IsEmpty();
+    const UtCString name = isActive ? DxActHostLayer : UtCString(layer.name.view());
+    if (DsLayerApi::GetLayerLook(name, &look, &isVisible, &isLocked) != 0) return;
     if (look.color) layer.color = look.color;
     if (!isVisible && !look.frozen) layer.color = -std::abs(layer.color);
     layer.flags |= (look.frozen ? frozen : 0) | (isLocked ? locked : 0);
@@ -139,6 +142,7 @@ int DxAddLayer(std::string_view name) {
 int DxNewLayer(int kind, const UtCString& name) {
     const bool fromPattern = kind >= DX_ORDER_GROUP && kind <= DX_ORDER_ATTR;
     UtCString layer = fromPattern ? DxPatNames[kind] : name;
+    DxActHostLayer = layer;
     DX_NAME converted;
     if (fromPattern && DxCharCount(layer.str()) <= DX_NAME::LIMIT) { // a longer name is no entry of the map
         converted.assign(layer.str());
