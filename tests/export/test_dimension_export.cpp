@@ -120,7 +120,7 @@ TEST_F(Export, BlocksAndDimensionsHaveOneNumberAndFreeOnesTheirOwn) {
     source.header("AC1015").layer("DIM", 3);
     for (int i = 0; i < 4; ++i) {
         DimShape shape;
-        shape.text = std::to_string(i);
+        shape.text = std::to_string(i + 5);
         addDimension(source, "*D" + std::to_string(i), linearDimension(shape, 200.0 * i, 10.0 * i), "DIM",
                      i % 2 == 0 ? "DIMENSION" : "ARC_DIMENSION"); // the second stays lines
     }
