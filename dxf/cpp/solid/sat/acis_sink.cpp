@@ -174,7 +174,7 @@ void DumpSink::begin(std::int64_t number, std::string_view name) {
 }
 
 void DumpSink::end() {
-    if (buffer_.back() == ' ') buffer_.pop_back();
+    if (!buffer_.empty() && buffer_.back() == ' ') buffer_.pop_back(); // what was written out keeps it
     buffer_.push_back('\n');
     spill();
 }
