@@ -23,6 +23,7 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/package/torva-dxf-config-ve
   COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/package/torva-dxf-config.cmake
   ${CMAKE_BINARY_DIR}/package/torva-dxf-config-version.cmake DESTINATION ${torva_package_dir})
+file(RELATIVE_PATH torva_prefix_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(${torva_package_files}/torva-dxf.pc.in ${CMAKE_BINARY_DIR}/package/torva-dxf.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/package/torva-dxf.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
