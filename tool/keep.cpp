@@ -1,5 +1,6 @@
 #include "keep.h"
 
+#include "letter_case.h"
 #include "ut_string.h"
 
 #include <algorithm>
@@ -13,10 +14,6 @@ namespace tool {
 
 static constexpr int kFirstLineType = 2, kLastLineType = 62;
 static constexpr int kColors = 255;
-
-static std::string lower(const std::string& text) {
-    return UtCString(text).Lower().str();
-}
 
 /// Whether a line "name|number" of a configuration can carry the name.
 static bool isWritable(const std::string& name) {

@@ -1,5 +1,6 @@
 #include "passport.h"
 
+#include "letter_case.h"
 #include "text/font_files.h"
 #include "text/substitutes.h"
 #include "ut_string.h"
@@ -13,10 +14,6 @@ namespace fs = std::filesystem;
 namespace tool {
 
 using Json = nlohmann::ordered_json;
-
-static std::string lower(const std::string& text) {
-    return UtCString(text).Lower().str();
-}
 
 static Json statesOf(const SourceLayer& layer) {
     constexpr int frozen = 1, locked = 4;

@@ -1,5 +1,6 @@
 #include "passport_scan.h"
 
+#include "letter_case.h"
 #include "pairs.h"
 #include "ut_string.h"
 
@@ -35,10 +36,6 @@ private:
 };
 
 } // namespace
-
-static std::string lower(const std::string& text) {
-    return UtCString(text).Lower().str();
-}
 
 /// Blocks that hold the entities of the model and of layouts.
 static bool isSpace(const std::string& block) {

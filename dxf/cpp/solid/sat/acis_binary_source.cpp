@@ -1,3 +1,4 @@
+#include "acis_binary_tags.h"
 #include "acis_source.h"
 
 #include <algorithm>
@@ -5,34 +6,6 @@
 #include <cstring>
 
 namespace ACIS {
-namespace {
-
-enum Tag : unsigned char {
-    CHAR = 2,
-    SHORT = 3,
-    INTEGER = 4,
-    FLOAT = 5,
-    DOUBLE = 6,
-    STRING8 = 7,
-    STRING16 = 8,
-    STRING32 = 9,
-    TRUE_TAG = 10,
-    FALSE_TAG = 11,
-    POINTER = 12,
-    NAME = 13,
-    NAME_PART = 14,
-    OPEN = 15,
-    CLOSE = 16,
-    END = 17,
-    LITERAL = 18,
-    POSITION = 19,
-    VECTOR = 20,
-    ENUM = 21,
-    PAIR = 22,
-    LONG = 23
-};
-
-} // namespace
 
 BinarySource::BinarySource(std::string_view data) : Source(data) {
     at_ = std::min(BANNER, data.size());

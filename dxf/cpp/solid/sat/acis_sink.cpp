@@ -1,4 +1,5 @@
 #include "acis_sink.h"
+#include "acis_binary_tags.h"
 
 #include "acis_file.h"
 
@@ -205,30 +206,6 @@ void DumpSink::string(std::string_view text) {
 }
 
 // ---- binary -----------------------------------------------------------------------------------------
-
-namespace {
-enum Tag : unsigned char {
-    INTEGER = 4,
-    DOUBLE = 6,
-    STRING8 = 7,
-    STRING16 = 8,
-    STRING32 = 9,
-    TRUE_TAG = 10,
-    FALSE_TAG = 11,
-    POINTER = 12,
-    NAME = 13,
-    NAME_PART = 14,
-    OPEN = 15,
-    CLOSE = 16,
-    END = 17,
-    LITERAL = 18,
-    POSITION = 19,
-    VECTOR = 20,
-    ENUM = 21,
-    PAIR = 22,
-    LONG = 23
-};
-} // namespace
 
 /// The lowest byte first, whatever the machine.
 template <class T>
