@@ -182,6 +182,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
     {"KEEP_HATCH",      DxKeyWhen::Always,  &DxKeepHatchPattern},
+    {"KEEP_DIM",        DxKeyWhen::Always,  &DxKeepDimLines},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},
     {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
