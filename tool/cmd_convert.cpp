@@ -44,7 +44,12 @@ static int convertInto(const std::string& directory, const Options& options) {
     std::set<std::string> targets;
     for (const std::string& input : options.inputs) {
         const std::string target = targetOf(input, directory);
-        if (!targets.insert(target).second || fs::equivalent(input, target, error)) {
+        const bool isAnInput =
+            std::any_of(options.inputs.begin(), options.inputs.end(), [&](const std::string& other) {
+                std::error_code none;
+                return fs::equivalent(other, target, none);
+            });
+        if (isAnInput || !targets.insert(target).second) {
             std::cerr << "torva-dxf: " << input << " would overwrite " << target << '\n';
             return STATUS_USAGE;
         }

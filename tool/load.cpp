@@ -7,15 +7,18 @@
 #include "environment.h"
 #include "file_kind.h"
 #include "ge.h"
+#include "interrupt.h"
 #include "keep.h"
 #include "progress.h"
 #include "protocol.h"
+#include "services/open_file.h"
 #include "services/session.h"
 #include "store/store.h"
 #include "streams.h"
 #include "units.h"
 #include "ut.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -24,6 +27,7 @@
 #include <filesystem>
 #include <functional>
 #include <iostream>
+#include <unistd.h>
 
 namespace tool {
 
@@ -39,7 +43,7 @@ private:
     void prepareSession();
     void importDxf(const std::string& path);
     void lookThrough(const std::string& path);
-    void prepareKeeping();
+    bool prepareKeeping();
     void setVariables();
     void moveBack(host::Drawing& drawing);
     void finishKeeping();
@@ -124,27 +128,31 @@ void Loading::lookThrough(const std::string& path) {
     });
 }
 
-void Loading::prepareKeeping() {
+bool Loading::prepareKeeping() {
     plan_ = planKeeping(scan_);
     for (const std::string& text : plan_.notes) note(text);
-    const std::string config = folder_.file("keep.dxd");
-    if (writeKeepConfig(plan_, dataFile("keep.dxd"), config))
-        host::session().texts["$DxfConfig"] = config;
-    else
-        note("Can't read " + dataFile("keep.dxd") + ": the module's defaults are used");
+    const std::string config = dataFile("keep.dxd");
+    auto additions = keepAdditions(plan_, config);
+    if (!additions) {
+        loaded_.error = "Can't read " + config + ", without which layers and colours would be lost";
+        return false;
+    }
+    DxSetConfigAdditions(std::move(*additions));
+    host::session().texts["$DxfConfig"] = config;
     if (!options_.read.center) host::session().numbers["&DxfInsbase"] = 1;
     host::session().texts["$DxfPaperUnit"] = GeUnit(plan_.paperUnit).name().str();
     host::session().numbers["&DxfPaperUnit"] = plan_.paperUnit;
     // The file's unit is that of model space; paper is measured in millimetres.
-    if (options_.read.unit != 0 || options_.read.space == "paper") return;
+    if (options_.read.unit != 0 || options_.read.space == "paper") return true;
     const FileUnit unit = unitOfFile(scan_.insUnits);
     host::Drawing& drawing = host::openDrawing();
     drawing.unit = unit.code;
     drawing.unitAssumed = unit.inMm == 0;
-    if (unit.exact) return;
+    if (unit.exact) return true;
     unitRatio_ = unit.inMm / host::unitInMm(drawing);
     note("The file's unit (" + std::string(unit.name) + ") isn't one of the host's: all is scaled to " +
          unitWord(unit.code));
+    return true;
 }
 
 void setUserVariables(const Options& options) {
@@ -157,6 +165,15 @@ void setUserVariables(const Options& options) {
         else
             session.texts[name] = value;
     }
+}
+
+std::string whyNoConfig(const Options& options) {
+    const std::string& config = options.read.config;
+    if (config.empty()) return {};
+    const int file = host::openRegular(config);
+    if (file < 0) return "Can't read the configuration " + config + ": " + std::strerror(errno);
+    close(file);
+    return {};
 }
 
 /// Settings of the command line, as macro variables; --set has the last word.
@@ -193,8 +210,10 @@ void Loading::finishKeeping() {
 
 void Loading::importDxf(const std::string& path) {
     const bool keeps = options_.read.config.empty() && !options_.read.plain;
+    loaded_.error = whyNoConfig(options_);
+    if (!loaded_.error.empty()) return;
     if (keeps || options_.read.passport) lookThrough(path);
-    if (keeps) prepareKeeping();
+    if (keeps && !prepareKeeping()) return;
     setVariables();
     const RunFiles files(folder_);
     DxfSelect(0, options_.read.threeD ? DX_IMPORT_3D : DX_IMPORT_2D, path);
@@ -230,9 +249,9 @@ Loaded Loading::run(const std::string& input) {
     if (input == "-") {
         path = spool(stdin, folder_);
     } else if (std::filesystem::is_fifo(input, error)) {
-        FILE* pipe = UtFileOpen(input, "rb");
+        FILE* pipe = std::fopen(input.c_str(), "rb");
         path = spool(pipe, folder_);
-        if (pipe) UtFileClose(pipe);
+        if (pipe) std::fclose(pipe);
     }
     if (path.empty()) {
         loaded_.error = "Can't read " + (input == "-" ? "standard input" : input);

@@ -1,9 +1,9 @@
 // The torva-dxf command: its command line.
 #include "environment.h"
+#include "interrupt.h"
 #include "manual.h"
 #include "options.h"
 #include "paper.h"
-#include "progress.h"
 #include "streams.h"
 #include "units.h"
 #include "usage.h"
@@ -298,8 +298,12 @@ static int runCommandLine(int argc, char** argv) {
         return STATUS_USAGE;
     }
     setDataEnvironment();
+    if (const std::string wrong = chosen == runValidateCommand ? "" : whyNoData(); !wrong.empty()) {
+        std::cerr << "torva-dxf: " << wrong << '\n';
+        return STATUS_FAILED;
+    }
     watchInterrupt();
-    return chosen(options);
+    return interruptedStatus(chosen(options));
 }
 
 } // namespace tool

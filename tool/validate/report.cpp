@@ -2,7 +2,7 @@
 
 #include "file_check.h"
 #include "findings.h"
-#include "mapped_file.h"
+#include "file_bytes.h"
 #include "validate.h"
 
 #include <nlohmann/json.hpp>
@@ -50,7 +50,7 @@ Report refuseFile(const std::string& path, bool unreadable, const std::string& w
 }
 
 Report validateFile(const std::string& path, const Selection& selection) {
-    const MappedFile file(path);
+    const FileBytes file(path);
     if (!file.error().empty())
         return refuseFile(path, true, "the file cannot be read: " + file.error(), selection);
     Report report = checkFile(file.text(), selection);
