@@ -1,6 +1,7 @@
 #include "environment.h"
 
 #include "services/temporary_files.h"
+#include "words.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -20,11 +21,12 @@ TemporaryFolder::TemporaryFolder() {
     static const char* const stem = "torva-dxf-";
     std::error_code error;
     const fs::path place = fs::temp_directory_path(error);
-    if (error) throw std::runtime_error("There is no folder for temporary files; TMPDIR says where");
+    if (error) throw std::runtime_error(words::say("There is no folder for temporary files; TMPDIR says where"));
     host::removeAbandonedFolders(place.string(), stem);
     std::string name = (place / stem).string() + "XXXXXX";
     if (!mkdtemp(name.data()))
-        throw std::runtime_error("Can't make a folder in " + place.string() + ": " + std::strerror(errno));
+        throw std::runtime_error(
+            words::say("Can't make a folder in the temporary directory: {}", words::systemWords(errno)));
     path_ = name;
     const int folder = ::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0) return;
@@ -67,7 +69,7 @@ std::string whyNoData() {
     std::error_code error;
     const std::string folder = dataFile("");
     if (fs::is_directory(folder, error)) return {};
-    return "there is no installation data in " + folder + "; HD_U and HD_VE say where it is";
+    return words::say("there is no installation data in {}; HD_U and HD_VE say where it is", folder);
 }
 
 std::string localeLanguage() {

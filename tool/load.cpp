@@ -15,8 +15,10 @@
 #include "services/session.h"
 #include "store/store.h"
 #include "streams.h"
+#include "tell.h"
 #include "units.h"
 #include "ut.h"
+#include "words.h"
 
 #include <cerrno>
 #include <chrono>
@@ -72,9 +74,9 @@ static bool isDwg(const std::string& path) {
 
 std::string missingConverter(const std::string& name) {
     const FileLook look = lookAtFile(name);
-    return name + " is " + (look.kind == FileKind::Dwg ? look.name : "a DWG") +
-           ". Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; it is called "
-           "with the source and the target behind its own arguments";
+    return words::say("{} is {}. Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; "
+                      "it is called with the source and the target behind its own arguments",
+                      name, look.kind == FileKind::Dwg ? look.name : words::say("a DWG"));
 }
 
 /// Hands on the text of a DXF file; of a DWG or binary DXF, its text form.
@@ -134,7 +136,7 @@ bool Loading::prepareKeeping() {
     const std::string config = dataFile("keep.dxd");
     auto additions = keepAdditions(plan_, config);
     if (!additions) {
-        loaded_.error = "Can't read " + config + ", without which layers and colours would be lost";
+        loaded_.error = words::say("Can't read {}, without which layers and colours would be lost", config);
         return false;
     }
     DxSetConfigAdditions(std::move(*additions));
@@ -150,8 +152,8 @@ bool Loading::prepareKeeping() {
     drawing.unitAssumed = unit.inMm == 0;
     if (unit.exact) return true;
     unitRatio_ = unit.inMm / host::unitInMm(drawing);
-    note("The file's unit (" + std::string(unit.name) + ") isn't one of the host's: all is scaled to " +
-         unitWord(unit.code));
+    note(words::say("The file's unit ({}) isn't one of the host's: all is scaled to {}", words::tr(unit.name),
+                    unitWord(unit.code)));
     return true;
 }
 
@@ -171,7 +173,7 @@ std::string whyNoConfig(const Options& options) {
     const std::string& config = options.read.config;
     if (config.empty()) return {};
     const int file = host::openRegular(config);
-    if (file < 0) return "Can't read the configuration " + config + ": " + std::strerror(errno);
+    if (file < 0) return words::say("Can't read the configuration {}: {}", config, words::systemWords(errno));
     close(file);
     return {};
 }
@@ -197,7 +199,7 @@ void Loading::moveBack(host::Drawing& drawing) {
     const bool isPaper = options_.read.space == "paper";
     const RPT& base = isPaper ? paper : model;
     if (options_.read.space == "all" && (paper.x != 0 || paper.y != 0))
-        note("Coordinates on the sheets are relative to the insertion base of paper space");
+        note(words::say("Coordinates on the sheets are relative to the insertion base of paper space"));
     if (base.x != 0 || base.y != 0) host::moveModel(drawing, base.x, base.y);
 }
 
@@ -227,9 +229,9 @@ void Loading::importDxf(const std::string& path) {
     }
     for (const std::string& dialog : host::session().dialogs) note(dialog);
     if (host::session().elementLimitHit)
-        note("Stopped: more elements than allowed (--max-elements)");
+        note(words::say("Stopped: more elements than allowed (--max-elements)"));
     else if (loaded_.stat == 9009 && !isInterrupted())
-        note("Stopped: more entities than anyone can draw");
+        note(words::say("Stopped: more entities than anyone can draw"));
     if (keeps) finishKeeping();
 }
 
@@ -254,13 +256,13 @@ Loaded Loading::run(const std::string& input) {
         if (pipe) std::fclose(pipe);
     }
     if (path.empty()) {
-        loaded_.error = "Can't read " + (input == "-" ? "standard input" : input);
+        loaded_.error = words::say("Can't read {}", input == "-" ? words::say("standard input") : input);
     } else if (isDwg(path) && host::session().dwgConverter.empty()) {
         loaded_.error = missingConverter(input);
     } else if (isDrawingFile(path)) {
-        loaded_.error = host::loadDrawing(host::openDrawing(), path);
+        loaded_.error = words::retold(host::loadDrawing(host::openDrawing(), path));
         if (options_.read.unit != 0)
-            note("A drawing file has its unit: --unit is for DXF files, --convert-unit for both");
+            note(words::say("A drawing file has its unit: --unit is for DXF files, --convert-unit for both"));
     } else {
         importDxf(path);
     }
@@ -275,10 +277,7 @@ Loaded loadInput(const std::string& input, const Options& options, bool isAlone)
 }
 
 int tellOutcome(const std::string& input, const Loaded& loaded, const Options& options) {
-    if (!loaded.error.empty()) {
-        std::cerr << "torva-dxf: " << loaded.error << '\n';
-        return STATUS_FAILED;
-    }
+    if (!loaded.error.empty()) return fail(loaded.error);
     if (!options.quiet) {
         for (const std::string& line : options.verbose ? loaded.messages : loaded.important)
             std::cerr << input << ": " << line << '\n';
@@ -286,8 +285,7 @@ int tellOutcome(const std::string& input, const Loaded& loaded, const Options& o
     if (!options.quiet)
         for (const std::string& line : accountLines(loaded)) std::cerr << input << ": " << line << '\n';
     if (loaded.stat == 0) return STATUS_DONE;
-    std::cerr << "torva-dxf: " << input << ": the import ended with error " << loaded.stat << '\n';
-    return STATUS_FAILED;
+    return fail(input, words::say("the import ended with error {}", loaded.stat));
 }
 
 } // namespace tool
