@@ -21,7 +21,8 @@ TemporaryFolder::TemporaryFolder() {
     static const char* const stem = "torva-dxf-";
     std::error_code error;
     const fs::path place = fs::temp_directory_path(error);
-    if (error) throw std::runtime_error(words::say("There is no folder for temporary files; TMPDIR says where"));
+    if (error)
+        throw std::runtime_error(words::say("There is no folder for temporary files; TMPDIR says where"));
     host::removeAbandonedFolders(place.string(), stem);
     std::string name = (place / stem).string() + "XXXXXX";
     if (!mkdtemp(name.data()))
