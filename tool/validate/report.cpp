@@ -1,8 +1,8 @@
 // Reports as text and JSON.
 
+#include "file_bytes.h"
 #include "file_check.h"
 #include "findings.h"
-#include "file_bytes.h"
 #include "validate.h"
 #include "words.h"
 
