@@ -7,15 +7,20 @@
 #include "environment.h"
 #include "file_kind.h"
 #include "ge.h"
+#include "interrupt.h"
 #include "keep.h"
 #include "progress.h"
 #include "protocol.h"
+#include "services/open_file.h"
 #include "services/session.h"
 #include "store/store.h"
 #include "streams.h"
+#include "tell.h"
 #include "units.h"
 #include "ut.h"
+#include "words.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -24,6 +29,7 @@
 #include <filesystem>
 #include <functional>
 #include <iostream>
+#include <unistd.h>
 
 namespace tool {
 
@@ -39,7 +45,7 @@ private:
     void prepareSession();
     void importDxf(const std::string& path);
     void lookThrough(const std::string& path);
-    void prepareKeeping();
+    bool prepareKeeping();
     void setVariables();
     void moveBack(host::Drawing& drawing);
     void finishKeeping();
@@ -68,9 +74,9 @@ static bool isDwg(const std::string& path) {
 
 std::string missingConverter(const std::string& name) {
     const FileLook look = lookAtFile(name);
-    return name + " is " + (look.kind == FileKind::Dwg ? look.name : "a DWG") +
-           ". Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; it is called "
-           "with the source and the target behind its own arguments";
+    return words::say("{} is {}. Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; "
+                      "it is called with the source and the target behind its own arguments",
+                      name, look.kind == FileKind::Dwg ? look.name : words::say("a DWG"));
 }
 
 /// Hands on the text of a DXF file; of a DWG or binary DXF, its text form.
@@ -124,27 +130,31 @@ void Loading::lookThrough(const std::string& path) {
     });
 }
 
-void Loading::prepareKeeping() {
+bool Loading::prepareKeeping() {
     plan_ = planKeeping(scan_);
     for (const std::string& text : plan_.notes) note(text);
-    const std::string config = folder_.file("keep.dxd");
-    if (writeKeepConfig(plan_, dataFile("keep.dxd"), config))
-        host::session().texts["$DxfConfig"] = config;
-    else
-        note("Can't read " + dataFile("keep.dxd") + ": the module's defaults are used");
+    const std::string config = dataFile("keep.dxd");
+    auto additions = keepAdditions(plan_, config);
+    if (!additions) {
+        loaded_.error = words::say("Can't read {}, without which layers and colours would be lost", config);
+        return false;
+    }
+    DxSetConfigAdditions(std::move(*additions));
+    host::session().texts["$DxfConfig"] = config;
     if (!options_.read.center) host::session().numbers["&DxfInsbase"] = 1;
     host::session().texts["$DxfPaperUnit"] = GeUnit(plan_.paperUnit).name().str();
     host::session().numbers["&DxfPaperUnit"] = plan_.paperUnit;
     // The file's unit is that of model space; paper is measured in millimetres.
-    if (options_.read.unit != 0 || options_.read.space == "paper") return;
+    if (options_.read.unit != 0 || options_.read.space == "paper") return true;
     const FileUnit unit = unitOfFile(scan_.insUnits);
     host::Drawing& drawing = host::openDrawing();
     drawing.unit = unit.code;
     drawing.unitAssumed = unit.inMm == 0;
-    if (unit.exact) return;
+    if (unit.exact) return true;
     unitRatio_ = unit.inMm / host::unitInMm(drawing);
-    note("The file's unit (" + std::string(unit.name) + ") isn't one of the host's: all is scaled to " +
-         unitWord(unit.code));
+    note(words::say("The file's unit ({}) isn't one of the host's: all is scaled to {}", words::tr(unit.name),
+                    unitWord(unit.code)));
+    return true;
 }
 
 void setUserVariables(const Options& options) {
@@ -157,6 +167,15 @@ void setUserVariables(const Options& options) {
         else
             session.texts[name] = value;
     }
+}
+
+std::string whyNoConfig(const Options& options) {
+    const std::string& config = options.read.config;
+    if (config.empty()) return {};
+    const int file = host::openRegular(config);
+    if (file < 0) return words::say("Can't read the configuration {}: {}", config, words::systemWords(errno));
+    close(file);
+    return {};
 }
 
 /// Settings of the command line, as macro variables; --set has the last word.
@@ -180,7 +199,7 @@ void Loading::moveBack(host::Drawing& drawing) {
     const bool isPaper = options_.read.space == "paper";
     const RPT& base = isPaper ? paper : model;
     if (options_.read.space == "all" && (paper.x != 0 || paper.y != 0))
-        note("Coordinates on the sheets are relative to the insertion base of paper space");
+        note(words::say("Coordinates on the sheets are relative to the insertion base of paper space"));
     if (base.x != 0 || base.y != 0) host::moveModel(drawing, base.x, base.y);
 }
 
@@ -193,8 +212,10 @@ void Loading::finishKeeping() {
 
 void Loading::importDxf(const std::string& path) {
     const bool keeps = options_.read.config.empty() && !options_.read.plain;
+    loaded_.error = whyNoConfig(options_);
+    if (!loaded_.error.empty()) return;
     if (keeps || options_.read.passport) lookThrough(path);
-    if (keeps) prepareKeeping();
+    if (keeps && !prepareKeeping()) return;
     setVariables();
     const RunFiles files(folder_);
     DxfSelect(0, options_.read.threeD ? DX_IMPORT_3D : DX_IMPORT_2D, path);
@@ -208,9 +229,9 @@ void Loading::importDxf(const std::string& path) {
     }
     for (const std::string& dialog : host::session().dialogs) note(dialog);
     if (host::session().elementLimitHit)
-        note("Stopped: more elements than allowed (--max-elements)");
+        note(words::say("Stopped: more elements than allowed (--max-elements)"));
     else if (loaded_.stat == 9009 && !isInterrupted())
-        note("Stopped: more entities than anyone can draw");
+        note(words::say("Stopped: more entities than anyone can draw"));
     if (keeps) finishKeeping();
 }
 
@@ -230,18 +251,18 @@ Loaded Loading::run(const std::string& input) {
     if (input == "-") {
         path = spool(stdin, folder_);
     } else if (std::filesystem::is_fifo(input, error)) {
-        FILE* pipe = UtFileOpen(input, "rb");
+        FILE* pipe = std::fopen(input.c_str(), "rb");
         path = spool(pipe, folder_);
-        if (pipe) UtFileClose(pipe);
+        if (pipe) std::fclose(pipe);
     }
     if (path.empty()) {
-        loaded_.error = "Can't read " + (input == "-" ? "standard input" : input);
+        loaded_.error = words::say("Can't read {}", input == "-" ? words::say("standard input") : input);
     } else if (isDwg(path) && host::session().dwgConverter.empty()) {
         loaded_.error = missingConverter(input);
     } else if (isDrawingFile(path)) {
-        loaded_.error = host::loadDrawing(host::openDrawing(), path);
+        loaded_.error = words::retold(host::loadDrawing(host::openDrawing(), path));
         if (options_.read.unit != 0)
-            note("A drawing file has its unit: --unit is for DXF files, --convert-unit for both");
+            note(words::say("A drawing file has its unit: --unit is for DXF files, --convert-unit for both"));
     } else {
         importDxf(path);
     }
@@ -256,10 +277,7 @@ Loaded loadInput(const std::string& input, const Options& options, bool isAlone)
 }
 
 int tellOutcome(const std::string& input, const Loaded& loaded, const Options& options) {
-    if (!loaded.error.empty()) {
-        std::cerr << "torva-dxf: " << loaded.error << '\n';
-        return STATUS_FAILED;
-    }
+    if (!loaded.error.empty()) return fail(loaded.error);
     if (!options.quiet) {
         for (const std::string& line : options.verbose ? loaded.messages : loaded.important)
             std::cerr << input << ": " << line << '\n';
@@ -267,8 +285,7 @@ int tellOutcome(const std::string& input, const Loaded& loaded, const Options& o
     if (!options.quiet)
         for (const std::string& line : accountLines(loaded)) std::cerr << input << ": " << line << '\n';
     if (loaded.stat == 0) return STATUS_DONE;
-    std::cerr << "torva-dxf: " << input << ": the import ended with error " << loaded.stat << '\n';
-    return STATUS_FAILED;
+    return fail(input, words::say("the import ended with error {}", loaded.stat));
 }
 
 } // namespace tool

@@ -1,6 +1,8 @@
 #include "streams.h"
 
 #include "options.h"
+#include "tell.h"
+#include "words.h"
 
 #include <algorithm>
 #include <csignal>
@@ -21,7 +23,8 @@ void guardStreams() {
     constexpr int modes[] = {O_WRONLY, O_RDONLY, O_RDONLY};
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         if (fcntl(stream, F_GETFD) == -1 && open("/dev/null", modes[stream]) != stream) _exit(STATUS_FAILED);
-    std::signal(SIGPIPE, SIG_IGN);
+    // Writing beyond what the system allows is an error like any other.
+    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
 }
 
 bool copyStream(FILE* from, FILE* to) {
@@ -53,7 +56,7 @@ static bool hasReader() {
 int finishOutput(int status) {
     const bool isWritten = std::cout.flush() && std::fflush(stdout) == 0 && !std::ferror(stdout);
     if (isWritten) return status;
-    if (hasReader()) std::cerr << "torva-dxf: can't write to standard output\n";
+    if (hasReader()) fail(words::say("can't write to standard output"));
     return std::max<int>(status, STATUS_FAILED);
 }
 
