@@ -187,6 +187,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
+    {"FLAT_SOLIDS",     DxKeyWhen::Import,  &DxFlatSolids},
     {"WRITE_SOLIDS",    DxKeyWhen::Export,  &DxWriteSolids},
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},
     {"WRITE_FILL",      DxKeyWhen::Always,  &DxWriteFill},

@@ -71,7 +71,8 @@ static int writeContent(int pat) {
     if (error) return error;
     DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
     // The blocks of an EASY target stand ahead of the section that turns to 2D.
-    if (DxModus != 3 || !DxMiscCheckVersion(DX_LEVEL_3D)) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (!DxMiscCheckVersion(DX_LEVEL_3D)) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (DxModus != 3) return DxWriteFlatPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
     return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 

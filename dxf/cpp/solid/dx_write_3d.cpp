@@ -15,6 +15,7 @@
 #include "../session/dx_protocol.h"
 #include "../session/dx_writer.h"
 #include "dx_triangle_pair.h"
+#include "solid_state.h"
 
 namespace {
 
@@ -93,6 +94,21 @@ int DxWrite3dPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLaye
     if (const int error = DxNewLayer(DxLayerKinds[DX_CLASS_ELEMENT], DxLayerFixedNames[DX_CLASS_ELEMENT]))
         return error;
     int error = DxWrite3dPatEl(pat, entityCount, blockOpen, blockLayer);
+    if (!error) error = DxWriteSolidsOf(pat, entityCount, blockOpen, blockLayer);
+    if (!error && *entityCount > 0) return DxAddLayer(DxActLayer.view());
+    return error;
+}
+
+int DxWriteFlatPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer) {
+    int error = DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (error || !DxWriteSolids) return error;
+    const auto before = DxUnwrittenCounts[DX_UNWRITTEN_SOLID];
+    error = DxCountUnwritten(pat, DX_UNWRITTEN_SOLID);
+    const auto solids = DxUnwrittenCounts[DX_UNWRITTEN_SOLID] - before;
+    if (error || solids == 0) return error;
+    DxUnwrittenCounts[DX_UNWRITTEN_3D] -= solids; // they have a count of their own
+    DxUnwrittenCounts[DX_UNWRITTEN_SOLID] = before;
+    error = DxNewLayer(DxLayerKinds[DX_CLASS_ELEMENT], DxLayerFixedNames[DX_CLASS_ELEMENT]);
     if (!error) error = DxWriteSolidsOf(pat, entityCount, blockOpen, blockLayer);
     if (!error && *entityCount > 0) return DxAddLayer(DxActLayer.view());
     return error;
