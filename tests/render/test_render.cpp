@@ -160,6 +160,8 @@ TEST_F(Pictures, ElementsStandWhereTheyShouldInTheirColours) {
 TEST_F(Pictures, InSpaceWhatStandsInFrontHidesTheRest) {
     Drawing d = sheet();
     d.patterns[0].elements.insert(d.patterns[0].elements.end(), {move(40, 90), draw(60, 90, 2)});
+    Text& text = d.patterns[0].texts.emplace_back(); // seen from its edge
+    text.lines = {"flat"}, text.x = 50, text.y = 20;
     Pattern& space = d.addPattern(false);
     space.faceLists = {faceList({{20, 50, 0}, {80, 50, 0}, {80, 50, 60}, {20, 50, 60}}, 3)};
     space.curves = {{{{0, 80, 30}, {100, 80, 30}}, 2}};
