@@ -17,7 +17,7 @@ UtCString DxByLayerFile;
 int DxFullGroups;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
-int DxKeepHatchPattern, DxMeshEdges;
+int DxKeepHatchPattern, DxMeshEdges, DxMeshCaps, DxFlatPlan;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
@@ -84,6 +84,7 @@ static void resetImportOptions() {
     DxKeepHatchPattern = 0;
     DxLineAsHatch = 0;
     DxMeshEdges = 0;
+    DxMeshCaps = DxFlatPlan = 1;
     DxMaxElements = 1000;
     DxTextFactor = 0.5;
     DxDimUsrTxt = 1;

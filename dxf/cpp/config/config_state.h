@@ -107,6 +107,8 @@ extern int DxDimUsrTxt;          ///< &DxfDimUsrTxt
 extern int DxNoPolyWidth;        ///< &DxfNoPolyWidth
 extern int DxJoinTexts;          ///< &DxfJoinTexts
 extern int DxMeshEdges;          ///< MESH_EDGES: a mesh in a flat picture is its visible edges
+extern int DxMeshCaps;           ///< MESH_CAPS: ends of a polygon mesh that closes one way are faces
+extern int DxFlatPlan;           ///< FLAT_PLAN: what stands in space has its plan among the flat elements
 extern int Dx3dLines;            ///< &Dxf3dLines, MODUS_3D=2
 extern int DxSolidsAsSubObjects; ///< &Dxf3DSolidsAsSubObjects
 extern int DxBlockCopies;        ///< &DxfBlockCopies

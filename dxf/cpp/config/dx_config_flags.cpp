@@ -184,6 +184,8 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"KEEP_HATCH",      DxKeyWhen::Always,  &DxKeepHatchPattern},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},
     {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
+    {"MESH_CAPS",       DxKeyWhen::Import,  &DxMeshCaps},
+    {"FLAT_PLAN",       DxKeyWhen::Import,  &DxFlatPlan},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
     {"WRITE_SOLIDS",    DxKeyWhen::Export,  &DxWriteSolids},

@@ -6,6 +6,7 @@
 extern int Dx3dPolyFirst;                 ///< 1: the next vertex is the first
 extern RPT3 Dx3dPolyStart;                ///< first vertex, object coordinates
 extern RPT3 Dx3dLastPoint;                ///< previous vertex, object coordinates; of a LINE its end
+extern int Dx3dPolyRaised;                ///< 1: its pieces are edges in space, whatever else is wanted
 extern double Dx3dPolyBulge;              ///< of the previous vertex
 extern int Dx3dPolyPen, Dx3dPolyLineType; ///< of the polyline, for the piece that closes it
 
