@@ -189,6 +189,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
     {"WRITE_SOLIDS",    DxKeyWhen::Export,  &DxWriteSolids},
+    {"WRITE_CLOUDS",    DxKeyWhen::Export,  &DxWriteClouds},
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},
     {"WRITE_FILL",      DxKeyWhen::Always,  &DxWriteFill},
     {"WRITE_POLY",      DxKeyWhen::Always,  &DxWritePoly},
