@@ -108,6 +108,13 @@ void Loading::note(const std::string& text) {
     loaded_.important.push_back(text);
 }
 
+std::vector<std::string> pictureFaults() {
+    std::vector<std::string> faults;
+    for (const std::string& line : host::session().messageArea)
+        if (line.starts_with("Picture ")) faults.push_back(words::retold(line));
+    return faults;
+}
+
 void Loading::prepareSession() {
     host::resetSession();
     host::Session& session = host::session();
@@ -208,6 +215,7 @@ void Loading::importDxf(const std::string& path) {
         loaded_.messages.push_back(message.text);
         if (message.level > 0) loaded_.important.push_back(message.text);
     }
+    for (const std::string& fault : pictureFaults()) note(fault);
     for (const std::string& dialog : host::session().dialogs) note(dialog);
     if (host::session().elementLimitHit)
         note(words::say("Stopped: more elements than allowed (--max-elements)"));
