@@ -1,9 +1,9 @@
 // The torva-dxf command: its command line.
 #include "environment.h"
+#include "interrupt.h"
 #include "manual.h"
 #include "options.h"
 #include "paper.h"
-#include "progress.h"
 #include "streams.h"
 #include "tell.h"
 #include "units.h"
@@ -84,7 +84,8 @@ static CLI::App* addCommand(CLI::App& app, const char* name, const char* purpose
 static void addFormat(CLI::App& command, Options& options) {
     command
         .add_option("--format", options.format,
-                    "Version to write, the newest by default; 2018, R12 and the like are understood")
+                    "Version to write, the newest by default; 2018, R12 and the like are understood. R13 is "
+                    "written as R12, R14 as 2000")
         ->transform(formatKeyword)
         ->check(CLI::IsMember({"ACAD32", "ACAD27", "ACAD24", "ACAD21", "ACAD18", "ACAD15", "ACAD14", "ACAD13",
                                "ACAD12", "ACAD11", "EASY"}))
@@ -238,7 +239,7 @@ static void addSat(CLI::App& app, Options& options, Run& chosen) {
             ->excludes(dump);
     sat->add_option("-d,--directory", options.directory, "Folder for them")->needs(extract);
     extract->needs("-d");
-    addReadOptions(*sat, options);
+    addMessageOptions(*sat, options);
 }
 
 /// What CLI11 can't say by itself. Empty when all is well.
@@ -323,8 +324,10 @@ static int runCommandLine(int argc, char** argv) {
     if (wantsSheets && app.get_subcommand("render")->count("--space") == 0) options.read.space = "all";
     if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) return wrongUsage(wrong);
     setDataEnvironment();
+    if (const std::string wrong = chosen == runValidateCommand ? "" : whyNoData(); !wrong.empty())
+        return fail(wrong);
     watchInterrupt();
-    return chosen(options);
+    return interruptedStatus(chosen(options));
 }
 
 } // namespace tool

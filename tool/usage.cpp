@@ -63,7 +63,7 @@ constexpr std::array kFormatNames{
 static std::string exampleLine(const Example& example) {
     constexpr std::size_t width = 46;
     std::string line = "  torva-dxf " + std::string(example.line);
-    line.resize(std::max(width, line.size() + 1), ' ');
+    line.resize(std::max(width, line.size() + 2), ' ');
     return line + words::say(example.what) + "\n";
 }
 

@@ -67,8 +67,11 @@ static constexpr auto kRows = sorted(std::to_array<Row>({
     {"Drawings; - is standard input", "Zeichnungen; - ist die Standardeingabe"},
     {"Drawing; - is standard input", "Zeichnung; - ist die Standardeingabe"},
     {"Files worked on at a time, a process each", "Dateien zugleich, jede in einem eigenen Prozess"},
-    {"Version to write, the newest by default; 2018, R12 and the like are understood",
-     "Version, die geschrieben wird, sonst die neueste; 2018, R12 und dergleichen gehen auch"},
+    {"Version to write, the newest by default; 2018, R12 and the like are understood. R13 is written as R12, "
+     "R14 as 2000",
+     "Version, die geschrieben wird, sonst die neueste; 2018, R12 und dergleichen gehen auch. R13 wird als "
+     "R12 "
+     "geschrieben, R14 als 2000"},
 
     // The commands and their own options.
     {"A drawing file becomes a DXF file, or its faces a mesh (.obj, .stl, .ply)",

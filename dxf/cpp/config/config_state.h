@@ -87,6 +87,7 @@ extern int DxFullGroups;                   ///< FULL_GROUPS: groups at their def
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
 extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file
+extern int DxKeepDimLines;                 ///< KEEP_DIM: dimensions show the lines of the file's block
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
 extern int DxWriteTxtOrg;                  ///< WRITE_TXT_ORG
 extern int DxWriteHatch;                   ///< WRITE_HATCH
@@ -107,8 +108,6 @@ extern int DxDimUsrTxt;          ///< &DxfDimUsrTxt
 extern int DxNoPolyWidth;        ///< &DxfNoPolyWidth
 extern int DxJoinTexts;          ///< &DxfJoinTexts
 extern int DxMeshEdges;          ///< MESH_EDGES: a mesh in a flat picture is its visible edges
-extern int DxMeshCaps;           ///< MESH_CAPS: ends of a polygon mesh that closes one way are faces
-extern int DxFlatPlan;           ///< FLAT_PLAN: what stands in space has its plan among the flat elements
 extern int Dx3dLines;            ///< &Dxf3dLines, MODUS_3D=2
 extern int DxSolidsAsSubObjects; ///< &Dxf3DSolidsAsSubObjects
 extern int DxBlockCopies;        ///< &DxfBlockCopies

@@ -3,7 +3,6 @@
 //   D = V(i + 1, j) ---- C = V(i + 1, j + 1)      the diagonal A-C isn't shown
 //   |                    |
 //   A = V(i, j) -------- B = V(i, j + 1)
-#include "../config/config_state.h"
 #include "../config/dx_pens.h"
 #include "../import/dx_entity_base.h"
 #include "../import/dx_extents.h"
@@ -12,6 +11,7 @@
 #include "../session/session_state.h"
 #include "dx_mesh_faces.h"
 #include "dx_space_import.h"
+#include "space_state.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 // Which flat elements an import in space leaves out: the plans of what has its faces and edges there.
-#include "../config/config_state.h"
 #include "../import/dx_transform.h"
 #include "../session/session_state.h"
 #include "dx_space_import.h"
+#include "space_state.h"
 
 #include <algorithm>
 #include <cmath>
