@@ -293,6 +293,10 @@ int tellOutcome(const std::string& input, const Loaded& loaded, const Options& o
     if (!options.quiet)
         for (const std::string& line : accountLines(loaded)) std::cerr << input << ": " << line << '\n';
     if (loaded.stat == 0) return STATUS_DONE;
+    constexpr int notConverted = 3011;
+    if (loaded.stat == notConverted && isDwg(input))
+        return fail(input, words::say("the program that TORVA_DWG_CONVERTER names ({}) didn't convert it",
+                                      host::session().dwgConverter));
     return fail(input, words::say("the import ended with error {}", loaded.stat));
 }
 

@@ -268,6 +268,9 @@ TEST_F(Convert, OfADwgNeedsAConverterAndSaysSo) {
     }
     dir.write("convert.sh", "cp b.dxf \"$2\"");
     EXPECT_EQ(run("info a.dwg", "LC_ALL=C HD_WORK_DIR= TORVA_DWG_CONVERTER='sh convert.sh'").status, 0);
+    const Outcome failed = run("info a.dwg", "LC_ALL=C HD_WORK_DIR= TORVA_DWG_CONVERTER=false");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_THAT(failed.err, HasSubstr("TORVA_DWG_CONVERTER names (false) didn't convert it"));
 }
 
 TEST_F(Convert, SheetsAreDrawnByTheirNames) {
