@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -49,10 +49,14 @@ double seconds(Work work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-double peakMegabytes() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) / 1024;
+/// Of this process, in megabytes.
+double memoryInUse() {
+    double total = 0, resident = 0;
+    if (std::FILE* const stream = std::fopen("/proc/self/statm", "r")) {
+        if (std::fscanf(stream, "%lf %lf", &total, &resident) != 2) resident = 0;
+        std::fclose(stream);
+    }
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
 } // namespace
@@ -70,11 +74,11 @@ int main(int argc, char**) {
     const double floor = seconds([&] { sum = split(text); });
     ACIS::File file;
     std::string out, binary;
-    const double before = peakMegabytes();
+    const double before = memoryInUse();
     const double read = seconds([&] {
         if (!file.load(text)) std::abort();
     });
-    const double memory = (peakMegabytes() - before) * megabyte / static_cast<double>(text.size());
+    const double memory = (memoryInUse() - before) * megabyte / static_cast<double>(text.size());
     const double write = seconds([&] { out = file.save(ACIS::VERSION_TEXT | 700); });
     const double writeBinary = seconds([&] { binary = file.save(ACIS::VERSION_BINARY | 700); });
     ACIS::File again;

@@ -18,8 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const std::uint32_t form : {ACIS::VERSION_TEXT, ACIS::VERSION_BINARY}) {
         const std::string written = file.save(form | ACIS::TARGET_VERSION);
         ACIS::File again;
-        // A damaged name of a record may come out in a form that isn't read again; it must be told then.
-        if (!written.empty() && !again.load(written) && again.problem().empty()) std::abort();
+        if (!written.empty() && !again.load(written)) std::abort();
         host::solidWires(written, mostPoints);
     }
     return 0;

@@ -22,6 +22,13 @@ int lossStatus(const Loaded& loaded, const Options& options) {
     return isWhole || !options.read.strict ? STATUS_DONE : STATUS_FAILED;
 }
 
+std::string reasonWords(const std::string& key) {
+    for (int reason = 0; reason <= static_cast<int>(DxReason::Ended); ++reason)
+        if (DxReasonKey(static_cast<DxReason>(reason)) == key)
+            return DxReasonText(static_cast<DxReason>(reason));
+    return key;
+}
+
 static Json exampleJson(const DxUnseen::Example& example) {
     Json json = Json::object();
     if (example.handle) {

@@ -4,6 +4,8 @@
 #include "load.h"
 #include "options.h"
 #include "save.h"
+#include "tell.h"
+#include "words.h"
 
 #include "drawing/drawing.h"
 
@@ -25,7 +27,7 @@ static int convertOne(const std::string& input, const std::string& target, const
     const int saved = saveDxf(target, loaded, options);
     if (saved == STATUS_DONE && !options.quiet)
         std::cerr << input << " -> " << target
-                  << (status == STATUS_DONE ? "" : " (what was read until the error)") << '\n';
+                  << (status == STATUS_DONE ? "" : words::tr(" (what was read until the error)")) << '\n';
     return std::max({status, saved, lossStatus(loaded, options)});
 }
 
@@ -35,19 +37,13 @@ static std::string targetOf(const std::string& input, const std::string& directo
 }
 
 static int convertInto(const std::string& directory, const Options& options) {
+    if (!makeFolder(directory)) return STATUS_FAILED;
     std::error_code error;
-    fs::create_directories(directory, error);
-    if (!fs::is_directory(directory, error)) {
-        std::cerr << "torva-dxf: can't make the folder " << directory << '\n';
-        return STATUS_FAILED;
-    }
     std::set<std::string> targets;
     for (const std::string& input : options.inputs) {
         const std::string target = targetOf(input, directory);
-        if (!targets.insert(target).second || fs::equivalent(input, target, error)) {
-            std::cerr << "torva-dxf: " << input << " would overwrite " << target << '\n';
-            return STATUS_USAGE;
-        }
+        if (!targets.insert(target).second || fs::equivalent(input, target, error))
+            return fail(words::say("{} would overwrite {}", input, target), STATUS_USAGE);
     }
     return forEachInput(options.inputs, options.jobs, [&](const std::string& input) {
         return convertOne(input, targetOf(input, directory), options);
@@ -56,10 +52,8 @@ static int convertInto(const std::string& directory, const Options& options) {
 
 int runConvert(const Options& options) {
     if (!options.directory.empty()) return convertInto(options.directory, options);
-    if (options.inputs.size() != 2) {
-        std::cerr << "torva-dxf: convert needs IN OUT, or IN... -d DIR\n";
-        return STATUS_USAGE;
-    }
+    if (options.inputs.size() != 2)
+        return fail(words::say("convert needs IN OUT, or IN... -d DIR"), STATUS_USAGE);
     if (!isUsableTarget(options.inputs[0], options.inputs[1])) return STATUS_USAGE;
     Options one = options;
     one.inputs.resize(1);

@@ -3,6 +3,8 @@
 #include "load.h"
 #include "options.h"
 #include "save.h"
+#include "tell.h"
+#include "words.h"
 
 #include "convert/mesh_file.h"
 
@@ -20,11 +22,8 @@ static int exportMesh(const Options& given) {
     if (status != STATUS_DONE) return status;
     long faces = 0;
     const std::string error = host::writeMesh(host::openDrawing(), options.output, &faces);
-    if (!error.empty()) {
-        std::cerr << "torva-dxf: " << error << '\n';
-        return STATUS_FAILED;
-    }
-    if (faces == 0) std::cerr << "torva-dxf: " << options.output << ": the drawing has no faces\n";
+    if (!error.empty()) return fail(words::retold(error));
+    if (faces == 0) fail(options.output, words::say("the drawing has no faces"));
     return lossStatus(loaded, options);
 }
 

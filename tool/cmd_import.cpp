@@ -4,7 +4,9 @@
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
+#include "tell.h"
 #include "units.h"
+#include "words.h"
 
 #include "drawing/dump.h"
 #include "store/store.h"
@@ -31,8 +33,7 @@ static bool targetsDiffer(const Options& options) {
     for (const std::string& input : options.inputs) {
         const auto [source, isNew] = sources.try_emplace(targetOf(input, options), input);
         if (isNew) continue;
-        std::cerr << "torva-dxf: " << source->second << " and " << input << " would both become "
-                  << source->first << '\n';
+        fail(words::say("{} and {} would both become {}", source->second, input, source->first));
         return false;
     }
     return true;
@@ -44,7 +45,7 @@ static bool targetsAreUsable(const Options& options) {
         for (const std::string& other : options.inputs) {
             const std::string wrong = whyNotTarget(other, targetOf(input, options), "tdw");
             if (wrong.empty()) continue;
-            std::cerr << "torva-dxf: " << wrong << '\n';
+            fail(wrong);
             return false;
         }
     }
@@ -59,27 +60,19 @@ static int importOne(const std::string& input, const Options& options) {
     if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
 
     const std::string target = targetOf(input, options);
-    if (const std::string error = host::saveDrawing(drawing, target); !error.empty()) {
-        std::cerr << "torva-dxf: " << error << '\n';
-        return STATUS_FAILED;
-    }
+    if (const std::string error = host::saveDrawing(drawing, target); !error.empty())
+        return fail(words::retold(error));
     if (!options.quiet)
-        std::cerr << input << " -> " << target << ": " << drawing.elementCount << " elements in "
-                  << counts.patterns << " patterns, unit " << (drawing.unitAssumed ? "none, taken as " : "")
-                  << unitWord(drawing.unit)
-                  << (status == STATUS_DONE ? "" : " (what was read until the error)") << '\n';
+        std::cerr << input << " -> " << target << ": "
+                  << words::say("{} elements in {} patterns, unit {}", drawing.elementCount, counts.patterns,
+                                (drawing.unitAssumed ? words::say("none, taken as ") : "") +
+                                    unitWord(drawing.unit))
+                  << (status == STATUS_DONE ? "" : words::tr(" (what was read until the error)")) << '\n';
     return std::max(status, lossStatus(loaded, options));
 }
 
 int runImport(const Options& options) {
-    if (!options.directory.empty()) {
-        std::error_code error;
-        fs::create_directories(options.directory, error);
-        if (!fs::is_directory(options.directory, error)) {
-            std::cerr << "torva-dxf: can't make the folder " << options.directory << '\n';
-            return STATUS_FAILED;
-        }
-    }
+    if (!options.directory.empty() && !makeFolder(options.directory)) return STATUS_FAILED;
     if (!targetsDiffer(options) || !targetsAreUsable(options)) return STATUS_USAGE;
     return forEachInput(options.inputs, options.jobs,
                         [&](const std::string& input) { return importOne(input, options); });

@@ -4,6 +4,8 @@
 #include "load.h"
 #include "options.h"
 #include "paper.h"
+#include "tell.h"
+#include "words.h"
 
 #include "render/render.h"
 
@@ -47,16 +49,11 @@ static std::string freeName(const std::string& wanted, std::set<std::string>& ta
 }
 
 static int tell(const std::string& error) {
-    if (error.empty()) return STATUS_DONE;
-    std::cerr << "torva-dxf: " << error << '\n';
-    return STATUS_FAILED;
+    return error.empty() ? STATUS_DONE : fail(words::retold(error));
 }
 
 static int renderInto(const host::Drawing& drawing, const Options& options) {
-    std::error_code error;
-    fs::create_directories(options.directory, error);
-    if (!fs::is_directory(options.directory, error))
-        return tell("can't make the folder " + options.directory);
+    if (!makeFolder(options.directory)) return STATUS_FAILED;
     const std::string input = options.inputs.front();
     const std::string stem = input == "-" ? "stdin" : fs::path(input).stem().string();
     std::set<std::string> taken;
@@ -96,10 +93,8 @@ static host::RenderOptions pictureOptions(const Options& options) {
 
 int runRender(const Options& options) {
     const std::string& input = options.inputs.front();
-    if (const std::string wrong = whyNotTarget(input, options.output, "picture"); !wrong.empty()) {
-        tell(wrong);
-        return STATUS_USAGE;
-    }
+    if (const std::string wrong = whyNotTarget(input, options.output, "picture"); !wrong.empty())
+        return fail(wrong, STATUS_USAGE);
     const Loaded loaded = loadInput(input, options, true);
     const int status = tellOutcome(input, loaded, options);
     settleLayers(host::openDrawing(), options.allLayers);

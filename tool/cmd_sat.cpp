@@ -2,6 +2,8 @@
 #include "file_kind.h"
 #include "load.h"
 #include "options.h"
+#include "tell.h"
+#include "words.h"
 
 #include "drawing/drawing.h"
 #include "dx_od.h"
@@ -14,20 +16,15 @@ namespace tool {
 
 namespace fs = std::filesystem;
 
-static int fail(const std::string& path, const std::string& why) {
-    std::cerr << "torva-dxf: " << path << ": " << why << '\n';
-    return STATUS_FAILED;
-}
-
 static std::string reason() {
     const std::string problem = DxOdProblem();
-    return problem.empty() ? "no solid model that can be read" : problem;
+    return problem.empty() ? words::say("no solid model that can be read") : words::retold(problem);
 }
 
 static bool exists(const std::string& input) {
     std::error_code error;
     if (fs::is_regular_file(input, error)) return true;
-    fail(input, "no such file");
+    fail(input, words::systemWords(ENOENT));
     return false;
 }
 
@@ -48,7 +45,7 @@ static int convertModel(const std::string& input, const std::string& target) {
     if (!result) fs::rename(half, target, error);
     if (!result && !error) return STATUS_DONE;
     fs::remove(half, error);
-    if (result == 2360 || !result) return fail(target, "can't be written");
+    if (result == 2360 || !result) return fail(target, words::say("can't be written"));
     return fail(input, reason());
 }
 
@@ -62,10 +59,11 @@ static int writeSolid(const host::Solid& solid, const fs::path& stem) {
         const RPT3& p = solid.place[row];
         matrix[row][0] = p.x, matrix[row][1] = p.y, matrix[row][2] = p.z;
     }
-    if (DxOdSatPlace(solid.data, matrix, isBinary, placed)) return fail(path, "a model that can't be read");
+    if (DxOdSatPlace(solid.data, matrix, isBinary, placed))
+        return fail(path, words::say("a model that can't be read"));
     std::ofstream file(path, std::ios::binary);
     file << placed;
-    return file.flush() ? STATUS_DONE : fail(path, "can't be written");
+    return file.flush() ? STATUS_DONE : fail(path, words::say("can't be written"));
 }
 
 static int extractSolids(const std::string& input, const Options& options) {
@@ -74,15 +72,13 @@ static int extractSolids(const std::string& input, const Options& options) {
     const Loaded loaded = loadInput(input, inSpace, true);
     int status = tellOutcome(input, loaded, options);
     if (!loaded.error.empty()) return status;
-    std::error_code error;
-    fs::create_directories(options.directory, error);
-    if (!fs::is_directory(options.directory, error)) return fail(options.directory, "no folder");
+    if (!makeFolder(options.directory)) return STATUS_FAILED;
     const fs::path stem = fs::path(options.directory) / (input == "-" ? "stdin" : fs::path(input).stem());
     int count = 0;
     for (const host::Pattern& pattern : host::openDrawing().patterns)
         for (const host::Solid& solid : pattern.solids)
             status = std::max(status, writeSolid(solid, stem.string() + "_" + std::to_string(++count)));
-    if (!options.quiet) std::cerr << input << ": " << count << " solids\n";
+    if (!options.quiet) std::cerr << input << ": " << words::say("{} solids", count) << '\n';
     return status;
 }
 

@@ -2,6 +2,8 @@
 #include "file_kind.h"
 #include "jobs.h"
 #include "options.h"
+#include "tell.h"
+#include "words.h"
 
 #include "mapped_file.h"
 #include "repair.h"
@@ -35,10 +37,11 @@ static validate::Selection selectionOf(const Options& options) {
 /// What the file is when it is no DXF, in words; empty when it may be one.
 static std::string otherKind(const std::string& input) {
     std::error_code error;
-    if (fs::is_regular_file(input, error) && fs::file_size(input, error) == 0) return "the file is empty";
+    if (fs::is_regular_file(input, error) && fs::file_size(input, error) == 0)
+        return words::say("the file is empty");
     const FileLook look = lookAtFile(input);
     const bool mayBeDxf = look.kind == FileKind::Text || look.kind == FileKind::BinaryDxf;
-    return mayBeDxf ? "" : "this is " + look.name + ", not a DXF file";
+    return mayBeDxf ? "" : words::say("this is {}, not a DXF file", look.name);
 }
 
 static validate::Report judge(const std::string& input, const validate::Selection& selection) {
@@ -64,7 +67,7 @@ static fs::path pathInFolder(const std::string& input, const Options& options, c
 
 static void tellUnwritten(const std::string& path) {
     const std::string why = whyNotWritable(path);
-    std::cerr << "torva-dxf: " << path << ": " << (why.empty() ? "can't be written" : why) << '\n';
+    fail(path, why.empty() ? words::say("can't be written") : why);
 }
 
 /// The report in a file of its own, named as the drawing.
@@ -107,10 +110,8 @@ static bool writeFile(const std::string& target, const std::string& text) {
 static int repairOne(const std::string& input, const Options& options) {
     const std::string target =
         options.check.repaired.empty() ? pathInFolder(input, options, "").string() : options.check.repaired;
-    if (const std::string why = whyNotTarget(input, target, "dxf"); !why.empty()) {
-        std::cerr << "torva-dxf: " << why << '\n';
-        return STATUS_USAGE;
-    }
+    if (const std::string why = whyNotTarget(input, target, "dxf"); !why.empty())
+        return fail(why, STATUS_USAGE);
     std::ostream& out = target == "-" ? std::cerr : std::cout;
     const validate::Selection selection = selectionOf(options);
     const bool other = input != "-" && !(otherKind(input).empty() && whyNotReadable(input).empty());
@@ -140,14 +141,12 @@ static std::string sharedName(const std::vector<std::string>& inputs) {
 }
 
 int runValidateCommand(const Options& options) {
-    std::error_code error;
     if (!options.directory.empty()) {
-        if (const std::string name = sharedName(options.inputs); !name.empty()) {
-            std::cerr << "torva-dxf: two inputs are called " << name
-                      << ", one would take the other's place in " << options.directory << '\n';
-            return STATUS_USAGE;
-        }
-        fs::create_directories(options.directory, error);
+        if (const std::string name = sharedName(options.inputs); !name.empty())
+            return fail(words::say("two inputs are called {}, one would take the other's place in {}", name,
+                                   options.directory),
+                        STATUS_USAGE);
+        if (!makeFolder(options.directory)) return STATUS_FAILED;
     }
     return forEachInput(options.inputs, options.jobs, [&](const std::string& input) {
         return options.check.repairs ? repairOne(input, options) : checkOne(input, options);

@@ -1,5 +1,7 @@
 #include "environment.h"
 
+#include "words.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
@@ -12,7 +14,9 @@ static const char* const kRelease = "1700";
 
 TemporaryFolder::TemporaryFolder() {
     std::string name = (fs::temp_directory_path() / "torva-dxf-XXXXXX").string();
-    if (!mkdtemp(name.data())) throw std::runtime_error("Can't make a folder in the temporary directory");
+    if (!mkdtemp(name.data()))
+        throw std::runtime_error(
+            words::say("Can't make a folder in the temporary directory: {}", words::systemWords(errno)));
     path_ = name;
 }
 

@@ -1,5 +1,7 @@
 #include "file_kind.h"
 
+#include "words.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -58,14 +60,14 @@ struct Ending {
 
 /// Endings whose kind of file only one command makes.
 constexpr std::array kEndings{
-    Ending{".tdw", "tdw", "a drawing file's name; 'torva-dxf import' makes drawing files"},
-    Ending{".dxf", "dxf", "a DXF file's name; 'torva-dxf convert' and 'export' make DXF files"},
-    Ending{".svg", "picture", "a picture's name; 'torva-dxf render' makes pictures"},
-    Ending{".png", "picture", "a picture's name; 'torva-dxf render' makes pictures"},
-    Ending{".pdf", "picture", "a picture's name; 'torva-dxf render' makes pictures"},
-    Ending{".obj", "mesh", "a mesh's name; 'torva-dxf export' makes meshes"},
-    Ending{".stl", "mesh", "a mesh's name; 'torva-dxf export' makes meshes"},
-    Ending{".ply", "mesh", "a mesh's name; 'torva-dxf export' makes meshes"},
+    Ending{".tdw", "tdw", "{} is a drawing file's name; 'torva-dxf import' makes drawing files"},
+    Ending{".dxf", "dxf", "{} is a DXF file's name; 'torva-dxf convert' and 'export' make DXF files"},
+    Ending{".svg", "picture", "{} is a picture's name; 'torva-dxf render' makes pictures"},
+    Ending{".png", "picture", "{} is a picture's name; 'torva-dxf render' makes pictures"},
+    Ending{".pdf", "picture", "{} is a picture's name; 'torva-dxf render' makes pictures"},
+    Ending{".obj", "mesh", "{} is a mesh's name; 'torva-dxf export' makes meshes"},
+    Ending{".stl", "mesh", "{} is a mesh's name; 'torva-dxf export' makes meshes"},
+    Ending{".ply", "mesh", "{} is a mesh's name; 'torva-dxf export' makes meshes"},
 };
 
 } // namespace
@@ -89,9 +91,9 @@ FileLook lookAtFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     in.read(buffer, sizeof buffer);
     const std::string_view bytes(buffer, static_cast<std::size_t>(in.gcount()));
-    if (isDwg(bytes)) return {FileKind::Dwg, "a DWG of version " + std::string(bytes.substr(0, 6))};
+    if (isDwg(bytes)) return {FileKind::Dwg, words::say("a DWG of version {}", bytes.substr(0, 6))};
     for (const Mark& mark : kMarks)
-        if (bytes.starts_with(mark.bytes)) return {mark.kind, mark.name};
+        if (bytes.starts_with(mark.bytes)) return {mark.kind, words::say(mark.name)};
     return {};
 }
 
@@ -107,36 +109,37 @@ std::string whyNotReadable(const std::string& path) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (!fs::exists(status) && hasRecoveredTwin(path)) return {};
-    if (!fs::exists(status)) return path + ": " + std::strerror(error ? error.value() : ENOENT);
-    if (fs::is_directory(status)) return path + ": is a folder";
+    if (!fs::exists(status)) return path + ": " + words::systemWords(error ? error.value() : ENOENT);
+    if (fs::is_directory(status)) return path + ": " + words::say("is a folder");
     if (fs::is_fifo(status)) return {};
-    if (!fs::is_regular_file(status)) return path + ": is a device, not a file";
-    if (::access(path.c_str(), R_OK) != 0) return path + ": " + std::strerror(errno);
-    if (fs::file_size(path, error) == 0 && !error) return path + ": the file is empty";
+    if (!fs::is_regular_file(status)) return path + ": " + words::say("is a device, not a file");
+    if (::access(path.c_str(), R_OK) != 0) return path + ": " + words::systemWords(errno);
+    if (fs::file_size(path, error) == 0 && !error) return path + ": " + words::say("the file is empty");
     const FileLook look = lookAtFile(path);
-    if (look.kind == FileKind::Other) return path + ": this is " + look.name + ", not a drawing";
+    if (look.kind == FileKind::Other) return path + ": " + words::say("this is {}, not a drawing", look.name);
     return {};
 }
 
 std::string whyNotWritable(const std::string& target) {
     std::error_code error;
-    if (fs::is_directory(target, error)) return "is a folder";
-    if (fs::exists(target, error)) return ::access(target.c_str(), W_OK) == 0 ? "" : std::strerror(errno);
+    if (fs::is_directory(target, error)) return words::say("is a folder");
+    if (fs::exists(target, error))
+        return ::access(target.c_str(), W_OK) == 0 ? "" : words::systemWords(errno);
     const fs::path parent = fs::absolute(target, error).parent_path();
-    if (!fs::exists(parent, error)) return "there is no folder " + parent.string();
-    if (::access(parent.c_str(), W_OK) != 0) return parent.string() + ": " + std::strerror(errno);
+    if (!fs::exists(parent, error)) return words::say("there is no folder {}", parent.string());
+    if (::access(parent.c_str(), W_OK) != 0) return parent.string() + ": " + words::systemWords(errno);
     const fs::space_info space = fs::space(parent, error);
-    return !error && space.available == 0 ? std::strerror(ENOSPC) : "";
+    return !error && space.available == 0 ? words::systemWords(ENOSPC) : "";
 }
 
 std::string whyNotTarget(const std::string& input, const std::string& target, const std::string& purpose) {
     std::error_code error;
     if (target == "-") return {};
-    if (fs::equivalent(input, target, error)) return "input and output are one file: " + target;
+    if (fs::equivalent(input, target, error)) return words::say("input and output are one file: {}", target);
     if (fs::exists(target, error) && !fs::is_regular_file(target, error)) return {};
     for (const Ending& known : kEndings)
         if (lowerEnding(target) == known.ending && known.purpose != purpose)
-            return target + " is " + known.advice;
+            return words::say(known.advice, target);
     return {};
 }
 

@@ -1,5 +1,8 @@
 #include "info_print.h"
 
+#include "account.h"
+#include "words.h"
+
 #include <array>
 #include <cstdio>
 #include <iostream>
@@ -20,16 +23,16 @@ static std::string word(const Json& object, const char* key) {
 static std::string weightWord(int hundredths) {
     if (hundredths < 0) return {};
     char text[32];
-    std::snprintf(text, sizeof text, ", weight %.2f mm", hundredths / 100.0);
-    return text;
+    std::snprintf(text, sizeof text, "%.2f", hundredths / 100.0);
+    return words::say(", weight {} mm", text);
 }
 
 static std::string layerLine(const Json& layer) {
     std::string line = word(layer, "name");
     if (layer.contains("color"))
-        line += ": colour " + word(layer, "color") + weightWord(layer["weight"].get<int>()) + ", " +
-                word(layer, "line_type");
-    for (const Json& state : layer["states"]) line += ", " + state.get<std::string>();
+        line += words::say(": colour {}{}, {}", word(layer, "color"), weightWord(layer["weight"].get<int>()),
+                           word(layer, "line_type"));
+    for (const Json& state : layer["states"]) line += ", " + words::say(state.get<std::string>());
     return line;
 }
 
@@ -41,17 +44,18 @@ static std::string lineTypeLine(const Json& type) {
 static std::string styleLine(const Json& style) {
     const std::string font = style.contains("face") ? word(style, "face") : word(style, "file");
     std::string line = word(style, "name") + ": " + font;
-    if (style.contains("big_font")) line += " with " + word(style, "big_font");
-    if (style.contains("stand_in")) line += " (not found, drawn with " + word(style, "stand_in") + ")";
+    if (style.contains("big_font")) line += words::say(" with {}", word(style, "big_font"));
+    if (style.contains("stand_in"))
+        line += words::say(" (not found, drawn with {})", word(style, "stand_in"));
     return line;
 }
 
 static std::string blockLine(const Json& block) {
-    return word(block, "name") + ": inserted " + word(block, "inserted") + " times";
+    return words::say("{}: inserted {} times", word(block, "name"), word(block, "inserted"));
 }
 
 static std::string referenceLine(const Json& reference) {
-    return word(reference, "file") + (reference["found"].get<bool>() ? "" : " (not found)");
+    return word(reference, "file") + (reference["found"].get<bool>() ? "" : words::say(" (not found)"));
 }
 
 static std::string plainLine(const Json& text) {
@@ -61,10 +65,11 @@ static std::string plainLine(const Json& text) {
 static void printList(const Json& list, const char* title, std::string (*line)(const Json&), bool all) {
     constexpr std::size_t shown = 12;
     if (list.empty()) return;
-    std::cout << "  " << title << " (" << list.size() << ")\n";
+    std::cout << "  " << words::tr(title) << " (" << list.size() << ")\n";
     for (std::size_t i = 0; i < list.size() && (all || i < shown); ++i)
         std::cout << "    " << line(list[i]) << '\n';
-    if (!all && list.size() > shown) std::cout << "    … and " << list.size() - shown << " more (-v)\n";
+    if (!all && list.size() > shown)
+        std::cout << "    " << words::say("… and {} more (-v)", list.size() - shown) << '\n';
 }
 
 static void printPassport(const Json& info, bool all) {
@@ -79,21 +84,20 @@ static void printPassport(const Json& info, bool all) {
 
 /// The program's release that a version number of the format came with.
 static std::string releaseOf(const std::string& version) {
-    static constexpr std::array<std::pair<std::string_view, const char*>, 11> releases{
-        {{"AC1006", "R10"},
-         {"AC1009", "R11 or R12"},
-         {"AC1012", "R13"},
-         {"AC1014", "R14"},
-         {"AC1015", "2000"},
-         {"AC1018", "2004"},
-         {"AC1021", "2007"},
-         {"AC1024", "2010"},
-         {"AC1027", "2013"},
-         {"AC1032", "2018"},
-         {"", "none"}}};
+    static constexpr std::array<std::pair<std::string_view, const char*>, 11> releases{{{"AC1006", "R10"},
+                                                                                        {"AC1009", "R11/R12"},
+                                                                                        {"AC1012", "R13"},
+                                                                                        {"AC1014", "R14"},
+                                                                                        {"AC1015", "2000"},
+                                                                                        {"AC1018", "2004"},
+                                                                                        {"AC1021", "2007"},
+                                                                                        {"AC1024", "2010"},
+                                                                                        {"AC1027", "2013"},
+                                                                                        {"AC1032", "2018"},
+                                                                                        {"", "none"}}};
     for (const auto& [number, release] : releases)
-        if (number == version) return release;
-    return "unknown";
+        if (number == version) return words::say(release);
+    return words::say("unknown");
 }
 
 static std::string number(double value) {
@@ -104,22 +108,25 @@ static std::string number(double value) {
 
 static void printSize(const Json& info) {
     const std::string unit = word(info, "unit");
-    std::cout << "  unit " << (info["unit_given"].get<bool>() ? "" : "none, taken as ") << unit << '\n';
+    const bool isGiven = info["unit_given"].get<bool>();
+    std::cout << "  " << words::say("unit {}", (isGiven ? "" : words::say("none, taken as ")) + unit) << '\n';
     const Json& box = info["extents"];
     if (box.is_null()) {
-        std::cout << "  empty\n";
+        std::cout << "  " << words::tr("empty") << '\n';
         return;
     }
     const auto at = [&](std::size_t i) { return box[i].get<double>(); };
-    std::cout << "  size " << number(at(2) - at(0)) << " × " << number(at(3) - at(1)) << ' ' << unit
-              << ", from " << number(at(0)) << ' ' << number(at(1)) << " to " << number(at(2)) << ' '
-              << number(at(3)) << '\n';
+    std::cout << "  "
+              << words::say("size {} × {} {}, from {} {} to {} {}", number(at(2) - at(0)),
+                            number(at(3) - at(1)), unit, number(at(0)), number(at(1)), number(at(2)),
+                            number(at(3)))
+              << '\n';
 }
 
 static void printNumbers(const Json& info, std::initializer_list<const char*> keys) {
     const char* gap = "  ";
     for (const char* key : keys) {
-        std::cout << gap << key << ' ' << info[key].dump();
+        std::cout << gap << words::tr(key) << ' ' << info[key].dump();
         gap = ", ";
     }
     std::cout << '\n';
@@ -127,12 +134,14 @@ static void printNumbers(const Json& info, std::initializer_list<const char*> ke
 
 /// What became of the host's drawing, and how.
 static void printDrawing(const Json& info) {
-    std::cout << "  outcome " << info["stat"] << ", scale " << info["scale"] << ", " << info["seconds"]
-              << " s\n";
+    std::cout << "  "
+              << words::say("outcome {}, scale {}, {} s", info["stat"].dump(), info["scale"].dump(),
+                            info["seconds"].dump())
+              << '\n';
     printNumbers(info["elements"], {"move", "draw", "arc", "spline"});
     printNumbers(info, {"patterns", "attributes", "texts", "hatches", "dimensions", "bitmaps"});
     if (info["hatches"] != 0) {
-        std::cout << "  of the hatches:";
+        std::cout << "  " << words::tr("of the hatches:");
         printNumbers(info["hatch"], {"families", "fills", "gradients", "standard", "kept"});
     }
     printNumbers(info, {"faces", "facets", "curves3d", "pointclouds", "solids", "views"});
@@ -140,23 +149,26 @@ static void printDrawing(const Json& info) {
 
 /// "LINE: 28", "HATCH: 5, of which 2 hidden, 1 lost".
 static void printEntities(const Json& entities) {
-    if (!entities.empty()) std::cout << "  entities\n";
+    if (!entities.empty()) std::cout << "  " << words::tr("entities") << '\n';
     for (const auto& [name, count] : entities.items()) {
         std::cout << "    " << name << ": " << count["read"];
-        const char* gap = ", of which ";
+        std::string_view gap = words::tr(", of which ");
         for (const char* what : {"hidden", "lost"})
-            if (count[what] != 0) std::cout << std::exchange(gap, ", ") << count[what] << ' ' << what;
+            if (count[what] != 0)
+                std::cout << std::exchange(gap, ", ") << count[what] << ' ' << words::tr(what);
         std::cout << '\n';
     }
 }
 
 static void printUnseen(const Json& rows, const char* heading) {
     for (const Json& row : rows) {
-        std::cout << "  " << heading << ' ' << row["count"] << ' ' << word(row, "kind") << ": "
-                  << word(row, "reason") << (row["in_blocks"].get<bool>() ? ", in blocks" : "");
-        const char* gap = " (first: ";
+        std::cout << "  " << words::tr(heading) << ' ' << row["count"] << ' ' << word(row, "kind") << ": "
+                  << reasonWords(word(row, "reason"))
+                  << (row["in_blocks"].get<bool>() ? words::tr(", in blocks") : "");
+        std::string_view gap = words::tr(" (first: ");
         for (const auto& [key, value] : row["example"].items())
-            std::cout << std::exchange(gap, ", ") << key << ' ' << word(row["example"], key.c_str());
+            std::cout << std::exchange(gap, ", ") << words::tr(key) << ' '
+                      << word(row["example"], key.c_str());
         std::cout << (row["example"].empty() ? "\n" : ")\n");
     }
 }
@@ -164,8 +176,10 @@ static void printUnseen(const Json& rows, const char* heading) {
 void printInfo(const Json& info, bool verbose) {
     std::cout << word(info, "file") << '\n';
     if (!info["version"].is_null())
-        std::cout << "  version " << word(info, "version") << " (" << releaseOf(word(info, "version"))
-                  << "), code page " << info["codepage"] << '\n';
+        std::cout << "  "
+                  << words::say("version {} ({}), code page {}", word(info, "version"),
+                                releaseOf(word(info, "version")), info["codepage"].dump())
+                  << '\n';
     printSize(info);
     if (verbose || info["stat"] != 0) printDrawing(info);
     printPassport(info, verbose);

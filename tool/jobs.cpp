@@ -2,6 +2,8 @@
 
 #include "options.h"
 #include "streams.h"
+#include "tell.h"
+#include "words.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -44,7 +46,7 @@ static void startJob(Job& job, const std::string& input, const std::function<int
 
 static void finishJob(Job& job, const std::string& input) {
     if (job.process < 0) {
-        std::cerr << "torva-dxf: " << input << ": can't start a process\n";
+        fail(input, words::say("can't start a process"));
         return;
     }
     for (const auto& [from, to] : {std::pair(job.output.get(), stdout), {job.errors.get(), stderr}}) {
@@ -55,8 +57,7 @@ static void finishJob(Job& job, const std::string& input) {
         job.status = WEXITSTATUS(job.status);
         return;
     }
-    std::cerr << "torva-dxf: " << input << ": its process ended by signal " << WTERMSIG(job.status) << '\n';
-    job.status = STATUS_FAILED;
+    job.status = fail(input, words::say("its process ended by signal {}", WTERMSIG(job.status)));
 }
 
 /// Waits for any process to end. False when there is none.
@@ -80,8 +81,7 @@ static void tellFailed(const std::vector<std::string>& inputs, const std::vector
         failed += (count++ == 0 ? "" : ", ") + inputs[i];
     }
     if (count > 0)
-        std::cerr << "torva-dxf: " << inputs.size() - count << " of " << inputs.size()
-                  << " done; failed: " << failed << '\n';
+        fail(words::say("{} of {} done; failed: {}", inputs.size() - count, inputs.size(), failed));
 }
 
 int forEachInput(const std::vector<std::string>& inputs, int jobs,

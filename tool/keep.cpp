@@ -2,6 +2,7 @@
 
 #include "letter_case.h"
 #include "ut_string.h"
+#include "words.h"
 
 #include <algorithm>
 #include <bitset>
@@ -31,7 +32,7 @@ public:
     }
     void add(const SourceLineType& type) {
         if (!isWritable(type.name)) {
-            plan_.notes.push_back("Line type " + type.name + " can't be configured: drawn solid");
+            plan_.notes.push_back(words::say("Line type {} can't be configured: drawn solid", type.name));
             return;
         }
         const auto [entry, isNew] = numbers_.try_emplace(lower(type.name), next_);
@@ -43,9 +44,9 @@ public:
     }
     void finish() {
         if (left_.empty()) return;
-        plan_.notes.push_back(std::to_string(left_.size()) +
-                              " line types are drawn solid, for the host knows " +
-                              std::to_string(kLastLineType) + " only; the first is " + left_[0]);
+        plan_.notes.push_back(
+            words::say("{} line types are drawn solid, for the host knows {} only; the first is {}",
+                       left_.size(), kLastLineType, left_[0]));
     }
 
 private:

@@ -14,8 +14,10 @@
 #include "services/session.h"
 #include "store/store.h"
 #include "streams.h"
+#include "tell.h"
 #include "units.h"
 #include "ut.h"
+#include "words.h"
 
 #include <chrono>
 #include <cmath>
@@ -69,9 +71,9 @@ static bool isDwg(const std::string& path) {
 
 std::string missingConverter(const std::string& name) {
     const FileLook look = lookAtFile(name);
-    return name + " is " + (look.kind == FileKind::Dwg ? look.name : "a DWG") +
-           ". Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; it is called "
-           "with the source and the target behind its own arguments";
+    return words::say("{} is {}. Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; "
+                      "it is called with the source and the target behind its own arguments",
+                      name, look.kind == FileKind::Dwg ? look.name : words::say("a DWG"));
 }
 
 /// Hands on the text of a DXF file; of a DWG or binary DXF, its text form.
@@ -132,7 +134,7 @@ void Loading::prepareKeeping() {
     if (writeKeepConfig(plan_, dataFile("keep.dxd"), config))
         host::session().texts["$DxfConfig"] = config;
     else
-        note("Can't read " + dataFile("keep.dxd") + ": the module's defaults are used");
+        note(words::say("Can't read {}: the module's defaults are used", dataFile("keep.dxd")));
     if (!options_.read.center) host::session().numbers["&DxfInsbase"] = 1;
     host::session().texts["$DxfPaperUnit"] = GeUnit(plan_.paperUnit).name().str();
     host::session().numbers["&DxfPaperUnit"] = plan_.paperUnit;
@@ -144,8 +146,8 @@ void Loading::prepareKeeping() {
     drawing.unitAssumed = unit.inMm == 0;
     if (unit.exact) return;
     unitRatio_ = unit.inMm / host::unitInMm(drawing);
-    note("The file's unit (" + std::string(unit.name) + ") isn't one of the host's: all is scaled to " +
-         unitWord(unit.code));
+    note(words::say("The file's unit ({}) isn't one of the host's: all is scaled to {}", words::tr(unit.name),
+                    unitWord(unit.code)));
 }
 
 void setUserVariables(const Options& options) {
@@ -181,7 +183,7 @@ void Loading::moveBack(host::Drawing& drawing) {
     const bool isPaper = options_.read.space == "paper";
     const RPT& base = isPaper ? paper : model;
     if (options_.read.space == "all" && (paper.x != 0 || paper.y != 0))
-        note("Coordinates on the sheets are relative to the insertion base of paper space");
+        note(words::say("Coordinates on the sheets are relative to the insertion base of paper space"));
     if (base.x == 0 && base.y == 0) return;
     host::moveModel(drawing, base.x, base.y);
     host::renewMarks(drawing);
@@ -211,9 +213,9 @@ void Loading::importDxf(const std::string& path) {
     }
     for (const std::string& dialog : host::session().dialogs) note(dialog);
     if (host::session().elementLimitHit)
-        note("Stopped: more elements than allowed (--max-elements)");
+        note(words::say("Stopped: more elements than allowed (--max-elements)"));
     else if (loaded_.stat == 9009 && !isInterrupted())
-        note("Stopped: more entities than anyone can draw");
+        note(words::say("Stopped: more entities than anyone can draw"));
     if (keeps) finishKeeping();
 }
 
@@ -238,13 +240,13 @@ Loaded Loading::run(const std::string& input) {
         if (pipe) UtFileClose(pipe);
     }
     if (path.empty()) {
-        loaded_.error = "Can't read " + (input == "-" ? "standard input" : input);
+        loaded_.error = words::say("Can't read {}", input == "-" ? words::say("standard input") : input);
     } else if (isDwg(path) && host::session().dwgConverter.empty()) {
         loaded_.error = missingConverter(input);
     } else if (isDrawingFile(path)) {
-        loaded_.error = host::loadDrawing(host::openDrawing(), path);
+        loaded_.error = words::retold(host::loadDrawing(host::openDrawing(), path));
         if (options_.read.unit != 0)
-            note("A drawing file has its unit: --unit is for DXF files, --convert-unit for both");
+            note(words::say("A drawing file has its unit: --unit is for DXF files, --convert-unit for both"));
     } else {
         importDxf(path);
     }
@@ -259,10 +261,7 @@ Loaded loadInput(const std::string& input, const Options& options, bool isAlone)
 }
 
 int tellOutcome(const std::string& input, const Loaded& loaded, const Options& options) {
-    if (!loaded.error.empty()) {
-        std::cerr << "torva-dxf: " << loaded.error << '\n';
-        return STATUS_FAILED;
-    }
+    if (!loaded.error.empty()) return fail(loaded.error);
     if (!options.quiet) {
         for (const std::string& line : options.verbose ? loaded.messages : loaded.important)
             std::cerr << input << ": " << line << '\n';
@@ -270,8 +269,7 @@ int tellOutcome(const std::string& input, const Loaded& loaded, const Options& o
     if (!options.quiet)
         for (const std::string& line : accountLines(loaded)) std::cerr << input << ": " << line << '\n';
     if (loaded.stat == 0) return STATUS_DONE;
-    std::cerr << "torva-dxf: " << input << ": the import ended with error " << loaded.stat << '\n';
-    return STATUS_FAILED;
+    return fail(input, words::say("the import ended with error {}", loaded.stat));
 }
 
 } // namespace tool

@@ -5,10 +5,12 @@
 #include "paper.h"
 #include "progress.h"
 #include "streams.h"
+#include "tell.h"
 #include "units.h"
 #include "usage.h"
 #include "validate.h"
 #include "variables.h"
+#include "words.h"
 
 #include <CLI/CLI.hpp>
 
@@ -23,14 +25,14 @@ static void addMessageOptions(CLI::App& command, Options& options) {
         ->check(CLI::IsMember({"de", "en"}));
 }
 
-static void addUnit(CLI::App& command, const char* name, int& unit, const std::string& purpose) {
+static void addUnit(CLI::App& command, const char* name, int& unit, std::string_view purpose) {
     command.add_option_function<std::string>(
         name,
         [name, &unit](const std::string& word) {
             unit = unitFromWord(word);
-            if (unit == 0) throw CLI::ValidationError(name, "no such unit: " + word);
+            if (unit == 0) throw CLI::ValidationError(name, words::say("no such unit: {}", word));
         },
-        purpose + ": nm, um, mm, cm, m, km, inch, feet");
+        words::say("{}: nm, um, mm, cm, m, km, inch, feet", words::tr(purpose)));
 }
 
 static void addReadOptions(CLI::App& command, Options& options) {
@@ -82,7 +84,8 @@ static CLI::App* addCommand(CLI::App& app, const char* name, const char* purpose
 static void addFormat(CLI::App& command, Options& options) {
     command
         .add_option("--format", options.format,
-                    "Version to write, the newest by default; 2018, R12 and the like are understood")
+                    "Version to write, the newest by default; 2018, R12 and the like are understood. R13 is "
+                    "written as R12, R14 as 2000")
         ->transform(formatKeyword)
         ->check(CLI::IsMember({"ACAD32", "ACAD27", "ACAD24", "ACAD21", "ACAD18", "ACAD15", "ACAD14", "ACAD13",
                                "ACAD12", "ACAD11", "EASY"}))
@@ -120,7 +123,7 @@ static CLI::Validator ruleNumber() {
         const bool known = std::any_of(rules.begin(), rules.end(), [&](const validate::RuleInfo& rule) {
             return std::to_string(rule.number) == text;
         });
-        return known ? std::string() : "there is no rule " + text;
+        return known ? std::string() : words::say("there is no rule {}", text);
     };
     return {check, "RULE"};
 }
@@ -192,9 +195,13 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     render->add_flag("--dark", options.dark, "On black");
     const auto paper =
         render->add_option("--paper", options.paper, "Sheet of paper for the model: A0 to A5, or WxH in mm")
-            ->check([](const std::string& text) { return paperFromWord(text) ? "" : "no paper: " + text; });
+            ->check([](const std::string& text) {
+                return paperFromWord(text) ? "" : words::say("no paper: {}", text);
+            });
     render->add_option("--scale", options.scale, "Of the paper over the drawing: 1:50, or fit")
-        ->check([](const std::string& text) { return scaleFromWord(text) ? "" : "no scale: " + text; })
+        ->check([](const std::string& text) {
+            return scaleFromWord(text) ? "" : words::say("no scale: {}", text);
+        })
         ->needs(paper)
         ->capture_default_str();
     render->add_option("--margin", options.margin, "What a fitted drawing leaves free, mm")
@@ -231,7 +238,7 @@ static void addSat(CLI::App& app, Options& options, Run& chosen) {
             ->excludes(dump);
     sat->add_option("-d,--directory", options.directory, "Folder for them")->needs(extract);
     extract->needs("-d");
-    addReadOptions(*sat, options);
+    addMessageOptions(*sat, options);
 }
 
 /// What CLI11 can't say by itself. Empty when all is well.
@@ -241,27 +248,49 @@ static std::string checkUsage(const Options& options, Run chosen) {
         chosen == runConvert && options.directory.empty() && options.inputs.size() > 1;
     const auto standardInput =
         std::count(options.inputs.begin(), options.inputs.end() - (endsWithOutput ? 1 : 0), "-");
-    if (standardInput > 1) return "standard input can be read once only";
+    if (standardInput > 1) return words::say("standard input can be read once only");
     if (chosen == runRender && options.output.empty() && options.directory.empty())
-        return "render needs the name of a picture, or --all-views with -d DIR";
+        return words::say("render needs the name of a picture, or --all-views with -d DIR");
     const CheckOptions& check = options.check;
     if (check.repairs && check.repaired.empty() == options.directory.empty())
-        return check.repaired.empty() ? "--repair needs the name of a file, or -d DIR"
-                                      : "--repair takes no name with -d";
+        return check.repaired.empty() ? words::say("--repair needs the name of a file, or -d DIR")
+                                      : words::say("--repair takes no name with -d");
     if (check.repairs && options.inputs.size() > 1 && options.directory.empty())
-        return "several inputs need -d DIR";
+        return words::say("several inputs need -d DIR");
     if (chosen == runSat) {
         const bool isAlone = options.dumpModel || options.extractSolids;
         if (isAlone != (options.inputs.size() == 1))
-            return "sat needs IN OUT, --dump IN, or --extract IN -d DIR";
+            return words::say("sat needs IN OUT, --dump IN, or --extract IN -d DIR");
     }
     if (!isImport) return {};
-    if (options.output.empty() && options.directory.empty()) return "import needs -o FILE or -d DIR";
-    if (options.inputs.size() > 1 && options.directory.empty()) return "several inputs need -d DIR";
+    if (options.output.empty() && options.directory.empty())
+        return words::say("import needs -o FILE or -d DIR");
+    if (options.inputs.size() > 1 && options.directory.empty())
+        return words::say("several inputs need -d DIR");
     return {};
 }
 
+static int wrongUsage(const std::string& why) {
+    fail(why);
+    std::cerr << words::tr("Run with --help for more information.") << '\n';
+    return STATUS_USAGE;
+}
+
+/// Help and wrong usage are told in it, before the command line is understood. What an installation brings
+/// along is English.
+static void chooseLanguage(const std::vector<std::string>& arguments) {
+    std::string language = localeLanguage();
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i].starts_with("--lang=")) language = arguments[i].substr(7);
+        if (arguments[i] == "--lang" && i + 1 < arguments.size()) language = arguments[i + 1];
+        if (arguments[i] == "--manual-page" || arguments[i] == "--bash-completion") language = "en";
+    }
+    words::choose(language);
+}
+
 static int runCommandLine(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    chooseLanguage(arguments);
     Options options;
     Run chosen = nullptr;
     CLI::App app("Brings DXF drawings in, writes them out, shows and checks them.", "torva-dxf");
@@ -271,7 +300,7 @@ static int runCommandLine(int argc, char** argv) {
     addCommands(app, options, chosen);
     addSat(app, options, chosen);
     addExamples(app);
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    translateHelp(app);
     if (arguments.empty() || arguments.front() == "help") {
         (arguments.empty() ? std::cerr : std::cout) << app.help();
         return arguments.empty() ? STATUS_USAGE : STATUS_DONE;
@@ -281,22 +310,18 @@ static int runCommandLine(int argc, char** argv) {
         std::cout << (arguments.front() == "--manual-page" ? manualPage(app) : bashCompletion(app));
         return STATUS_DONE;
     }
-    if (const std::string wrong = unknownWord(app, arguments); !wrong.empty()) {
-        std::cerr << "torva-dxf: " << wrong << "\nRun with --help for more information.\n";
-        return STATUS_USAGE;
-    }
+    if (const std::string wrong = unknownWord(app, arguments); !wrong.empty()) return wrongUsage(wrong);
     try {
         app.parse(argc, argv);
+    } catch (const CLI::Success& wanted) {
+        return app.exit(wanted, std::cout, std::cerr);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error, std::cout, std::cerr) == 0 ? STATUS_DONE : STATUS_USAGE;
+        return wrongUsage(words::retold(error.what()));
     }
     // Who asks for a sheet of a DXF file wants it read.
     const bool wantsSheets = chosen == runRender && (options.allViews || !options.view.empty());
     if (wantsSheets && app.get_subcommand("render")->count("--space") == 0) options.read.space = "all";
-    if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) {
-        std::cerr << wrong << "\nRun with --help for more information.\n";
-        return STATUS_USAGE;
-    }
+    if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) return wrongUsage(wrong);
     setDataEnvironment();
     watchInterrupt();
     return chosen(options);
@@ -309,7 +334,6 @@ int main(int argc, char** argv) {
         tool::guardStreams();
         return tool::finishOutput(tool::runCommandLine(argc, argv));
     } catch (const std::exception& error) {
-        std::cerr << "torva-dxf: " << error.what() << '\n';
-        return tool::STATUS_FAILED;
+        return tool::fail(words::retold(error.what()));
     }
 }

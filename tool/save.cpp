@@ -11,7 +11,9 @@
 #include "protocol.h"
 #include "services/session.h"
 #include "streams.h"
+#include "tell.h"
 #include "ut.h"
+#include "words.h"
 
 #include <algorithm>
 #include <cmath>
@@ -155,7 +157,7 @@ bool prepareKeeping(const Loaded& source, const Options& options, const Temporar
 
 bool isUsableTarget(const std::string& input, const std::string& target, const std::string& purpose) {
     const std::string wrong = whyNotTarget(input, target, purpose);
-    if (!wrong.empty()) std::cerr << "torva-dxf: " << wrong << '\n';
+    if (!wrong.empty()) fail(wrong);
     return wrong.empty();
 }
 
@@ -168,17 +170,13 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
     session.dialogs.clear();
     setUserVariables(options); // the import has used them up
     const bool keeps = options.read.config.empty() && !options.read.plain;
-    if (keeps && !prepareKeeping(source, options, folder)) {
-        std::cerr << "torva-dxf: can't prepare the configuration of the export\n";
-        return STATUS_FAILED;
-    }
+    if (keeps && !prepareKeeping(source, options, folder))
+        return fail(words::say("can't prepare the configuration of the export"));
     if (!keeps && !options.read.config.empty()) session.texts["$DxfConfig"] = options.read.config;
-    if (UtPathExt(target).str() == "dwg" && session.dwgConverter.empty()) {
-        std::cerr << "torva-dxf: " << missingConverter(target) << '\n';
-        return STATUS_FAILED;
-    }
+    if (UtPathExt(target).str() == "dwg" && session.dwgConverter.empty())
+        return fail(missingConverter(target));
     if (toStream && host::countDrawing(host::openDrawing()).bitmaps > 0)
-        std::cerr << name << ": pictures stand beside a DXF file; a stream has none\n";
+        std::cerr << name << ": " << words::tr("pictures stand beside a DXF file; a stream has none") << '\n';
     const RunFiles files(folder);
     DxfSelect(0, options.read.threeD ? DX_EXPORT_3D : DX_EXPORT_2D, target);
     hideProgress();
@@ -189,17 +187,13 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
     }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);
     if (stat == 0 && options.binary) {
-        if (const std::string error = host::makeBinaryDxf(target); !error.empty()) {
-            std::cerr << "torva-dxf: " << name << ": " << error << '\n';
-            return STATUS_FAILED;
-        }
+        if (const std::string error = host::makeBinaryDxf(target); !error.empty())
+            return fail(name, words::retold(error));
     }
     if (stat == 0 && (!toStream || copyToStream(target, name))) return STATUS_DONE;
     if (stat == 0 && name == "-") return STATUS_FAILED;
-    const std::string why = stat == 0 ? "can't be written" : whyNotWritable(name);
-    std::cerr << "torva-dxf: " << name << ": "
-              << (why.empty() ? "the export ended with error " + std::to_string(stat) : why) << '\n';
-    return STATUS_FAILED;
+    const std::string why = stat == 0 ? words::say("can't be written") : whyNotWritable(name);
+    return fail(name, why.empty() ? words::say("the export ended with error {}", stat) : why);
 }
 
 } // namespace tool

@@ -1,6 +1,8 @@
 #include "streams.h"
 
 #include "options.h"
+#include "tell.h"
+#include "words.h"
 
 #include <algorithm>
 #include <csignal>
@@ -53,7 +55,7 @@ static bool hasReader() {
 int finishOutput(int status) {
     const bool isWritten = std::cout.flush() && std::fflush(stdout) == 0 && !std::ferror(stdout);
     if (isWritten) return status;
-    if (hasReader()) std::cerr << "torva-dxf: can't write to standard output\n";
+    if (hasReader()) fail(words::say("can't write to standard output"));
     return std::max<int>(status, STATUS_FAILED);
 }
 

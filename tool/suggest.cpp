@@ -1,5 +1,7 @@
 #include "suggest.h"
 
+#include "words.h"
+
 #include <algorithm>
 
 namespace tool {
@@ -36,7 +38,7 @@ std::string nearestWord(const std::string& word, const std::vector<std::string>&
 
 std::string didYouMean(const std::string& word, const std::vector<std::string>& known) {
     const std::string nearest = nearestWord(word, known);
-    return nearest.empty() ? "" : ", did you mean " + nearest + "?";
+    return nearest.empty() ? "" : words::say(", did you mean {}?", nearest);
 }
 
 } // namespace tool

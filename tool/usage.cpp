@@ -1,6 +1,7 @@
 #include "usage.h"
 
 #include "suggest.h"
+#include "words.h"
 
 #include <algorithm>
 #include <array>
@@ -62,27 +63,48 @@ constexpr std::array kFormatNames{
 static std::string exampleLine(const Example& example) {
     constexpr std::size_t width = 46;
     std::string line = "  torva-dxf " + std::string(example.line);
-    line.resize(std::max(width, line.size() + 1), ' ');
-    return line + example.what + "\n";
+    line.resize(std::max(width, line.size() + 2), ' ');
+    return line + words::say(example.what) + "\n";
 }
 
 static std::string examplesOf(const std::string& command) {
     std::string text;
     for (const Example& example : kExamples)
         if (command == example.command) text += exampleLine(example);
-    return text.empty() ? text : "Examples:\n" + text;
+    return text.empty() ? text : words::say("Examples:") + "\n" + text;
 }
 
 void addExamples(CLI::App& app) {
-    std::string first = "Examples:\n", last;
+    std::string first = words::say("Examples:") + "\n", last;
     for (const Example& example : kExamples) {
         if (last != example.command) first += exampleLine(example);
         last = example.command;
     }
-    app.footer(first + "\n'torva-dxf COMMAND --help' tells of a command's options.\n"
-                       "Exit status: 0 done, 1 an import or export ended with an error, 2 wrong usage.\n"
-                       "The protocol of each run goes to HD_WORK_DIR/dxf.proto when that variable is set.");
+    app.footer(
+        first + "\n" + words::say("'torva-dxf COMMAND --help' tells of a command's options.") + "\n" +
+        words::say("Exit status: 0 done, 1 an import or export ended with an error, 2 wrong usage.") + "\n" +
+        words::say("The protocol of each run goes to HD_WORK_DIR/dxf.proto when that variable is set."));
     for (CLI::App* command : app.get_subcommands({})) command->footer(examplesOf(command->get_name()));
+}
+
+static void translateOptions(CLI::App& app) {
+    app.description(words::say(app.get_description()));
+    for (CLI::Option* option : app.get_options()) {
+        option->description(words::say(option->get_description()));
+        option->group(words::say(option->get_group()));
+    }
+}
+
+void translateHelp(CLI::App& app) {
+    const auto formatter = app.get_formatter();
+    for (const char* label :
+         {"Usage", "Positionals", "OPTIONS", "SUBCOMMAND", "REQUIRED", "Needs", "Excludes"})
+        formatter->label(label, words::say(label));
+    translateOptions(app);
+    for (CLI::App* command : app.get_subcommands({})) {
+        translateOptions(*command);
+        command->group(words::say(command->get_group()));
+    }
 }
 
 static std::vector<std::string> optionNames(const CLI::App& app) {
@@ -100,7 +122,7 @@ static std::string unknownOption(const CLI::App& app, const std::string& word) {
     const std::vector<std::string> names = optionNames(app);
     const std::string name = word.substr(0, word.find('='));
     if (std::find(names.begin(), names.end(), name) != names.end()) return {};
-    return "unknown option " + name + didYouMean(name, names);
+    return words::say("unknown option {}", name) + didYouMean(name, names);
 }
 
 std::string unknownWord(const CLI::App& app, const std::vector<std::string>& arguments) {
@@ -118,7 +140,7 @@ std::string unknownWord(const CLI::App& app, const std::vector<std::string>& arg
             isValue = false;
         } else if (scope == &app && !word.starts_with("-")) {
             if (std::find(commands.begin(), commands.end(), word) == commands.end())
-                return "unknown command " + word + didYouMean(word, commands);
+                return words::say("unknown command {}", word) + didYouMean(word, commands);
             scope = app.get_subcommand(word);
         }
     }

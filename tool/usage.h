@@ -11,6 +11,9 @@ namespace tool {
 /// Gives the program and each of its commands the examples that fit it. To be called when all commands exist.
 void addExamples(CLI::App& app);
 
+/// Puts the help's texts into the language of the run.
+void translateHelp(CLI::App& app);
+
 /// The first word of `arguments` that no command and no option has for a name, with what may have been meant;
 /// empty when all names are known. Values and file names aren't looked at.
 std::string unknownWord(const CLI::App& app, const std::vector<std::string>& arguments);

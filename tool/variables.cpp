@@ -1,6 +1,7 @@
 #include "variables.h"
 
 #include "suggest.h"
+#include "words.h"
 
 #include <algorithm>
 #include <array>
@@ -22,14 +23,16 @@ static constexpr std::array kVariables{
 std::string whyNoVariable(const std::string& text) {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos || equals < 2 || (text[0] != '&' && text[0] != '$'))
-        return "'" + text + "' isn't of the form '&Name=number' or '$Name=text'";
+        return words::say("'{}' isn't of the form '&Name=number' or '$Name=text'", text);
     const std::string name = text.substr(0, equals);
     if (std::find(kVariables.begin(), kVariables.end(), name) == kVariables.end())
-        return "unknown variable " + name + didYouMean(name, {kVariables.begin(), kVariables.end()});
+        return words::say("unknown variable {}", name) +
+               didYouMean(name, {kVariables.begin(), kVariables.end()});
     if (text[0] == '$') return {};
     char* end = nullptr;
     std::strtod(text.c_str() + equals + 1, &end);
-    return end != text.c_str() + equals + 1 && *end == '\0' ? "" : "'" + text + "': a number is wanted";
+    return end != text.c_str() + equals + 1 && *end == '\0' ? ""
+                                                            : words::say("'{}': a number is wanted", text);
 }
 
 } // namespace tool

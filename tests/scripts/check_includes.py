@@ -3,8 +3,9 @@
 
 dxf/    includes the standard library, host/inc, dxf/inc and its own headers, by floors (floors.txt)
 host/   never includes dxf/
-tool/validate  includes only its own headers and libraries
-tool/repair    includes its own headers and the validator's
+tool/validate  includes only its own headers, those of words/, and libraries
+tool/repair    includes its own headers, the validator's and those of words/
+words/         includes its own headers alone
 
 And that the host's drawing calls stand in dxf/cpp/host alone, which keeps shift, unit and order in one place.
 """
@@ -93,8 +94,12 @@ check_drawing_calls()
 module_headers = {p.name for p in sources("dxf") if p.suffix == ".h"}
 check_other("host", lambda p, n: pathlib.Path(n).name in module_headers and not (root / "host/inc" / n).exists()
             and not (root / "host/cpp" / n).exists(), "is the module's; the host never includes it")
-check_other("tool/validate", lambda p, n: not (p.parent / n).exists(), "isn't the validator's own")
-check_other("tool/repair", lambda p, n: not (p.parent / n).exists() and not (root / "tool/validate" / n).exists(),
+is_words = lambda n: (root / "words" / n).exists()
+check_other("words", lambda p, n: not is_words(n), "isn't of words/")
+check_other("tool/validate", lambda p, n: not (p.parent / n).exists() and not is_words(n),
+            "isn't the validator's own")
+check_other("tool/repair", lambda p, n: not (p.parent / n).exists() and not (root / "tool/validate" / n).exists()
+            and not is_words(n),
             "is neither the mender's own nor the validator's")
 print("\n".join(sorted(set(problems))))
 sys.exit(1 if problems else 0)

@@ -4,20 +4,25 @@
 #include "temp_dir.h"
 
 #include "dx_od.h"
+#include "solid/sat/acis_decimal.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
+#include <random>
 
 namespace {
 
+/// The records; not the unit, which the eldest versions don't say.
 std::string comparable(const ACIS::File& file) {
-    return ACIS::dumpModel(file, 700);
+    const std::string dump = ACIS::dumpModel(file, 700);
+    return dump.substr(dump.find('\n'));
 }
 
 TEST(Sat, VersionsOfOneModelBecomeTheSame) {
     const auto newest = loaded(boxModel(700));
-    for (const int version : {200, 400, 500, 600, 700}) {
+    for (const int version : {105, 106, 200, 400, 500, 600, 700}) {
         SCOPED_TRACE(version);
         const auto file = loaded(boxModel(version));
         EXPECT_EQ(file->header.version, version);
@@ -95,6 +100,34 @@ TEST(Sat, UnknownRecordsAndPartsAreKept) {
     EXPECT_NE(file->save(SAT_700).find(
                   "own_thing-odd-attrib $-1 -1 $-1 $-1 $0 7 0.5 @5 a # b T { own_sub 3 $2 } #"),
               std::string::npos);
+}
+
+TEST(Sat, OddNamesAreReadAgain) {
+    for (const char* name :
+         {"a--b-attrib", "x-3y-attrib", "-q", "3d-4d-", "@z-$5-attrib", "a-End-of-ACIS-data"}) {
+        const auto file =
+            loaded(replaced(sphereModel(700), "End-of", std::string(name) + " { 5th 2 3a } #\nEnd-of"));
+        ASSERT_EQ(file->records.size(), 6u) << name;
+        EXPECT_EQ(ACIS::dumpModel(*converted(*file, SAB_700)), ACIS::dumpModel(*file));
+        EXPECT_EQ(ACIS::dumpModel(*converted(*converted(*file, SAB_700))), ACIS::dumpModel(*file));
+    }
+    ACIS::File file;
+    EXPECT_FALSE(file.load(replaced(sphereModel(700), "End-of", std::string(300, 'n') + " #\nEnd-of")));
+    EXPECT_EQ(file.problem(), "record 5: no name of a record");
+}
+
+TEST(Sat, NumbersHaveSeventeenDigits) {
+    std::mt19937_64 random(17);
+    for (int i = 0; i < 200000; ++i) {
+        const double size = std::pow(10, static_cast<double>(random() % 16) - 6);
+        const double steps = i % 3 ? 0x1p53 : 1024; // some lie halfway between two texts
+        const double number = size * static_cast<double>(static_cast<std::int64_t>(random()) >> 11) / steps;
+        char wanted[40];
+        std::snprintf(wanted, sizeof wanted, "%.17lg", number);
+        std::string text;
+        ACIS::appendReal(text, number);
+        ASSERT_EQ(text, wanted);
+    }
 }
 
 TEST(Sat, SplineSurfacesKeepTheirPoints) {

@@ -291,13 +291,16 @@ TEST_F(SolidExport, SolidsComeBack) {
             .entity("INSERT", DxfGroups{{2, "B"}} + at(10, {10, 20, 30}))
             .entity("REGION", solidGroups(oneFaceModel(700, "plane", "0 0 0 0 0 1 1 0 0 forward_v I I I I",
                                                        "double out")));
-    for (const char* format : {"ACAD14", "ACAD15", "ACAD18", "ACAD21", "ACAD24"}) {
+    for (const char* format : {"ACAD14", "ACAD15", "ACAD18", "ACAD21", "ACAD24", "ACAD27", "ACAD32"}) {
         SCOPED_TRACE(format);
         importText(text.text(), in3d());
         const Exported file = export3d(exportConfig(format, "WRITE_SOLIDS=1\n"));
         EXPECT_EQ(file.errors(), "");
         EXPECT_EQ(file.count(0, "3DSOLID"), 2u);
         EXPECT_EQ(file.count(0, "REGION"), 1u);
+        const bool isInSection = file.count(2, "ACDSDATA") == 1;
+        EXPECT_EQ(isInSection, std::string(format) >= "ACAD27");
+        EXPECT_EQ(file.count(0, "ACDSRECORD"), isInSection ? 3u : 0u);
         EXPECT_EQ(file.protocol.find("not written"), std::string::npos);
         EXPECT_EQ(solidsOf(elementsOf(importText(file.text, in3d()).dump)),
                   std::string("solid pen 1 lt 1 records 5 wires 3\n") + inPlace +
@@ -310,10 +313,11 @@ TEST_F(SolidExport, SolidsComeBack) {
 
 TEST_F(SolidExport, OthersAreToldAsNotWritten) {
     for (const auto& [format, keyword] : std::vector<std::pair<const char*, const char*>>{
-             {"ACAD24", ""}, {"ACAD32", "WRITE_SOLIDS=1\n"}, {"ACAD12", "WRITE_SOLIDS=1\n"}}) {
+             {"ACAD24", ""}, {"ACAD32", ""}, {"ACAD12", "WRITE_SOLIDS=1\n"}}) {
         importText(dxf().header("AC1015").entity("3DSOLID", solidGroups(boxModel(400))).text(), in3d());
         const Exported file = export3d(exportConfig(format, keyword));
         EXPECT_EQ(file.count(0, "3DSOLID"), 0u) << format;
+        EXPECT_EQ(file.count(2, "ACDSDATA"), 0u) << format;
         EXPECT_NE(file.protocol.find("1 solid was not written."), std::string::npos) << format;
     }
 }

@@ -4,7 +4,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <sstream>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 /// Writes the text of a model, record by record. Versions from 700 on have ids and patterns.
@@ -14,17 +17,35 @@ public:
 
     /// A record: its name, then its fields behind those that each record begins with.
     ModelText& add(const std::string& name, const std::string& fields, bool hasPattern = true) {
-        text_ +=
-            name + (version_ >= 700 ? hasPattern ? " $-1 -1 $-1 " : " $-1 -1 " : " $-1 ") + fields + " #\n";
+        text_ += name + (version_ >= 700 ? hasPattern ? " $-1 -1 $-1 " : " $-1 -1 " : " $-1 ") +
+                 (version_ < 200 ? old(fields) : fields) + " #\n";
         return *this;
     }
     std::string text() const {
+        if (version_ < 200) return std::to_string(version_) + " 0 1 0\n" + text_ + "End-of-ACIS-data\n";
         const std::string mark = version_ >= 700 ? "@" : "";
         return std::to_string(version_) + " 0 1 0\n" + mark + "4 test " + mark + "4 test " + mark +
                "24 Thu Jan  1 00:00:00 2004\n1 1e-06 1e-10\n" + text_ + "End-of-ACIS-data\n";
     }
 
 private:
+    /// Words of the eldest versions are numbers; 105 has no ranges.
+    std::string old(const std::string& fields) const {
+        static constexpr std::pair<std::string_view, const char*> words[] = {
+            {"forward", "0"}, {"forward_v", "0"}, {"single", "0"},
+            {"out", "0"},     {"reversed", "1"},  {"double", "1"}};
+        std::istringstream in(fields);
+        std::string text, word;
+        while (in >> word) {
+            if (word == "I" && version_ < 106) continue;
+            if (word == "I") word = "0";
+            for (const auto& [name, number] : words)
+                if (word == name) word = number;
+            text += (text.empty() ? "" : " ") + word;
+        }
+        return text;
+    }
+
     int version_;
     std::string text_;
 };
@@ -63,7 +84,9 @@ inline std::string boxModel(int version, int x = 2, int y = 3, int z = 4) {
         edgeOf[c] = e;
     }
     ModelText model(version);
-    model.add("body", "$1 $-1 $-1").add("lump", "$-1 $2 $0").add("shell", "$-1 $-1 $3 $-1 $1");
+    model.add("body", "$1 $-1 $-1")
+        .add("lump", "$-1 $2 $0")
+        .add("shell", version < 107 ? "$-1 $-1 $3 $1" : "$-1 $-1 $3 $-1 $1");
     for (std::size_t f = 0; f < 6; ++f)
         model.add("face", (f < 5 ? pointer(FACES + f + 1) : "$-1") + " " + pointer(LOOPS + f) + " $2 $-1 " +
                               pointer(PLANES + f) + " forward single");

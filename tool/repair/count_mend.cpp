@@ -37,7 +37,7 @@ void mendGroupCounts(Document& document, Record& record, Section section, Log& l
         setCount(
             document, record, counted.index,
             static_cast<size_t>(std::count(codes.begin(), codes.end(), std::pair(counted.part, counted.of))),
-            section, log, "groups " + std::to_string(counted.of));
+            section, log, words::say("groups {}", counted.of));
 }
 
 /// The size of the preview picture among the groups that entities share.
@@ -51,7 +51,7 @@ void mendPreview(Document& document, Record& record, Section section, Log& log) 
         size_t bytes = 0;
         for (size_t k = i + 1; k < end && record.pairs[k].code == 310; ++k)
             bytes += validate::trimmed(record.pairs[k].value).size() / 2;
-        setCount(document, record, i, bytes, section, log, "bytes");
+        setCount(document, record, i, bytes, section, log, words::tr("bytes"));
         return;
     }
 }

@@ -148,7 +148,7 @@ private:
         }
     }
 
-    void leaveOut(Record& dictionary, Rule rule, size_t at, size_t count, std::string_view what) {
+    void leaveOut(Record& dictionary, Rule rule, size_t at, size_t count, const char* what) {
         const Pair pair = dictionary.pairs[at];
         log_.add(rule, dictionary, Section::Objects, what, ", ", inQuotes(pair.value), ", is left out");
         dictionary.erase(at, count);

@@ -14,7 +14,7 @@ namespace {
 /// The rule that the handle breaks, and how to say so; nothing when it is sound.
 struct Fault {
     Rule rule;
-    std::string_view what;
+    const char* what;
 };
 
 std::optional<Fault> faultOf(const Document& document, Record& record, std::unordered_set<uint64_t>& seen) {

@@ -75,14 +75,14 @@ bool fitCodes(Variable& variable, const HeaderVariable& row, std::string& change
     std::erase_if(values, [](const Pair& pair) { return pair.code == 999; });
     if (row.dimensions == 3 && values.size() == 2) {
         values.push_back({row.code + 20, "0.0"});
-        change = "gets its third coordinate";
+        change = words::tr("gets its third coordinate");
     } else if (row.dimensions == 2 && values.size() == 3) {
         values.pop_back();
-        change = "loses its third coordinate";
+        change = words::tr("loses its third coordinate");
     } else if (row.dimensions == 1 && values.size() == 1 && values[0].code != row.code &&
                isInteger(values[0].code) && isInteger(row.code)) {
         values[0].code = row.code;
-        change = "gets its group code";
+        change = words::tr("gets its group code");
     }
     if (values.size() != row.dimensions) return false;
     for (size_t i = 0; i < values.size(); ++i)
@@ -105,7 +105,8 @@ void fitToVersion(Document& document, Log& log) {
         const bool fits = fitCodes(variable, *row, change);
         if (!fits || !change.empty())
             log.addAt(Rule::VariableCode, variable.name.line, Section::Header, name, ' ',
-                      fits ? change : "with other groups than its own is left out");
+                      fits ? std::string_view(change)
+                           : words::tr("with other groups than its own is left out"));
         return !fits;
     });
 }

@@ -22,7 +22,9 @@ namespace {
 struct TableOf {
     Names names;
     Rule rule;
-    std::string_view table, what, builtIn; ///< up to R12 known without a record, divided by '|'
+    std::string_view table;
+    const char* what;
+    std::string_view builtIn; ///< up to R12 known without a record, divided by '|'
 };
 constexpr TableOf kTables[] = {
     {Names::Layer, Rule::UnknownLayer, "LAYER", "layer", "0"},

@@ -3,6 +3,7 @@
 #include "binary_text.h"
 #include "mends.h"
 #include "parse.h"
+#include "words.h"
 #include "write.h"
 
 #include <algorithm>
@@ -81,8 +82,8 @@ void printMends(const Outcome& outcome, const std::string& file, std::ostream& o
         ++shown[mend.number];
         out << file << ':';
         if (mend.line) out << mend.line << ':';
-        if (mend.byte) out << "byte " << mend.byte << ':';
-        out << " mended " << mend.number << ": " << mend.text;
+        if (mend.byte) out << words::say("byte {}", mend.byte) << ':';
+        out << ' ' << words::say("mended {}", mend.number) << ": " << mend.text;
         std::string place = mend.section;
         for (const std::string& word : {mend.entity, mend.handle})
             if (!word.empty()) place += (place.empty() ? "" : " ") + word;
@@ -92,9 +93,10 @@ void printMends(const Outcome& outcome, const std::string& file, std::ostream& o
     for (const auto& [number, count] : outcome.mends.counts) {
         all += count;
         if (count > shown[number])
-            out << file << ": mended " << number << ": " << count - shown[number] << " more\n";
+            out << file << ": " << words::say("mended {}", number) << ": "
+                << words::say("{} more", count - shown[number]) << '\n';
     }
-    out << file << ": " << all << " mended\n";
+    out << file << ": " << words::say("{} mended", all) << '\n';
 }
 
 } // namespace repair

@@ -94,7 +94,7 @@ constexpr Group kAngular2[] = {req(13).point3(), req(14).point3(), req(15).point
                                opt(40)};
 constexpr Group kAngular3[] = {req(13).point3(), req(14).point3(), req(15).point3(), opt(16).point3(),
                                opt(40)};
-constexpr Group kRadial[] = {req(15).point3(), usual(40)};
+constexpr Group kRadial[] = {req(15).point3(), opt(40)};
 constexpr Group kOrdinate[] = {req(13).point3(), req(14).point3()};
 constexpr Group kArcLength[] = {req(13).point3(), req(14).point3(), req(15).point3(),
                                 opt(70),          opt(40),          opt(41),

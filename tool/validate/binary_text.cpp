@@ -1,6 +1,7 @@
 #include "binary_text.h"
 
 #include "tags.h"
+#include "words.h"
 
 #include <bit>
 #include <charconv>
@@ -129,7 +130,7 @@ BinaryText readBinary(std::string_view file) {
     BinaryText result;
     if (file.size() < kHead) {
         result.end = file.size();
-        result.damage = "the file is cut within its head";
+        result.damage = words::say("the file is cut within its head");
         return result;
     }
     Bytes bytes(file);
@@ -147,8 +148,8 @@ BinaryText readBinary(std::string_view file) {
             out.resize(length);
             result.end = begin;
             result.damage = hasCode && !isKnown
-                                ? "group code " + std::to_string(code) + ", whose values have no known length"
-                                : "the file is cut within a group";
+                                ? words::say("group code {}, whose values have no known length", code)
+                                : words::say("the file is cut within a group");
             return result;
         }
         out += '\n';

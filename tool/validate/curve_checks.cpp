@@ -114,7 +114,7 @@ void checkMline(Session& session, const Record& record) {
         }
     }
     const int64_t vertices = record.integer(72), elements = record.integer(73);
-    const auto expectCount = [&](int64_t there, int64_t wanted, std::string_view what) {
+    const auto expectCount = [&](int64_t there, int64_t wanted, const char* what) {
         if (there != wanted)
             session.out.add(Rule::WrongCount, session.place, there, " ", what, ", there should be ", wanted);
     };

@@ -94,7 +94,7 @@ void EntityWalk::countVertex(const Record& record) {
 void EntityWalk::closeParent() {
     parent_.isOpen = false;
     if (parent_.name != "POLYLINE") return;
-    const auto count = [&](int64_t said, size_t there, std::string_view what) {
+    const auto count = [&](int64_t said, size_t there, const char* what) {
         if (said >= 0 && said != static_cast<int64_t>(there))
             session_.out.addAs(Level::Warning, Rule::WrongCount, parent_.place, "the polyline says ", said,
                                ' ', what, ", there are ", there);

@@ -2,6 +2,7 @@
 
 #include "text.h"
 #include "value_checks.h"
+#include "words.h"
 
 #include <algorithm>
 
@@ -42,7 +43,7 @@ public:
 
 private:
     void report(Rule rule, const Tag& tag, std::string_view text) {
-        session_.out.add(rule, session_.at(tag), text);
+        session_.out.add(rule, session_.at(tag), words::tr(text));
     }
 
     void step(const Tag& tag, size_t i) {

@@ -7,6 +7,7 @@
 #include "section_walks.h"
 #include "text.h"
 #include "value_checks.h"
+#include "words.h"
 
 #include <algorithm>
 
@@ -96,7 +97,7 @@ public:
         readAll();
         if (!isText_) { // what else was met says nothing
             session_.out = nothing_;
-            session_.out.add(Rule::NotText, {0}, whyNot_);
+            session_.out.add(Rule::NotText, {0}, words::tr(whyNot_));
             return report();
         }
         checkMissing();
@@ -360,7 +361,7 @@ Report checkFile(std::string_view text, const Selection& selection) {
     if (isBinaryDxf(text)) return checkBinary(text, selection);
     if (const std::string_view other = otherFormat(text); !other.empty()) {
         Findings findings(selection);
-        findings.add(Rule::NotText, {0}, "the file is ", other);
+        findings.add(Rule::NotText, {0}, "the file is ", words::tr(other));
         Report report;
         findings.moveTo(report);
         return report;

@@ -3,6 +3,7 @@
 // file costs neither memory nor the reader's patience.
 
 #include "rules.h"
+#include "words.h"
 
 #include <concepts>
 #include <vector>
@@ -65,7 +66,10 @@ public:
     void moveTo(Report& report);
 
 private:
+    /// Text of the file, or of a constant that stays as it is.
     static void append(std::string& text, std::string_view piece) { text += piece; }
+    /// A piece of a sentence.
+    static void append(std::string& text, const char* piece) { text += words::tr(piece); }
     static void append(std::string& text, char piece) { text += piece; }
     static void append(std::string& text, std::integral auto piece) { text += std::to_string(piece); }
 

@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    void wrongCount(const Tag& tag, int64_t there, std::string_view what) {
+    void wrongCount(const Tag& tag, int64_t there, const char* what) {
         session_.out.add(Rule::WrongCount, session_.at(tag), "group ", tag.code, " says ", trimmed(tag.value),
                          ", there are ", there, ' ', what);
     }
@@ -56,7 +56,7 @@ private:
     }
 
     /// A count group and that many groups of another code.
-    bool counted(int countCode, int code, std::string_view what) {
+    bool counted(int countCode, int code, const char* what) {
         const Tag& count = cursor_.tag();
         const int64_t wanted = cursor_.integer();
         if (!need(countCode)) return false;

@@ -14,7 +14,7 @@ namespace {
 struct TableRule {
     Names table;
     Rule rule;
-    std::string_view what;
+    const char* what;
     std::string_view builtIn; ///< divided by '|': names that programs up to R12 know without a table
 };
 
@@ -48,7 +48,8 @@ void checkUses(Session& session, const TableRule& row) {
 
 struct NeededRecord {
     Names table;
-    std::string_view name, what;
+    std::string_view name;
+    const char* what;
     Version since;
 };
 

@@ -339,9 +339,9 @@ private:
         const ValueType type = valueType(tag.code);
         // A text that is no number has its finding already.
         if (type == ValueType::Real ? !isPlainReal(tag.value) : !readInteger(tag.value)) return;
-        const std::string_view why = group.test == Test::Positive  ? " is not above 0"
-                                     : group.test == Test::NotZero ? " may not be 0"
-                                                                   : " is out of range";
+        const char* why = group.test == Test::Positive  ? " is not above 0"
+                          : group.test == Test::NotZero ? " may not be 0"
+                                                        : " is out of range";
         session_.out.addAs(group.level, Rule::ValueRange, session_.at(tag), "group ", tag.code, ": ",
                            trimmed(tag.value), why);
     }

@@ -1,6 +1,7 @@
 #include "reference_checks.h"
 
 #include "text.h"
+#include "words.h"
 
 #include <algorithm>
 
@@ -87,7 +88,7 @@ private:
     void wrong(uint32_t index, uint32_t owner, Level level, std::string_view wanted) {
         session_.out.addAs(level, Rule::WrongOwner, model_.placeOf(index), "the owner ",
                            handleText(model_.objects[owner].handle), " is ",
-                           inQuotes(model_.kindOf(model_.objects[owner])), ", not ", wanted);
+                           inQuotes(model_.kindOf(model_.objects[owner])), ", not ", words::tr(wanted));
     }
 
     void checkKind(uint32_t index, uint32_t owner) {

@@ -4,6 +4,7 @@
 #include "findings.h"
 #include "mapped_file.h"
 #include "validate.h"
+#include "words.h"
 
 #include <nlohmann/json.hpp>
 #include <ostream>
@@ -20,16 +21,13 @@ std::string placeText(const Finding& finding) {
     return text.empty() ? text : " [" + text + "]";
 }
 
-std::string countText(size_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 void printHidden(const Report& report, std::ostream& out) {
     std::map<int, size_t> shown;
     for (const Finding& finding : report.findings) ++shown[finding.number];
     for (const auto& [number, count] : report.counts)
         if (count > shown[number])
-            out << report.file << ": " << number << ": " << count - shown[number] << " more\n";
+            out << report.file << ": " << number << ": " << words::say("{} more", count - shown[number])
+                << '\n';
 }
 
 } // namespace
@@ -52,7 +50,8 @@ Report refuseFile(const std::string& path, bool unreadable, const std::string& w
 Report validateFile(const std::string& path, const Selection& selection) {
     const MappedFile file(path);
     if (!file.error().empty())
-        return refuseFile(path, true, "the file cannot be read: " + file.error(), selection);
+        return refuseFile(path, true, words::say("the file cannot be read: {}", words::retold(file.error())),
+                          selection);
     Report report = checkFile(file.text(), selection);
     report.file = path;
     return report;
@@ -62,15 +61,19 @@ void printText(const Report& report, std::ostream& out, bool quiet) {
     for (const Finding& finding : report.findings) {
         out << report.file << ':';
         if (finding.line) out << finding.line << ':';
-        if (finding.byte) out << "byte " << finding.byte << ':';
-        out << ' ' << levelName(finding.level) << ' ' << finding.number << ": " << finding.text
+        if (finding.byte) out << words::say("byte {}", finding.byte) << ':';
+        out << ' ' << words::tr(levelName(finding.level)) << ' ' << finding.number << ": " << finding.text
             << placeText(finding) << '\n';
     }
     printHidden(report, out);
     if (quiet && report.findings.empty()) return;
-    out << report.file << ": " << (report.version.empty() ? "no version" : report.version) << ", "
-        << countText(report.errors, "error") << ", " << countText(report.warnings, "warning") << ", "
-        << countText(report.notes, "note") << '\n';
+    const auto count = [](size_t number, const char* one, const char* many) {
+        return words::say(number == 1 ? one : many, number);
+    };
+    out << report.file << ": " << (report.version.empty() ? words::say("no version") : report.version) << ", "
+        << count(report.errors, "{} error", "{} errors") << ", "
+        << count(report.warnings, "{} warning", "{} warnings") << ", "
+        << count(report.notes, "{} note", "{} notes") << '\n';
 }
 
 void printJson(const Report& report, std::ostream& out) {

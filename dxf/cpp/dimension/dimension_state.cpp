@@ -6,6 +6,7 @@ DX_DIM_SETS DxDimSets, DxDimSavedSets, DxDimGroupSets;
 int DxDimParamsSaved = 0;
 std::vector<DX_DIM_CHAIN> DxDimChains;
 std::unordered_multimap<std::string, std::size_t> DxDimChainIndex;
+DX_DIM_STYLE_NAMES DxDimStyleNames;
 int DxDimBlockNo = 0, DxDimEntityNo = 0, DxFreeDimNo = 0;
 std::unordered_multimap<std::size_t, std::size_t> DxDimStyleIndex;
 
@@ -16,4 +17,5 @@ void DxResetDimensionState() {
     DxDimChainIndex.clear();
     DxDimBlockNo = DxDimEntityNo = DxFreeDimNo = 0;
     DxDimStyleIndex.clear();
+    DxDimStyleNames = {};
 }

@@ -11,6 +11,13 @@
 
 struct DX_DIM_CHAIN;
 
+/// Styles of a table by name.
+struct DX_DIM_STYLE_NAMES {
+    const void* table = nullptr; ///< that was indexed
+    std::size_t count = 0;       ///< of its records at that time
+    std::unordered_map<std::string, std::size_t> places;
+};
+
 extern DX_DIM_SETS DxDimSets;      ///< the parameter sets in use
 extern DX_DIM_SETS DxDimSavedSets; ///< the host's, as the session's first dimension found them
 extern int DxDimParamsSaved;       ///< the copy has been taken
@@ -19,6 +26,8 @@ extern DX_DIM_SETS DxDimGroupSets; ///< of the group of a chain that is being dr
 extern std::vector<DX_DIM_CHAIN> DxDimChains; ///< linear dimensions that wait for the end of the pass
 /// Chains by kind, layer and rounded line, for finding one among many.
 extern std::unordered_multimap<std::string, std::size_t> DxDimChainIndex;
+
+extern DX_DIM_STYLE_NAMES DxDimStyleNames; ///< of the table that was searched last
 
 extern int DxDimBlockNo, DxDimEntityNo, DxFreeDimNo; ///< running numbers of an export's blocks and entities
 /// Styles of an export by their values.

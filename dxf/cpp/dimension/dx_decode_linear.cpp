@@ -55,7 +55,7 @@ private:
     void take(const OV_DIM_PT& raw, int place) {
         const RPT x = DxDimPoint(raw);
         if (hasCircle && raw.kind == 4) {
-            DxDimAddPeak(peaks, x);
+            peaks.push_back(x);
             note(out_.dimIndex, place);
         } else if (DxDimSamePoint(x, foot1_) || DxDimSamePoint(x, foot2_)) {
             note(out_.dimIndex, place);

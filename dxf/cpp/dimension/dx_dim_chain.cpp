@@ -113,9 +113,8 @@ int drawGroup(int kind, const std::vector<const DX_DIM_CHAIN_PART*>& group) {
             error = 0;
         }
     }
-    if (rows.empty() || error) return error;
     if (rows.size() > 1) DxReport.dimensions.chained += static_cast<long>(rows.size());
-    error = DxCiDimChainToAppDim(pats, rows);
+    if (!error) error = DxCiDimChainToAppDim(pats, rows);
     const int restored = DxDimChainParams(DX_CHAIN_RESTORE, nullptr);
     return error ? error : restored;
 }

@@ -86,13 +86,7 @@ public:
 private:
     void findStyle() {
         style_ = dim_.styleOverride.get();
-        if (style_) return;
-        const auto& styles = DxDocuments.currentTables().dimStyles;
-        for (const DX_DIM_STYLE& style : styles)
-            if (style.name.view() == dim_.styleName.view()) {
-                style_ = &style;
-                return;
-            }
+        if (!style_) style_ = DxFindDimStyle(dim_.styleName.view());
     }
 
     void transformRaw() {
@@ -194,7 +188,7 @@ private:
                      const DX_DIM_LOOK& line) {
         const int kind = decoded_.kind;
         if (kind == DX_DIM_ORDINATE_X || kind == DX_DIM_ORDINATE_Y)
-            return DxDimDrawOrd(kind, pts, refs_, raw_.texts, block_, line) ? Outcome::Nothing
+            return DxDimDrawOrd(kind, pts, refs_, raw_.texts, block_, line) ? drawFree(start)
                                                                             : Outcome::Associative;
         DX_HOST_DIM host;
         host.kind = kind;

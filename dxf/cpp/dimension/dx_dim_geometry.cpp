@@ -1,5 +1,6 @@
 // The geometry and the texts of a dimension's block.
 #include "../config/dx_pens.h"
+#include "../hatch/dx_hatch_import.h"
 #include "../import/dx_blocks.h"
 #include "../import/dx_insert_import.h"
 #include "../import/dx_insert_level.h"
@@ -46,6 +47,7 @@ private:
         if (name == "ARC") return arc();
         if (name == "SOLID") return solid();
         if (name == "LWPOLYLINE") return polyline();
+        if (name == "HATCH") return hatch();
         if (name == "TEXT" || name == "MTEXT") return text(name == "MTEXT" ? 1 : 0);
         return name == "INSERT" ? insert() : 0;
     }
@@ -55,9 +57,10 @@ private:
         return DxPenLtToCAD(&base, &look_.pen, &look_.lineType) != 0;
     }
 
-    void add(const RPT3& p, int kind, int code) {
+    void add(const RPT3& p, int kind, int code) { add(p, kind, code, m_); }
+    void add(const RPT3& p, int kind, int code, const Mat44 m) {
         RPT3 at = p;
-        DxTrans3DRpt(&at, m_);
+        DxTrans3DRpt(&at, m);
         if (!DxIsFinite(at)) at = {0, 0, 0}; // keeps the figure's points together
         geo_.pts.push_back({at.x, at.y, kind});
         geo_.rawKinds.push_back(code);
@@ -88,18 +91,22 @@ private:
     int arc() {
         DX_ARC_TYPE record;
         if (const int error = DxReadArc(&record)) return error;
-        if (!setLook(record.base)) return 0;
-        const auto at = [&](double degrees) {
-            return RPT3{record.centre.x + record.radius * std::cos(degrees * toRadians),
-                        record.centre.y + record.radius * std::sin(degrees * toRadians), record.centre.z};
-        };
-        RPT3 start = at(record.startAngle), end = at(record.endAngle);
-        if (DxMirrors(m_)) std::swap(start, end);
-        const bool isClosed = DxDimSamePoint({start.x, start.y}, {end.x, end.y});
-        add(start, isClosed ? CLOSED : PLAIN, MOVE);
-        add(end, PLAIN, ARC);
-        add(record.centre, GEOMETRY_ONLY, ARC);
+        if (setLook(record.base))
+            addArc(record.centre, record.radius, record.startAngle, record.endAngle, m_);
         return 0;
+    }
+    /// Counter-clockwise between two angles in degrees.
+    void addArc(const RPT3& centre, double radius, double from, double to, const Mat44 m) {
+        const auto at = [&](double degrees) {
+            return RPT3{centre.x + radius * std::cos(degrees * toRadians),
+                        centre.y + radius * std::sin(degrees * toRadians), centre.z};
+        };
+        RPT3 start = at(from), end = at(to);
+        if (DxMirrors(m)) std::swap(start, end);
+        const bool isClosed = DxDimSamePoint({start.x, start.y}, {end.x, end.y});
+        add(start, isClosed ? CLOSED : PLAIN, MOVE, m);
+        add(end, PLAIN, ARC, m);
+        add(centre, GEOMETRY_ONLY, ARC, m);
     }
 
     int solid() {
@@ -124,6 +131,44 @@ private:
             add(vertex.location, PLAIN, std::exchange(code, DRAW));
         if (record.closed) add(record.vertices[0].location, PLAIN, DRAW);
         return 0;
+    }
+
+    /// Its contours: arrow heads are filled areas in some files.
+    int hatch() {
+        DX_HATCH_TYPE record;
+        if (const int error = DxReadHatch(&record)) return error;
+        if (!setLook(record.base)) return 0;
+        Mat44 storage;
+        const double(*object)[4] = DxObjectMatrix(record.extrusion, m_, storage);
+        for (const DX_HATCH_PATH& loop : record.loops) {
+            if (loop.flags >= DX_PATH_UNUSED) continue;
+            if (geo_.pts.size() + 3 * loop.edges.size() > DX_DIM_MOST_POINTS) return DX_DIM_TOO_LARGE;
+            if (loop.flags & DX_PATH_POLYLINE)
+                vertexLoop(record, loop, object);
+            else
+                for (const DX_HATCH_EDGE& edge : DxMendHatchEdges(loop)) hatchEdge(record, edge, object);
+        }
+        return 0;
+    }
+    void vertexLoop(const DX_HATCH_TYPE& record, const DX_HATCH_PATH& loop, const Mat44 m) {
+        int code = MOVE;
+        for (const DX_HATCH_EDGE& edge : loop.edges)
+            add(DxHatchVertex(record, edge).location, PLAIN, std::exchange(code, DRAW), m);
+        if (loop.closed && !loop.edges.empty())
+            add(DxHatchVertex(record, loop.edges[0]).location, PLAIN, DRAW, m);
+    }
+    /// Ellipses and splines are no part of dimensions.
+    void hatchEdge(const DX_HATCH_TYPE& record, const DX_HATCH_EDGE& edge, const Mat44 m) {
+        if (edge.type == DX_EDGE_LINE) {
+            const DX_LINE_TYPE line = DxHatchLine(record, edge);
+            add(line.start, PLAIN, MOVE, m);
+            add(line.end, PLAIN, DRAW, m);
+        } else if (edge.type == DX_EDGE_ARC) {
+            const DX_ARC_TYPE arc = DxHatchArc(record, edge);
+            const bool turnsLeft = arc.counterClockwise != 0; // else the angles are counted clockwise
+            addArc(arc.centre, arc.radius, turnsLeft ? arc.startAngle : -arc.endAngle,
+                   turnsLeft ? arc.endAngle : -arc.startAngle, m);
+        }
     }
 
     int text(int isMtext) {

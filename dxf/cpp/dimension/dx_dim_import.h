@@ -14,6 +14,9 @@
 
 int DxReadDim(DX_DIM_TYPE* dim);
 int DxReadExtendedDim(DX_DIM_TYPE* dim); ///< ARC_DIMENSION and LARGE_RADIAL_DIMENSION
+/// The first style of exactly this name in the current document's table, null when there is none. O(1) on
+/// average.
+const DX_DIM_STYLE* DxFindDimStyle(std::string_view name);
 
 /// The points and texts of a dimension's block. The lists run in parallel. Points are those of lines and
 /// curves with 2, 1 and 4 as drawing codes: move, draw, arc, of which two points follow a move. `kind` of a

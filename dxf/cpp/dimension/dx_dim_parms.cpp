@@ -10,12 +10,21 @@
 #include "dx_dimstyle.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 
 namespace {
 
 constexpr double toRadians = 0.017453292519943295;
 enum Family { LINEAR, RADIAL, ANGULAR };
+
+/// A size that was measured between points of the block, without the noise of their coordinates: the style's
+/// where it is that, so that equal arrows in different places are equal.
+double settled(double measured, double ofStyle) {
+    constexpr double near = 1e-4, places = 1e6;
+    const bool isOfStyle = ofStyle > 0 && std::fabs(measured - ofStyle) <= near * ofStyle;
+    return std::round(DxLengthToSheet(isOfStyle ? ofStyle : measured) * places) / places;
+}
 
 void setArrow(OV_DIM_ARROW_PARM& arrow, const DX_DIM_DECODED& decoded, const DX_DIM_LOOK& line,
               const DX_DIM_LOOK& extension, const DX_DIM_STYLE* style) {
@@ -25,10 +34,11 @@ void setArrow(OV_DIM_ARROW_PARM& arrow, const DX_DIM_DECODED& decoded, const DX_
         arrow.extPen = extension.pen;
         arrow.extLineType = extension.lineType;
     }
+    const double ofStyle = style ? style->reals[DIMASZ] * style->reals[DIMSCALE] : 0;
     for (int i = 0; i < 3; ++i) {
         arrow.kind[i] = decoded.peak.type;
-        arrow.length[i] = DxLengthToSheet(decoded.peak.length);
-        arrow.width[i] = DxLengthToSheet(decoded.peak.width);
+        arrow.length[i] = settled(decoded.peak.length, ofStyle);
+        arrow.width[i] = settled(decoded.peak.width, 0);
     }
     if (!style) return;
     arrow.extOffset = DxLengthToSheet(style->reals[DIMEXO]);

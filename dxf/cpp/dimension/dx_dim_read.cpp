@@ -1,10 +1,8 @@
 // Reader of DIMENSION, ARC_DIMENSION and LARGE_RADIAL_DIMENSION.
 #include "../import/dx_entity_base.h"
 #include "../sections/dx_tables_import.h"
-#include "../session/dx_documents.h"
 #include "dx_dim_import.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -73,12 +71,9 @@ private:
     }
 
     void startOverrides() {
-        const auto& styles = DxDocuments.currentTables().dimStyles;
-        const auto* style = std::find_if(styles.begin(), styles.end(), [&](const DX_DIM_STYLE& s) {
-            return s.name.view() == dim_.styleName.view();
-        });
+        const DX_DIM_STYLE* style = DxFindDimStyle(dim_.styleName.view());
         dim_.styleOverride.reset();
-        if (style != styles.end()) dim_.styleOverride = std::make_unique<DX_DIM_STYLE>(*style);
+        if (style) dim_.styleOverride = std::make_unique<DX_DIM_STYLE>(*style);
     }
 
     void takeValue(const DxPair& pair) {

@@ -92,8 +92,7 @@ private:
         double exo = 0, exe = 0;
         DxDimGetDimPointDist(out_.family, out_.dim.refs, out_.dim.points, &exo, &exe);
         style_.reals[DIMSCALE] = DxLengthFromSheet(1.0);
-        // Free of the noise by which equal dimensions in different places differ.
-        style_.reals[DIMASZ] = arrowType == 1 ? rounded(arrow.length[0], 9) : 0;
+        style_.reals[DIMASZ] = arrowType == 1 ? arrow.length[0] : 0;
         style_.reals[DIMEXO] = sheetRounded(exo);
         style_.reals[DIMEXE] = sheetRounded(exe);
         style_.reals[DIMDLE] = sheetRounded(arrow.lineOvershoot2);

@@ -12,7 +12,6 @@
 #include "blocks_state.h"
 #include "dx_attributes.h"
 #include "dx_blocks.h"
-#include "dx_definitions.h"
 #include "dx_expansion.h"
 #include "dx_insert_import.h"
 #include "dx_insert_level.h"

@@ -228,7 +228,8 @@ int DxDrawPolyfill() {
     if (!error) error = returned;
     if (!error) {
         removePattern(centreLine);
-        error = moveToKept(outline);
+        // Where the host can't copy it, the outline stays in the pattern that it was made in.
+        if (moveToKept(outline)) return 0;
     }
     removePattern(outline);
     return error;

@@ -14,6 +14,7 @@
 #include "../sections/dx_objects_export.h"
 #include "../sections/dx_tables_export.h"
 #include "../sections/dx_tables_import.h"
+#include "../solid/dx_acds.h"
 #include "dx_codes.h"
 #include "dx_driver_frame.h"
 #include "dx_session.h"
@@ -38,6 +39,7 @@ int DxWriteEntitySection() {
     if (const int error = DxWriteEntityPass()) return error;
     DxWriteString(0, "ENDSEC");
     DxWriteObjects();
+    DxWriteAcdsSection();
     return DxWriteString(0, "EOF");
 }
 

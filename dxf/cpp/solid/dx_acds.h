@@ -13,3 +13,6 @@ int DxAcisReadRecord(DX_ACDSRECORD_TYPE* record);
 /// The record of a solid, by its handle; null for none.
 const DX_ACDSRECORD_TYPE* DxAcisGetAcdsRecord(const DX_3DSOLID_TYPE* solid);
 int DxReadAcdsFree(); ///< Frees the records and the queue of solids. 0.
+/// The section with the records that the entities have left, which are freed; nothing when there are none. 0
+/// or the writer's error.
+int DxWriteAcdsSection();

@@ -7,8 +7,8 @@
 /// rises by the entities that are written. 0 or an error of the layer, of the host's form or of the block.
 int DxWrite3dPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
 int DxWrite3dPatEl(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
-/// The solids of a pattern, as 3DSOLID, REGION or BODY, where WRITE_SOLIDS asks for them and the target holds
-/// models as text; else they are counted as not written. As DxWrite3dPat.
+/// The solids of a pattern, as 3DSOLID, REGION or BODY, where WRITE_SOLIDS asks for them and the target has
+/// solids; else they are counted as not written. As DxWrite3dPat.
 int DxWriteSolidsOf(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
 struct DX_WRITE_STYLE;
 /// Style on the present layer of an edge or a solid (`kind` 0) or a face (6). False when its colour isn't to

@@ -1,4 +1,5 @@
-// Solids on their way out: the host's model, where the drawing has it, as enciphered text of version 700.
+// Solids on their way out: the host's model, where the drawing has it, at version 700, as enciphered text or
+// as a record of the ACDSDATA section.
 #include "../export/dx_unwritten.h"
 #include "../export/dx_write_blocks.h"
 #include "../export/dx_write_entities.h"
@@ -13,14 +14,19 @@
 #include "dx_write_3d.h"
 #include "solid_state.h"
 
+#include <cstdio>
+
 namespace {
 
 constexpr std::size_t fullLine = 255;
 
-/// Targets whose solids are text: ACAD14 to ACAD24. Older ones have none, newer ones keep them in a section.
-bool targetHoldsText() {
+enum class Holds { Nothing, Text, Record };
+
+/// ACAD14 to ACAD24 have solids as text, newer targets as records of a section, older ones not at all.
+Holds targetHolds() {
     constexpr int acad24 = 3;
-    return DxMiscCheckVersion(DX_LEVEL_HANDLES) && DxWriteVersion >= acad24;
+    if (!DxMiscCheckVersion(DX_LEVEL_HANDLES)) return Holds::Nothing;
+    return DxWriteVersion >= acad24 ? Holds::Text : Holds::Record;
 }
 
 /// A full piece goes on in the next pair; one that ends like a record would not.
@@ -41,9 +47,8 @@ void writeLine(std::string_view line) {
     DxWriteString(code, DxAcisEncodeString(line));
 }
 
-void writeModel(std::string_view text) {
+void writeText(std::string_view text) {
     constexpr int modelVersion = 1;
-    DxWriteSubClass("AcDbModelerGeometry");
     DxWriteInt(70, modelVersion);
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
@@ -52,18 +57,47 @@ void writeModel(std::string_view text) {
     }
 }
 
-int writeSolid(const CI_SOLID& solid, int* entityCount) {
+/// Says which state of the model this is, in the form of "{8f942e25-c643-b445-9065-adb9a556eac9}".
+std::string revisionOf(std::string_view model, std::uint32_t handle) {
+    std::uint64_t words[2] = {0xcbf29ce484222325, handle};
+    for (const char c : model) {
+        words[0] = (words[0] ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+        words[1] = words[1] * 31 + (words[0] >> 32);
+    }
+    const auto part = [](std::uint64_t word, int shift) {
+        return static_cast<unsigned>(word >> shift & 0xffff);
+    };
+    char text[40];
+    std::snprintf(text, sizeof text, "{%08x-%04x-%04x-%04x-%04x%08x}", static_cast<unsigned>(words[0] >> 32),
+                  part(words[0], 16), part(words[0], 0), part(words[1], 48), part(words[1], 32),
+                  static_cast<unsigned>(words[1]));
+    return text;
+}
+
+/// The model waits for the section.
+void leaveRecord(std::string&& model, std::uint32_t handle) {
+    DxWriteInt(290, 1);
+    DxWriteString(2, revisionOf(model, handle));
+    DxAcdsRecords.push_back({handle, std::move(model), true});
+}
+
+int writeSolid(const CI_SOLID& solid, Holds form, int* entityCount) {
     DX_WRITE_STYLE style;
-    std::string text;
+    std::string model;
     DxModelKind kind = DxModelKind::Solid;
     if (!DxSpaceStyle(solid.pen, solid.lineType, 0, style)) return 0;
-    if (DxOdSatPlace(solid.model, solid.matrix, false, text, &kind)) {
+    if (DxOdSatPlace(solid.model, solid.matrix, form == Holds::Record, model, &kind)) {
         DxUnwrittenCounts[DX_UNWRITTEN_SOLID] += 1;
         return 0;
     }
     const bool isVolume = kind == DxModelKind::Solid;
-    DxWriteEntityHead(isVolume ? "3DSOLID" : kind == DxModelKind::Region ? "REGION" : "BODY", style);
-    writeModel(text);
+    const std::uint32_t handle = DxGetNextReference();
+    DxWriteEntityHead(isVolume ? "3DSOLID" : kind == DxModelKind::Region ? "REGION" : "BODY", style, handle);
+    DxWriteSubClass("AcDbModelerGeometry");
+    if (form == Holds::Record)
+        leaveRecord(std::move(model), handle);
+    else
+        writeText(model);
     if (isVolume && DxMiscCheckVersion(DX_LEVEL_UTF8)) {
         DxWriteSubClass("AcDb3dSolid");
         DxWriteString(350, "0");
@@ -75,14 +109,15 @@ int writeSolid(const CI_SOLID& solid, int* entityCount) {
 } // namespace
 
 int DxWriteSolidsOf(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer) {
-    if (!DxWriteSolids || !targetHoldsText()) return DxCountUnwritten(pat, DX_UNWRITTEN_SOLID);
+    const Holds form = DxWriteSolids ? targetHolds() : Holds::Nothing;
+    if (form == Holds::Nothing) return DxCountUnwritten(pat, DX_UNWRITTEN_SOLID);
     CI_SOLID solid;
     for (int i = 0; DxCiGetSolid(pat, i, &solid) == 0; ++i) {
         if (!*blockOpen) {
             if (const int error = DxWriteBlockStart(*blockOpen)) return error;
             *blockLayer = UtCString(DxActLayer.view());
         }
-        if (const int error = writeSolid(solid, entityCount)) return error;
+        if (const int error = writeSolid(solid, form, entityCount)) return error;
     }
     return 0;
 }

@@ -16,7 +16,7 @@ struct DX_VIS_MATERIAL {
 };
 
 extern std::vector<DX_3DSOLID_TYPE> DxSolidQueue;     ///< of the pass that runs, in the order of the file
-extern std::vector<DX_ACDSRECORD_TYPE> DxAcdsRecords; ///< of the section behind the entities
+extern std::vector<DX_ACDSRECORD_TYPE> DxAcdsRecords; ///< of the section behind the entities, both ways
 extern std::map<unsigned long, DX_VIS_MATERIAL> DxVisMaterials; ///< by handle; beside DxMaterials
 
 extern int DxWriteSolids; ///< WRITE_SOLIDS: the host's solids go out, as 3DSOLID

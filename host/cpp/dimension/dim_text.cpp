@@ -48,7 +48,7 @@ Text makeText(const Parm& parm, double angle) {
     text.pen = parm.pen;
     text.height = parm.height;
     text.width = parm.width > 0 ? parm.width : parm.height;
-    text.spacing = parm.spacing;
+    text.spacing = parm.fontKind == 0 ? 1 : parm.spacing; // a face's characters bring their own
     text.slant = parm.oblique;
     text.font = parm.fontKind;
     text.face = parm.face;

@@ -296,7 +296,7 @@ bool Decoder::bound() {
 
 bool Decoder::word(std::string_view& text) {
     if (!take(TokenKind::Word) && !take(TokenKind::String)) return false;
-    if (!isBareWord(token_.text)) return false;
+    if (!isName(token_.text)) return false;
     text = file_.texts.name(token_.text);
     return push(makeText(Kind::Word, text));
 }
@@ -310,7 +310,7 @@ bool Decoder::setting() {
 // ---- sub-records ------------------------------------------------------------------------------------
 
 bool Decoder::sub() {
-    if (!take(TokenKind::Open) || !take(TokenKind::Word)) return false;
+    if (!take(TokenKind::Open) || !take(TokenKind::Word) || !isName(token_.text)) return false;
     if (token_.text == "ref") {
         if (!take(TokenKind::Integer)) return false;
         const auto number = static_cast<std::uint64_t>(token_.integer);
@@ -412,7 +412,7 @@ bool Decoder::rawValue() {
     case TokenKind::Enum: return push(Kind::Enum, token_.integer);
     case TokenKind::Word:
         if (token_.text == "T" || token_.text == "F") return push(Kind::Logical, token_.text == "T");
-        return push(makeText(Kind::Word, file_.texts.name(token_.text)));
+        return isName(token_.text) && push(makeText(Kind::Word, file_.texts.name(token_.text)));
     case TokenKind::String: return push(makeText(Kind::String, file_.texts.keep(token_.text)));
     case TokenKind::Literal: return push(makeText(Kind::Literal, file_.texts.keep(token_.text)));
     case TokenKind::Position:
@@ -472,7 +472,7 @@ bool Decoder::recordName(std::string& name) {
     while (take(TokenKind::NamePart)) name.append(token_.text).append("-");
     if (!take(TokenKind::Word)) return false;
     name.append(token_.text);
-    return true;
+    return isName(name);
 }
 
 /// Markers between the records. History records are kept apart.

@@ -1,34 +1,15 @@
 #include "acis_sink.h"
 #include "acis_binary_tags.h"
 
+#include "acis_decimal.h"
 #include "acis_file.h"
+#include "acis_source.h"
 
-#include <array>
-#include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 
 namespace ACIS {
-namespace {
-
-void appendWhole(std::string& out, std::int64_t n) {
-    char digits[24];
-    out.append(digits, std::to_chars(digits, digits + sizeof digits, n).ptr);
-}
-
-void appendReal(std::string& out, double number, int digits) {
-    if (std::abs(number) < 1e9 && number == std::trunc(number))
-        return appendWhole(out, static_cast<std::int64_t>(number));
-    char text[40];
-    out.append(text, std::to_chars(text, text + sizeof text, number, std::chars_format::general, digits).ptr);
-}
-
-constexpr int DIGITS = 17;
-
-} // namespace
-
 std::string writtenProduct() {
     return "Briveir ACIS Builder";
 }
@@ -112,7 +93,7 @@ void TextSink::integer(std::int64_t n) {
 }
 
 void TextSink::real(double number) {
-    appendReal(buffer_, number, DIGITS);
+    appendReal(buffer_, number);
     buffer_.push_back(' ');
     spill();
 }
@@ -230,16 +211,19 @@ void BinarySink::head(const Header& header, std::int64_t records, std::int64_t b
     for (const double number : {header.unit, header.resabs, header.resnor}) real(number);
 }
 
+/// Where a name is split, each part has to be a name by itself.
 void BinarySink::name(std::string_view name) {
-    for (std::size_t dash = name.find('-'); dash != std::string_view::npos; dash = name.find('-')) {
-        shortText(NAME_PART, name.substr(0, dash));
-        name.remove_prefix(dash + 1);
+    for (std::size_t dash = name.find('-'); dash != std::string_view::npos; dash = name.find('-', dash)) {
+        const std::string_view part = name.substr(0, dash++);
+        if (!isName(part) || !isBareWord(name.substr(dash))) continue;
+        shortText(NAME_PART, part);
+        name.remove_prefix(dash);
+        dash = 0;
     }
     shortText(NAME, name);
 }
 
 void BinarySink::shortText(unsigned char tag, std::string_view text) {
-    text = text.substr(0, 255);
     this->tag(tag);
     bytes(static_cast<std::uint8_t>(text.size()));
     buffer_.append(text);

@@ -88,8 +88,10 @@ private:
 constexpr std::size_t BANNER = 15;
 /// True for the first bytes of a binary file.
 bool isBinaryBanner(std::string_view data);
-/// True for what can stand as a bare word or a part of a name in a text file.
+/// True for what a text file can have as a word without a count.
 bool isBareWord(std::string_view text);
+/// A bare word that has room in a binary file.
+bool isName(std::string_view text);
 /// Reads a number as it stands in a text file, with a decimal comma too. False when `text` isn't one as a
 /// whole or its exponent is out of range.
 bool scanNumber(std::string_view text, Token& token);

@@ -37,8 +37,17 @@ bool scanReal(std::string_view text, double& value) {
     return exponent != std::string_view::npos && text.substr(exponent + 1, 1) == "-";
 }
 
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 bool startsNumber(char c) {
-    return (c >= '0' && c <= '9') || c == '-' || c == '+' || c == '.';
+    return isDigit(c) || c == '-' || c == '+' || c == '.';
+}
+
+/// What isn't a number, but what is left when one is cut.
+bool isOfNumbers(std::string_view text) {
+    return text.find_first_not_of("0123456789+-.eE") == std::string_view::npos;
 }
 
 } // namespace
@@ -63,8 +72,16 @@ bool scanNumber(std::string_view text, Token& token) {
 }
 
 bool isBareWord(std::string_view text) {
-    if (text.empty() || startsNumber(text[0]) || text[0] == '$' || text[0] == '@') return false;
-    return std::none_of(text.begin(), text.end(), [](char c) { return breakOf(c) != 0; });
+    if (text.empty() || std::any_of(text.begin(), text.end(), [](char c) { return breakOf(c) != 0; }))
+        return false;
+    const auto startsDigit = [&](std::size_t at) { return at < text.size() && isDigit(text[at]); };
+    Token token;
+    if (startsNumber(text[0])) return !scanNumber(text, token) && !isOfNumbers(text);
+    return text[0] != '$' && !(text[0] == '@' && startsDigit(1));
+}
+
+bool isName(std::string_view text) {
+    return text.size() < 256 && isBareWord(text);
 }
 
 bool isBinaryBanner(std::string_view data) {
@@ -103,7 +120,7 @@ void TextSource::next(Token& token) {
         token.kind = c == '{' ? TokenKind::Open : c == '}' ? TokenKind::Close : TokenKind::End;
         return;
     }
-    if (c == '@' && at_ + 1 < size && data_[at_ + 1] >= '0' && data_[at_ + 1] <= '9') {
+    if (c == '@' && at_ + 1 < size && isDigit(data_[at_ + 1])) {
         ++at_;
         return string(token);
     }
@@ -116,8 +133,7 @@ void TextSource::next(Token& token) {
     } else if (!startsNumber(c)) {
         token.kind = TokenKind::Word;
     } else if (!scanNumber(token.text, token)) {
-        const bool isCut = token.text.find_first_not_of("0123456789+-.eE") == std::string_view::npos;
-        token.kind = isCut ? TokenKind::Bad : TokenKind::Word;
+        token.kind = isOfNumbers(token.text) ? TokenKind::Bad : TokenKind::Word;
     }
 }
 
