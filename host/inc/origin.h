@@ -1,6 +1,6 @@
-// What content of the drawing was made from: a run of a pattern's elements, texts or hatches remembers it as
-// a text, and so does a pattern that a placed definition drew. It holds for as long as nobody touches the
-// content: the drawing keeps a mark of the content as it was, and compares.
+// What content of the drawing was made from: a run of a pattern's elements, texts, hatches or dimensions
+// remembers it as a text, and so does a pattern that a placed definition drew. It holds for as long as nobody
+// touches the content: the drawing keeps a mark of the content as it was, and compares.
 //
 // Definitions are patterns that are no content by themselves, but what placed ones were drawn from.
 #pragma once
@@ -12,7 +12,7 @@
 #include <vector>
 
 /// The lists of a pattern that runs lie in.
-enum OV_CONTENT : int { OV_ELEMENTS = 0, OV_TEXTS = 1, OV_HATCHES = 2 };
+enum OV_CONTENT : int { OV_ELEMENTS = 0, OV_TEXTS = 1, OV_HATCHES = 2, OV_DIMENSIONS = 3 };
 
 /// A run and what it was made from.
 struct OV_ORIGIN {
@@ -38,8 +38,8 @@ void UoOriginFrame(double dx, double dy);
 /// Pattern `patNo` and `members` hold what a placed definition drew, which `text` tells; the members become
 /// parts of the pattern. 0 or 1005.
 int UoPlacedSet(int patNo, const std::vector<int>& members, std::string_view text);
-/// Whether a pattern is what a placed definition drew, and from what. `isIntact` may be null, which costs less.
-/// 1005 when it isn't.
+/// Whether a pattern is what a placed definition drew, and from what. `isIntact` may be null, which costs
+/// less. 1005 when it isn't.
 int UoPlacedGet(int patNo, bool* isIntact, std::string_view* text);
 /// The pattern with the text of which this one is a part, itself included; 0: none.
 int UoPlacedOwner(int patNo);

@@ -83,15 +83,23 @@ bool hasStyle(std::string_view name) {
            });
 }
 
+bool hasDimStyle(std::string_view name) {
+    const auto& styles = DxDocuments.currentTables().dimStyles;
+    return name.empty() || std::any_of(styles.begin(), styles.end(), [&](const DX_DIM_STYLE& style) {
+               return equalsIgnoringCase(name, style.name.view());
+           });
+}
+
 bool hasNames(const DX_KEPT_ENTITY& entity) {
     const bool isOfText =
         entity.kind == "TEXT" || entity.kind == "MTEXT" || entity.kind == "ATTRIB" || entity.kind == "ATTDEF";
-    return hasLineType(entity.value(6)) && (!isOfText || hasStyle(entity.value(7)));
+    return hasLineType(entity.value(6)) && (!isOfText || hasStyle(entity.value(7))) &&
+           (entity.kind != "DIMENSION" || hasDimStyle(entity.value(3)));
 }
 
 bool canWrite(const DX_KEPT_ENTITY& entity, const DX_KEPT_ENTITY* owner) {
     if (!hasNames(entity)) return false;
-    return (hasMarkers(entity) && targetHasMarkers()) || DxMarkersOf(entity, owner).first;
+    return hasMarkers(entity) == targetHasMarkers() || DxMarkersOf(entity, owner).first;
 }
 
 /// Passes the pairs of one entity on, without those that are of the source.
@@ -118,6 +126,7 @@ private:
 
 int writePair(int code, std::string_view value) {
     if (code == 1001) DxUsedApps.emplace(value);
+    if (code == 1005) value = "0"; // handles of the extended data speak of the source
     return code >= 1000 && code <= 1009 ? DxWriteExtendedString(code, value) : DxWriteString(code, value);
 }
 
@@ -159,8 +168,19 @@ private:
 
     void writeInOrder(const DX_KEPT_ENTITY& entity) {
         PairFilter filter;
-        for (const DX_KEPT_PAIR& pair : entity.pairs)
-            if (filter.takes(pair)) write(pair);
+        for (std::size_t i = 0; i < entity.pairs.size(); ++i) {
+            const DX_KEPT_PAIR& pair = entity.pairs[i];
+            if (!filter.takes(pair)) continue;
+            write(isOfBoundary(entity, i) ? DX_KEPT_PAIR{pair.code, "0"} : pair);
+        }
+    }
+
+    /// A hatch no longer knows the entities that bound it: not their number, nor that it follows them.
+    static bool isOfBoundary(const DX_KEPT_ENTITY& hatch, std::size_t at) {
+        if (hatch.kind != "HATCH") return false;
+        const int code = hatch.pairs[at].code;
+        const int next = at + 1 < hatch.pairs.size() ? hatch.pairs[at + 1].code : 0;
+        return code == 71 || (code == 97 && next == 330);
     }
 
     void writeWithMarkers(const DX_KEPT_ENTITY& entity, const DX_KEPT_MARKERS& markers) {
@@ -182,8 +202,8 @@ private:
     }
 
     void write(const DX_KEPT_PAIR& pair) {
-        const bool isInsert = entity_->kind == "INSERT" && pair.code == 2;
-        if (isInsert && !changes_.blockName.view.empty())
+        const bool isBlock = pair.code == 2 && (entity_->kind == "INSERT" || entity_->kind == "DIMENSION");
+        if (isBlock && !changes_.blockName.view.empty())
             writePair(2, changes_.blockName.view);
         else if (entity_->kind == "ATTRIB" && pair.code == 1)
             writePair(1, attributeValue(pair.value));

@@ -12,9 +12,11 @@ int rowsOf(int pat, int list) {
 }
 
 /// The only list that has become longer; -1 for none or several.
-int grownList(const int (&now)[3]) {
+int grownList(const int (&now)[DX_ORIGIN_LISTS]) {
+    const int wanted = DxOriginStart.list;
+    if (wanted >= 0) return now[wanted] > DxOriginStart.rows[wanted] ? wanted : -1;
     int grown = -1;
-    for (int list = 0; list < 3; ++list) {
+    for (int list = 0; list < DX_ORIGIN_LISTS; ++list) {
         if (now[list] <= DxOriginStart.rows[list]) continue;
         if (grown >= 0) return -1;
         grown = list;
@@ -28,15 +30,15 @@ void DxOriginNotePattern() {
     if (!DxOriginStart.isWanted) return;
     DxOriginStart.isWanted = 0;
     DxOriginStart.pat = DxActPat;
-    for (int list = 0; list < 3; ++list) DxOriginStart.rows[list] = rowsOf(DxActPat, list);
+    for (int list = 0; list < DX_ORIGIN_LISTS; ++list) DxOriginStart.rows[list] = rowsOf(DxActPat, list);
 }
 
 int DxOriginKeep(std::string text) {
     const int pat = std::exchange(DxOriginStart.pat, 0);
     DxOriginStart.isWanted = 0;
     if (pat == 0 || pat != DxActPat) return 0;
-    int now[3];
-    for (int list = 0; list < 3; ++list) now[list] = rowsOf(pat, list);
+    int now[DX_ORIGIN_LISTS];
+    for (int list = 0; list < DX_ORIGIN_LISTS; ++list) now[list] = rowsOf(pat, list);
     const int list = grownList(now);
     if (list < 0) return 0;
     const int first = DxOriginStart.rows[list], count = now[list] - first;

@@ -7,11 +7,14 @@
 #include <string>
 #include <vector>
 
+inline constexpr int DX_ORIGIN_LISTS = 4; ///< of a pattern, see OV_CONTENT
+
 /// Where the content of an entity begins: its first pattern, and the lengths of that pattern's lists.
 struct DX_ORIGIN_START {
     int isWanted = 0; ///< the entity's origin is to be kept, and nothing of it was drawn yet
     int pat = 0;      ///< 0: nothing of it was drawn
-    int rows[3] = {0, 0, 0};
+    int rows[DX_ORIGIN_LISTS] = {};
+    int list = -1; ///< the one that counts whatever else has grown; -1: the only one that has
 };
 
 /// A run of elements that wait in the queue with it.

@@ -15,8 +15,9 @@
 namespace {
 
 /// Entities of one group 0 that give to one list of a pattern.
-constexpr std::string_view SINGLE[] = {"3DFACE", "3DLINE", "ARC",   "CIRCLE", "ELLIPSE", "LINE", "LWPOLYLINE",
-                                       "MTEXT",  "POINT",  "SOLID", "SPLINE", "TEXT",    "TRACE"};
+constexpr std::string_view SINGLE[] = {"3DFACE",  "3DLINE", "ARC",    "CIRCLE",     "DIMENSION",
+                                       "ELLIPSE", "HATCH",  "LINE",   "LWPOLYLINE", "MTEXT",
+                                       "POINT",   "SOLID",  "SPLINE", "TEXT",       "TRACE"};
 
 bool isIdentity(const Mat44 m) {
     for (int row = 0; row < 4; ++row)
@@ -65,7 +66,7 @@ DxEntityOrigin::DxEntityOrigin(std::string_view name, const Mat44 m) {
     if (step == Step::Insert)
         DxPlacedWanted = 1;
     else if (step != Step::PolylineEnds)
-        DxOriginStart = {step != Step::Definition, 0, {}};
+        DxOriginStart = {step != Step::Definition, 0, {}, name == "DIMENSION" ? OV_DIMENSIONS : -1};
 }
 
 int DxEntityOrigin::keep() const {

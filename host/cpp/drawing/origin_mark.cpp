@@ -59,6 +59,18 @@ public:
         for (const HatchGradient& gradient : hatch.gradient) add(gradient.secondPen), add(gradient.angle);
         add(hatch.patternName);
     }
+    /// With the texts that it shows.
+    void add(const Pattern& pattern, const Dimension& dimension) {
+        for (const RPT3& p : dimension.points) add(p.x), add(p.y), add(p.z);
+        for (const RPT& p : dimension.refs) add(p);
+        add(dimension.textPos);
+        for (const int value : {dimension.kind, dimension.mode, dimension.txt.pen, dimension.arrow.pen})
+            add(value);
+        for (const Element& e : dimension.lines) add(e);
+        for (const int row : {dimension.textRow, dimension.tolRow})
+            if (row >= 0 && static_cast<std::size_t>(row) < pattern.texts.size())
+                add(pattern.texts[static_cast<std::size_t>(row)]);
+    }
     void add(const Pattern& pattern) {
         for (const Element& e : pattern.elements) addWithCurve(pattern, e);
         for (const Text& text : pattern.texts) add(text);
@@ -98,6 +110,14 @@ std::int64_t markOfRows(const std::vector<Item>& list, int first, int count) {
     return mixer.mark();
 }
 
+std::int64_t markOfDimensions(const Pattern& pattern, int first, int count) {
+    if (!holdsRows(pattern.dimensions, first, count)) return 0;
+    Mixer mixer;
+    const Dimension* const dimension = pattern.dimensions.data() + first;
+    for (int i = 0; i < count; ++i) mixer.add(pattern, dimension[i]);
+    return mixer.mark();
+}
+
 std::int64_t markOfElements(const Pattern& pattern, int first, int count) {
     if (!holdsRows(pattern.elements, first, count)) return 0;
     Mixer mixer;
@@ -111,6 +131,7 @@ std::int64_t markOfElements(const Pattern& pattern, int first, int count) {
 std::int64_t markOf(const Pattern& pattern, int list, int first, int count) {
     if (list == OV_TEXTS) return markOfRows(pattern.texts, first, count);
     if (list == OV_HATCHES) return markOfRows(pattern.hatches, first, count);
+    if (list == OV_DIMENSIONS) return markOfDimensions(pattern, first, count);
     return markOfElements(pattern, first, count);
 }
 

@@ -11,9 +11,10 @@ using namespace host;
 int UoContentCount(int patNo, OV_CONTENT list) {
     const Pattern* const pattern = openDrawing().find(patNo);
     if (!pattern) return 0;
-    const std::size_t size = list == OV_TEXTS     ? pattern->texts.size()
-                             : list == OV_HATCHES ? pattern->hatches.size()
-                                                  : pattern->elements.size();
+    std::size_t size = pattern->elements.size();
+    if (list == OV_TEXTS) size = pattern->texts.size();
+    if (list == OV_HATCHES) size = pattern->hatches.size();
+    if (list == OV_DIMENSIONS) size = pattern->dimensions.size();
     return static_cast<int>(size);
 }
 
