@@ -33,6 +33,14 @@ void DxOriginNotePattern() {
     for (int list = 0; list < DX_ORIGIN_LISTS; ++list) DxOriginStart.rows[list] = rowsOf(DxActPat, list);
 }
 
+void DxOriginFollow(int full) {
+    if (DxOriginStart.pat != full) return;
+    for (int list = 0; list < DX_ORIGIN_LISTS; ++list)
+        if (rowsOf(full, list) != DxOriginStart.rows[list]) return;
+    DxOriginStart.isWanted = 1;
+    DxOriginNotePattern();
+}
+
 int DxOriginKeep(std::string text) {
     const int pat = std::exchange(DxOriginStart.pat, 0);
     DxOriginStart.isWanted = 0;

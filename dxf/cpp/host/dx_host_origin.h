@@ -7,6 +7,9 @@
 
 /// The active pattern is settled for what the entity draws next: its content begins here.
 void DxOriginNotePattern();
+/// The active pattern goes on where `full` has no more room: an entity that has drawn nothing yet begins
+/// here.
+void DxOriginFollow(int full);
 /// What the entity has drawn was made from `text`. Content of several lists or patterns, and none, isn't
 /// kept. 0 or the host's error.
 int DxOriginKeep(std::string text);

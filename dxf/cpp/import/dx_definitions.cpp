@@ -27,7 +27,7 @@ class DefinitionScope {
 public:
     explicit DefinitionScope(const DX_BLOCK_TYPE& block)
         : shiftX_(std::exchange(DxShiftX, 0.0)), shiftY_(std::exchange(DxShiftY, 0.0)),
-          counts_(std::exchange(DxCountEntities, 0)) {
+          counts_(std::exchange(DxCountEntities, 0)), space_(std::exchange(DxActSpace, 0)) {
         DxOpenDefinition = UoDefinitionAdd(block.name.view());
         DxOriginDepth = 1;
         DxDefinitionText = headOf(block);
@@ -40,13 +40,14 @@ public:
         DxShiftX = shiftX_;
         DxShiftY = shiftY_;
         DxCountEntities = counts_;
+        DxActSpace = space_;
     }
     DefinitionScope(const DefinitionScope&) = delete;
     DefinitionScope& operator=(const DefinitionScope&) = delete;
 
 private:
     double shiftX_, shiftY_;
-    int counts_;
+    int counts_, space_;
 };
 
 /// The block's own level: layer 0 and ByBlock stay what they are.

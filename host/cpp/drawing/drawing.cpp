@@ -18,7 +18,7 @@ std::size_t Pattern::size() const {
 Pattern& Drawing::addPattern(bool scratch) {
     Pattern& pattern = restorePattern(lastNumber + 1);
     pattern.scratch = scratch;
-    pattern.view = activeView;
+    pattern.view = openDefinition == 0 ? activeView : 0;
     pattern.definition = openDefinition;
     return pattern;
 }
