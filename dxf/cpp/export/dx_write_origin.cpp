@@ -63,7 +63,7 @@ bool isOfSource(int code) {
 /// Whether the target has groups of this code.
 bool isKnown(int code) {
     if (code == 370 || code == 48) return targetHasMarkers();
-    if (code == 420 || code == 430 || code == 440) return DxMiscCheckVersion(DX_LEVEL_TRUE_COLOR);
+    if (code >= 420 && code <= 479) return DxMiscCheckVersion(DX_LEVEL_TRUE_COLOR);
     return targetHasMarkers() || code < 100 || (code >= 210 && code <= 239) || code >= 1000;
 }
 

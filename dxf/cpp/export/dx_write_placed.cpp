@@ -82,7 +82,8 @@ int addInserted(int from, std::vector<int>& definitions) {
 
 /// The name of a block in the file. The star of a name that nobody gave stays.
 UtCString blockName(const UtCString& name) {
-    const bool isAnonymous = name.str().starts_with('*');
+    const bool isAnonymous =
+        name.str().starts_with('*') && !name.Upper().str().starts_with("*D"); // of dimensions
     UtCString own(isAnonymous ? name.str().substr(1) : name.str());
     DxCheckName(own);
     UtCString full((isAnonymous ? "*" : "") + own.str());
