@@ -1,9 +1,9 @@
 // The torva-dxf command: its command line.
 #include "environment.h"
+#include "interrupt.h"
 #include "manual.h"
 #include "options.h"
 #include "paper.h"
-#include "progress.h"
 #include "streams.h"
 #include "tell.h"
 #include "units.h"
@@ -323,8 +323,10 @@ static int runCommandLine(int argc, char** argv) {
     if (wantsSheets && app.get_subcommand("render")->count("--space") == 0) options.read.space = "all";
     if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) return wrongUsage(wrong);
     setDataEnvironment();
+    if (const std::string wrong = chosen == runValidateCommand ? "" : whyNoData(); !wrong.empty())
+        return fail(wrong);
     watchInterrupt();
-    return chosen(options);
+    return interruptedStatus(chosen(options));
 }
 
 } // namespace tool
