@@ -1,6 +1,7 @@
 // What a 3D import makes of faces, meshes and thickness.
 #include "../import/drawn.h"
 #include "ci_3d.h"
+#include "dx_report.h"
 #include "rpt.h"
 
 #include <gtest/gtest.h>
@@ -335,6 +336,9 @@ TEST(FlatPlan, IsLeftOutOfWhatStandsInSpaceAlone) {
         "5\ndraw 0 0 info 5\n");
     EXPECT_EQ(both("LINE", at(10, {0, 0, 0}) + at(11, {5, 0, 2})),
               "edge pen 1 0 0 0 5 0 2\n| move 0 0\ndraw 5 0\n");
+    EXPECT_TRUE(DxGetImportReport().unseen.empty());
+    drawnEntity("LINE", at(11, {5, 0, 2}), alone);
+    EXPECT_TRUE(DxGetImportReport().unseen.empty()) << "it is drawn, though in space alone";
     EXPECT_EQ(both("LINE", at(11, {5, 0, 0})), "move 0 0\ndraw 5 0\n| move 0 0\ndraw 5 0\n")
         << "it has no height";
     EXPECT_EQ(both("MESH", subdivision(kPentagon, {3, 0, 1, 2})).substr(0, 6), "facets");
