@@ -21,6 +21,7 @@ extern std::map<unsigned long, DX_VIS_MATERIAL> DxVisMaterials; ///< by handle; 
 
 extern int DxFlatSolids;  ///< FLAT_SOLIDS: solids are taken in 2D too, where pictures show their plan
 extern int DxWriteSolids; ///< WRITE_SOLIDS: the host's solids go out, as 3DSOLID
+extern int DxWriteClouds; ///< WRITE_CLOUDS: the points of the host's clouds go out, as POINT
 
 /// No solids, no materials, none written.
 void DxResetSolidState();
