@@ -1,5 +1,6 @@
 #include "environment.h"
 
+#include "services/open_file.h"
 #include "services/temporary_files.h"
 #include "words.h"
 
@@ -71,6 +72,15 @@ std::string whyNoData() {
     const std::string folder = dataFile("");
     if (fs::is_directory(folder, error)) return {};
     return words::say("there is no installation data in {}; HD_U and HD_VE say where it is", folder);
+}
+
+std::string confine(const std::vector<std::string>& folders) {
+    if (folders.empty()) return {};
+    std::error_code error;
+    std::vector<std::string> all = folders;
+    all.push_back(fs::temp_directory_path(error).string());
+    const std::string missing = host::confineTo(all, {variable("HD_U")});
+    return missing.empty() ? "" : words::say("there is no folder {} to confine the run to", missing);
 }
 
 std::string localeLanguage() {

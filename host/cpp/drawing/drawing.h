@@ -147,6 +147,8 @@ struct Pattern : SpaceContent {
     int view = 0; ///< number of the sheet that it stands on, 0: the model
     PatternIds ids;
     std::vector<std::pair<std::string, std::string>> attributes; ///< in order of setting
+    /// Where they stand by name, once there are many; of no meaning while its size isn't theirs.
+    std::unordered_map<std::string, std::size_t> attributePlaces;
     Relation relation;
     std::vector<Element> elements;
     std::vector<ElementAttribute> elementAttributes;

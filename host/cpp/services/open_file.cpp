@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -80,6 +81,13 @@ bool mayWrite(const std::string& path) {
     struct stat status {};
     return !realFolder.empty() && ::lstat(path.c_str(), &status) != 0 &&
            isBelowAny(realFolder, confinement.writable);
+}
+
+bool mayWriteBelow(const std::string& folder) {
+    if (!confinement.isOn) return true;
+    std::error_code error;
+    const std::string real = std::filesystem::weakly_canonical(folder, error).string();
+    return !error && isBelowAny(real, confinement.writable);
 }
 
 std::string confineTo(const std::vector<std::string>& folders, const std::vector<std::string>& readable) {
