@@ -30,6 +30,7 @@ TemporaryFolder::TemporaryFolder() {
         throw std::runtime_error(
             words::say("Can't make a folder in the temporary directory: {}", words::systemWords(errno)));
     path_ = name;
+    host::allowBelow(path_);
     const int folder = ::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0) return;
     host::guardTemporary(path_, folder);
@@ -76,10 +77,7 @@ std::string whyNoData() {
 
 std::string confine(const std::vector<std::string>& folders) {
     if (folders.empty()) return {};
-    std::error_code error;
-    std::vector<std::string> all = folders;
-    all.push_back(fs::temp_directory_path(error).string());
-    const std::string missing = host::confineTo(all, {variable("HD_U")});
+    const std::string missing = host::confineTo(folders, {variable("HD_U")});
     return missing.empty() ? "" : words::say("there is no folder {} to confine the run to", missing);
 }
 

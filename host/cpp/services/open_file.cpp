@@ -102,6 +102,10 @@ std::string confineTo(const std::vector<std::string>& folders, const std::vector
     return {};
 }
 
+void allowBelow(const std::string& folder) {
+    if (confinement.isOn) confinement.writable.push_back(realPath(folder));
+}
+
 bool isConfined() {
     return confinement.isOn;
 }

@@ -21,6 +21,8 @@ bool mayWriteBelow(const std::string& folder);
 /// itself brings along is named by `readable` and can be read besides. A folder that doesn't exist: its name;
 /// else empty.
 std::string confineTo(const std::vector<std::string>& folders, const std::vector<std::string>& readable = {});
+/// A folder of the run's own, which a confined one may use too.
+void allowBelow(const std::string& folder);
 bool isConfined();
 
 } // namespace host
