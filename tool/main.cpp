@@ -192,7 +192,8 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     render
         ->add_option("--direction", options.direction, "x,y,z: where the viewer of a picture in space stands")
         ->delimiter(',')
-        ->expected(3);
+        ->expected(3)
+        ->allow_extra_args(false);
     render->add_flag("--hidden", options.hidden, "In space: without the lines behind faces");
     render->add_flag("--shade", options.shade, "In space: faces lit");
     render->add_flag("--dark", options.dark, "On black");
