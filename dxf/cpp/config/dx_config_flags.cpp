@@ -181,6 +181,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"USE_UCS",         DxKeyWhen::Always,  &DxUseUcs},
     {"USE_GEOREF",      DxKeyWhen::Always,  &DxUseGeoref},
     {"PAPER_SIZE",      DxKeyWhen::Import,  &DxPaperSize},
+    {"ALL_VERTICES",    DxKeyWhen::Import,  &DxAllVertices},
     {"CLIP_IMAGES",     DxKeyWhen::Import,  &DxClipImages},
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
