@@ -6,6 +6,7 @@ namespace {
 struct Switch {
     long failAt = 0; ///< 0: off
     long calls = 0;
+    std::string failed;
     bool notes = false; ///< whether anyone asks for the services
     std::string service;
     std::set<std::string> called;
@@ -16,6 +17,7 @@ Switch state; // NOLINT: the switch of the whole process
 void failCall(long n) {
     state.failAt = n;
     state.calls = 0;
+    state.failed.clear();
 }
 
 long callCount() {
@@ -28,6 +30,10 @@ void failService(const std::string& name) {
     state.called.clear();
 }
 
+const std::string& failedService() {
+    return state.failed;
+}
+
 const std::set<std::string>& servicesCalled() {
     return state.called;
 }
@@ -37,7 +43,9 @@ bool callFails(const char* service) {
         state.called.insert(service);
         if (state.service == service) return true;
     }
-    return ++state.calls == state.failAt;
+    if (++state.calls != state.failAt) return false;
+    state.failed = service;
+    return true;
 }
 
 } // namespace host

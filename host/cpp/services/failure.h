@@ -10,6 +10,8 @@ namespace host {
 void failCall(long n);
 /// Calls counted since the last failCall.
 long callCount();
+/// Name of the service whose call failCall made fail; empty before.
+const std::string& failedService();
 /// Makes each call of a service fail, by the name of its function, as in a host that doesn't offer it; empty
 /// switches off.
 void failService(const std::string& name);
