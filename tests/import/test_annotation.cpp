@@ -183,4 +183,17 @@ TEST(FurtherKinds, MultilinesAreWhereTheirParametersSay) {
     EXPECT_EQ(drawnEntity("MLINE", two), "");
 }
 
+TEST(FurtherKinds, AHelixIsItsSpline) {
+    DxfGroups spline = {{70, "0"}, {71, "3"}, {72, "8"}, {73, "4"}, {74, "0"}};
+    for (const char* knot : {"0", "0", "0", "0", "1", "1", "1", "1"}) spline.push_back({40, knot});
+    for (const double x : {0.0, 1.0, 2.0, 3.0}) spline = spline + at(10, {x, x * x, 0});
+    const DxfGroups ofHelix = DxfGroups{{100, "AcDbHelix"}, {90, "29"}} + at(10, {50, 50, 0}) +
+                              at(11, {60, 50, 0}) + at(12, {0, 0, 1}) +
+                              DxfGroups{{40, "5"}, {41, "3"}, {42, "1"}, {290, "1"}};
+    const std::string found = drawnEntity("SPLINE", spline);
+    EXPECT_GT(count(found, "draw"), 2) << found;
+    EXPECT_EQ(drawnEntity("HELIX", spline + ofHelix, further()), found);
+    EXPECT_EQ(drawnEntity("HELIX", spline + ofHelix), "");
+}
+
 } // namespace

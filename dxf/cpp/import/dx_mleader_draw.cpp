@@ -94,7 +94,7 @@ int drawLine(const R& rec, const DX_MLEADER_LINE& line, std::vector<RPT3> points
     if (const int error = DxStartDrawing(look.pen, look.lineType)) return error;
     const Head head = headOf(line.arrow ? line.arrow : rec.arrow);
     const double size = line.arrowSize >= 0 ? line.arrowSize : rec.arrowSize;
-    return DxDrawArrowLine(points, head.kind, head.length * size, look);
+    return DxDrawArrowLine(points, head.kind, head.length * size * std::fabs(DxBlockScaleX), look);
 }
 
 int drawLines(const R& rec, const Mat44 m) {
