@@ -28,12 +28,19 @@ struct Loaded {
 /// What to say of a DWG when no program is named that converts it.
 std::string missingConverter(const std::string& name);
 
+/// Why the file of --config can't be read; empty where it can, or none is given. The module would go on
+/// without.
+std::string whyNoConfig(const Options& options);
+
 /// The macro variables of --set, for the run to come; a run uses most of them up.
 void setUserVariables(const Options& options);
 
 /// Makes the open drawing a fresh one and loads the input into it. "-" is standard input. `isAlone`: no
 /// other input is being worked on at the same time, so that a progress bar may be shown.
 Loaded loadInput(const std::string& input, const Options& options, bool isAlone);
+
+/// What the host said of pictures that it can't show or write.
+std::vector<std::string> pictureFaults();
 
 /// Tells the messages on standard error, as far as the options ask for them.
 /// Result: STATUS_DONE, or STATUS_FAILED when the input ended with an error.

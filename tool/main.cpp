@@ -1,9 +1,9 @@
 // The torva-dxf command: its command line.
 #include "environment.h"
+#include "interrupt.h"
 #include "manual.h"
 #include "options.h"
 #include "paper.h"
-#include "progress.h"
 #include "streams.h"
 #include "tell.h"
 #include "units.h"
@@ -189,7 +189,8 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
     render
         ->add_option("--direction", options.direction, "x,y,z: where the viewer of a picture in space stands")
         ->delimiter(',')
-        ->expected(3);
+        ->expected(3)
+        ->allow_extra_args(false);
     render->add_flag("--hidden", options.hidden, "In space: without the lines behind faces");
     render->add_flag("--shade", options.shade, "In space: faces lit");
     render->add_flag("--dark", options.dark, "On black");
@@ -323,8 +324,10 @@ static int runCommandLine(int argc, char** argv) {
     if (wantsSheets && app.get_subcommand("render")->count("--space") == 0) options.read.space = "all";
     if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) return wrongUsage(wrong);
     setDataEnvironment();
+    if (const std::string wrong = chosen == runValidateCommand ? "" : whyNoData(); !wrong.empty())
+        return fail(wrong);
     watchInterrupt();
-    return chosen(options);
+    return interruptedStatus(chosen(options));
 }
 
 } // namespace tool

@@ -8,8 +8,8 @@
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
 int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerStates, DxInsertArrays, DxMoreKinds,
-    DxAllSections, DxKeepLooks, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol,
-    DxExoMode;
+    DxAllSections, DxKeepLooks, DxKeepEntities, DxKeepBlocks, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder,
+    DxDimInBlock, DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
@@ -18,7 +18,7 @@ UtCString DxByLayerFile;
 int DxFullGroups;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
-int DxKeepHatchPattern, DxMeshEdges;
+int DxKeepHatchPattern, DxKeepDimLines, DxMeshEdges;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
@@ -68,7 +68,8 @@ static void resetImportOptions() {
     DxPdMode = 0;
     DxBlockToPattern = 0;
     DxInsertAttr = 0;
-    DxLayerStates = DxInsertArrays = DxMoreKinds = DxAllSections = DxKeepLooks = 0;
+    DxLayerStates = DxInsertArrays = DxMoreKinds = DxAllSections = DxKeepLooks = DxKeepEntities =
+        DxKeepBlocks = 0;
     DxWriteInsUnits = 1;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;
@@ -83,6 +84,7 @@ static void resetImportOptions() {
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxKeepHatchPattern = 0;
+    DxKeepDimLines = 0;
     DxLineAsHatch = 0;
     DxMeshEdges = 0;
     DxMaxElements = 1000;

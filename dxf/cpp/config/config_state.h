@@ -67,6 +67,8 @@ extern int DxInsertArrays; ///< INSERT_ARRAYS: each instance of an array of INSE
 extern int DxMoreKinds;    ///< MORE_KINDS: MULTILEADER, MLINE, RAY, XLINE and HELIX are drawn
 extern int DxAllSections;  ///< ALL_SECTIONS: sections in any order, and several of a name
 extern int DxKeepLooks; ///< PEN_LOOKS: pens for true colours, line weights and what takes its layer's colour
+extern int DxKeepEntities; ///< KEEP_ENTITIES: what entities were goes to the host beside what they draw
+extern int DxKeepBlocks;   ///< KEEP_BLOCKS: INSERTs and their blocks likewise
 extern int DxLayerToPattern, DxLayerOrder; ///< READ_LAYER
 extern int DxDimInBlock;                   ///< DIM_IN_BLOCK
 extern int DxWriteTol;                     ///< TOL
@@ -88,6 +90,7 @@ extern int DxFullGroups;                   ///< FULL_GROUPS: groups at their def
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
 extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file
+extern int DxKeepDimLines;                 ///< KEEP_DIM: dimensions show the lines of the file's block
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
 extern int DxWriteTxtOrg;                  ///< WRITE_TXT_ORG
 extern int DxWriteHatch;                   ///< WRITE_HATCH

@@ -3,6 +3,7 @@
 #include "../session/dx_reader.h"
 #include "../session/session_state.h"
 #include "../solid/solid_state.h"
+#include "../solid/space_state.h"
 #include "dx_config.h"
 #include "dx_config_lines.h"
 #include "uo.h"
@@ -162,6 +163,8 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"MORE_KINDS",      DxKeyWhen::Import,  &DxMoreKinds},
     {"ALL_SECTIONS",    DxKeyWhen::Import,  &DxAllSections},
     {"PEN_LOOKS",       DxKeyWhen::Always,  &DxKeepLooks},
+    {"KEEP_ENTITIES",   DxKeyWhen::Always,  &DxKeepEntities},
+    {"KEEP_BLOCKS",     DxKeyWhen::Always,  &DxKeepBlocks},
     {"WRITE_INSUNITS",  DxKeyWhen::Export,  &DxWriteInsUnits},
     {"VERSION",         DxKeyWhen::Always,  setVersion},
     {"DIM_IN_BLOCK",    DxKeyWhen::Always,  &DxDimInBlock},
@@ -183,11 +186,15 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
     {"KEEP_HATCH",      DxKeyWhen::Always,  &DxKeepHatchPattern},
+    {"KEEP_DIM",        DxKeyWhen::Always,  &DxKeepDimLines},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},
     {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
+    {"MESH_CAPS",       DxKeyWhen::Import,  &DxMeshCaps},
+    {"FLAT_PLAN",       DxKeyWhen::Import,  &DxFlatPlan},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
     {"WRITE_SOLIDS",    DxKeyWhen::Export,  &DxWriteSolids},
+    {"WRITE_CLOUDS",    DxKeyWhen::Export,  &DxWriteClouds},
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},
     {"WRITE_FILL",      DxKeyWhen::Always,  &DxWriteFill},
     {"WRITE_POLY",      DxKeyWhen::Always,  &DxWritePoly},
@@ -215,18 +222,16 @@ bool counts(DxKeyWhen when, const DxFlagSection& section) {
     return true;
 }
 
-void applyFlag(DxFlagSection& section, std::string& line) {
-    std::string key;
-    UtGetNextPart(line, '=', key);
+void applyFlag(DxFlagSection& section, std::string_view key, const std::string& value) {
     const auto* row = std::find_if(std::begin(FLAG_KEYS), std::end(FLAG_KEYS),
                                    [&](const DxFlagKey& candidate) { return candidate.key == key; });
     if (row == std::end(FLAG_KEYS) || !counts(row->when, section)) return;
     if (row->number) {
-        *row->number = DxAtoi(line);
+        *row->number = DxAtoi(value);
     } else if (row->real) {
-        *row->real = DxAtof(line);
+        *row->real = DxAtof(value);
     } else {
-        row->apply(section, line);
+        row->apply(section, value);
     }
 }
 
@@ -245,15 +250,28 @@ std::span<const DxFlagKey> DxFlagKeys() {
     return FLAG_KEYS;
 }
 
-int DxReadFlagSection(FILE* file, int isExport) {
+static DxFlagSection beginSection(int isExport) {
     int extended = 0;
     if (UoGetMacVarI("&DxfParseExt", &extended)) extended = 0;
     DxFlagSection section;
     section.isExport = isExport;
     section.extended = extended != 0;
+    return section;
+}
+
+void DxApplyFlag(std::string_view key, const std::string& value, int isExport) {
+    DxFlagSection section = beginSection(isExport);
+    applyFlag(section, key, value);
+}
+
+int DxReadFlagSection(FILE* file, int isExport) {
+    DxFlagSection section = beginSection(isExport);
     DxLayerKinds[DX_CLASS_ELEMENT] = DX_ORDER_LEVEL;
-    for (std::string line; DxReadConfigLine(file, line) && !line.starts_with("#FLAGS-END");)
-        applyFlag(section, line);
+    std::string key;
+    for (std::string line; DxReadConfigLine(file, line) && !line.starts_with("#FLAGS-END");) {
+        UtGetNextPart(line, '=', key);
+        applyFlag(section, key, line);
+    }
     settleLayerKinds(section);
     return 0;
 }

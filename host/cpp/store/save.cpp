@@ -1,4 +1,5 @@
 #include "store/look_tables.h"
+#include "store/origin_tables.h"
 #include "store/store.h"
 
 #include "store/replace.h"
@@ -68,12 +69,14 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     for (const auto& [number, color] : drawing.pens) tables.of<Rgb>().put({number}, color);
     if (drawing.unitAssumed) tables.of<DrawingSource>().put({}, {true});
     writeSheets(tables, drawing);
+    putOrigins(tables, drawing);
 }
 
 static void writeDatabase(const Drawing& drawing, const std::string& path) {
     Database db(path, Database::Mode::Create);
-    // The file is new and replaces nothing until it is whole: a journal would only cost time.
-    db.run("PRAGMA page_size = 8192; PRAGMA encoding = 'UTF-8'; PRAGMA journal_mode = OFF;"
+    // The file is new and replaces nothing until it is whole, so that a journal beside it would only cost
+    // time. A database that distrusts its schema always has one; in memory it leaves nothing behind.
+    db.run("PRAGMA page_size = 8192; PRAGMA encoding = 'UTF-8'; PRAGMA journal_mode = MEMORY;"
            "PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE; BEGIN;"
            "PRAGMA application_id = " +
            std::to_string(kDrawingFileId) + "; PRAGMA user_version = " + std::to_string(kDrawingFileVersion));
