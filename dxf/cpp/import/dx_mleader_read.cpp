@@ -93,6 +93,7 @@ private:
     bool opens(const DxPair& pair) {
         if (pair.code == 300 && pair.text.starts_with("CONTEXT_DATA")) {
             place_ = Place::Context;
+            hasContext_ = true;
         } else if (pair.code == 302 && pair.text.starts_with("LEADER{") && place_ != Place::Entity) {
             rec_.branches.emplace_back();
             place_ = Place::Branch;
@@ -127,7 +128,7 @@ private:
     }
 
     void takeOwn(const DxPair& pair) {
-        if (pair.code == 330) {
+        if (pair.code == 330 && hasContext_) { // ahead of it: the owner
             rec_.attributes.emplace_back().definition = DxHexToU32(pair.text);
         } else if (pair.code == 302) {
             if (!rec_.attributes.empty()) rec_.attributes.back().text = DxReadDecoded(pair.text);
@@ -149,6 +150,7 @@ private:
 
     R& rec_;
     Place place_ = Place::Entity;
+    bool hasContext_ = false;
 };
 
 } // namespace
