@@ -64,6 +64,7 @@ extern int DxBlockToPattern, DxBlockOrder; ///< READ_BLOCK
 extern int DxInsertAttr;   ///< INSERT_ATTR: attributes of an INSERT have a pattern of their own
 extern int DxLayerStates;  ///< LAYER_STATES: layers that aren't shown arrive and leave in their state
 extern int DxInsertArrays; ///< INSERT_ARRAYS: each instance of an array of INSERTs is drawn
+extern int DxMoreKinds;    ///< MORE_KINDS: MULTILEADER, MLINE, RAY, XLINE and HELIX are drawn
 extern int DxAllSections;  ///< ALL_SECTIONS: sections in any order, and several of a name
 extern int DxKeepLooks; ///< PEN_LOOKS: pens for true colours, line weights and what takes its layer's colour
 extern int DxKeepEntities; ///< KEEP_ENTITIES: what entities were goes to the host beside what they draw

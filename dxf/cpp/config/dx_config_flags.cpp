@@ -160,6 +160,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"INSERT_ATTR",     DxKeyWhen::Always,  &DxInsertAttr},
     {"LAYER_STATES",    DxKeyWhen::Always,  &DxLayerStates},
     {"INSERT_ARRAYS",   DxKeyWhen::Import,  &DxInsertArrays},
+    {"MORE_KINDS",      DxKeyWhen::Import,  &DxMoreKinds},
     {"ALL_SECTIONS",    DxKeyWhen::Import,  &DxAllSections},
     {"PEN_LOOKS",       DxKeyWhen::Always,  &DxKeepLooks},
     {"KEEP_ENTITIES",   DxKeyWhen::Always,  &DxKeepEntities},

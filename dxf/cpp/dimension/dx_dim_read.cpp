@@ -1,7 +1,7 @@
 // Reader of DIMENSION, ARC_DIMENSION and LARGE_RADIAL_DIMENSION.
 #include "../import/dx_entity_base.h"
-#include "../sections/dx_tables_import.h"
 #include "dx_dim_import.h"
+#include "dx_dim_overrides.h"
 
 #include <cmath>
 #include <cstring>
@@ -38,30 +38,16 @@ void init(R& dim) {
     dim.lineSpacingFactor = 1.0;
 }
 
-/// Takes what the table of fields can't: groups of which the first value stays, and the changes of the style
-/// in the extended data, which come as pairs of a group code (1070) and a value.
+/// Takes what the table of fields can't: groups of which the first value stays, and the changes of the style.
 class Extras {
 public:
-    explicit Extras(R& dim) : dim_(dim) {}
+    explicit Extras(R& dim) : dim_(dim), overrides_(dim.styleName, dim.styleOverride) {}
 
     bool operator()(const DxPair& pair) {
         switch (pair.code) {
         case 70: keepFirst(dim_.flags, pair); return true;
         case 71: keepFirst(dim_.attachment, pair); return true;
-        case 1000:
-            if (pair.text == "DSTYLE") startOverrides();
-            return true;
-        case 1070:
-            if (pending_ < 0) {
-                pending_ = DxAtoi(pair.text);
-                return true;
-            }
-            [[fallthrough]];
-        case 1005:
-        case 1040:
-        case 1041:
-        case 1042: takeValue(pair); return true;
-        default: pending_ = -1; return false;
+        default: return overrides_.take(pair);
         }
     }
 
@@ -70,20 +56,8 @@ private:
         if (field == 0) field = DxAtoi(pair.text);
     }
 
-    void startOverrides() {
-        const DX_DIM_STYLE* style = DxFindDimStyle(dim_.styleName.view());
-        dim_.styleOverride.reset();
-        if (style) dim_.styleOverride = std::make_unique<DX_DIM_STYLE>(*style);
-    }
-
-    void takeValue(const DxPair& pair) {
-        if (dim_.styleOverride && pending_ >= 0)
-            DxfReadDimStyleValue(dim_.styleOverride.get(), pending_, pair.text);
-        pending_ = -1;
-    }
-
     R& dim_;
-    int pending_ = -1; ///< group code whose value comes next
+    DxDimOverrides overrides_;
 };
 
 } // namespace

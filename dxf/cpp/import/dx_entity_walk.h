@@ -1,6 +1,7 @@
 // The walk through a run of entities, in the section as well as inside a block.
 #pragma once
 
+#include "../config/config_state.h"
 #include "../session/session_state.h"
 #include "dx_types.h"
 
@@ -37,8 +38,9 @@ struct DxEntityKind {
     int (*run)(const DxEntityContext& context);
     std::unique_ptr<DxStoredEntity> (*store)();
     bool onlyInSpace = false; ///< passed over in 2D
+    bool isFurther = false;   ///< passed over without MORE_KINDS
 
-    bool isRead() const { return run && !(onlyInSpace && DxModus == 2); }
+    bool isRead() const { return run && !(onlyInSpace && DxModus == 2) && (!isFurther || DxMoreKinds); }
 };
 
 /// A stage of a kind as a column of the table of kinds.
@@ -134,6 +136,11 @@ constexpr DxEntityKind dxSkippedKind(std::string_view name) {
 /// The row for a kind that is passed over by name in 2D.
 constexpr DxEntityKind dxInSpace(DxEntityKind kind) {
     kind.onlyInSpace = true;
+    return kind;
+}
+/// The row for a kind that is passed over by name unless the configuration asks for MORE_KINDS.
+constexpr DxEntityKind dxFurther(DxEntityKind kind) {
+    kind.isFurther = true;
     return kind;
 }
 /// The row with other stages for entities that are read once, for a kind whose own share a record.

@@ -84,7 +84,9 @@ constexpr Substitute substitutes[] = {
     {"gulim", "Droid Sans Fallback", 1.0},
     {"dotum", "Droid Sans Fallback", 1.0},
     {"batang", "Droid Sans Fallback", 1.0},
-    {"symbol", "DejaVu Sans", 1.0, false, false, true},
+    {"symbol", "DejaVu Sans", 1.0, false, false, FaceSigns::Symbols},
+    {"amgdt", "osifont", 1.0, false, false, FaceSigns::Tolerances},
+    {"gdt", "osifont", 1.0, false, false, FaceSigns::Tolerances},
     {"wingdings", "DejaVu Sans", 1.0},
     {"", "Liberation Sans", 1.0},
 };

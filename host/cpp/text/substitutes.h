@@ -5,12 +5,15 @@
 
 namespace host {
 
+/// What a face has in the places of letters.
+enum class FaceSigns { Letters, Symbols, Tolerances };
+
 struct Substitute {
     std::string_view face;   ///< beginning of the missing face's name, lower case
     std::string_view family; ///< family that stands in for it
     double width;            ///< its characters are drawn so much wider, to fill the missing face's width
     bool bold = false, italic = false; ///< the name says so, as those of font files do
-    bool isSymbol = false;             ///< the missing face has signs in the places of letters
+    FaceSigns signs = FaceSigns::Letters;
 };
 
 /// The stand-in for a face; one for any face that has none of its own.

@@ -2,6 +2,7 @@
 
 #include "ov.h"
 #include "text/substitutes.h"
+#include "text/tolerance_signs.h"
 #include "trt.h"
 
 #include <optional>
@@ -26,8 +27,8 @@ FontFile* fileFor(FontFile* own, char32_t c) {
 /// A TrueType face or its stand-in.
 class FaceFont : public TextFont {
 public:
-    FaceFont(FontFile* file, double width, bool bold, bool italic, bool isSymbol = false)
-        : file_(file), width_(width), isSymbol_(isSymbol) {
+    FaceFont(FontFile* file, double width, bool bold, bool italic, FaceSigns signs = FaceSigns::Letters)
+        : file_(file), width_(width), signs_(signs) {
         slanted_ = italic && file && !file->italic();
         thickened_ = bold && file && !file->bold();
     }
@@ -36,7 +37,8 @@ private:
     Glyph measure(char32_t c) override {
         if (isSwitch(c) || !file_) return {};
         if (c == '\t') return {nullptr, 0, tabBlanks * file_->glyph(' ').advance * width_, 0, width_};
-        if (isSymbol_) c = symbolFor(c);
+        if (signs_ == FaceSigns::Symbols) c = symbolFor(c);
+        if (signs_ == FaceSigns::Tolerances) c = toleranceSignFor(c);
         FontFile* file = fileFor(file_, c);
         const FileGlyph& glyph = file->glyph(c);
         return {file, glyph.index, glyph.advance * width_, 0, width_};
@@ -44,7 +46,7 @@ private:
 
     FontFile* file_;
     double width_; ///< a stand-in is stretched to the width of the missing face
-    bool isSymbol_;
+    FaceSigns signs_;
 };
 
 /// A host font: cells from its table, what is drawn of a glyph centred in them.
@@ -159,7 +161,7 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
     if (!face.empty() && told_.insert(face).second) tellSubstitute(face, substitute);
     const bool bold = key.bold || substitute.bold, italic = key.italic || substitute.italic;
     FontFile* file = library_.find(std::string(substitute.family), bold, italic);
-    return std::make_unique<FaceFont>(file, substitute.width, bold, italic, substitute.isSymbol);
+    return std::make_unique<FaceFont>(file, substitute.width, bold, italic, substitute.signs);
 }
 
 } // namespace host
