@@ -1,6 +1,7 @@
 #include "render/text.h"
 
 #include "ov_text.h"
+#include "render/ink.h"
 #include "text/layout.h"
 #include "text/utf8.h"
 
@@ -36,8 +37,8 @@ void setColor(cairo_t* canvas, Rgb color) {
 /// Collects the stretches of a style line while the pen moves along the text.
 class StyleLineTracer {
 public:
-    StyleLineTracer(cairo_t* canvas, const Text& text, const LayoutLine& line)
-        : canvas_(canvas), text_(text), y_(line.baseline) {
+    StyleLineTracer(Ink& ink, const Text& text, const LayoutLine& line)
+        : ink_(ink), text_(text), y_(line.baseline) {
         for (std::size_t i = 0; i < styleLines.size(); ++i) {
             const unsigned isSwitchedOn = line.switches >> (styleLines[i].toggle - OV_SWITCH_UNDERLINE) & 1;
             isOn_[i] = (text.styleBits >> styleLines[i].bit & 1) || isSwitchedOn;
@@ -61,12 +62,12 @@ public:
 private:
     void stroke(std::size_t i, double x) {
         const double h = text_.height;
-        cairo_rectangle(canvas_, start_[i], y_ + (styleLines[i].y - lineThickness / 2) * h, x - start_[i],
-                        lineThickness * h);
-        cairo_fill(canvas_);
+        cairo_rectangle(ink_.cairo(), start_[i], y_ + (styleLines[i].y - lineThickness / 2) * h,
+                        x - start_[i], lineThickness * h);
+        ink_.fill();
     }
 
-    cairo_t* canvas_;
+    Ink& ink_;
     const Text& text_;
     double y_;
     std::array<bool, 3> isOn_{};
@@ -75,8 +76,8 @@ private:
 
 } // namespace
 
-TextPainter::TextPainter(cairo_t* canvas, double sheetMillimetresPerUnit)
-    : canvas_(canvas), perUnit_(sheetMillimetresPerUnit) {}
+TextPainter::TextPainter(Ink& ink, double sheetMillimetresPerUnit)
+    : ink_(ink), canvas_(ink.cairo()), perUnit_(sheetMillimetresPerUnit) {}
 
 TextPainter::~TextPainter() {
     for (const auto& [file, face] : faces_) cairo_font_face_destroy(face);
@@ -85,36 +86,37 @@ TextPainter::~TextPainter() {
 void TextPainter::draw(const Text& text, Rgb ink, Rgb back) {
     if (!(text.height > 0 && std::isfinite(text.height / perUnit_))) return;
     const TextLayout layout = layoutText(text, perUnit_);
-    cairo_save(canvas_);
+    ink_.save();
     cairo_translate(canvas_, text.x, text.y);
     cairo_rotate(canvas_, text.angle);
     cairo_scale(canvas_, 1 / perUnit_, 1 / perUnit_);
     drawBackground(text, layout.left, layout.bottom, layout.width, layout.height, ink, back);
     setColor(canvas_, ink);
     for (const LayoutLine& line : layout.lines) drawLine(text, line);
-    cairo_restore(canvas_);
+    ink_.restore();
 }
 
 void TextPainter::drawBackground(const Text& text, double left, double bottom, double width, double height,
                                  Rgb ink, Rgb back) {
     const bool isFramed = text.backType >= 1 && text.backType <= 3;
     if ((!text.backOn && !isFramed) || width <= 0) return;
-    cairo_rectangle(canvas_, left, bottom, width, height);
     if (text.backOn) {
+        cairo_rectangle(canvas_, left, bottom, width, height);
         setColor(canvas_, back);
-        cairo_fill_preserve(canvas_);
+        ink_.fill();
     }
     if (isFramed) {
+        cairo_rectangle(canvas_, left, bottom, width, height);
         setColor(canvas_, ink);
         cairo_set_line_width(canvas_, lineThickness * text.height);
-        cairo_stroke(canvas_);
+        ink_.stroke();
     }
     cairo_new_path(canvas_);
 }
 
 void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
     TextFont& font = fontOf(text);
-    StyleLineTracer lines(canvas_, text, line);
+    StyleLineTracer lines(ink_, text, line);
     lines.start(line.x);
     const FontFile* file = nullptr;
     double scale = 0, x = line.x, end = line.x;
@@ -132,12 +134,8 @@ void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
                 scale = glyph.scale;
             }
             const cairo_glyph_t at{glyph.index, x + glyph.offset * text.width, line.baseline};
-            cairo_show_glyphs(canvas_, &at, 1);
-            if (font.thickened() && !glyph.file->bold()) {
-                cairo_glyph_path(canvas_, &at, 1);
-                cairo_set_line_width(canvas_, syntheticBold * text.height);
-                cairo_stroke(canvas_);
-            }
+            const bool isThickened = font.thickened() && !glyph.file->bold();
+            ink_.glyph(*glyph.file, c, at, isThickened ? syntheticBold * text.height : 0);
         }
         end = x + glyph.cell * text.width;
         x += (glyph.cell + text.spacing - 1) * text.width;

@@ -13,13 +13,14 @@ struct _cairo_font_face;
 namespace host {
 
 class FontFile;
+class Ink;
 struct LayoutLine;
 
 /// Draws texts on a canvas whose user space is the drawing's frame: its unit, y upward.
 class TextPainter {
 public:
-    /// `sheetMillimetresPerUnit`: see sheetMillimetres(). The canvas outlives the painter.
-    TextPainter(_cairo* canvas, double sheetMillimetresPerUnit);
+    /// `sheetMillimetresPerUnit`: see sheetMillimetres(). The ink outlives the painter.
+    TextPainter(Ink& ink, double sheetMillimetresPerUnit);
     ~TextPainter();
     TextPainter(const TextPainter&) = delete;
     TextPainter& operator=(const TextPainter&) = delete;
@@ -34,7 +35,8 @@ private:
     void selectFont(const Text& text, const FontFile& file, double scale, bool slanted);
     _cairo_font_face* faceOf(const FontFile& file);
 
-    _cairo* canvas_;
+    Ink& ink_;
+    _cairo* canvas_; ///< of the ink
     double perUnit_;
     std::unordered_map<const FontFile*, _cairo_font_face*> faces_; ///< a reference held on each
 };

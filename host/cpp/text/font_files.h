@@ -29,6 +29,7 @@ public:
 
     const FileGlyph& glyph(char32_t c);
     double emPerCap() const { return emPerCap_; } ///< em square relative to the capital letters
+    std::string family() const;
     const std::string& path() const { return path_; }
     int faceIndex() const { return faceIndex_; }
     bool italic() const { return italic_; }
