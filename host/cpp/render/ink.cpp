@@ -1,12 +1,43 @@
 #include "render/ink.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace host {
 
-void Ink::glyph(const FontFile&, char32_t, const cairo_glyph_t& at, double bolder) {
+/// In steps, so that texts of nearly one size share their glyphs.
+int Ink::thinner(double weight) const {
+    constexpr int step = 2;
+    cairo_matrix_t font;
+    cairo_get_font_matrix(cairo_, &font);
+    const double units = font.yy != 0 ? -weight / std::fabs(font.yy) * ThinGlyphs::kEm : 0;
+    return static_cast<int>(std::clamp(units / step, 0.0, ThinGlyphs::kEm)) * step;
+}
+
+static void addContours(cairo_t* cairo, const cairo_glyph_t& at, const ThinGlyphs::Outline& outline) {
+    cairo_matrix_t font;
+    cairo_get_font_matrix(cairo, &font);
+    for (const std::vector<RPT>& contour : outline) {
+        cairo_new_sub_path(cairo);
+        for (const RPT& p : contour) {
+            double x = p.x / ThinGlyphs::kEm, y = p.y / ThinGlyphs::kEm;
+            cairo_matrix_transform_distance(&font, &x, &y);
+            cairo_line_to(cairo, at.x + x, at.y + y);
+        }
+        cairo_close_path(cairo);
+    }
+}
+
+void Ink::glyph(const FontFile& file, char32_t, const cairo_glyph_t& at, double weight) {
+    if (const int less = thinner(weight); less > 0) {
+        addContours(cairo_, at, thin_.outline(cairo_, file, at.index, less));
+        cairo_fill(cairo_);
+        return;
+    }
     cairo_show_glyphs(cairo_, &at, 1);
-    if (bolder <= 0) return;
+    if (weight <= 0) return;
     cairo_glyph_path(cairo_, &at, 1);
-    cairo_set_line_width(cairo_, bolder);
+    cairo_set_line_width(cairo_, weight);
     cairo_stroke(cairo_);
 }
 

@@ -1,6 +1,8 @@
 // What paints the paths of a Cairo context: Cairo itself, or a writer of its own that takes them over.
 #pragma once
 
+#include "render/thin_glyphs.h"
+
 #include <cairo.h>
 
 #include <string>
@@ -27,14 +29,19 @@ public:
     virtual void paint() { cairo_paint(cairo_); }
     virtual void save() { cairo_save(cairo_); }
     virtual void restore() { cairo_restore(cairo_); }
-    /// Character `c` as the glyph of the font that the context has. `bolder`: width of a line around it in
-    /// the context's units, 0: none.
-    virtual void glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double bolder);
+    /// Character `c` as the glyph of the font that the context has. `weight`, in the context's units: width
+    /// of a line around it that makes it bolder; below 0 what is taken off on all sides.
+    virtual void glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double weight);
 
     /// Whether the picture tells layers apart: then each stands between beginLayer() and endLayer().
     virtual bool hasLayers() const { return false; }
     virtual void beginLayer(const std::string& name);
     virtual void endLayer() {}
+
+protected:
+    /// Units of the em square for a weight below 0.
+    int thinner(double weight) const;
+    ThinGlyphs thin_;
 
 private:
     cairo_t* cairo_;

@@ -171,7 +171,8 @@ void Painter::drawTexts(const Pattern& pattern) {
         cairo_set_matrix(cairo_, &matrix);
         const Rgb sheet = dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255};
         const Rgb back = text.fillPen > 0 ? visiblePen(drawing_, text.fillPen, dark_) : sheet;
-        painter.draw(local, visiblePen(drawing_, text.pen, dark_), back);
+        painter.draw(local, visiblePen(drawing_, text.pen, dark_), back,
+                     penWidth(drawing_, text.pen, frame_.lineWidth));
         ink_.restore();
         cairo_new_path(cairo_);
     }

@@ -8,8 +8,7 @@
 
 namespace host {
 
-/// Units of a font's em square in outlines and sizes of texts.
-static constexpr double kEm = 1000;
+static constexpr double kEm = ThinGlyphs::kEm; ///< in outlines and sizes of texts
 /// Bytes of path data in one element: more makes viewers slow.
 static constexpr std::size_t kLongestPath = 1 << 15;
 
@@ -91,7 +90,7 @@ void SvgInk::fill() {
     flush();
     SvgPath path;
     path.add(cairo());
-    if (!path.empty()) body_ += "<path" + source("fill") + " stroke=\"none\" d=\"" + path.data() + "\"/>\n";
+    if (!path.empty()) body_ += "<path" + source("fill") + " d=\"" + path.data() + "\"/>\n";
     cairo_new_path(cairo());
 }
 
@@ -115,7 +114,7 @@ void SvgInk::paint() {
         return;
     }
     body_ += "<rect width=\"" + svgNumber(std::round(width_ * kSvgFine), 9) + "\" height=\"" +
-             svgNumber(std::round(height_ * kSvgFine), 9) + "\"" + source("fill") + " stroke=\"none\"/>\n";
+             svgNumber(std::round(height_ * kSvgFine), 9) + "\"" + source("fill") + "/>\n";
 }
 
 void SvgInk::save() {
@@ -154,19 +153,20 @@ void SvgInk::drawImage(cairo_surface_t* surface) {
 }
 
 /// The id of a glyph's outline, drawn at its first use; empty when it has no ink.
-std::string SvgInk::outlineOf(const FontFile& file, unsigned long index) {
-    auto [outline, isNew] = outlines_.try_emplace({&file, index});
+std::string SvgInk::outlineOf(const FontFile& file, unsigned long index, int less) {
+    auto [outline, isNew] = outlines_.try_emplace({&file, index, less});
     if (!isNew) return outline->second;
     cairo_surface_t* nowhere = cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1);
     cairo_t* pen = cairo_create(nowhere);
-    cairo_set_font_face(pen, cairo_get_font_face(cairo()));
-    cairo_font_options_t* options = cairo_font_options_create();
-    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-    cairo_set_font_options(pen, options);
-    cairo_font_options_destroy(options);
-    cairo_set_font_size(pen, kEm);
-    const cairo_glyph_t glyph{index, 0, 0};
-    cairo_glyph_path(pen, &glyph, 1);
+    if (less > 0) {
+        for (const std::vector<RPT>& contour : thin_.outline(cairo(), file, index, less)) {
+            cairo_new_sub_path(pen);
+            for (const RPT& p : contour) cairo_line_to(pen, p.x, p.y);
+            cairo_close_path(pen);
+        }
+    } else {
+        glyphPath(pen, cairo(), index);
+    }
     SvgPath path;
     path.add(pen, 1);
     cairo_destroy(pen);
@@ -177,25 +177,31 @@ std::string SvgInk::outlineOf(const FontFile& file, unsigned long index) {
     return outline->second;
 }
 
+static std::string fontOf(const FontFile& file) {
+    std::string text = " font-family=\"" + xmlText(file.family()) + "\" font-size=\"1000\"";
+    if (file.bold()) text += " font-weight=\"bold\"";
+    if (file.italic()) text += " font-style=\"italic\"";
+    return text;
+}
+
 static std::string utf8Of(char32_t c) {
     std::string text;
     appendUtf8(text, c);
     return text;
 }
 
-void SvgInk::addGlyph(const FontFile& file, char32_t c, unsigned long index, double x) {
+void SvgInk::addGlyph(char32_t c, const std::string& outline, double x) {
     const std::string place = svgNumber(std::round(x), 9);
     if (textsAsTexts_) {
         run_.places += (run_.places.empty() ? "" : " ") + place;
         run_.text += xmlText(utf8Of(c));
-        return;
+    } else if (!outline.empty()) {
+        run_.uses +=
+            "<use" + (place == "0" ? "" : " x=\"" + place + "\"") + " xlink:href=\"#" + outline + "\"/>";
     }
-    const std::string id = outlineOf(file, index);
-    if (!id.empty())
-        run_.uses += "<use" + (place == "0" ? "" : " x=\"" + place + "\"") + " xlink:href=\"#" + id + "\"/>";
 }
 
-void SvgInk::glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double bolder) {
+void SvgInk::glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double weight) {
     if (!path_.empty()) flush();
     cairo_matrix_t font, place;
     cairo_get_font_matrix(cairo(), &font);
@@ -206,17 +212,14 @@ void SvgInk::glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, do
     cairo_matrix_multiply(&em, &em, &place);
     cairo_matrix_scale(&em, 1 / kEm, 1 / kEm);
     std::string look = " transform=\"" + svgMatrix(em) + "\"" + source("fill");
-    const double bold = bolder > 0 && font.yy != 0 ? bolder / std::fabs(font.yy) * kEm : 0;
+    const double bold = weight > 0 && font.yy != 0 ? weight / std::fabs(font.yy) * kEm : 0;
     look += bold > 0 ? source("stroke") + " stroke-width=\"" + svgNumber(std::round(bold), 9) + "\""
-                     : " stroke=\"none\"";
-    if (textsAsTexts_) {
-        look += " font-family=\"" + xmlText(file.family()) + "\" font-size=\"1000\"";
-        if (file.bold()) look += " font-weight=\"bold\"";
-        if (file.italic()) look += " font-style=\"italic\"";
-    }
+                     : std::string();
+    if (textsAsTexts_) look += fontOf(file);
     if (look != run_.look) flushRun();
     run_.look = look;
-    addGlyph(file, c, at.index, font.xx != 0 ? at.x / font.xx * kEm : 0);
+    const std::string outline = textsAsTexts_ ? std::string() : outlineOf(file, at.index, thinner(weight));
+    addGlyph(c, outline, font.xx != 0 ? at.x / font.xx * kEm : 0);
 }
 
 void SvgInk::flushRun() {

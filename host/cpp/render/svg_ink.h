@@ -7,7 +7,7 @@
 #include <map>
 #include <set>
 #include <string>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 namespace host {
@@ -25,7 +25,7 @@ public:
     void paint() override;
     void save() override;
     void restore() override;
-    void glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double bolder) override;
+    void glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double weight) override;
     bool hasLayers() const override { return true; }
     void beginLayer(const std::string& name) override;
     void endLayer() override;
@@ -45,8 +45,8 @@ private:
     std::string source(const char* role);
     std::string gradient(cairo_pattern_t* pattern);
     void drawImage(cairo_surface_t* surface);
-    std::string outlineOf(const FontFile& file, unsigned long index);
-    void addGlyph(const FontFile& file, char32_t c, unsigned long index, double x);
+    std::string outlineOf(const FontFile& file, unsigned long index, int less);
+    void addGlyph(char32_t c, const std::string& outline, double x);
     std::string newId(char kind);
     std::string layerId(const std::string& name);
 
@@ -59,8 +59,8 @@ private:
     std::vector<int> clips_{0};  ///< groups that clips opened, by the level of save()
     std::string layer_;          ///< the open one
     std::size_t layerStart_ = 0; ///< where in the body it begins
-    std::map<std::pair<const FontFile*, unsigned long>, std::string> outlines_; ///< ids, empty: no ink
-    std::map<cairo_surface_t*, std::string> images_;                            ///< a reference held on each
+    std::map<std::tuple<const FontFile*, unsigned long, int>, std::string> outlines_; ///< ids, empty: no ink
+    std::map<cairo_surface_t*, std::string> images_; ///< a reference held on each
     std::set<std::string> layerIds_;
     int ids_ = 0;
 };

@@ -9,6 +9,7 @@
 #include <cairo.h>
 #include <fontconfig/fontconfig.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -83,9 +84,10 @@ TextPainter::~TextPainter() {
     for (const auto& [file, face] : faces_) cairo_font_face_destroy(face);
 }
 
-void TextPainter::draw(const Text& text, Rgb ink, Rgb back) {
+void TextPainter::draw(const Text& text, Rgb ink, Rgb back, double lineWidth) {
     if (!(text.height > 0 && std::isfinite(text.height / perUnit_))) return;
     const TextLayout layout = layoutText(text, perUnit_);
+    lineWidth_ = lineWidth * perUnit_;
     ink_.save();
     cairo_translate(canvas_, text.x, text.y);
     cairo_rotate(canvas_, text.angle);
@@ -114,6 +116,13 @@ void TextPainter::drawBackground(const Text& text, double left, double bottom, d
     cairo_new_path(canvas_);
 }
 
+/// What a glyph's strokes get beyond their width, see Ink::glyph().
+static double weightOf(const TextFont& font, FontFile& file, double height, double lineWidth) {
+    if (font.thickened()) return file.bold() ? 0 : syntheticBold * height;
+    if (!font.stroked() || lineWidth <= 0) return 0;
+    return std::min(0.0, (lineWidth - file.strokeWidth() * height) / 2);
+}
+
 void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
     TextFont& font = fontOf(text);
     StyleLineTracer lines(ink_, text, line);
@@ -134,8 +143,7 @@ void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
                 scale = glyph.scale;
             }
             const cairo_glyph_t at{glyph.index, x + glyph.offset * text.width, line.baseline};
-            const bool isThickened = font.thickened() && !glyph.file->bold();
-            ink_.glyph(*glyph.file, c, at, isThickened ? syntheticBold * text.height : 0);
+            ink_.glyph(*glyph.file, c, at, weightOf(font, *glyph.file, text.height, lineWidth_));
         }
         end = x + glyph.cell * text.width;
         x += (glyph.cell + text.spacing - 1) * text.width;

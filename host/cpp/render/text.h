@@ -25,8 +25,9 @@ public:
     TextPainter(const TextPainter&) = delete;
     TextPainter& operator=(const TextPainter&) = delete;
 
-    /// `ink` is the colour of the text, `back` that of its background where it wants one.
-    void draw(const Text& text, Rgb ink, Rgb back);
+    /// `ink` is the colour of the text, `back` that of its background where it wants one, `lineWidth` that of
+    /// lines in the canvas's units: fonts of single strokes have strokes as thin as these.
+    void draw(const Text& text, Rgb ink, Rgb back, double lineWidth = 0);
 
 private:
     void drawBackground(const Text& text, double left, double bottom, double width, double height, Rgb ink,
@@ -38,6 +39,7 @@ private:
     Ink& ink_;
     _cairo* canvas_; ///< of the ink
     double perUnit_;
+    double lineWidth_ = 0;
     std::unordered_map<const FontFile*, _cairo_font_face*> faces_; ///< a reference held on each
 };
 

@@ -96,11 +96,11 @@ FontFile::FontFile(std::unique_ptr<Handles> handles, std::string path, int faceI
 
 FontFile::~FontFile() = default;
 
-/// Height of an H in font units: what the font says, else measured, else the usual share of the em square.
 std::string FontFile::family() const {
     return handles_->face->family_name ? handles_->face->family_name : "";
 }
 
+/// Height of an H in font units: what the font says, else measured, else the usual share of the em square.
 double FontFile::capHeight() const {
     FT_Face face = handles_->face;
     const auto* os2 = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));

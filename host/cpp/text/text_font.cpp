@@ -26,8 +26,10 @@ FontFile* fileFor(FontFile* own, char32_t c) {
 /// A TrueType face or its stand-in.
 class FaceFont : public TextFont {
 public:
-    FaceFont(FontFile* file, double width, bool bold, bool italic, bool isSymbol = false)
+    FaceFont(FontFile* file, double width, bool bold, bool italic, bool isSymbol = false,
+             bool isStroked = false)
         : file_(file), width_(width), isSymbol_(isSymbol) {
+        stroked_ = isStroked;
         slanted_ = italic && file && !file->italic();
         thickened_ = bold && file && !file->bold();
     }
@@ -54,6 +56,7 @@ public:
         : widths_(loadHostFont(number)), file_(file), isGreek_(look.greek) {
         slanted_ = italic && file && !file->italic();
         thickened_ = bold && file && !file->bold();
+        stroked_ = look.isStroked();
         overhang_ = (italic ? 0.4 : 0.2) * widths_.average * 0.01;
         setScale();
     }
@@ -159,7 +162,8 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
     if (!face.empty() && told_.insert(face).second) tellSubstitute(face, substitute);
     const bool bold = key.bold || substitute.bold, italic = key.italic || substitute.italic;
     FontFile* file = library_.find(std::string(substitute.family), bold, italic);
-    return std::make_unique<FaceFont>(file, substitute.width, bold, italic, substitute.isSymbol);
+    return std::make_unique<FaceFont>(file, substitute.width, bold, italic, substitute.isSymbol,
+                                      substitute.isStroked);
 }
 
 } // namespace host
