@@ -42,7 +42,12 @@ static int convertInto(const std::string& directory, const Options& options) {
     std::set<std::string> targets;
     for (const std::string& input : options.inputs) {
         const std::string target = targetOf(input, directory);
-        if (!targets.insert(target).second || fs::equivalent(input, target, error))
+        const bool isAnInput =
+            std::any_of(options.inputs.begin(), options.inputs.end(), [&](const std::string& other) {
+                std::error_code none;
+                return fs::equivalent(other, target, none);
+            });
+        if (isAnInput || !targets.insert(target).second)
             return fail(words::say("{} would overwrite {}", input, target), STATUS_USAGE);
     }
     return forEachInput(options.inputs, options.jobs, [&](const std::string& input) {

@@ -7,6 +7,7 @@
 
 #include "drawing/drawing.h"
 #include "dx_od.h"
+#include "store/replace.h"
 
 #include <filesystem>
 #include <fstream>
@@ -38,13 +39,10 @@ static int dumpModel(const std::string& input) {
 
 /// By way of a file beside the target, so that a failure costs no older one.
 static int convertModel(const std::string& input, const std::string& target) {
-    std::error_code error;
     if (!exists(input)) return STATUS_FAILED;
-    const fs::path half = fs::path(target).parent_path() / (".half-" + fs::path(target).filename().string());
-    const int result = DxOdSatConv(input, half.string());
-    if (!result) fs::rename(half, target, error);
-    if (!result && !error) return STATUS_DONE;
-    fs::remove(half, error);
+    host::ReplacementFile half(target);
+    const int result = DxOdSatConv(input, half.path());
+    if (!result && half.commit().empty()) return STATUS_DONE;
     if (result == 2360 || !result) return fail(target, words::say("can't be written"));
     return fail(input, reason());
 }
@@ -61,9 +59,10 @@ static int writeSolid(const host::Solid& solid, const fs::path& stem) {
     }
     if (DxOdSatPlace(solid.data, matrix, isBinary, placed))
         return fail(path, words::say("a model that can't be read"));
-    std::ofstream file(path, std::ios::binary);
+    host::ReplacementFile target(path);
+    std::ofstream file(target.path(), std::ios::binary);
     file << placed;
-    return file.flush() ? STATUS_DONE : fail(path, words::say("can't be written"));
+    return file.flush() && target.commit().empty() ? STATUS_DONE : fail(path, words::say("can't be written"));
 }
 
 static int extractSolids(const std::string& input, const Options& options) {
@@ -86,6 +85,8 @@ int runSat(const Options& options) {
     const std::string& input = options.inputs[0];
     if (options.dumpModel) return dumpModel(input);
     if (options.extractSolids) return extractSolids(input, options);
+    if (const std::string wrong = whyNotTarget(input, options.inputs[1], "model"); !wrong.empty())
+        return fail(wrong, STATUS_USAGE);
     return convertModel(input, options.inputs[1]);
 }
 

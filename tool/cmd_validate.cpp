@@ -5,15 +5,15 @@
 #include "tell.h"
 #include "words.h"
 
-#include "mapped_file.h"
+#include "file_bytes.h"
 #include "repair.h"
+#include "store/replace.h"
 #include "validate.h"
 
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <set>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -73,9 +73,13 @@ static void tellUnwritten(const std::string& path) {
 /// The report in a file of its own, named as the drawing.
 static bool printIntoFolder(const validate::Report& report, const Options& options) {
     const std::string path = pathInFolder(report.file, options, options.json ? ".json" : ".txt").string();
-    std::ofstream out(path);
+    for (const std::string& input : options.inputs)
+        if (const std::string why = whyNotTarget(input, path, "report"); !why.empty())
+            return fail(why) == STATUS_DONE;
+    host::ReplacementFile file(path);
+    std::ofstream out(file.path());
     print(report, options, out);
-    if (out.flush()) return true;
+    if (out.flush() && file.commit().empty()) return true;
     tellUnwritten(path);
     return false;
 }
@@ -94,15 +98,10 @@ static int checkOne(const std::string& input, const Options& options) {
 /// Writes beside the target first, so that a full disk costs no older file of that name.
 static bool writeFile(const std::string& target, const std::string& text) {
     if (target == "-") return static_cast<bool>(std::cout << text);
-    const std::string beside = target + ".part" + std::to_string(::getpid());
-    std::error_code error;
-    {
-        std::ofstream out(beside, std::ios::binary);
-        out << text;
-        if (out.flush()) fs::rename(beside, target, error);
-        if (out && !error) return true;
-    }
-    fs::remove(beside, error);
+    host::ReplacementFile file(target);
+    std::ofstream out(file.path(), std::ios::binary);
+    out << text;
+    if (out.flush() && file.commit().empty()) return true;
     tellUnwritten(target);
     return false;
 }
@@ -115,7 +114,7 @@ static int repairOne(const std::string& input, const Options& options) {
     std::ostream& out = target == "-" ? std::cerr : std::cout;
     const validate::Selection selection = selectionOf(options);
     const bool other = input != "-" && !(otherKind(input).empty() && whyNotReadable(input).empty());
-    const validate::MappedFile file(input);
+    const validate::FileBytes file(input);
     const repair::Outcome outcome =
         other ? repair::Outcome() : repair::repairFile(file.text(), selection.limit);
     if (!outcome.isDxf) {

@@ -1,10 +1,15 @@
 #include "environment.h"
 
+#include "services/temporary_files.h"
 #include "words.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 
@@ -13,16 +18,27 @@ namespace tool {
 static const char* const kRelease = "1700";
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (fs::temp_directory_path() / "torva-dxf-XXXXXX").string();
+    static const char* const stem = "torva-dxf-";
+    std::error_code error;
+    const fs::path place = fs::temp_directory_path(error);
+    if (error)
+        throw std::runtime_error(words::say("There is no folder for temporary files; TMPDIR says where"));
+    host::removeAbandonedFolders(place.string(), stem);
+    std::string name = (place / stem).string() + "XXXXXX";
     if (!mkdtemp(name.data()))
         throw std::runtime_error(
             words::say("Can't make a folder in the temporary directory: {}", words::systemWords(errno)));
     path_ = name;
+    const int folder = ::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0) return;
+    host::guardTemporary(path_, folder);
+    ::close(folder);
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
+    host::releaseTemporary(path_);
 }
 
 static std::string findData() {
@@ -48,6 +64,13 @@ void setDataEnvironment() {
 
 std::string dataFile(const std::string& name) {
     return variable("HD_U") + "/" + variable("HD_VE") + "/int/dxf/dflt/" + name;
+}
+
+std::string whyNoData() {
+    std::error_code error;
+    const std::string folder = dataFile("");
+    if (fs::is_directory(folder, error)) return {};
+    return words::say("there is no installation data in {}; HD_U and HD_VE say where it is", folder);
 }
 
 std::string localeLanguage() {

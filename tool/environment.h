@@ -24,6 +24,8 @@ private:
 void setDataEnvironment();
 /// Path of an installation file below int/dxf/dflt.
 std::string dataFile(const std::string& name);
+/// Why there is no installation data where HD_U and HD_VE say; empty when there is.
+std::string whyNoData();
 /// Language of messages by the locale: "de" for a German one, else "en".
 std::string localeLanguage();
 

@@ -7,20 +7,12 @@
 #include <algorithm>
 #include <bitset>
 #include <fstream>
-#include <iterator>
 #include <set>
-#include <sstream>
 
 namespace tool {
 
 static constexpr int kFirstLineType = 2, kLastLineType = 62;
 static constexpr int kColors = 255;
-
-/// Whether a line "name|number" of a configuration can carry the name.
-static bool isWritable(const std::string& name) {
-    return std::none_of(name.begin(), name.end(),
-                        [](char c) { return c == '|' || static_cast<unsigned char>(c) < 0x20; });
-}
 
 namespace {
 
@@ -31,10 +23,6 @@ public:
         for (const char* name : {"continuous", "bylayer", "byblock"}) numbers_[name] = 1;
     }
     void add(const SourceLineType& type) {
-        if (!isWritable(type.name)) {
-            plan_.notes.push_back(words::say("Line type {} can't be configured: drawn solid", type.name));
-            return;
-        }
         const auto [entry, isNew] = numbers_.try_emplace(lower(type.name), next_);
         if (isNew && next_ > kLastLineType)
             entry->second = 1, left_.push_back(type.name);
@@ -72,7 +60,7 @@ static void addFont(KeepPlan& plan, const std::string& font) {
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     file.erase(0, file.find_last_of("/\\:") + 1);
     const std::string face = font.substr(font.size() - file.size());
-    if (file.find(".shx") != std::string::npos || !isWritable(file)) return;
+    if (file.find(".shx") != std::string::npos) return;
     // A host side that begins with a digit would be a font number.
     if (file.empty() || (file[0] >= '0' && file[0] <= '9')) return;
     plan.fonts.emplace_back(file, face.substr(0, file.find(".ttf")));
@@ -91,32 +79,35 @@ KeepPlan planKeeping(const SourceScan& scan) {
     return plan;
 }
 
-bool writeKeepConfig(const KeepPlan& plan, const std::string& keep, const std::string& target) {
-    std::ifstream in(keep);
-    std::ofstream out(target);
-    std::string inSection;
-    std::set<std::string> knownFonts; // those that the configuration maps already
-    for (std::string line; std::getline(in, line) && !line.starts_with("#EOF");) {
-        out << line << '\n';
+/// Fonts of the DXF side that a configuration file maps. None when it can't be read to its end.
+static std::optional<std::set<std::string>> mappedFonts(const std::string& config) {
+    std::ifstream in(config);
+    std::string section;
+    std::set<std::string> fonts;
+    for (std::string line; std::getline(in, line);) {
+        if (line.starts_with("#EOF")) return fonts;
         if (line.starts_with('#'))
-            inSection = line;
-        else if (inSection == "#FONT-DXF-TO-CAD")
-            knownFonts.insert(line.substr(0, line.find('|')));
+            section = line;
+        else if (section == "#FONT-DXF-TO-CAD")
+            fonts.insert(line.substr(0, line.find('|')));
     }
-    if (!in) return false;
-    out << "\n#LT-DXF-TO-CAD\n" << plan.spellings.size() << '\n';
-    for (const auto& [name, number] : plan.spellings) out << name << '|' << number << '\n';
-    std::map<std::string, std::string> fonts(plan.fonts.begin(), plan.fonts.end());
-    std::erase_if(fonts, [&](const auto& font) { return knownFonts.contains(font.first); });
-    out << "\n#FONT-DXF-TO-CAD\n" << fonts.size() << '\n';
-    for (const auto& [file, face] : fonts) out << file << '|' << face << '\n';
+    return std::nullopt;
+}
+
+std::optional<DxConfigAdditions> keepAdditions(const KeepPlan& plan, const std::string& keep) {
+    const auto known = mappedFonts(keep);
+    if (!known) return std::nullopt;
+    DxConfigAdditions added;
+    for (const auto& [name, number] : plan.spellings)
+        added.rows.push_back({"#LT-DXF-TO-CAD", name, std::to_string(number)});
+    for (const auto& [file, face] : std::map<std::string, std::string>(plan.fonts.begin(), plan.fonts.end()))
+        if (!known->contains(file)) added.rows.push_back({"#FONT-DXF-TO-CAD", file, face});
     for (const char* section : {"#PEN-DXF-TO-CAD", "#FILL-DXF-TO-CAD"}) {
-        out << '\n' << section << '\n' << kColors + 1 << '\n';
-        for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';
-        out << "DEF|7\n";
+        for (int color = 1; color <= kColors; ++color)
+            added.rows.push_back({section, std::to_string(color), std::to_string(color)});
+        added.rows.push_back({section, "DEF", "7"});
     }
-    out << "\n#EOF\n";
-    return static_cast<bool>(out.flush());
+    return added;
 }
 
 /// DXF colours whose pens the drawing uses.

@@ -1,11 +1,13 @@
-// The command's own behaviour: nothing of a file is lost. A configuration for the run, made from keep.dxd and
-// what the file itself brings, and the drawing's own pens and line types behind it.
+// The command's own behaviour: nothing of a file is lost. The configuration keep.dxd with what the
+// file itself brings, and the drawing's own pens and line types behind it.
 #pragma once
 
 #include "drawing/drawing.h"
+#include "dx_additions.h"
 #include "source_scan.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,9 +28,8 @@ struct KeepPlan {
 /// Settles numbers for the line types of a file, in the order of its table, those without a definition last.
 KeepPlan planKeeping(const SourceScan& scan);
 
-/// Writes the configuration of the run: the content of the file `keep`, then what the plan adds.
-/// False when a file can't be read or written.
-bool writeKeepConfig(const KeepPlan& plan, const std::string& keep, const std::string& target);
+/// What the plan adds to the configuration file `keep`. None when that can't be read.
+std::optional<DxConfigAdditions> keepAdditions(const KeepPlan& plan, const std::string& keep);
 
 /// Gives the imported drawing the line types of the plan and the RGB of each colour that it uses: pen n is
 /// DXF colour n.

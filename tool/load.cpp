@@ -7,9 +7,11 @@
 #include "environment.h"
 #include "file_kind.h"
 #include "ge.h"
+#include "interrupt.h"
 #include "keep.h"
 #include "progress.h"
 #include "protocol.h"
+#include "services/open_file.h"
 #include "services/session.h"
 #include "store/store.h"
 #include "streams.h"
@@ -18,6 +20,7 @@
 #include "ut.h"
 #include "words.h"
 
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -26,6 +29,7 @@
 #include <filesystem>
 #include <functional>
 #include <iostream>
+#include <unistd.h>
 
 namespace tool {
 
@@ -41,7 +45,7 @@ private:
     void prepareSession();
     void importDxf(const std::string& path);
     void lookThrough(const std::string& path);
-    void prepareKeeping();
+    bool prepareKeeping();
     void setVariables();
     void moveBack(host::Drawing& drawing);
     void finishKeeping();
@@ -126,27 +130,31 @@ void Loading::lookThrough(const std::string& path) {
     });
 }
 
-void Loading::prepareKeeping() {
+bool Loading::prepareKeeping() {
     plan_ = planKeeping(scan_);
     for (const std::string& text : plan_.notes) note(text);
-    const std::string config = folder_.file("keep.dxd");
-    if (writeKeepConfig(plan_, dataFile("keep.dxd"), config))
-        host::session().texts["$DxfConfig"] = config;
-    else
-        note(words::say("Can't read {}: the module's defaults are used", dataFile("keep.dxd")));
+    const std::string config = dataFile("keep.dxd");
+    auto additions = keepAdditions(plan_, config);
+    if (!additions) {
+        loaded_.error = words::say("Can't read {}, without which layers and colours would be lost", config);
+        return false;
+    }
+    DxSetConfigAdditions(std::move(*additions));
+    host::session().texts["$DxfConfig"] = config;
     if (!options_.read.center) host::session().numbers["&DxfInsbase"] = 1;
     host::session().texts["$DxfPaperUnit"] = GeUnit(plan_.paperUnit).name().str();
     host::session().numbers["&DxfPaperUnit"] = plan_.paperUnit;
     // The file's unit is that of model space; paper is measured in millimetres.
-    if (options_.read.unit != 0 || options_.read.space == "paper") return;
+    if (options_.read.unit != 0 || options_.read.space == "paper") return true;
     const FileUnit unit = unitOfFile(scan_.insUnits);
     host::Drawing& drawing = host::openDrawing();
     drawing.unit = unit.code;
     drawing.unitAssumed = unit.inMm == 0;
-    if (unit.exact) return;
+    if (unit.exact) return true;
     unitRatio_ = unit.inMm / host::unitInMm(drawing);
     note(words::say("The file's unit ({}) isn't one of the host's: all is scaled to {}", words::tr(unit.name),
                     unitWord(unit.code)));
+    return true;
 }
 
 void setUserVariables(const Options& options) {
@@ -159,6 +167,15 @@ void setUserVariables(const Options& options) {
         else
             session.texts[name] = value;
     }
+}
+
+std::string whyNoConfig(const Options& options) {
+    const std::string& config = options.read.config;
+    if (config.empty()) return {};
+    const int file = host::openRegular(config);
+    if (file < 0) return words::say("Can't read the configuration {}: {}", config, words::systemWords(errno));
+    close(file);
+    return {};
 }
 
 /// Settings of the command line, as macro variables; --set has the last word.
@@ -195,8 +212,10 @@ void Loading::finishKeeping() {
 
 void Loading::importDxf(const std::string& path) {
     const bool keeps = options_.read.config.empty() && !options_.read.plain;
+    loaded_.error = whyNoConfig(options_);
+    if (!loaded_.error.empty()) return;
     if (keeps || options_.read.passport) lookThrough(path);
-    if (keeps) prepareKeeping();
+    if (keeps && !prepareKeeping()) return;
     setVariables();
     const RunFiles files(folder_);
     DxfSelect(0, options_.read.threeD ? DX_IMPORT_3D : DX_IMPORT_2D, path);
@@ -232,9 +251,9 @@ Loaded Loading::run(const std::string& input) {
     if (input == "-") {
         path = spool(stdin, folder_);
     } else if (std::filesystem::is_fifo(input, error)) {
-        FILE* pipe = UtFileOpen(input, "rb");
+        FILE* pipe = std::fopen(input.c_str(), "rb");
         path = spool(pipe, folder_);
-        if (pipe) UtFileClose(pipe);
+        if (pipe) std::fclose(pipe);
     }
     if (path.empty()) {
         loaded_.error = words::say("Can't read {}", input == "-" ? words::say("standard input") : input);

@@ -28,6 +28,10 @@ struct Loaded {
 /// What to say of a DWG when no program is named that converts it.
 std::string missingConverter(const std::string& name);
 
+/// Why the file of --config can't be read; empty where it can, or none is given. The module would go on
+/// without.
+std::string whyNoConfig(const Options& options);
+
 /// The macro variables of --set, for the run to come; a run uses most of them up.
 void setUserVariables(const Options& options);
 

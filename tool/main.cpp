@@ -1,9 +1,9 @@
 // The torva-dxf command: its command line.
 #include "environment.h"
+#include "interrupt.h"
 #include "manual.h"
 #include "options.h"
 #include "options_render.h"
-#include "progress.h"
 #include "streams.h"
 #include "tell.h"
 #include "units.h"
@@ -282,8 +282,10 @@ static int runCommandLine(int argc, char** argv) {
     }
     if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) return wrongUsage(wrong);
     setDataEnvironment();
+    if (const std::string wrong = chosen == runValidateCommand ? "" : whyNoData(); !wrong.empty())
+        return fail(wrong);
     watchInterrupt();
-    return chosen(options);
+    return interruptedStatus(chosen(options));
 }
 
 } // namespace tool

@@ -1,7 +1,6 @@
 #include "progress.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
@@ -10,7 +9,6 @@ namespace tool {
 
 static constexpr int kBarWidth = 40;
 
-static volatile std::sig_atomic_t interrupted = 0;
 static bool isShown = false;
 
 void showProgress(const std::string& status) {
@@ -29,19 +27,6 @@ void showProgress(const std::string& status) {
 void hideProgress() {
     if (isShown) std::fprintf(stderr, "\r%*s\r", kBarWidth + 8, "");
     isShown = false;
-}
-
-static void onInterrupt(int signal) {
-    if (interrupted) _exit(128 + signal);
-    interrupted = 1;
-}
-
-void watchInterrupt() {
-    std::signal(SIGINT, onInterrupt);
-}
-
-bool isInterrupted() {
-    return interrupted != 0;
 }
 
 } // namespace tool

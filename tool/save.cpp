@@ -3,6 +3,7 @@
 #include "convert/binary_dxf.h"
 #include "drawing/drawing.h"
 #include "drawing/dump.h"
+#include "dx_additions.h"
 #include "dx_select.h"
 #include "environment.h"
 #include "file_kind.h"
@@ -16,11 +17,14 @@
 #include "words.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <set>
+#include <unistd.h>
 
 namespace tool {
 
@@ -55,6 +59,12 @@ public:
 private:
     template <class T>
     void pair(int code, const T& value) {
+        out_ << code << '\n' << value << '\n';
+    }
+    /// A text is one line, whatever it holds.
+    void pair(int code, std::string value) {
+        std::replace_if(
+            value.begin(), value.end(), [](char c) { return c == '\n' || c == '\r' || c == 0; }, ' ');
         out_ << code << '\n' << value << '\n';
     }
     void table(const char* name) {
@@ -116,39 +126,39 @@ private:
     std::set<std::string> written_;
 };
 
-/// keep.dxd with the version, and the way back of each pen and line type.
-bool writeExportConfig(const host::Drawing& drawing, const SourceScan& scan, const std::string& format,
-                       const std::string& templateFile, const std::string& target) {
-    std::ifstream in(dataFile("keep.dxd"));
-    std::ofstream out(target);
-    for (std::string line; std::getline(in, line) && !line.starts_with("#EOF");) {
-        if (line.starts_with("VERSION=") && !format.empty()) line = "VERSION=" + format;
-        out << line << '\n';
-        if (!line.starts_with("#FLAGS-START")) continue;
-        if (drawing.unitAssumed) out << "WRITE_INSUNITS=0\n";
-        out << "USE_TEMPLATE=1\nTEMPLATE_NAME=" << templateFile << '\n';
-        if (scan.lineTypeScale > 0)
-            out << "LT_SCALE=" << scan.lineTypeScale * host::unitInMm(drawing) * drawing.scale / 10 << '\n';
-    }
-    if (!in) return false;
-    out << "\n#PEN-CAD-TO-DXF\n" << kColors << '\n';
-    for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';
-    out << "\n#FILL-CAD-TO-DXF\n" << kColors << '\n';
-    for (int color = 1; color <= kColors; ++color) out << color << '|' << color << '\n';
-    out << "\n#LT-CAD-TO-DXF\n" << drawing.lineTypes.size() + 1 << "\n1|CONTINUOUS\n";
+std::string shortest(double value) {
+    std::array<char, 32> text;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
+    return {text.data(), end};
+}
+
+/// What keep.dxd needs besides: the version, and the way back of each pen and line type.
+DxConfigAdditions exportAdditions(const host::Drawing& drawing, const SourceScan& scan,
+                                  const std::string& format, const std::string& templateFile) {
+    DxConfigAdditions added;
+    if (!format.empty()) added.flags.emplace_back("VERSION", format);
+    if (drawing.unitAssumed) added.flags.emplace_back("WRITE_INSUNITS", "0");
+    added.flags.emplace_back("USE_TEMPLATE", "1");
+    added.flags.emplace_back("TEMPLATE_NAME", templateFile);
+    if (scan.lineTypeScale > 0)
+        added.flags.emplace_back("LT_SCALE",
+                                 shortest(scan.lineTypeScale * host::unitInMm(drawing) * drawing.scale / 10));
+    for (const char* section : {"#PEN-CAD-TO-DXF", "#FILL-CAD-TO-DXF"})
+        for (int color = 1; color <= kColors; ++color)
+            added.rows.push_back({section, std::to_string(color), std::to_string(color)});
+    added.rows.push_back({"#LT-CAD-TO-DXF", "1", "CONTINUOUS"});
     for (const auto& [number, type] : drawing.lineTypes)
-        if (number != 1) out << number << '|' << type.name << '\n';
-    out << "\n#EOF\n";
-    return static_cast<bool>(out.flush());
+        if (number != 1) added.rows.push_back({"#LT-CAD-TO-DXF", std::to_string(number), type.name});
+    return added;
 }
 
 bool prepareKeeping(const Loaded& source, const Options& options, const TemporaryFolder& folder) {
     const host::Drawing& drawing = host::openDrawing();
     const std::string templateFile = folder.file("template.dxf");
-    const std::string config = folder.file("keep.dxd");
-    if (!TemplateWriter(templateFile).write(drawing, source.scan) ||
-        !writeExportConfig(drawing, source.scan, options.format, templateFile, config))
+    const std::string config = dataFile("keep.dxd");
+    if (::access(config.c_str(), R_OK) != 0 || !TemplateWriter(templateFile).write(drawing, source.scan))
         return false;
+    DxSetConfigAdditions(exportAdditions(drawing, source.scan, options.format, templateFile));
     host::session().texts["$DxfConfig"] = config;
     return true;
 }
@@ -170,6 +180,7 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
     session.dialogs.clear();
     setUserVariables(options); // the import has used them up
     const bool keeps = options.read.config.empty() && !options.read.plain;
+    if (const std::string wrong = whyNoConfig(options); !wrong.empty()) return fail(wrong);
     if (keeps && !prepareKeeping(source, options, folder))
         return fail(words::say("can't prepare the configuration of the export"));
     if (!keeps && !options.read.config.empty()) session.texts["$DxfConfig"] = options.read.config;
@@ -178,6 +189,8 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
     if (toStream && host::countDrawing(host::openDrawing()).bitmaps > 0)
         std::cerr << name << ": " << words::tr("pictures stand beside a DXF file; a stream has none") << '\n';
     const RunFiles files(folder);
+    std::error_code ignored;
+    const bool isNew = !std::filesystem::exists(target, ignored);
     DxfSelect(0, options.read.threeD ? DX_EXPORT_3D : DX_EXPORT_2D, target);
     hideProgress();
     if (!options.quiet) {
@@ -186,6 +199,7 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
         for (const std::string& line : session.dialogs) std::cerr << name << ": " << line << '\n';
     }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);
+    if (stat != 0 && isNew) std::filesystem::remove(target, ignored); // the module leaves what it has
     if (stat == 0 && options.binary) {
         if (const std::string error = host::makeBinaryDxf(target); !error.empty())
             return fail(name, words::retold(error));

@@ -23,7 +23,8 @@ void guardStreams() {
     constexpr int modes[] = {O_WRONLY, O_RDONLY, O_RDONLY};
     for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
         if (fcntl(stream, F_GETFD) == -1 && open("/dev/null", modes[stream]) != stream) _exit(STATUS_FAILED);
-    std::signal(SIGPIPE, SIG_IGN);
+    // Writing beyond what the system allows is an error like any other.
+    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
 }
 
 bool copyStream(FILE* from, FILE* to) {

@@ -7,8 +7,8 @@
 namespace tool {
 
 /// Ahead of all else. A standard stream that the caller closed must not become the number of a file opened
-/// later, or messages would land in it; and a reader that has gone is an error of writing, behind which
-/// temporary files are still removed.
+/// later, or messages would land in it; and a reader that has gone, or a file that may not grow further, is
+/// an error of writing, behind which temporary files are still removed.
 void guardStreams();
 
 /// Copies what `from` still holds. False when it can't be read or written to the end.

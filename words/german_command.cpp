@@ -66,8 +66,6 @@ static constexpr auto kRows = sorted(std::to_array<Row>({
      "{} ist der Name eines Netzes; 'torva-dxf export' schreibt Netze"},
 
     // The run.
-    {"Line type {} can't be configured: drawn solid",
-     "Die Linienart {} lässt sich nicht konfigurieren: durchgezogen gezeichnet"},
     {"{} line types are drawn solid, for the host knows {} only; the first is {}",
      "{} Linienarten sind durchgezogen gezeichnet, denn das Programm kennt nur {}; die erste ist {}"},
     {"{} is {}. Set TORVA_DWG_CONVERTER to a program that converts DWG to DXF and back; it is called with "
@@ -76,8 +74,13 @@ static constexpr auto kRows = sorted(std::to_array<Row>({
      "{} ist {}. TORVA_DWG_CONVERTER muss ein Programm nennen, das DWG in DXF und zurück wandelt; es wird "
      "mit "
      "Quelle und Ziel hinter seinen eigenen Argumenten gerufen"},
-    {"Can't read {}: the module's defaults are used",
-     "{} kann nicht gelesen werden: die Vorgaben des Moduls gelten"},
+    {"Can't read {}, without which layers and colours would be lost",
+     "{} ist nicht lesbar, ohne sie gingen Layer und Farben verloren"},
+    {"Can't read the configuration {}: {}", "Die Konfiguration {} ist nicht lesbar: {}"},
+    {"There is no folder for temporary files; TMPDIR says where",
+     "Es gibt keinen Ordner für Zwischendateien; TMPDIR sagt, wo"},
+    {"there is no installation data in {}; HD_U and HD_VE say where it is",
+     "in {} liegen keine Installationsdaten; HD_U und HD_VE sagen, wo sie sind"},
     {"The file's unit ({}) isn't one of the host's: all is scaled to {}",
      "Die Einheit der Datei ({}) kennt das Programm nicht: alles ist nach {} umgerechnet"},
     {"Coordinates on the sheets are relative to the insertion base of paper space",

@@ -80,6 +80,8 @@ static constexpr auto kRows = sorted(std::to_array<Row>({
      "ein neueres Programm schrieb sie (Dateiversion {}, bekannt bis {})"},
     {"the file is damaged", "die Datei ist beschädigt"},
     {"it isn't a file", "es ist keine Datei"},
+    {"a name has several lines", "ein Name hat mehrere Zeilen"},
+    {"another program is at work on it", "ein anderes Programm arbeitet daran"},
     {"the disk is full", "der Datenträger ist voll"},
     {"no memory", "kein Speicher"},
     {"a pattern is too large for one row of the file", "ein Muster ist zu groß für eine Zeile der Datei"},

@@ -1,8 +1,8 @@
 // Reports as text and JSON.
 
+#include "file_bytes.h"
 #include "file_check.h"
 #include "findings.h"
-#include "mapped_file.h"
 #include "validate.h"
 #include "words.h"
 
@@ -48,7 +48,7 @@ Report refuseFile(const std::string& path, bool unreadable, const std::string& w
 }
 
 Report validateFile(const std::string& path, const Selection& selection) {
-    const MappedFile file(path);
+    const FileBytes file(path);
     if (!file.error().empty())
         return refuseFile(path, true, words::say("the file cannot be read: {}", words::retold(file.error())),
                           selection);

@@ -17,7 +17,7 @@ UtCString DxByLayerFile;
 int DxFullGroups;
 int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
 double DxFillSegValue;
-int DxKeepHatchPattern, DxMeshEdges;
+int DxKeepHatchPattern, DxKeepDimLines, DxMeshEdges;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
@@ -82,6 +82,7 @@ static void resetImportOptions() {
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxKeepHatchPattern = 0;
+    DxKeepDimLines = 0;
     DxLineAsHatch = 0;
     DxMeshEdges = 0;
     DxMaxElements = 1000;

@@ -87,6 +87,7 @@ extern int DxFullGroups;                   ///< FULL_GROUPS: groups at their def
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
 extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file
+extern int DxKeepDimLines;                 ///< KEEP_DIM: dimensions show the lines of the file's block
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
 extern int DxWriteTxtOrg;                  ///< WRITE_TXT_ORG
 extern int DxWriteHatch;                   ///< WRITE_HATCH

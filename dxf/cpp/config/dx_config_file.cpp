@@ -37,6 +37,7 @@ int DxReadConfig(const UtCString& name, int isExport) {
         DxProtoMsg(UtFormat("Can't open Configurefile %s !", name.c_str()), 1);
     }
     if (file && !error) error = DxReadSpezConfig(UoSubstOVPath(SPECIAL_FILE), isExport);
+    if (!error) error = DxTakeAdditions(isExport);
     DxReadUserLtScale();
     return error;
 }

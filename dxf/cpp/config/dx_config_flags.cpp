@@ -182,6 +182,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
     {"KEEP_HATCH",      DxKeyWhen::Always,  &DxKeepHatchPattern},
+    {"KEEP_DIM",        DxKeyWhen::Always,  &DxKeepDimLines},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},
     {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
@@ -214,18 +215,16 @@ bool counts(DxKeyWhen when, const DxFlagSection& section) {
     return true;
 }
 
-void applyFlag(DxFlagSection& section, std::string& line) {
-    std::string key;
-    UtGetNextPart(line, '=', key);
+void applyFlag(DxFlagSection& section, std::string_view key, const std::string& value) {
     const auto* row = std::find_if(std::begin(FLAG_KEYS), std::end(FLAG_KEYS),
                                    [&](const DxFlagKey& candidate) { return candidate.key == key; });
     if (row == std::end(FLAG_KEYS) || !counts(row->when, section)) return;
     if (row->number) {
-        *row->number = DxAtoi(line);
+        *row->number = DxAtoi(value);
     } else if (row->real) {
-        *row->real = DxAtof(line);
+        *row->real = DxAtof(value);
     } else {
-        row->apply(section, line);
+        row->apply(section, value);
     }
 }
 
@@ -244,15 +243,28 @@ std::span<const DxFlagKey> DxFlagKeys() {
     return FLAG_KEYS;
 }
 
-int DxReadFlagSection(FILE* file, int isExport) {
+static DxFlagSection beginSection(int isExport) {
     int extended = 0;
     if (UoGetMacVarI("&DxfParseExt", &extended)) extended = 0;
     DxFlagSection section;
     section.isExport = isExport;
     section.extended = extended != 0;
+    return section;
+}
+
+void DxApplyFlag(std::string_view key, const std::string& value, int isExport) {
+    DxFlagSection section = beginSection(isExport);
+    applyFlag(section, key, value);
+}
+
+int DxReadFlagSection(FILE* file, int isExport) {
+    DxFlagSection section = beginSection(isExport);
     DxLayerKinds[DX_CLASS_ELEMENT] = DX_ORDER_LEVEL;
-    for (std::string line; DxReadConfigLine(file, line) && !line.starts_with("#FLAGS-END");)
-        applyFlag(section, line);
+    std::string key;
+    for (std::string line; DxReadConfigLine(file, line) && !line.starts_with("#FLAGS-END");) {
+        UtGetNextPart(line, '=', key);
+        applyFlag(section, key, line);
+    }
     settleLayerKinds(section);
     return 0;
 }

@@ -45,6 +45,11 @@ std::span<const DxFlagKey> DxFlagKeys();
 /// Reads a flags section to "#FLAGS-END" or the end of the file. 0.
 int DxReadFlagSection(FILE* file, int isExport);
 
+/// Takes one flag of a session's direction by itself. An unknown key changes nothing.
+void DxApplyFlag(std::string_view key, const std::string& value, int isExport);
+/// Takes what the host has added for this run. 0, or the host's allocation error.
+int DxTakeAdditions(int isExport);
+
 // ---- data sections -----------------------------------------------------------------------------------
 
 /// A section of lines "left|right". `add` takes one line; `special` is 1 in the special file. 0, or the

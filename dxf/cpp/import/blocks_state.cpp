@@ -2,10 +2,12 @@
 
 DX_NAME DxInsertLt{};
 int DxDepthReported = 0;
+long DxRingEntitiesLeft = 0;
 std::size_t DxStoredBytes = 0;
 
 void DxResetBlocksState() {
     DxInsertLt.clear();
     DxDepthReported = 0;
+    DxRingEntitiesLeft = 1'000'000;
     DxStoredBytes = 0;
 }

@@ -9,6 +9,12 @@
 /// ring counts once, and external references and blocks that hold nothing count nothing. O(size of what it
 /// inserts) the first time.
 double DxExpandedEntities(DX_BLOCK_TYPE& block);
+/// So many entities of the block are read in a pass before the import stops; 0: all. Blocks that insert each
+/// other are cut where they meet again, so that one ring costs little; several are walked along each way
+/// through them.
+long DxMostEntities(DX_BLOCK_TYPE& block);
+/// So many were read. What rings cost beyond their own size is counted over all INSERTs.
+void DxCountRing(const DX_BLOCK_TYPE& block, long read);
 /// Whether a walk through the block would find nothing to draw and nothing to tell.
 bool DxHoldsNothing(DX_BLOCK_TYPE& block);
 

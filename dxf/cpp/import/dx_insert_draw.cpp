@@ -134,25 +134,37 @@ bool isTooDeep() {
     return true;
 }
 
+void reportEndless(const DX_BLOCK_TYPE& block) {
+    DxProtoMsg(
+        UtFormat("Block %s inserts so many others that it would never be drawn whole!", block.name.c_str()),
+        1);
+}
+
 /// Lets a walk stop within a block that would never end. It is told, whether measured or drawn.
 class EndlessBlock {
 public:
-    explicit EndlessBlock(DX_BLOCK_TYPE& block)
-        : isOutermost_(DxEntitiesLeft == 0 && DxExpandedEntities(block) > DX_ENDLESS_BLOCK) {
-        if (!isOutermost_) return;
-        DxEntitiesLeft = DX_ENDLESS_BLOCK_SHARE;
-        DxProtoMsg(UtFormat("Block %s inserts so many others that it would never be drawn whole!",
-                            block.name.c_str()),
-                   1);
+    explicit EndlessBlock(DX_BLOCK_TYPE& block) : block_(block) {
+        if (DxEntitiesLeft != 0) return; // the block around it
+        DxEntitiesLeft = most_ = DxMostEntities(block);
+        isOutermost_ = most_ != 0;
+        if (isOutermost_ && DxExpandedEntities(block) > DX_ENDLESS_BLOCK) reportEndless(block);
     }
     EndlessBlock(const EndlessBlock&) = delete;
     EndlessBlock& operator=(const EndlessBlock&) = delete;
     ~EndlessBlock() {
-        if (isOutermost_) DxEntitiesLeft = 0;
+        if (!isOutermost_) return;
+        DxCountRing(block_, most_ - DxEntitiesLeft);
+        DxEntitiesLeft = 0;
+    }
+    /// Behind a walk that was stopped: rings show only then that they have no end.
+    void tellStop() const {
+        if (isOutermost_ && DxEntitiesLeft == 0) reportEndless(block_);
     }
 
 private:
-    bool isOutermost_;
+    const DX_BLOCK_TYPE& block_;
+    long most_ = 0;
+    bool isOutermost_ = false;
 };
 
 int leaveOut(DxReason reason) {
@@ -202,6 +214,7 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
     }
     const EndlessBlock endless(*reference.block);
     int error = drawLevel(*rec, *reference.block, layer, m, viewportsOnly != 0);
+    if (error == STOPPED) endless.tellStop();
     if (!error) {
         if (!DxCheckPass) DxEntityDrawn = 1;
         error = DxRestoreActPos(&save);

@@ -4,6 +4,7 @@
 #include "dx_protocol.h"
 #include "session_state.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <limits>
@@ -112,13 +113,17 @@ struct FoundFile {
     bool exists = false;
 };
 
+/// The file that a name leads to, ahead of any conversion. False when there is none.
+static bool locate(FoundFile& found, const UtCString& name) {
+    found.path = name;
+    if (DxReadFindPath(found.path) == 0) return true;
+    found.recovered = 1;
+    return findRecoveredTwin(found.path) == 0;
+}
+
 static FoundFile findFile(const UtCString& name, std::size_t documentCount) {
     FoundFile found;
-    found.path = name;
-    if (DxReadFindPath(found.path)) {
-        found.recovered = 1;
-        if (findRecoveredTwin(found.path)) return found;
-    }
+    if (!locate(found, name)) return found;
     found.source = found.path;
     UtCString converted = std::to_string(documentCount);
     int wasConverted = 0;
@@ -154,6 +159,7 @@ std::unique_ptr<DxfDocument> DxfDocManager::load(const UtCString& name, const Ut
     }
     if (!isMain) document->prefix = baseName(name);
     document->foundAs = found.source;
+    UtFileIdOfPath(found.source, document->id);
     document->tables = tables;
     document->recovered.Set(found.recovered);
     return document;
@@ -189,11 +195,17 @@ FILE* DxfDocManager::open(const UtCString& name, const UtCString& mode) {
 
 DxfDocument* DxfDocManager::findOpen(const UtCString& name) {
     if (const auto found = byName.find(name); found != byName.end()) return found->second.get();
-    UtCString path = name;
-    if (DxReadFindPath(path)) return nullptr;
+    FoundFile file;
+    UT_FILE_ID id;
+    if (!locate(file, name) || !UtFileIdOfPath(file.path, id)) return nullptr;
     for (const auto& [otherName, document] : byName)
-        if (document->foundAs == path) return document.get();
+        if (document->id == id) return document.get();
     return nullptr;
+}
+
+bool DxfDocManager::anyShrank() const {
+    return std::any_of(byName.begin(), byName.end(),
+                       [](const auto& entry) { return UtFileShrank(entry.second->view); });
 }
 
 void DxfDocManager::select(FILE* wanted) {

@@ -4,7 +4,7 @@
 #include "dx_objects.h"
 #include "dx_reader.h"
 #include "dx_types.h"
-#include "ut.h"
+#include "ut_file.h"
 
 #include <cstdio>
 #include <deque>
@@ -76,6 +76,7 @@ struct DX_BLOCK_TYPE {
     std::vector<DX_NESTED_INSERTS> inserts;
     double expanded = -1;      ///< entities of the block and of all that it inserts; below 0 until counted
     bool holdsNothing = false; ///< but INSERTs of blocks that hold nothing; known with `expanded`
+    bool leadsToRing = false;  ///< it inserts, at last, blocks that insert each other; known with `expanded`
     int walks = 0;             ///< how many times its entities have been drawn
     bool canBeStored = true;
     mutable bool isCounted = false;                 ///< what becomes of its entities is in the account
@@ -168,6 +169,7 @@ public:
     /// The same in this document or the innermost around it that has such a block.
     DX_BLOCK_TYPE* findBlockOutwards(std::string_view name);
 
+    UT_FILE_ID id;            ///< of the file that was found, ahead of a conversion
     UT_FILE_VIEW view;        ///< the file in memory
     std::size_t position = 0; ///< offset of the next byte to read
 
@@ -192,6 +194,8 @@ public:
     /// The open document of this name, or of another name that leads to the same file. Null when none is
     /// open.
     DxfDocument* findOpen(const UtCString& name);
+    /// Whether somebody made the file of an open document shorter.
+    bool anyShrank() const;
     /// Makes the document of `stream` current; a stream of no document becomes the manager's own.
     void select(FILE* stream);
     /// Closes all documents. With `keepTables` the current document's tables survive in the manager.

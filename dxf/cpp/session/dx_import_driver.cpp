@@ -33,6 +33,7 @@
 namespace {
 
 constexpr int EXCEPTION = 2360;
+constexpr int END_OF_FILE = 9003;
 constexpr int ABORTED = 9009;
 
 /// Three numbers divided by two commas, in a text that may go on behind them.
@@ -84,7 +85,7 @@ void reportError(int error) {
     case 2030:
     case 3012: report("Scale too small!"); break;
     case 9001: report(DxMsg(5809, DxFileName)); break;
-    case 9003:
+    case END_OF_FILE:
         report(DxMsg(document && document->sectionSeen.Get() ? 5714 : 5713));
         reportPlace(DxReadEnded ? DxReadEnded : document);
         break;
@@ -196,24 +197,23 @@ int Import::readInOneRun() {
 
 /// Sections in any order: of several headers the first counts, of the others all do.
 int Import::readByPlaces() {
-    static constexpr int endOfFile =
-        9003; // a reader looks for the section behind its own, which needn't be there
+    // At its end a reader looks for the section behind its own, which needn't be there.
     const auto read = [](std::string_view name, int n, auto reader) {
         const std::int32_t place = DxSectionPlace(name, n);
-        if (place < 0) return endOfFile;
+        if (place < 0) return END_OF_FILE;
         const int error = DxReadSeek(place);
         return error ? error : reader();
     };
     const auto readAll = [&read](std::string_view name, auto reader) {
         int error = 0;
-        for (int n = 0; DxSectionPlace(name, n) >= 0 && (!error || error == endOfFile); ++n)
+        for (int n = 0; DxSectionPlace(name, n) >= 0 && (!error || error == END_OF_FILE); ++n)
             error = read(name, n, reader);
         return error;
     };
     int error = read("HEADER", 0, [this] { return DxReadHeaderSection(matrix_); });
-    if (!error || error == endOfFile) error = readAll("TABLES", [] { return DxReadTableSection(0); });
-    if (!error || error == endOfFile) error = readAll("BLOCKS", [] { return DxReadBlockSection(); });
-    if (error && error != endOfFile) return error;
+    if (!error || error == END_OF_FILE) error = readAll("TABLES", [] { return DxReadTableSection(0); });
+    if (!error || error == END_OF_FILE) error = readAll("BLOCKS", [] { return DxReadBlockSection(); });
+    if (error && error != END_OF_FILE) return error;
     return read("ENTITIES", 0, [this] { return DxReadEntitySection(matrix_); });
 }
 
@@ -252,6 +252,10 @@ void Import::read() {
     if (DxReadSpace == 2) DxCiViewUpdate();
 
     outcome_ = DxGuarded([this] { return readSections(); });
+    if (DxDocuments.anyShrank()) {
+        report("The file became shorter while it was read!");
+        if (!outcome_) outcome_ = END_OF_FILE;
+    }
     if (outcome_ == EXCEPTION) DxCiElemDrawPat(); // what was drawn before stays
     noteCorrectedFiles();
     DxFinishAccount(outcome_);

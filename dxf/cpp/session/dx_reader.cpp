@@ -129,6 +129,11 @@ inline bool readLine(int maxLength) {
         return false;
     }
     line.bytes = line.text = takeLine(at, end);
+    // Zeros are all that is left where somebody made the file shorter.
+    if (line.text.empty() && UtFileShrank(document->view)) {
+        DxReadEnded = document;
+        return false;
+    }
     document->position = static_cast<std::size_t>(at - data);
     line.code = code;
     line.isPadded = end - line.text.data() >= 16;

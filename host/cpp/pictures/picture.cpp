@@ -1,9 +1,11 @@
 #include "pictures/picture.h"
 
+#include "services/open_file.h"
 #include "store/replace.h"
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <fcntl.h>
@@ -21,17 +23,10 @@ std::string refusedSize(double width, double height) {
 }
 
 /// A stream of a regular file; a device or a pipe could keep us waiting for ever.
-static std::FILE* openRegular(const std::string& path, std::string& error) {
-    const int handle =
-        path.find('\0') == std::string::npos ? open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC) : -1;
-    struct stat about {};
-    if (handle < 0) {
-        error = "it can't be opened";
-        return nullptr;
-    }
-    if (fstat(handle, &about) == 0 && S_ISREG(about.st_mode)) return fdopen(handle, "rb");
-    error = "it isn't a file";
-    close(handle);
+static std::FILE* openStream(const std::string& path, std::string& error) {
+    const int handle = path.find('\0') == std::string::npos ? openRegular(path) : -1;
+    if (handle >= 0) return fdopen(handle, "rb");
+    error = errno == EINVAL ? "it isn't a file" : "it can't be opened";
     return nullptr;
 }
 
@@ -40,7 +35,7 @@ static bool beginsWith(const std::array<unsigned char, 8>& head, const std::stri
 }
 
 std::unique_ptr<PictureReader> openPicture(const std::string& path, std::string& error, int reduction) {
-    std::FILE* file = openRegular(path, error);
+    std::FILE* file = openStream(path, error);
     if (!file) return nullptr;
     std::array<unsigned char, 8> head{};
     const std::size_t count = std::fread(head.data(), 1, head.size(), file);
@@ -137,7 +132,7 @@ std::string loadImage(const std::string& path, double wantedWidth, double wanted
 
 static std::string copyFile(const std::string& source, const std::string& target) {
     std::string error;
-    std::FILE* from = openRegular(source, error);
+    std::FILE* from = openStream(source, error);
     if (!from) return error;
     std::FILE* to = std::fopen(target.c_str(), "wb");
     std::vector<char> buffer(1 << 16);

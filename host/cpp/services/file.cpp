@@ -1,15 +1,17 @@
 // Files: opening, reading by lines, removing, renaming, temporary names, mapping.
-#include "ut.h"
+#include "ut_file.h"
 
 #include "os.h"
 #include "services/failure.h"
+#include "services/guarded_map.h"
+#include "services/open_file.h"
 #include "services/system_path.h"
+#include "services/temporary_files.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <random>
 #include <sys/mman.h>
 #include <sys/sendfile.h>
 #include <sys/stat.h>
@@ -29,28 +31,24 @@ std::string host::systemPath(const UtCString& path) {
     return text;
 }
 
-/// What can be read like a file; a device isn't, since it may have no end.
-static bool isReadable(const struct stat& status) {
-    return S_ISREG(status.st_mode) || S_ISFIFO(status.st_mode);
+bool UtIsFile(const UtCString& path) {
+    const std::string name = systemPath(path);
+    return !name.empty() && host::isRegular(name);
 }
 
-bool UtIsFile(const UtCString& path) {
-    struct stat status {};
-    const std::string name = systemPath(path);
-    return !name.empty() && ::stat(name.c_str(), &status) == 0 && isReadable(status);
+static FILE* openToRead(const std::string& name) {
+    const int descriptor = host::openRegular(name);
+    FILE* const stream = descriptor < 0 ? nullptr : ::fdopen(descriptor, "rb");
+    if (!stream && descriptor >= 0) ::close(descriptor);
+    return stream;
 }
 
 FILE* UtFileOpen(const UtCString& path, const char* mode) {
     const std::string name = systemPath(path);
-    const bool reads = mode[0] == 'r';
-    if (callFails() || name.empty() || (reads && !UtIsFile(name))) return nullptr;
-    FILE* stream = std::fopen(name.c_str(), mode);
-    if (!stream) return nullptr;
-    struct stat status {};
-    if (reads && (::fstat(::fileno(stream), &status) != 0 || !isReadable(status))) {
-        std::fclose(stream);
-        return nullptr;
-    }
+    if (callFails() || name.empty()) return nullptr;
+    if (mode[0] == 'r') return openToRead(name);
+    FILE* const stream = host::mayWrite(name) ? std::fopen(name.c_str(), mode) : nullptr;
+    if (stream && host::isTemporaryName(name)) host::guardTemporary(name, ::fileno(stream));
     return stream;
 }
 
@@ -78,13 +76,16 @@ int UtReadLine(FILE* stream, std::string& line) {
 
 int UtFileRemove(const UtCString& path) {
     const std::string name = systemPath(path);
-    return !callFails() && !name.empty() && ::unlink(name.c_str()) == 0 ? 0 : errorFailed;
+    if (callFails() || name.empty() || !host::mayWrite(name) || ::unlink(name.c_str()) != 0)
+        return errorFailed;
+    if (host::isTemporaryName(name)) host::releaseTemporary(name);
+    return 0;
 }
 
 UtCString UtFileTarget(const UtCString& path) {
     const std::string name = systemPath(path);
     struct stat status {};
-    if (callFails() || name.empty()) return {};
+    if (callFails() || name.empty() || !host::mayWrite(name)) return {};
     if (::stat(name.c_str(), &status) != 0) return errno == ENOENT ? path : UtCString();
     if (!S_ISREG(status.st_mode) || ::access(name.c_str(), W_OK) != 0) return {};
     char* real = ::realpath(name.c_str(), nullptr);
@@ -102,7 +103,9 @@ int UtFileRename(const UtCString& from, const UtCString& to) {
     constexpr mode_t permissions = 07777;
     if (::stat(target.c_str(), &old) == 0 && ::chmod(source.c_str(), old.st_mode & permissions) != 0)
         return errorFailed;
-    return std::rename(source.c_str(), target.c_str()) == 0 ? 0 : errorFailed;
+    if (!host::mayWrite(target) || std::rename(source.c_str(), target.c_str()) != 0) return errorFailed;
+    host::renameTemporary(source, target);
+    return 0;
 }
 
 static bool copyStream(FILE* in, FILE* out) {
@@ -149,7 +152,10 @@ static int copyFile(const UtCString& from, const UtCString& to) {
 
 int UtFileMove(const UtCString& from, const UtCString& to) {
     if (callFails()) return errorFailed;
-    if (std::rename(systemPath(from).c_str(), systemPath(to).c_str()) == 0) return 0;
+    if (std::rename(systemPath(from).c_str(), systemPath(to).c_str()) == 0) {
+        host::renameTemporary(systemPath(from), systemPath(to));
+        return 0;
+    }
     if (errno != EXDEV) return errorFailed;
     if (const int error = copyFile(from, to)) return error;
     return UtFileRemove(from);
@@ -160,13 +166,8 @@ UtCString UtGetTempDir() {
 }
 
 UtCString UtTempFileName(const UtCString& directory, const UtCString& prefix) {
-    // Random names, since others on this machine could wait at a name that they can guess.
-    std::random_device random;
-    for (;;) {
-        const unsigned long number = (static_cast<unsigned long>(random()) << 20) ^ random();
-        UtCString name = UtPathJoin(directory, prefix + std::to_string(number));
-        if (::access(systemPath(name).c_str(), F_OK) != 0) return name;
-    }
+    host::removeAbandonedFiles(directory.IsEmpty() ? "." : systemPath(directory));
+    return host::temporaryName(systemPath(UtPathJoin(directory, prefix)));
 }
 
 // ---- views of whole files --------------------------------------------------------------------------
@@ -175,7 +176,7 @@ namespace {
 
 /// What UtFileUnmap has to give back.
 struct MappedFile {
-    void* memory = nullptr;
+    void* memory = nullptr; ///< null for an empty file
     std::size_t size = 0;
     bool isMapping = false;
 };
@@ -200,42 +201,61 @@ char* readToEnd(FILE* stream, std::size_t& size) {
     return memory;
 }
 
-/// Maps a regular file. False when the system refuses.
-bool mapFile(int descriptor, std::size_t size, MappedFile& file) {
-    file.size = size;
-    file.isMapping = true;
-    if (size == 0) return true;
-    file.memory = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor, 0);
-    if (file.memory == MAP_FAILED) return false;
-    ::madvise(file.memory, size, MADV_SEQUENTIAL);
-    return true;
-}
-
 } // namespace
 
 int UtFileMap(FILE* stream, UT_FILE_VIEW& view) {
     struct stat status {};
     if (callFails() || !stream || ::fstat(::fileno(stream), &status) != 0) return errorFailed;
     MappedFile file;
-    if (S_ISREG(status.st_mode)) {
-        if (!mapFile(::fileno(stream), static_cast<std::size_t>(status.st_size), file)) return errorFailed;
-    } else {
-        file.memory = readToEnd(stream, file.size);
-        if (!file.memory) return errorFailed;
+    const bool isRegular = S_ISREG(status.st_mode);
+    if (isRegular) file.size = static_cast<std::size_t>(status.st_size);
+    if (isRegular && file.size > 0) {
+        file.memory = host::mapGuarded(::fileno(stream), file.size);
+        file.isMapping = file.memory != nullptr;
     }
+    if (file.isMapping)
+        ::madvise(file.memory, file.size, MADV_SEQUENTIAL);
+    else if ((!isRegular || file.size > 0) && !(file.memory = readToEnd(stream, file.size)))
+        return errorFailed;
     view.data = file.size > 0 ? static_cast<const char*>(file.memory) : nullptr;
     view.size = file.size;
     view.handle = new MappedFile(file);
     return 0;
 }
 
+bool UtFileShrank(const UT_FILE_VIEW& view) {
+    const auto* file = static_cast<const MappedFile*>(view.handle);
+    return file && file->isMapping && host::isTorn(file->memory);
+}
+
 void UtFileUnmap(UT_FILE_VIEW& view) {
     if (auto* file = static_cast<MappedFile*>(view.handle)) {
-        if (!file->isMapping)
+        if (file->isMapping)
+            host::unmapGuarded(file->memory, file->size);
+        else
             std::free(file->memory);
-        else if (file->size > 0)
-            ::munmap(file->memory, file->size);
         delete file;
     }
     view = UT_FILE_VIEW{};
+}
+
+// ---- identity --------------------------------------------------------------------------------------
+
+static UT_FILE_ID idOf(const struct stat& status) {
+    return {static_cast<unsigned long long>(status.st_dev), static_cast<unsigned long long>(status.st_ino)};
+}
+
+bool UtFileIdOfStream(FILE* stream, UT_FILE_ID& id) {
+    struct stat status {};
+    if (!stream || ::fstat(::fileno(stream), &status) != 0) return false;
+    id = idOf(status);
+    return true;
+}
+
+bool UtFileIdOfPath(const UtCString& path, UT_FILE_ID& id) {
+    struct stat status {};
+    const std::string name = systemPath(path);
+    if (name.empty() || ::stat(name.c_str(), &status) != 0) return false;
+    id = idOf(status);
+    return true;
 }

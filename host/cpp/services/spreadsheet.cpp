@@ -1,6 +1,7 @@
 #include "ut_excel.h"
 
 #include "services/failure.h"
+#include "ut.h"
 
 #include <freexl.h>
 
@@ -11,7 +12,7 @@ static constexpr int noSuchCell = 1005;
 
 int UtExcel::Open(const UtCString& path) {
     Close();
-    if (host::callFails()) return unreadable;
+    if (host::callFails() || !UtIsFile(path)) return unreadable; // a pipe would keep us waiting
     if (freexl_open(path.c_str(), &handle_) == FREEXL_OK) return 0;
     Close();
     return unreadable;

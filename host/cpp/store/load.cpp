@@ -1,14 +1,17 @@
 #include "store/look_tables.h"
 #include "store/store.h"
 
+#include "services/open_file.h"
 #include "store/sheet_tables.h"
 #include "store/space_rows.h"
 #include "store/table_reader.h"
 
+#include <array>
 #include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace host {
 
@@ -94,6 +97,19 @@ static void readStates(Database& db, std::int64_t version, Drawing& drawing) {
     }
 }
 
+/// What names a thing is one line, or it would mean something else wherever names are listed by lines.
+static void checkName(const std::string& name) {
+    if (name.find_first_of(std::string_view("\n\r\0", 3)) != std::string::npos)
+        throw StoreError("a name has several lines");
+}
+
+static void checkNames(const Drawing& drawing) {
+    for (const Layer& layer : drawing.layers) checkName(layer.name);
+    for (const View& view : drawing.views) checkName(view.name);
+    for (const auto& [number, lineType] : drawing.lineTypes) checkName(lineType.name);
+    for (const Pattern& pattern : drawing.patterns) checkName(pattern.ids.layer);
+}
+
 static void readTables(Database& db, std::int64_t version, Drawing& drawing) {
     readRows<Layer>(db, [&](const Keys<Layer>& key) -> Layer& { return append(drawing.layers, key[0]); });
     if (hasTable<LayerLook>(version)) readLooks(db, drawing);
@@ -162,16 +178,33 @@ static std::int64_t checkFile(Database& db) {
     return version;
 }
 
-static void readDatabase(Drawing& drawing, const std::string& path) {
+static bool hasContent(const std::string& path) {
     struct stat about {};
-    if (stat(path.c_str(), &about) != 0) throw StoreError(std::strerror(errno));
-    if (!S_ISREG(about.st_mode)) throw StoreError("it isn't a file");
-    Database db(path, Database::Mode::Read);
+    return stat(path.c_str(), &about) == 0 && about.st_size > 0;
+}
+
+/// How to read the file so that nothing is made beside it. A log of changes, which a program that works on
+/// the file keeps beside it, would have to be read too.
+static Database::Mode modeFor(const std::string& path) {
+    const int file = openRegular(path);
+    if (file < 0) throw StoreError(errno == EINVAL ? "it isn't a file" : std::strerror(errno));
+    constexpr off_t writeVersion = 18;
+    std::array<char, 2> versions{};
+    const ssize_t count = pread(file, versions.data(), versions.size(), writeVersion);
+    close(file);
+    const bool usesLog = count == 2 && versions[0] == 2 && versions[1] == 2;
+    if (usesLog && hasContent(path + "-wal")) throw StoreError("another program is at work on it");
+    return usesLog ? Database::Mode::ReadAlone : Database::Mode::Read;
+}
+
+static void readDatabase(Drawing& drawing, const std::string& path) {
+    Database db(path, modeFor(path));
     const std::int64_t version = checkFile(db);
     readPatterns(db, version, readHead(db, drawing), drawing);
     readTables(db, version, drawing);
     readSheets(db, version, drawing);
     readSource(db, version, drawing);
+    checkNames(drawing);
     checkElements(drawing);
     drawing.recount();
     db.close();

@@ -1,9 +1,9 @@
 #include "store/replace.h"
 
-#include <atomic>
+#include "services/open_file.h"
+#include "services/temporary_files.h"
+
 #include <cerrno>
-#include <charconv>
-#include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -14,47 +14,32 @@ namespace host {
 
 namespace fs = std::filesystem;
 
-static const char* const kMark = ".torva-";
-
 static std::string systemError(const std::string& what, const std::string& path) {
     return what + " " + path + ": " + std::strerror(errno);
 }
 
-/// Process number in the name of a temporary file of `base`, 0 when it isn't one.
-static pid_t ownerOf(const std::string& name, const std::string& base) {
-    const std::string head = "." + base + kMark;
-    if (!name.starts_with(head)) return 0;
-    int pid = 0;
-    const auto [end, error] = std::from_chars(name.data() + head.size(), name.data() + name.size(), pid);
-    return error == std::errc{} && end != name.data() + name.size() && *end == '-' ? pid : 0;
-}
-
-static void removeAbandoned(const fs::path& directory, const std::string& base) {
-    std::error_code ignored;
-    for (fs::directory_iterator it(directory, ignored), end; !ignored && it != end; it.increment(ignored)) {
-        const pid_t owner = ownerOf(it->path().filename().string(), base);
-        std::error_code stays;
-        if (owner > 0 && kill(owner, 0) != 0 && errno == ESRCH) fs::remove(it->path(), stays);
-    }
-}
-
 ReplacementFile::ReplacementFile(const std::string& target) : target_(target) {
-    static_assert(std::atomic<unsigned>::is_always_lock_free);
     std::error_code error;
     if (fs::is_symlink(target, error)) {
         const fs::path real = fs::canonical(target, error);
         if (!error) target_ = real.string();
     }
     const fs::path whole(target_);
-    const std::string base = whole.filename().string();
     const fs::path directory = whole.has_parent_path() ? whole.parent_path() : fs::path(".");
-    removeAbandoned(directory, base);
-    const auto tag = std::to_string(getpid()) + "-" + std::to_string(reinterpret_cast<std::uintptr_t>(this));
-    path_ = (directory / ("." + base + kMark + tag)).string();
+    removeAbandonedFiles(directory.string());
+    path_ = temporaryName((directory / ("." + whole.filename().string())).string());
+    if (!mayWrite(target_)) return;
+    constexpr mode_t anyone = 0666;
+    const int file = open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, anyone);
+    if (file < 0) return; // so will whoever writes it find
+    guardTemporary(path_, file);
+    close(file);
 }
 
 ReplacementFile::~ReplacementFile() {
-    if (!path_.empty()) unlink(path_.c_str());
+    if (path_.empty()) return;
+    unlink(path_.c_str());
+    releaseTemporary(path_);
 }
 
 static bool syncPath(const char* path, int flags) {
@@ -66,6 +51,10 @@ static bool syncPath(const char* path, int flags) {
 }
 
 std::string ReplacementFile::commit() {
+    if (!mayWrite(target_)) {
+        errno = EACCES;
+        return systemError("Can't write", target_);
+    }
     struct stat old {};
     if (stat(target_.c_str(), &old) == 0) {
         if (!S_ISREG(old.st_mode)) return "Not a file that can be replaced: " + target_;
@@ -73,6 +62,7 @@ std::string ReplacementFile::commit() {
     }
     if (!syncPath(path_.c_str(), O_RDONLY)) return systemError("Can't write", path_);
     if (rename(path_.c_str(), target_.c_str()) != 0) return systemError("Can't replace", target_);
+    releaseTemporary(path_);
     path_.clear();
     // The rename itself is on disk only with its directory. Not all file systems can do this; the file is
     // whole either way.

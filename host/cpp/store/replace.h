@@ -8,8 +8,8 @@ namespace host {
 /// A temporary file beside a target. It goes away with its owner unless it has replaced the target.
 class ReplacementFile {
 public:
-    /// Settles a name beside `target` (beside the file itself where `target` is a link) and removes what
-    /// killed programs left there. Creates nothing yet.
+    /// Makes an empty file beside `target` (beside the file itself where `target` is a link) and removes what
+    /// killed programs left there. What is wrong shows when it is written, or at last in commit().
     explicit ReplacementFile(const std::string& target);
     ~ReplacementFile();
     ReplacementFile(const ReplacementFile&) = delete;

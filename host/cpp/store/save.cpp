@@ -72,8 +72,9 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
 
 static void writeDatabase(const Drawing& drawing, const std::string& path) {
     Database db(path, Database::Mode::Create);
-    // The file is new and replaces nothing until it is whole: a journal would only cost time.
-    db.run("PRAGMA page_size = 8192; PRAGMA encoding = 'UTF-8'; PRAGMA journal_mode = OFF;"
+    // The file is new and replaces nothing until it is whole, so that a journal beside it would only cost
+    // time. A database that distrusts its schema always has one; in memory it leaves nothing behind.
+    db.run("PRAGMA page_size = 8192; PRAGMA encoding = 'UTF-8'; PRAGMA journal_mode = MEMORY;"
            "PRAGMA synchronous = OFF; PRAGMA locking_mode = EXCLUSIVE; BEGIN;"
            "PRAGMA application_id = " +
            std::to_string(kDrawingFileId) + "; PRAGMA user_version = " + std::to_string(kDrawingFileVersion));

@@ -16,10 +16,26 @@ namespace host {
     }
 }
 
+/// A path as part of a URI.
+static std::string escaped(const std::string& path) {
+    static constexpr char digits[] = "0123456789ABCDEF";
+    std::string text;
+    for (const char c : path) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c != '%' && c != '?' && c != '#')
+            text += c;
+        else
+            text.append({'%', digits[byte >> 4], digits[byte & 15]});
+    }
+    return text;
+}
+
 Database::Database(const std::string& path, Mode mode) {
-    const int flags = SQLITE_OPEN_NOMUTEX | (mode == Mode::Create ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE
-                                                                  : SQLITE_OPEN_READONLY);
-    if (sqlite3_open_v2(path.c_str(), &db_, flags, nullptr) != SQLITE_OK) {
+    int flags = SQLITE_OPEN_NOMUTEX;
+    flags |= mode == Mode::Create ? SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE : SQLITE_OPEN_READONLY;
+    if (mode == Mode::ReadAlone) flags |= SQLITE_OPEN_URI;
+    const std::string name = mode == Mode::ReadAlone ? "file:" + escaped(path) + "?immutable=1" : path;
+    if (sqlite3_open_v2(name.c_str(), &db_, flags, nullptr) != SQLITE_OK) {
         const std::string reason = db_ ? sqlite3_errmsg(db_) : "no memory";
         sqlite3_close(db_);
         throw StoreError(reason);

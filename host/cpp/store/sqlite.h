@@ -19,7 +19,8 @@ public:
 
 class Database {
 public:
-    enum class Mode { Create, Read };
+    /// ReadAlone: nothing is made beside the file, and nobody may change it meanwhile.
+    enum class Mode { Create, Read, ReadAlone };
     Database(const std::string& path, Mode mode);
     ~Database();
     Database(const Database&) = delete;

@@ -685,6 +685,9 @@ void edgeRange(const File& file, std::int64_t number, double& start, double& end
     if (value(SENSE).integer) shape = reversed(shape);
     start = shape->parameterOf(*a);
     end = shape->parameterOf(*b);
+    constexpr double noise = 1e-14; // what is left of a root's own digits
+    if (std::abs(start) < noise * std::abs(end)) start = 0;
+    if (std::abs(end) < noise * std::abs(start)) end = 0;
     const bool isTurn = from == to || (end <= start && shape->period > 0);
     if (isTurn && shape->period > 0) end = from == to ? start + shape->period : end + shape->period;
     if (from == to && shape->period <= 0 && !shape->isEndless) {

@@ -1,0 +1,3 @@
+#include "additions_state.h"
+
+DxConfigAdditions DxAdditions;
