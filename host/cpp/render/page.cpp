@@ -12,6 +12,7 @@ namespace host {
 namespace {
 
 constexpr double pointsPerMm = 72 / 25.4;
+constexpr double usualLine = 0.25; // millimetres
 
 struct Size {
     double width, height;
@@ -138,6 +139,8 @@ static Page sheetPage(const Drawing& drawing, const View& sheet, int size, bool 
         result.scenes.push_back(detailScene(drawing, *view, outline, at, scale * insert.ratio, page));
     }
     result.scenes.push_back(std::move(own));
+    for (Scene& scene : result.scenes)
+        if (trueSize) scene.frame.lineWidth = usualLine * perMm;
     return result;
 }
 
@@ -206,7 +209,6 @@ Page makeWindowPage(const Drawing& drawing, const Extents& window, int size) {
 
 Page makePaperPage(const Drawing& drawing, const Paper& paper, const Extents& window, int size,
                    bool trueSize) {
-    constexpr double usualLine = 0.25; // millimetres
     const double perMm = trueSize ? pointsPerMm : size / std::max(paper.width, paper.height);
     const Extents model = window.empty ? drawing.extents() : window;
     const RPT middle =
