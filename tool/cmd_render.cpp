@@ -140,16 +140,25 @@ static int renderInto(const std::string& input, const Options& options) {
     return status;
 }
 
-static int renderIntoFolder(const Options& options) {
-    if (!makeFolder(options.directory)) return STATUS_FAILED;
+/// Why the pictures can't stand in the folder: two would have one name, or an input would be overwritten.
+static std::string whyNotInFolder(const Options& options) {
+    std::error_code error;
+    std::set<fs::path> inputs;
+    for (const std::string& input : options.inputs) inputs.insert(fs::weakly_canonical(input, error));
     std::map<std::string, std::string> sources;
     for (const std::string& input : options.inputs) {
         const std::string target = targetOf(input, options);
         const auto [source, isNew] = sources.try_emplace(target, input);
-        if (!isNew)
-            return fail(words::say("{} and {} would both become {}", source->second, input, target),
-                        STATUS_USAGE);
+        if (!isNew) return words::say("{} and {} would both become {}", source->second, input, target);
+        if (inputs.contains(fs::weakly_canonical(target, error)))
+            return words::say("input and output are one file: {}", target);
     }
+    return {};
+}
+
+static int renderIntoFolder(const Options& options) {
+    if (const std::string wrong = whyNotInFolder(options); !wrong.empty()) return fail(wrong, STATUS_USAGE);
+    if (!makeFolder(options.directory)) return STATUS_FAILED;
     return forEachInput(options.inputs, options.jobs,
                         [&](const std::string& input) { return renderInto(input, options); });
 }
