@@ -204,7 +204,9 @@ static double paperScale(const Drawing& drawing, const Extents& model, const Pap
 }
 
 Page makeWindowPage(const Drawing& drawing, const Extents& window, int size) {
-    return modelPage(drawing, windowFrame(window, std::clamp(size, 16, 16'000)));
+    Page page = modelPage(drawing, windowFrame(window, std::clamp(size, 16, 16'000)));
+    page.scenes[0].clip = {{0, 0}, {page.width, 0}, {page.width, page.height}, {0, page.height}};
+    return page;
 }
 
 Page makePaperPage(const Drawing& drawing, const Paper& paper, const Extents& window, int size,
