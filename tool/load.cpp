@@ -3,6 +3,7 @@
 #include "account.h"
 #include "drawing/drawing.h"
 #include "drawing/move.h"
+#include "drawing/origin_mark.h"
 #include "dx_select.h"
 #include "environment.h"
 #include "file_kind.h"
@@ -200,7 +201,9 @@ void Loading::moveBack(host::Drawing& drawing) {
     const RPT& base = isPaper ? paper : model;
     if (options_.read.space == "all" && (paper.x != 0 || paper.y != 0))
         note(words::say("Coordinates on the sheets are relative to the insertion base of paper space"));
-    if (base.x != 0 || base.y != 0) host::moveModel(drawing, base.x, base.y);
+    if (base.x == 0 && base.y == 0) return;
+    host::moveModel(drawing, base.x, base.y);
+    host::renewMarks(drawing);
 }
 
 void Loading::finishKeeping() {

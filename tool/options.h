@@ -49,7 +49,7 @@ struct Options {
     bool allViews = false;      ///< a picture, or a page, for each view
     bool legible = false;       ///< no colour too near to the background's
     std::string pictureType;    ///< png, svg, pdf; empty: by the picture's name
-    std::string text;                ///< of SVG: text, outline; empty: outline
+    std::string text;           ///< of SVG: text, outline; empty: outline
     std::vector<double> window; ///< x1, y1, x2, y2 of the model; empty: all of it
     int size = 1200;
     std::string view;

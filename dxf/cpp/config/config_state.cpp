@@ -8,7 +8,8 @@
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
 int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerStates, DxInsertArrays, DxAllSections,
-    DxKeepLooks, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol, DxExoMode;
+    DxKeepLooks, DxKeepEntities, DxKeepBlocks, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder, DxDimInBlock,
+    DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
@@ -67,7 +68,7 @@ static void resetImportOptions() {
     DxPdMode = 0;
     DxBlockToPattern = 0;
     DxInsertAttr = 0;
-    DxLayerStates = DxInsertArrays = DxAllSections = DxKeepLooks = 0;
+    DxLayerStates = DxInsertArrays = DxAllSections = DxKeepLooks = DxKeepEntities = DxKeepBlocks = 0;
     DxWriteInsUnits = 1;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;

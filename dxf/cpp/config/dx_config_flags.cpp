@@ -161,6 +161,8 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"INSERT_ARRAYS",   DxKeyWhen::Import,  &DxInsertArrays},
     {"ALL_SECTIONS",    DxKeyWhen::Import,  &DxAllSections},
     {"PEN_LOOKS",       DxKeyWhen::Always,  &DxKeepLooks},
+    {"KEEP_ENTITIES",   DxKeyWhen::Always,  &DxKeepEntities},
+    {"KEEP_BLOCKS",     DxKeyWhen::Always,  &DxKeepBlocks},
     {"WRITE_INSUNITS",  DxKeyWhen::Export,  &DxWriteInsUnits},
     {"VERSION",         DxKeyWhen::Always,  setVersion},
     {"DIM_IN_BLOCK",    DxKeyWhen::Always,  &DxDimInBlock},

@@ -7,6 +7,7 @@
 #include "../sections/dx_section.h"
 #include "../sections/dx_tables_import.h"
 #include "../session/dx_unicode.h"
+#include "blocks_state.h"
 #include "import_state.h"
 
 #include <new>
@@ -199,4 +200,15 @@ void DxGetBlock(std::string_view name, DxfEntityFileReference& reference) {
     reference.block = block;
     DxReadDropPending();
     reference.place.emplace(block->document->file.Get(), block->filePos, "ENDBLK", 0);
+}
+
+bool DxWantDefinition(const DX_BLOCK_TYPE& block) {
+    constexpr int externalReference = 4;
+    const DxfDocument* const document = DxDocuments.current_;
+    if ((block.flags & externalReference) || !document || block.document != document ||
+        document->parent.Get())
+        return false;
+    const auto [name, isNew] = DxDefinitionNames.emplace(block.name.view());
+    if (isNew) DxDefinitionsWanted.push_back(*name);
+    return true;
 }

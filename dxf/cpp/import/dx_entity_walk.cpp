@@ -2,6 +2,7 @@
 
 #include "../session/dx_reader.h"
 #include "dx_account.h"
+#include "dx_entity_origin.h"
 #include "import_state.h"
 #include "uo.h"
 
@@ -52,10 +53,12 @@ int runCounted(const DxEntityKind* kind, const DxEntityContext& context, const D
 int handleEntity(std::string_view name, const DxEntityContext& context) {
     const DxEntityKind* kind = DxFindEntityKind(name);
     const DxCounted counted = DxCountedAs(kind, name);
+    const DxEntityOrigin origin(name, context.matrix);
     if (const int error = counted.tally  ? runCounted(kind, context, counted)
                           : isRead(kind) ? kind->run(context)
                                          : 0)
         return error;
+    if (const int error = origin.keep()) return error;
     DxActHidden = DxActLevel.isHidden; // what stands behind it is another entity's affair
     const bool isRegion = !isRead(kind) && name == "REGION";
     if (isRegion && DxModus == 2 && !DxCheckPass && (DxCountEntities || DxBlockLevel > 0)) ++DxRegionCount;

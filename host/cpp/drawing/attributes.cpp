@@ -95,7 +95,7 @@ int UoFiltAttrToPatList(const UtCString& filter, int type, int** list, int* coun
     if (!filter.IsEmpty() || type != allPatterns) return errorNotApplicable;
     std::vector<int> numbers;
     for (const Pattern& pattern : openDrawing().patterns)
-        if (pattern.number != 0 && !pattern.scratch) numbers.push_back(pattern.number);
+        if (pattern.isContent()) numbers.push_back(pattern.number);
     if (numbers.empty()) return 0;
     void* block = *list;
     const int error = UtAllocMemoryBlock(&block, numbers.size(), sizeof(int), 1, 0);
