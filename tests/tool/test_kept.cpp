@@ -202,10 +202,10 @@ TEST_F(Tool, PicturesOnPaperHaveTheirTrueSize) {
     ASSERT_EQ(run("render a.dxf a.svg --paper A4 --landscape --scale 1:50").status, 0);
     const std::string svg = dir.read("a.svg");
     EXPECT_THAT(svg, HasSubstr("width=\"841.8"));
-    const std::size_t path = svg.find("d=\"M");
+    const std::size_t path = svg.find("d=\"m");
     ASSERT_NE(path, std::string::npos);
     double x = 0, y = 0, length = 0;
-    ASSERT_EQ(std::sscanf(svg.c_str() + path, "d=\"M%lf %lfh%lf", &x, &y, &length), 3);
+    ASSERT_EQ(std::sscanf(svg.c_str() + path, "d=\"m%lf %lfh%lf", &x, &y, &length), 3);
     EXPECT_NEAR(length / 100, 100 * 72 / 25.4, 0.01) << "5 m at 1:50 are 100 mm, in hundredths of points";
     ASSERT_EQ(run("render a.dxf a.pdf --paper 300x200").status, 0);
     EXPECT_THAT(dir.read("a.pdf"), HasSubstr("/MediaBox [ 0 0 850.39"));

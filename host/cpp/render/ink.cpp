@@ -5,13 +5,11 @@
 
 namespace host {
 
-/// In steps, so that texts of nearly one size share their glyphs.
 int Ink::thinner(double weight) const {
-    constexpr int step = 2;
     cairo_matrix_t font;
     cairo_get_font_matrix(cairo_, &font);
     const double units = font.yy != 0 ? -weight / std::fabs(font.yy) * ThinGlyphs::kEm : 0;
-    return static_cast<int>(std::clamp(units / step, 0.0, ThinGlyphs::kEm)) * step;
+    return static_cast<int>(std::clamp(units, 0.0, ThinGlyphs::kEm) * ThinGlyphs::kParts);
 }
 
 static void addContours(cairo_t* cairo, const cairo_glyph_t& at, const ThinGlyphs::Outline& outline) {

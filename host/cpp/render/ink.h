@@ -39,7 +39,7 @@ public:
     virtual void endLayer() {}
 
 protected:
-    /// Units of the em square for a weight below 0.
+    /// What a weight below 0 takes off, in parts of a unit of the em square (ThinGlyphs::kParts).
     int thinner(double weight) const;
     ThinGlyphs thin_;
 

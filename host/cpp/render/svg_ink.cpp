@@ -173,7 +173,8 @@ std::string SvgInk::outlineOf(const FontFile& file, unsigned long index, int les
     cairo_surface_destroy(nowhere);
     if (path.empty()) return {};
     outline->second = newId('t');
-    defs_ += "<path id=\"" + outline->second + "\" d=\"" + path.data() + "\"/>\n";
+    const std::string rule = less > 0 ? "" : " fill-rule=\"nonzero\""; // contours of a font may overlap
+    defs_ += "<path id=\"" + outline->second + "\"" + rule + " d=\"" + path.data() + "\"/>\n";
     return outline->second;
 }
 

@@ -62,9 +62,8 @@ void SvgPath::add(cairo_t* cairo, double fine) {
             const int next = i + data->header.length;
             if (next >= path->num_data || path->data[next].header.type == CAIRO_PATH_MOVE_TO) break;
             const At to = place(data[1]);
-            command(data_.empty() ? 'M' : 'm');
+            command('m'); // the first one counts from the origin
             step(to);
-            last_ = 'm';
             at_ = start_ = to;
             break;
         }

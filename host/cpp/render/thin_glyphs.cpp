@@ -53,14 +53,15 @@ static std::ptrdiff_t outerCount(const Paths& polygons) {
 }
 
 static Paths thinned(const Paths& polygons, int less) {
-    constexpr double miterLimit = 2, arcTolerance = 0.25 * kFine, straight = 0.5 * kFine;
+    constexpr double miterLimit = 2, arcTolerance = 0.25 * kFine, straight = 0.2 * kFine;
     Paths result;
     // Where a part of the glyph is thinner than its strokes it may not vanish.
-    for (double off = less; off >= 1; off *= 0.7) {
+    for (double off = less / ThinGlyphs::kParts; off >= 1; off *= 0.7) {
         ClipperLib::ClipperOffset offset(miterLimit, arcTolerance);
         offset.AddPaths(polygons, ClipperLib::jtRound, ClipperLib::etClosedPolygon);
         offset.Execute(result, -off * kFine);
         ClipperLib::CleanPolygons(result, straight);
+        std::erase_if(result, [](const Path& polygon) { return polygon.size() < 3; });
         if (outerCount(result) >= outerCount(polygons)) return result;
     }
     return polygons;

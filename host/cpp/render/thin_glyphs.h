@@ -20,10 +20,12 @@ class FontFile;
 class ThinGlyphs {
 public:
     static constexpr double kEm = 1000; ///< units of the em square
+    static constexpr double kParts = 4; ///< parts of a unit in which thicknesses are told
     /// Closed contours, even-odd, in units of the em square, y downward.
     using Outline = std::vector<std::vector<RPT>>;
 
-    /// The outline of a glyph with `less` units taken off on all sides, less where a part of it would vanish.
+    /// The outline of a glyph with `less` parts of a unit taken off on all sides, or fewer where a part of it
+    /// would vanish.
     /// `font` has the face of `file`. Worked out once and kept; the reference stays valid.
     const Outline& outline(cairo_t* font, const FontFile& file, unsigned long index, int less);
 
