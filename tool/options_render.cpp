@@ -35,12 +35,14 @@ static void addViews(CLI::App& render, Options& options) {
     render.add_option("--window", options.window, "x1,y1,x2,y2: a part of the model, by two of its corners")
         ->delimiter(',')
         ->expected(4)
+        ->allow_extra_args(false)
         ->excludes(view)
         ->excludes(allViews);
     render
         .add_option("--direction", options.direction, "x,y,z: where the viewer of a picture in space stands")
         ->delimiter(',')
-        ->expected(3);
+        ->expected(3)
+        ->allow_extra_args(false);
     render.add_flag("--hidden", options.hidden, "In space: without the lines behind faces");
     render.add_flag("--shade", options.shade, "In space: faces lit");
 }

@@ -90,6 +90,8 @@ static constexpr auto kRows = sorted(std::to_array<Row>({
     {"Stopped: more entities than anyone can draw", "Abgebrochen: mehr Objekte, als jemand zeichnen kann"},
     {"A drawing file has its unit: --unit is for DXF files, --convert-unit for both",
      "Eine Zeichnungsdatei hat ihre Einheit: --unit ist für DXF-Dateien, --convert-unit für beide"},
+    {"the program that TORVA_DWG_CONVERTER names ({}) didn't convert it",
+     "das Programm, das TORVA_DWG_CONVERTER nennt ({}), hat sie nicht umgewandelt"},
     {"the import ended with error {}", "der Import endete mit Fehler {}"},
     {"can't prepare the configuration of the export",
      "die Konfiguration des Exports lässt sich nicht vorbereiten"},

@@ -148,6 +148,18 @@ private:
     bool full_ = false;
 };
 
+/// Room for the points of a polygon mesh, as far as the file can hold them.
+void makeRoomForMesh(DX_POLYLINE_TYPE& rec) {
+    constexpr int polygonMesh = 16;
+    constexpr std::size_t bytesAVertex = 30;
+    const DxfDocument* const document = DxDocuments.current_;
+    if (!(rec.flags & polygonMesh) || rec.meshCountM <= 0 || rec.meshCountN <= 0 || !document) return;
+    const std::size_t left = (document->view.size - document->position) / bytesAVertex;
+    const auto rows = static_cast<std::size_t>(rec.meshCountM),
+               columns = static_cast<std::size_t>(rec.meshCountN);
+    rec.vertices.reserve(rows > left / columns ? left : rows * columns);
+}
+
 /// Reads on to the next group 0 and says which entity it begins.
 int nextEntity(bool& isVertex) {
     DxPair pair;
@@ -188,6 +200,7 @@ int DxReadPolyline(DX_POLYLINE_TYPE* rec) {
     CloudHook cloud{*rec};
     if (const int error = DxReadEntity(*rec, polylineFields, cloud)) return error;
     settleFlags(*rec);
+    makeRoomForMesh(*rec);
     for (;;) {
         bool isVertex = false;
         if (const int error = nextEntity(isVertex)) return error;

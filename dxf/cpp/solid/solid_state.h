@@ -20,6 +20,7 @@ extern std::vector<DX_ACDSRECORD_TYPE> DxAcdsRecords; ///< of the section behind
 extern std::map<unsigned long, DX_VIS_MATERIAL> DxVisMaterials; ///< by handle; beside DxMaterials
 
 extern int DxWriteSolids; ///< WRITE_SOLIDS: the host's solids go out, as 3DSOLID
+extern int DxWriteClouds; ///< WRITE_CLOUDS: the points of the host's clouds go out, as POINT
 
 /// No solids, no materials, none written.
 void DxResetSolidState();
