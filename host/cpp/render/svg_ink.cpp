@@ -4,6 +4,7 @@
 #include "text/font_files.h"
 #include "text/utf8.h"
 
+#include <cctype>
 #include <cmath>
 
 namespace host {
