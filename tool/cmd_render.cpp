@@ -1,9 +1,12 @@
 // torva-dxf render: pictures of a drawing.
 #include "account.h"
+#include "environment.h"
 #include "file_kind.h"
+#include "jobs.h"
 #include "load.h"
 #include "options.h"
 #include "paper.h"
+#include "streams.h"
 #include "tell.h"
 #include "words.h"
 
@@ -12,6 +15,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <set>
 
 namespace tool {
@@ -48,27 +52,6 @@ static std::string freeName(const std::string& wanted, std::set<std::string>& ta
     return name;
 }
 
-static int tell(const std::string& error) {
-    return error.empty() ? STATUS_DONE : fail(words::retold(error));
-}
-
-static int renderInto(const host::Drawing& drawing, const Options& options) {
-    if (!makeFolder(options.directory)) return STATUS_FAILED;
-    const std::string input = options.inputs.front();
-    const std::string stem = input == "-" ? "stdin" : fs::path(input).stem().string();
-    std::set<std::string> taken;
-    int worst = STATUS_DONE;
-    for (const std::string& view : host::pageViews(drawing)) {
-        const std::string name = freeName(stem + " " + fileNameOf(view), taken) + "." + options.pictureType;
-        const std::string path = (fs::path(options.directory) / name).string();
-        const int status = tell(
-            host::renderDrawing(drawing, path, {.size = options.size, .view = view, .dark = options.dark}));
-        if (status == STATUS_DONE && !options.quiet) std::cerr << view << " -> " << path << '\n';
-        worst = std::max(worst, status);
-    }
-    return worst;
-}
-
 /// A picture shows what a plot would, or with `all` what is hidden and what isn't plotted too.
 static void settleLayers(host::Drawing& drawing, bool all) {
     for (host::Layer& layer : drawing.layers) layer.visible = all || (layer.visible && layer.look.plotted);
@@ -84,28 +67,127 @@ static host::RenderOptions pictureOptions(const Options& options) {
     picture.dark = options.dark;
     picture.allViews = options.allViews;
     picture.paper = paperOf(options);
+    picture.textsAsTexts = options.text == "text";
     picture.hidden = options.hidden;
     picture.shade = options.shade;
     picture.inSpace = options.hidden || options.shade || !options.direction.empty();
     if (const auto& d = options.direction; !d.empty()) picture.direction = {d[0], d[1], d[2]};
+    if (const auto& w = options.window; !w.empty()) {
+        picture.window.add(w[0], w[1]);
+        picture.window.add(w[2], w[3]);
+    }
     return picture;
 }
 
-int runRender(const Options& options) {
-    const std::string& input = options.inputs.front();
-    if (const std::string wrong = whyNotTarget(input, options.output, "picture"); !wrong.empty())
-        return fail(wrong, STATUS_USAGE);
-    const Loaded loaded = loadInput(input, options, true);
-    const int status = tellOutcome(input, loaded, options);
-    settleLayers(host::openDrawing(), options.allLayers);
+/// The open drawing becomes what the options want to see of it.
+static void dress(host::Drawing& drawing, const Options& options) {
+    settleLayers(drawing, options.allLayers);
     if (options.mono)
-        for (int pen = 0; pen <= 1023; ++pen) host::openDrawing().pens[pen] = {0, 0, 0};
+        for (int pen = 0; pen <= 1023; ++pen) drawing.pens[pen] = {0, 0, 0};
+    if (options.legible) host::makeLegible(drawing, options.dark);
+}
+
+/// Brings an input into the open drawing. False when there is nothing to draw. `status` becomes what it was
+/// worth.
+static bool bringIn(const std::string& input, const Options& options, int& status) {
+    const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
+    const int outcome = tellOutcome(input, loaded, options);
+    const bool isEmpty = outcome != STATUS_DONE && host::openDrawing().elementCount == 0;
+    if (!loaded.error.empty() || isEmpty) {
+        status = STATUS_FAILED;
+        return false;
+    }
+    dress(host::openDrawing(), options);
+    status = std::max({status, outcome, lossStatus(loaded, options)});
+    return true;
+}
+
+static int tell(const std::string& error) {
+    return error.empty() ? STATUS_DONE : fail(words::retold(error));
+}
+
+static std::string stemOf(const std::string& input) {
+    return input == "-" ? "stdin" : fs::path(input).stem().string();
+}
+
+static std::string targetOf(const std::string& input, const Options& options) {
+    return (fs::path(options.directory) / (stemOf(input) + "." + options.pictureType)).string();
+}
+
+/// A picture, or one of each view, into the folder.
+static int renderInto(const std::string& input, const Options& options) {
+    int status = STATUS_DONE;
+    if (!bringIn(input, options, status)) return status;
     const host::Drawing& drawing = host::openDrawing();
-    if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
-    const int drawn = options.directory.empty()
-                          ? tell(host::renderDrawing(drawing, options.output, pictureOptions(options)))
-                          : renderInto(drawing, options);
-    return std::max({status, drawn, lossStatus(loaded, options)});
+    const auto draw = [&](const std::string& name, const std::string& view, const std::string& path) {
+        host::RenderOptions picture = pictureOptions(options);
+        picture.allViews = false;
+        picture.view = view;
+        const int drawn = tell(host::renderDrawing(drawing, path, picture));
+        if (drawn == STATUS_DONE && !options.quiet) std::cerr << name << " -> " << path << '\n';
+        status = std::max(status, drawn);
+    };
+    if (!options.allViews) {
+        draw(input, options.view, targetOf(input, options));
+        return status;
+    }
+    std::set<std::string> taken;
+    for (const std::string& view : host::pageViews(drawing)) {
+        const std::string name =
+            freeName(stemOf(input) + " " + fileNameOf(view), taken) + "." + options.pictureType;
+        draw(view, view, (fs::path(options.directory) / name).string());
+    }
+    return status;
+}
+
+/// Why the pictures can't stand in the folder: two would have one name, or an input would be overwritten.
+static std::string whyNotInFolder(const Options& options) {
+    std::error_code error;
+    std::set<fs::path> inputs;
+    for (const std::string& input : options.inputs) inputs.insert(fs::weakly_canonical(input, error));
+    std::map<std::string, std::string> sources;
+    for (const std::string& input : options.inputs) {
+        const std::string target = targetOf(input, options);
+        const auto [source, isNew] = sources.try_emplace(target, input);
+        if (!isNew) return words::say("{} and {} would both become {}", source->second, input, target);
+        if (inputs.contains(fs::weakly_canonical(target, error)))
+            return words::say("input and output are one file: {}", target);
+    }
+    return {};
+}
+
+static int renderIntoFolder(const Options& options) {
+    if (const std::string wrong = whyNotInFolder(options); !wrong.empty()) return fail(wrong, STATUS_USAGE);
+    if (!makeFolder(options.directory)) return STATUS_FAILED;
+    return forEachInput(options.inputs, options.jobs,
+                        [&](const std::string& input) { return renderInto(input, options); });
+}
+
+/// All inputs into one file, a page each or a page for each view. What can't be read has no page.
+static int renderBook(const Options& options) {
+    for (const std::string& input : options.inputs)
+        if (const std::string wrong = whyNotTarget(input, options.output, "picture"); !wrong.empty())
+            return fail(wrong, STATUS_USAGE);
+    const TemporaryFolder folder;
+    const bool toStream = isStream(options.output);
+    const std::string target = toStream ? folder.file("picture") : options.output;
+    host::PictureBook book(target, options.pictureType);
+    int status = STATUS_DONE, drawn = 0;
+    for (const std::string& input : options.inputs) {
+        if (!bringIn(input, options, status)) continue;
+        const std::string error = book.add(host::openDrawing(), pictureOptions(options));
+        drawn += error.empty();
+        status = std::max(status, tell(error));
+    }
+    if (drawn == 0) return status;
+    if (const int written = tell(book.finish()); written != STATUS_DONE) return written;
+    if (toStream && !copyToStream(target, options.output) && options.output != "-")
+        return fail(options.output, words::say("can't be written"));
+    return status;
+}
+
+int runRender(const Options& options) {
+    return options.directory.empty() ? renderBook(options) : renderIntoFolder(options);
 }
 
 } // namespace tool

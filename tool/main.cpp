@@ -3,7 +3,7 @@
 #include "interrupt.h"
 #include "manual.h"
 #include "options.h"
-#include "paper.h"
+#include "options_render.h"
 #include "streams.h"
 #include "tell.h"
 #include "units.h"
@@ -171,50 +171,8 @@ static void addCommands(CLI::App& app, Options& options, Run& chosen) {
 
     addWriteCommands(app, options, chosen);
 
-    CLI::App* render =
-        addCommand(app, "render", "A picture of a drawing: SVG, PNG or PDF", runRender, chosen);
-    addInput(*render, options);
-    const auto picture = render->add_option("OUT", options.output, "Picture; its extension says the format");
-    render->add_option("--size", options.size, "Longer side in pixels or points")
-        ->check(CLI::Range(16, 16000))
-        ->capture_default_str();
-    const auto view =
-        render->add_option("--view", options.view, "A sheet or another view of the drawing, by its name");
-    const auto allViews = render->add_flag("--all-views", options.allViews,
-                                           "The model and each sheet: pages of a PDF, or with -d files");
-    allViews->excludes(view);
-    render->add_option("-d,--directory", options.directory, "Folder for a picture of each view")
-        ->needs(allViews)
-        ->excludes(picture);
-    render->add_option("--as", options.pictureType, "Format of the pictures in the folder")
-        ->check(CLI::IsMember({"png", "svg", "pdf"}))
-        ->capture_default_str();
-    render
-        ->add_option("--direction", options.direction, "x,y,z: where the viewer of a picture in space stands")
-        ->delimiter(',')
-        ->expected(3)
-        ->allow_extra_args(false);
-    render->add_flag("--hidden", options.hidden, "In space: without the lines behind faces");
-    render->add_flag("--shade", options.shade, "In space: faces lit");
-    render->add_flag("--dark", options.dark, "On black");
-    const auto paper =
-        render->add_option("--paper", options.paper, "Sheet of paper for the model: A0 to A5, or WxH in mm")
-            ->check([](const std::string& text) {
-                return paperFromWord(text) ? "" : words::say("no paper: {}", text);
-            });
-    render->add_option("--scale", options.scale, "Of the paper over the drawing: 1:50, or fit")
-        ->check([](const std::string& text) {
-            return scaleFromWord(text) ? "" : words::say("no scale: {}", text);
-        })
-        ->needs(paper)
-        ->capture_default_str();
-    render->add_option("--margin", options.margin, "What a fitted drawing leaves free, mm")
-        ->check(CLI::Range(0.0, 500.0))
-        ->needs(paper)
-        ->capture_default_str();
-    render->add_flag("--landscape", options.landscape, "The paper's longer side lies")->needs(paper);
-    render->add_flag("--mono", options.mono, "All lines black");
-    render->add_flag("--all-layers", options.allLayers, "Layers that are off, frozen or not plotted too");
+    CLI::App* render = addCommand(app, "render", "Pictures of drawings: SVG, PNG or PDF", runRender, chosen);
+    addPictureOptions(*render, options);
     addReadOptions(*render, options);
 
     CLI::App* info = addCommand(app, "info", "What is in drawings, what became of it", runInfo, chosen);
@@ -253,8 +211,6 @@ static std::string checkUsage(const Options& options, Run chosen) {
     const auto standardInput =
         std::count(options.inputs.begin(), options.inputs.end() - (endsWithOutput ? 1 : 0), "-");
     if (standardInput > 1) return words::say("standard input can be read once only");
-    if (chosen == runRender && options.output.empty() && options.directory.empty())
-        return words::say("render needs the name of a picture, or --all-views with -d DIR");
     const CheckOptions& check = options.check;
     if (check.repairs && check.repaired.empty() == options.directory.empty())
         return check.repaired.empty() ? words::say("--repair needs the name of a file, or -d DIR")
@@ -322,9 +278,11 @@ static int runCommandLine(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return wrongUsage(words::retold(error.what()));
     }
-    // Who asks for a sheet of a DXF file wants it read.
-    const bool wantsSheets = chosen == runRender && (options.allViews || !options.view.empty());
-    if (wantsSheets && app.get_subcommand("render")->count("--space") == 0) options.read.space = "all";
+    if (chosen == runRender) {
+        const bool spaceGiven = app.get_subcommand("render")->count("--space") > 0;
+        if (const std::string wrong = settlePicture(options, spaceGiven); !wrong.empty())
+            return wrongUsage(wrong);
+    }
     if (const std::string wrong = checkUsage(options, chosen); !wrong.empty()) return wrongUsage(wrong);
     setDataEnvironment();
     if (const std::string wrong = chosen == runValidateCommand ? "" : whyNoData(); !wrong.empty())

@@ -44,10 +44,13 @@ struct Options {
     std::string scale = "fit";                     ///< of a picture on paper: 1:50, fit
     double margin = 10;                            ///< of a picture on paper, millimetres
     bool landscape = false;
-    bool mono = false;               ///< all lines black
-    bool allLayers = false;          ///< pictures show what isn't shown, too
-    bool allViews = false;           ///< a picture, or a page, for each view
-    std::string pictureType = "png"; ///< of pictures in a folder: png, svg, pdf
+    bool mono = false;          ///< all lines black
+    bool allLayers = false;     ///< pictures show what isn't shown, too
+    bool allViews = false;      ///< a picture, or a page, for each view
+    bool legible = false;       ///< no colour too near to the background's
+    std::string pictureType;    ///< png, svg, pdf; empty: by the picture's name
+    std::string text;           ///< of SVG: text, outline; empty: outline
+    std::vector<double> window; ///< x1, y1, x2, y2 of the model; empty: all of it
     int size = 1200;
     std::string view;
     std::vector<double> direction;      ///< of the viewer; empty: from above

@@ -21,6 +21,9 @@ struct Example {
 constexpr std::array kExamples{
     Example{"render", "render plan.dxf plan.svg", "a picture, to see what is in the file"},
     Example{"render", "render plan.dxf plan.png --size 3000 --dark", "a large one, on black"},
+    Example{"render", "render *.dxf -o book.pdf --paper A3 --landscape", "many, a page each"},
+    Example{"render", "render *.dxf -d pictures --type svg --jobs 4", "many, four at a time"},
+    Example{"render", "render plan.dxf - --type svg --window 0,0,20,10", "a part, to standard output"},
     Example{"info", "info plan.dxf", "what is in a drawing"},
     Example{"info", "info plan.dxf --json", "the same for programs"},
     Example{"info", "info *.dxf --jobs 4", "many, four at a time"},

@@ -93,10 +93,11 @@ TEST_F(Tool, PicturesShowWhatAPlotShows) {
     const auto strokes = [&](const std::string& arguments) {
         run("render a.dxf a.svg " + arguments);
         const std::string svg = dir.read("a.svg");
-        int count = 0;
-        for (std::size_t at = svg.find(" M "); at != std::string::npos; at = svg.find(" M ", at + 1)) ++count;
-        for (std::size_t at = svg.find("\"M "); at != std::string::npos; at = svg.find("\"M ", at + 1))
-            ++count;
+        std::ptrdiff_t count = 0;
+        for (std::size_t at = svg.find(" d=\""); at != std::string::npos; at = svg.find(" d=\"", at + 1)) {
+            const std::string path = svg.substr(at + 4, svg.find('"', at + 4) - at - 4);
+            count += std::count_if(path.begin(), path.end(), [](char c) { return c == 'M' || c == 'm'; });
+        }
         return count;
     };
     EXPECT_EQ(strokes(""), 2) << "the visible one and the locked one";
@@ -201,11 +202,11 @@ TEST_F(Tool, PicturesOnPaperHaveTheirTrueSize) {
     ASSERT_EQ(run("render a.dxf a.svg --paper A4 --landscape --scale 1:50").status, 0);
     const std::string svg = dir.read("a.svg");
     EXPECT_THAT(svg, HasSubstr("width=\"841.8"));
-    const std::size_t path = svg.find("d=\"M ");
+    const std::size_t path = svg.find("d=\"m");
     ASSERT_NE(path, std::string::npos);
-    double x1 = 0, y1 = 0, x2 = 0, y2 = 0;
-    ASSERT_EQ(std::sscanf(svg.c_str() + path, "d=\"M %lf %lf L %lf %lf", &x1, &y1, &x2, &y2), 4);
-    EXPECT_NEAR(x2 - x1, 100 * 72 / 25.4, 0.01) << "5 m at 1:50 are 100 mm";
+    double x = 0, y = 0, length = 0;
+    ASSERT_EQ(std::sscanf(svg.c_str() + path, "d=\"m%lf %lfh%lf", &x, &y, &length), 3);
+    EXPECT_NEAR(length / 100, 100 * 72 / 25.4, 0.01) << "5 m at 1:50 are 100 mm, in hundredths of points";
     ASSERT_EQ(run("render a.dxf a.pdf --paper 300x200").status, 0);
     EXPECT_THAT(dir.read("a.pdf"), HasSubstr("/MediaBox [ 0 0 850.39"));
     EXPECT_EQ(run("render a.dxf a.pdf --paper A9").status, 2);

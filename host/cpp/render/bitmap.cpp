@@ -44,28 +44,28 @@ void Painter::drawBitmap(const Bitmap& bitmap) {
     if (!isShown(p, frame_)) return;
     cairo_surface_t* surface = pictures_.surface(bitmap.file);
     const cairo_matrix_t matrix{p.u.x, p.u.y, p.v.x, p.v.y, p.at.x, p.at.y};
-    cairo_save(cairo_);
+    ink_.save();
     cairo_transform(cairo_, &matrix);
     cairo_new_path(cairo_);
     addOutline(cairo_, bitmap);
     if (surface) {
-        cairo_clip(cairo_);
+        ink_.clip();
         cairo_rectangle(cairo_, 0, 0, 1, 1);
-        cairo_clip(cairo_);
+        ink_.clip();
         cairo_scale(cairo_, 1.0 / cairo_image_surface_get_width(surface),
                     1.0 / cairo_image_surface_get_height(surface));
         cairo_set_source_surface(cairo_, surface, 0, 0);
         cairo_pattern_set_extend(cairo_get_source(cairo_), CAIRO_EXTEND_PAD);
         cairo_pattern_set_filter(cairo_get_source(cairo_), CAIRO_FILTER_GOOD);
-        cairo_paint(cairo_);
-        cairo_restore(cairo_);
+        ink_.paint();
+        ink_.restore();
         return;
     }
-    cairo_restore(cairo_);
+    ink_.restore();
     // A frame stands for a picture that can't be read.
     setSource(cairo_, {128, 128, 128});
     setDashes(cairo_, {});
-    cairo_stroke(cairo_);
+    ink_.stroke();
 }
 
 void Painter::drawBitmaps(const Pattern& pattern) {

@@ -73,6 +73,10 @@ Frame fitFrame(const Extents& extents, int size) {
     return place(left, top, width, height, size, margin);
 }
 
+Frame windowFrame(const Extents& window, int size) {
+    return place(window.minX, window.maxY, window.maxX - window.minX, window.maxY - window.minY, size, 0);
+}
+
 Frame sheetFrame(const View& view, int size) {
     const GeFormat format(view.format);
     const double unitInMm = GeUnit(view.unit).factor() / 1e6;

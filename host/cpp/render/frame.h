@@ -33,6 +33,8 @@ struct Frame {
 /// Frame with a longer side of `size` that shows `extents` with a margin around. Any extents will do: empty
 /// ones, a point, ones that aren't finite.
 Frame fitFrame(const Extents& extents, int size);
+/// Frame that shows exactly `window`, where that isn't a mere strip.
+Frame windowFrame(const Extents& window, int size);
 /// Frame that shows exactly the sheet of a view; the sheet's middle is the drawing's origin.
 Frame sheetFrame(const View& view, int size);
 /// Frame of a picture of `width` by `height` with `middle` in its middle, at `scale`.

@@ -103,7 +103,7 @@ void Painter::strokeField(const LineField& field, const HatchFamily& family) {
         cairo_move_to(cairo_, base.x + field.along.x * start, base.y + field.along.y * start);
         cairo_line_to(cairo_, base.x + field.along.x * field.to, base.y + field.along.y * field.to);
     }
-    cairo_stroke(cairo_);
+    ink_.stroke();
 }
 
 void Painter::drawLines(const FillPath& path, const Hatch& hatch) {
@@ -112,9 +112,9 @@ void Painter::drawLines(const FillPath& path, const Hatch& hatch) {
     box = {std::max(box.minX, -10.0), std::max(box.minY, -10.0), std::min(box.maxX, frame_.width + 10),
            std::min(box.maxY, frame_.height + 10), false};
     if (families.empty() || box.minX >= box.maxX || box.minY >= box.maxY) return;
-    cairo_save(cairo_);
+    ink_.save();
     path.emit(cairo_);
-    cairo_clip(cairo_);
+    ink_.clip();
     cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_BUTT);
     double lines = 0;
     for (const HatchFamily& family : families) {
@@ -124,13 +124,13 @@ void Painter::drawLines(const FillPath& path, const Hatch& hatch) {
         if (!std::isfinite(field.from + field.to + field.shift) || isTooDense(field, frame_.lineWidth) ||
             !(lines < kMostLines)) {
             setSource(cairo_, color, 0.4 * alphaOf(hatch));
-            cairo_paint(cairo_);
+            ink_.paint();
             break;
         }
         setSource(cairo_, color, alphaOf(hatch));
         strokeField(field, family);
     }
-    cairo_restore(cairo_);
+    ink_.restore();
 }
 
 /// The pattern of colours along the gradient's direction, across the box of the area.
@@ -157,14 +157,14 @@ void Painter::fillArea(const FillPath& path, const Hatch& hatch) {
     path.emit(cairo_);
     if (hatch.gradient.empty()) {
         setSource(cairo_, color(hatch.solid ? hatch.fillPen : hatch.backPen), alphaOf(hatch));
-        cairo_fill(cairo_);
+        ink_.fill();
         return;
     }
     const HatchGradient& gradient = hatch.gradient[0];
     cairo_pattern_t* pattern =
         gradientOver(path.box(), gradient, color(hatch.fillPen), color(gradient.secondPen), alphaOf(hatch));
     cairo_set_source(cairo_, pattern);
-    cairo_fill(cairo_);
+    ink_.fill();
     cairo_pattern_destroy(pattern);
 }
 

@@ -12,6 +12,7 @@ namespace host {
 namespace {
 
 constexpr double pointsPerMm = 72 / 25.4;
+constexpr double usualLine = 0.25; // millimetres
 
 struct Size {
     double width, height;
@@ -138,6 +139,8 @@ static Page sheetPage(const Drawing& drawing, const View& sheet, int size, bool 
         result.scenes.push_back(detailScene(drawing, *view, outline, at, scale * insert.ratio, page));
     }
     result.scenes.push_back(std::move(own));
+    for (Scene& scene : result.scenes)
+        if (trueSize) scene.frame.lineWidth = usualLine * perMm;
     return result;
 }
 
@@ -200,10 +203,16 @@ static double paperScale(const Drawing& drawing, const Extents& model, const Pap
     return std::isfinite(fit) && fit > 0 ? fit : unitInMm * perMm;
 }
 
-Page makePaperPage(const Drawing& drawing, const Paper& paper, int size, bool trueSize) {
-    constexpr double usualLine = 0.25; // millimetres
+Page makeWindowPage(const Drawing& drawing, const Extents& window, int size) {
+    Page page = modelPage(drawing, windowFrame(window, std::clamp(size, 16, 16'000)));
+    page.scenes[0].clip = {{0, 0}, {page.width, 0}, {page.width, page.height}, {0, page.height}};
+    return page;
+}
+
+Page makePaperPage(const Drawing& drawing, const Paper& paper, const Extents& window, int size,
+                   bool trueSize) {
     const double perMm = trueSize ? pointsPerMm : size / std::max(paper.width, paper.height);
-    const Extents model = drawing.extents();
+    const Extents model = window.empty ? drawing.extents() : window;
     const RPT middle =
         model.empty ? RPT{0, 0} : RPT{(model.minX + model.maxX) / 2, (model.minY + model.maxY) / 2};
     const Size page{paper.width * perMm, paper.height * perMm};
@@ -212,6 +221,12 @@ Page makePaperPage(const Drawing& drawing, const Paper& paper, int size, bool tr
     scene.frame = middleFrame(middle, paperScale(drawing, model, paper, perMm), page.width, page.height);
     scene.frame.lineWidth = usualLine * perMm;
     scene.frame.unitsPerMm = unitsPerMm(drawing, 0);
+    if (window.empty) return result;
+    for (const auto& [x, y] : {std::pair(window.minX, window.minY),
+                               {window.maxX, window.minY},
+                               {window.maxX, window.maxY},
+                               {window.minX, window.maxY}})
+        scene.clip.push_back(scene.frame.map(x, y));
     return result;
 }
 

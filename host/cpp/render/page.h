@@ -28,8 +28,11 @@ struct Page {
 /// The picture of a view, null for the whole model, or the first sheet when there is nothing but sheets.
 /// `size` is its longer side; `trueSize`: a sheet takes its own size in points instead.
 Page makePage(const Drawing& drawing, const View* view, int size, bool trueSize);
-/// The model on a sheet of paper, its middle in the middle.
-Page makePaperPage(const Drawing& drawing, const Paper& paper, int size, bool trueSize);
+/// The model on a sheet of paper, its middle in the middle; with a window that part of it only.
+Page makePaperPage(const Drawing& drawing, const Paper& paper, const Extents& window, int size,
+                   bool trueSize);
+/// A part of the model, which fills the picture.
+Page makeWindowPage(const Drawing& drawing, const Extents& window, int size);
 
 /// A page with the model alone, seen through the frame.
 Page modelPage(const Drawing& drawing, Frame frame);

@@ -12,9 +12,9 @@ namespace host {
 /// Segments of one path: more only make Cairo slow in pixel pictures and lines long in vector ones.
 static constexpr long kMostSegments = 256;
 
-Painter::Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark,
-                 PictureCache& pictures)
-    : cairo_(cairo), drawing_(drawing), frame_(frame), dark_(dark), pictures_(pictures), path_(cairo) {
+Painter::Painter(Ink& ink, const Drawing& drawing, const Frame& frame, bool dark, PictureCache& pictures)
+    : ink_(ink), cairo_(ink.cairo()), drawing_(drawing), frame_(frame), dark_(dark), pictures_(pictures),
+      path_(ink.cairo()) {
     cairo_set_line_width(cairo_, frame_.lineWidth);
     cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
     cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
@@ -22,13 +22,13 @@ Painter::Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, boo
 }
 
 void Painter::strokePending() {
-    if (path_.segments() > 0) cairo_stroke(cairo_);
+    if (path_.segments() > 0) ink_.stroke();
     path_.finish();
     for (const RPT& at : dots_) {
         cairo_new_sub_path(cairo_);
         cairo_arc(cairo_, at.x, at.y, 1.2 * frame_.lineWidth, 0, 2 * std::numbers::pi);
     }
-    if (!dots_.empty()) cairo_fill(cairo_);
+    if (!dots_.empty()) ink_.fill();
     dots_.clear();
 }
 
@@ -127,7 +127,7 @@ void Painter::drawLines(const DimDrawing& drawing) {
         for (const RPT& p : {b, c, a}) path.lineTo(frame_.map(p.x, p.y));
         setSource(cairo_, visiblePen(drawing_, fill.pen, dark_));
         path.emit(cairo_);
-        cairo_fill(cairo_);
+        ink_.fill();
     }
     pen_ = -1;
 }
@@ -157,7 +157,7 @@ static bool isEdgeOn(const Frame& frame) {
 
 void Painter::drawTexts(const Pattern& pattern) {
     if (pattern.texts.empty() || isEdgeOn(frame_)) return;
-    TextPainter painter(cairo_, 1);
+    TextPainter painter(ink_, 1);
     for (const Text& text : pattern.texts) {
         const RPT at = frame_.map(text.x, text.y);
         if (!isTextShown(text, at, frame_)) continue;
@@ -174,12 +174,13 @@ void Painter::drawTexts(const Pattern& pattern) {
                                     up.y / frame_.scale,
                                     at.x,
                                     at.y};
-        cairo_save(cairo_);
+        ink_.save();
         cairo_set_matrix(cairo_, &matrix);
         const Rgb sheet = dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255};
         const Rgb back = text.fillPen > 0 ? visiblePen(drawing_, text.fillPen, dark_) : sheet;
-        painter.draw(local, visiblePen(drawing_, text.pen, dark_), back);
-        cairo_restore(cairo_);
+        painter.draw(local, visiblePen(drawing_, text.pen, dark_), back,
+                     penWidth(drawing_, text.pen, frame_.lineWidth));
+        ink_.restore();
         cairo_new_path(cairo_);
     }
     pen_ = -1;

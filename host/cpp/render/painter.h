@@ -4,6 +4,7 @@
 #include "dimension/dim_drawing.h"
 #include "drawing/space_view.h"
 #include "render/device_path.h"
+#include "render/ink.h"
 #include "render/picture_cache.h"
 #include "render/style.h"
 #include "render/text.h"
@@ -16,7 +17,7 @@ struct LineField;
 
 class Painter {
 public:
-    Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark, PictureCache& pictures);
+    Painter(Ink& ink, const Drawing& drawing, const Frame& frame, bool dark, PictureCache& pictures);
 
     void drawBitmaps(const Pattern& pattern);
     void drawHatches(const Pattern& pattern);
@@ -43,7 +44,8 @@ private:
     void drawLines(const FillPath& path, const Hatch& hatch);
     void strokeField(const LineField& field, const HatchFamily& family);
 
-    cairo_t* cairo_;
+    Ink& ink_;
+    cairo_t* cairo_; ///< of the ink
     const Drawing& drawing_;
     const Frame& frame_;
     bool dark_;

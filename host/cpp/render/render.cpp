@@ -2,61 +2,29 @@
 
 #include "drawing/extents.h"
 #include "render/bitmap.h"
+#include "render/ink.h"
 #include "render/page.h"
 #include "render/painter.h"
+#include "render/picture_file.h"
 #include "render/space_picture.h"
-#include "store/replace.h"
-
-#include <cairo-pdf.h>
-#include <cairo-svg.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
-#include <cstdio>
-#include <functional>
-#include <memory>
 #include <optional>
+#include <span>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace host {
 
 namespace {
 
-using Surface = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
-using Context = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
-
-enum class Format { None, Svg, Png, Pdf };
-
-} // namespace
-
-static Format formatOf(const std::string& path) {
-    const std::size_t point = path.find_last_of('.');
-    std::string extension = point == std::string::npos ? "" : path.substr(point + 1);
-    for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    if (extension == "svg") return Format::Svg;
-    if (extension == "png") return Format::Png;
-    return extension == "pdf" ? Format::Pdf : Format::None;
-}
-
-static cairo_status_t writeToFile(void* file, const unsigned char* data, unsigned length) {
-    const bool done = std::fwrite(data, 1, length, static_cast<FILE*>(file)) == length;
-    return done ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
-}
-
-static Surface makeSurface(Format format, double width, double height, FILE* file) {
-    cairo_surface_t* surface = nullptr;
-    switch (format) {
-    case Format::Svg: surface = cairo_svg_surface_create_for_stream(writeToFile, file, width, height); break;
-    case Format::Pdf: surface = cairo_pdf_surface_create_for_stream(writeToFile, file, width, height); break;
-    default:
-        surface =
-            cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(width), static_cast<int>(height));
-    }
-    return {surface, cairo_surface_destroy};
-}
-
-namespace {
+using Stage = void (Painter::*)(const Pattern&);
+constexpr Stage stages[] = {&Painter::drawBitmaps, &Painter::drawHatches,  &Painter::drawFaces,
+                            &Painter::drawCurves,  &Painter::drawElements, &Painter::drawDimensions,
+                            &Painter::drawPoints,  &Painter::drawTexts};
+using Stages = std::span<const Stage>;
+constexpr std::size_t fillStages = 2; ///< the first ones: what covers areas
 
 /// Draws pages. Fills lie under all lines and texts over them, whatever the order of the patterns.
 class PagePainter {
@@ -65,22 +33,18 @@ public:
 
     /// Tells the pictures at which size they will be shown. `finer`: pixels in a device unit.
     void announce(const Page& page, double finer);
-    void paint(cairo_t* cairo, const Page& page);
+    void paint(Ink& ink, const Page& page);
 
 private:
     bool isShown(std::size_t index, const Scene& scene);
-    void paintScene(cairo_t* cairo, const Scene& scene);
+    void paintScene(Ink& ink, const Scene& scene);
+    void paintStages(Ink& ink, const Scene& scene, Stages run, const std::vector<std::size_t>& shown);
 
     const Drawing& drawing_;
     bool dark_;
     PictureCache pictures_;
     std::vector<std::optional<Extents>> boxes_; ///< of the patterns, by their places, once they are asked for
 };
-
-using Stage = void (Painter::*)(const Pattern&);
-constexpr Stage stages[] = {&Painter::drawBitmaps, &Painter::drawHatches,  &Painter::drawFaces,
-                            &Painter::drawCurves,  &Painter::drawElements, &Painter::drawDimensions,
-                            &Painter::drawPoints,  &Painter::drawTexts};
 
 } // namespace
 
@@ -131,12 +95,10 @@ void PagePainter::announce(const Page& page, double finer) {
     }
 }
 
-void PagePainter::paintScene(cairo_t* cairo, const Scene& scene) {
-    std::vector<std::size_t> shown;
-    for (std::size_t i = 0; i < drawing_.patterns.size(); ++i)
-        if (isShown(i, scene)) shown.push_back(i);
-    Painter painter(cairo, drawing_, scene.frame, dark_, pictures_);
-    for (const Stage stage : stages) {
+void PagePainter::paintStages(Ink& ink, const Scene& scene, Stages run,
+                              const std::vector<std::size_t>& shown) {
+    Painter painter(ink, drawing_, scene.frame, dark_, pictures_);
+    for (const Stage stage : run) {
         for (const std::size_t i : shown) {
             const Pattern& pattern = drawing_.patterns[i];
             if (pattern.workId == 0) {
@@ -144,42 +106,74 @@ void PagePainter::paintScene(cairo_t* cairo, const Scene& scene) {
                 continue;
             }
             const Frame frame = patternFrame(drawing_, pattern, scene.frame);
-            Painter onPlane(cairo, drawing_, frame, dark_, pictures_);
+            Painter onPlane(ink, drawing_, frame, dark_, pictures_);
             (onPlane.*stage)(pattern);
         }
     }
 }
 
-void PagePainter::paint(cairo_t* cairo, const Page& page) {
-    setSource(cairo, dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255});
-    cairo_paint(cairo);
-    for (const Scene& scene : page.scenes) {
-        cairo_save(cairo);
-        for (const RPT& p : scene.clip)
-            cairo_line_to(cairo, std::clamp(p.x, -1e5, 1e5), std::clamp(p.y, -1e5, 1e5));
-        if (!scene.clip.empty()) cairo_clip(cairo);
-        paintScene(cairo, scene);
-        cairo_restore(cairo);
-        cairo_new_path(cairo);
+namespace {
+
+struct LayerPatterns {
+    std::string layer;
+    std::vector<std::size_t> patterns;
+};
+
+} // namespace
+
+/// The patterns by their layers, these in the order in which they come first.
+static std::vector<LayerPatterns> byLayer(const Drawing& drawing, const std::vector<std::size_t>& shown) {
+    std::vector<LayerPatterns> layers;
+    std::unordered_map<std::string, std::size_t> places;
+    for (const std::size_t i : shown) {
+        const std::string& layer = drawing.patterns[i].ids.layer;
+        const auto [place, isNew] = places.try_emplace(layer, layers.size());
+        if (isNew) layers.push_back({layer, {}});
+        layers[place->second].patterns.push_back(i);
+    }
+    return layers;
+}
+
+static bool hidesWithTexts(const Pattern& pattern) {
+    return std::any_of(pattern.texts.begin(), pattern.texts.end(),
+                       [](const Text& text) { return text.backOn; });
+}
+
+void PagePainter::paintScene(Ink& ink, const Scene& scene) {
+    std::vector<std::size_t> shown;
+    bool textsHide = false;
+    for (std::size_t i = 0; i < drawing_.patterns.size(); ++i) {
+        if (!isShown(i, scene)) continue;
+        shown.push_back(i);
+        textsHide = textsHide || hidesWithTexts(drawing_.patterns[i]);
+    }
+    if (!ink.hasLayers()) return paintStages(ink, scene, stages, shown);
+    // A layer's lines may not lie under another's fills, nor over a text that is to hide what is behind it.
+    const Stages all(stages), fills = all.first(fillStages), texts = all.last(1);
+    const Stages lines = all.subspan(fillStages, all.size() - fillStages - textsHide);
+    const std::vector<LayerPatterns> layers = byLayer(drawing_, shown);
+    for (const Stages run : {fills, lines, textsHide ? texts : Stages()}) {
+        for (const LayerPatterns& layer : layers) {
+            if (!layer.layer.empty()) ink.beginLayer(layer.layer);
+            paintStages(ink, scene, run, layer.patterns);
+            if (!layer.layer.empty()) ink.endLayer();
+        }
     }
 }
 
-static cairo_status_t writePages(const std::vector<Page>& pages, Format format, FILE* file,
-                                 const std::function<void(cairo_t*, const Page&)>& paint) {
-    const Surface surface = makeSurface(format, pages[0].width, pages[0].height, file);
-    {
-        const Context cairo(cairo_create(surface.get()), cairo_destroy);
-        for (const Page& page : pages) {
-            if (format == Format::Pdf) cairo_pdf_surface_set_size(surface.get(), page.width, page.height);
-            paint(cairo.get(), page);
-            cairo_show_page(cairo.get());
-        }
-        if (const cairo_status_t status = cairo_status(cairo.get())) return status;
+void PagePainter::paint(Ink& ink, const Page& page) {
+    cairo_t* cairo = ink.cairo();
+    setSource(cairo, dark_ ? Rgb{0, 0, 0} : Rgb{255, 255, 255});
+    ink.paint();
+    for (const Scene& scene : page.scenes) {
+        ink.save();
+        for (const RPT& p : scene.clip)
+            cairo_line_to(cairo, std::clamp(p.x, -1e5, 1e5), std::clamp(p.y, -1e5, 1e5));
+        if (!scene.clip.empty()) ink.clip();
+        paintScene(ink, scene);
+        ink.restore();
+        cairo_new_path(cairo);
     }
-    cairo_status_t status = CAIRO_STATUS_SUCCESS;
-    if (format == Format::Png) status = cairo_surface_write_to_png_stream(surface.get(), writeToFile, file);
-    cairo_surface_finish(surface.get());
-    return status ? status : cairo_surface_status(surface.get());
 }
 
 static std::string unknownView(const Drawing& drawing, const std::string& name) {
@@ -200,48 +194,66 @@ std::vector<std::string> pageViews(const Drawing& drawing) {
     return names;
 }
 
-/// Writes the pages into a file beside `path` that takes its place when it is whole.
-static std::string writeFile(const std::string& path, const std::vector<Page>& pages,
-                             const std::function<void(cairo_t*, const Page&)>& paint) {
-    ReplacementFile target(path);
-    FILE* file = std::fopen(target.path().c_str(), "wb");
-    if (!file) return "Can't write " + path;
-    const cairo_status_t status = writePages(pages, formatOf(path), file, paint);
-    const bool closed = std::fclose(file) == 0;
-    if (status) return "Can't draw " + path + ": " + cairo_status_to_string(status);
-    return closed ? target.commit() : "Can't write " + path;
-}
-
-static std::string renderInSpace(const Drawing& drawing, const std::string& path,
-                                 const RenderOptions& options) {
+static std::string addInSpace(PictureFile& file, const Drawing& drawing, const RenderOptions& options) {
     if (!options.view.empty() || options.allViews) return "A picture in space shows the model, not its views";
     SpacePicture space(drawing, options);
     const Page page = space.page();
-    return writeFile(path, {page},
-                     [&](cairo_t* cairo, const Page&) { space.paint(cairo, page.scenes[0].frame); });
+    return file.addPage(page.width, page.height, [&](Ink& ink) { space.paint(ink, page.scenes[0].frame); });
 }
 
-std::string renderDrawing(const Drawing& drawing, const std::string& path, const RenderOptions& options) {
-    const Format format = formatOf(path);
-    if (format == Format::None) return "A picture's name ends with .svg, .png or .pdf: " + path;
-    if (options.inSpace) return renderInSpace(drawing, path, options);
-    const std::vector<std::string> names =
-        options.allViews ? pageViews(drawing) : std::vector<std::string>{options.view};
-    if (options.allViews && format != Format::Pdf) return "Only a PDF has several pages: " + path;
+static Page pageOf(const Drawing& drawing, const View* view, const RenderOptions& options, PictureType type) {
+    const bool isOnPaper = !view && options.paper.width > 0 && options.paper.height > 0;
+    if (isOnPaper)
+        return makePaperPage(drawing, options.paper, options.window, options.size, type != PictureType::Png);
+    if (!view && !options.window.empty) return makeWindowPage(drawing, options.window, options.size);
+    return makePage(drawing, view, options.size, type == PictureType::Pdf);
+}
+
+static std::string addPages(PictureFile& file, const Drawing& drawing, const RenderOptions& options,
+                            const std::vector<std::string>& names) {
     std::vector<Page> pages;
     for (const std::string& name : names) {
         const View* view = name.empty() ? nullptr : drawing.findView(name);
         if (!view && !name.empty()) return unknownView(drawing, name);
-        const bool isOnPaper = !view && options.paper.width > 0 && options.paper.height > 0;
-        pages.push_back(isOnPaper ? makePaperPage(drawing, options.paper, options.size, format != Format::Png)
-                                  : makePage(drawing, view, options.size, format == Format::Pdf));
+        pages.push_back(pageOf(drawing, view, options, file.type()));
     }
     if (pages.empty()) return "The drawing has no views";
     // Pages of points hold pictures that can be looked at more closely.
     constexpr double finerThanPoints = 3;
     PagePainter painter(drawing, options.dark);
-    for (const Page& page : pages) painter.announce(page, format == Format::Png ? 1 : finerThanPoints);
-    return writeFile(path, pages, [&](cairo_t* cairo, const Page& page) { painter.paint(cairo, page); });
+    for (const Page& page : pages)
+        painter.announce(page, file.type() == PictureType::Png ? 1 : finerThanPoints);
+    std::string error;
+    for (std::size_t i = 0; i < pages.size() && error.empty(); ++i)
+        error =
+            file.addPage(pages[i].width, pages[i].height, [&](Ink& ink) { painter.paint(ink, pages[i]); });
+    return error;
+}
+
+PictureBook::PictureBook(const std::string& path, const std::string& type)
+    : path_(path),
+      file_(std::make_unique<PictureFile>(path, type.empty() ? pictureTypeOf(path) : pictureType(type))) {}
+PictureBook::~PictureBook() = default;
+
+std::string PictureBook::add(const Drawing& drawing, const RenderOptions& options) {
+    const PictureType type = file_->type();
+    if (type == PictureType::None) return "A picture's name ends with .svg, .png or .pdf: " + path_;
+    if ((options.allViews || file_->pages() > 0) && type != PictureType::Pdf)
+        return "Only a PDF has several pages: " + path_;
+    file_->keepTexts(options.textsAsTexts);
+    if (options.inSpace) return addInSpace(*file_, drawing, options);
+    return addPages(*file_, drawing, options,
+                    options.allViews ? pageViews(drawing) : std::vector<std::string>{options.view});
+}
+
+std::string PictureBook::finish() {
+    return file_->finish();
+}
+
+std::string renderDrawing(const Drawing& drawing, const std::string& path, const RenderOptions& options) {
+    PictureBook book(path);
+    const std::string error = book.add(drawing, options);
+    return error.empty() ? book.finish() : error;
 }
 
 } // namespace host

@@ -93,7 +93,7 @@ std::uint32_t lit(const Rgb& color, double brightness) {
 
 } // namespace
 
-void paintShaded(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark,
+void paintShaded(Ink& ink, const Drawing& drawing, const Frame& frame, bool dark,
                  const std::vector<SeenTriangle>& triangles) {
     // Twice as fine as the picture, so that borders come out smooth.
     const double fine = std::max(frame.width, frame.height) <= 4000 ? 2 : 1;
@@ -110,11 +110,11 @@ void paintShaded(cairo_t* cairo, const Drawing& drawing, const Frame& frame, boo
     }
     cairo_surface_t* image =
         cairo_image_surface_create_for_data(picture.bytes(), CAIRO_FORMAT_ARGB32, width, height, 4 * width);
-    cairo_save(cairo);
-    cairo_scale(cairo, 1 / fine, 1 / fine);
-    cairo_set_source_surface(cairo, image, 0, 0);
-    cairo_paint(cairo);
-    cairo_restore(cairo);
+    ink.save();
+    cairo_scale(ink.cairo(), 1 / fine, 1 / fine);
+    cairo_set_source_surface(ink.cairo(), image, 0, 0);
+    ink.paint();
+    ink.restore();
     cairo_surface_finish(image);
     cairo_surface_destroy(image);
 }

@@ -4,14 +4,13 @@
 #include "drawing/drawing.h"
 #include "drawing/space_view.h"
 #include "render/frame.h"
-
-#include <cairo.h>
+#include "render/ink.h"
 
 namespace host {
 
 /// Paints the triangles in the colours of their pens, the nearest in front. Light falls from above the
 /// viewer's left shoulder, on both sides of a face. The frame shows view coordinates from above.
-void paintShaded(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark,
+void paintShaded(Ink& ink, const Drawing& drawing, const Frame& frame, bool dark,
                  const std::vector<SeenTriangle>& triangles);
 
 } // namespace host

@@ -153,9 +153,9 @@ Page SpacePicture::page() const {
     return modelPage(drawing_, fitFrame(extents_, std::clamp(options_.size, 16, 16'000)));
 }
 
-void SpacePicture::paint(cairo_t* cairo, const Frame& frame) {
-    setSource(cairo, options_.dark ? Rgb{0, 0, 0} : Rgb{255, 255, 255});
-    cairo_paint(cairo);
+void SpacePicture::paint(Ink& ink, const Frame& frame) {
+    setSource(ink.cairo(), options_.dark ? Rgb{0, 0, 0} : Rgb{255, 255, 255});
+    ink.paint();
     PictureCache pictures;
     const Frame tilted = tilt(frame);
     announce(pictures, tilted);
@@ -163,14 +163,14 @@ void SpacePicture::paint(cairo_t* cairo, const Frame& frame) {
         for (const Pattern& pattern : drawing_.patterns) {
             if (!isShown(pattern)) continue;
             const Frame onPlane = patternFrame(drawing_, pattern, tilted);
-            (Painter(cairo, drawing_, onPlane, options_.dark, pictures).*
+            (Painter(ink, drawing_, onPlane, options_.dark, pictures).*
              stage)(stage == &Painter::drawElements ? flatOf(pattern) : pattern);
         }
     };
     paintStage(&Painter::drawBitmaps);
     paintStage(&Painter::drawHatches);
-    if (options_.shade) paintShaded(cairo, drawing_, frame, options_.dark, view_.triangles());
-    Painter painter(cairo, drawing_, frame, options_.dark, pictures);
+    if (options_.shade) paintShaded(ink, drawing_, frame, options_.dark, view_.triangles());
+    Painter painter(ink, drawing_, frame, options_.dark, pictures);
     if (options_.hidden)
         painter.drawLines(view_.visibleLines());
     else if (!options_.shade)

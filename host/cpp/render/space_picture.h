@@ -3,11 +3,10 @@
 
 #include "drawing/drawing.h"
 #include "drawing/space_view.h"
+#include "render/ink.h"
 #include "render/page.h"
 #include "render/plan_of_space.h"
 #include "render/render.h"
-
-#include <cairo.h>
 
 #include <unordered_map>
 
@@ -19,7 +18,7 @@ public:
     SpacePicture(const Drawing& drawing, const RenderOptions& options);
     /// One scene, whose frame shows view coordinates.
     Page page() const;
-    void paint(cairo_t* cairo, const Frame& frame);
+    void paint(Ink& ink, const Frame& frame);
 
 private:
     bool isShown(const Pattern& pattern) const;

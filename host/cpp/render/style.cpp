@@ -1,5 +1,7 @@
 #include "render/style.h"
 
+#include "render/render.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -29,6 +31,32 @@ Rgb visiblePen(const Drawing& drawing, int pen, bool dark) {
     if (dark && std::max({color.r, color.g, color.b}) < 40) return {255, 255, 255};
     if (!dark && std::min({color.r, color.g, color.b}) > 235) return {0, 0, 0};
     return color;
+}
+
+/// Luminance as the eye has it, 0 … 1.
+static double luminance(const Rgb& color) {
+    const auto linear = [](std::uint8_t value) {
+        const double part = value / 255.0;
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.r) + 0.7152 * linear(color.g) + 0.0722 * linear(color.b);
+}
+
+void makeLegible(Drawing& drawing, bool dark) {
+    constexpr double lightest = 0.3, darkest = 0.1; // three times the contrast that no contrast has
+    constexpr int penCount = 1024, steps = 64;
+    const double goal = dark ? 255 : 0;
+    for (int pen = 0; pen < penCount; ++pen) {
+        const Rgb color = visiblePen(drawing, pen, dark);
+        Rgb tone = color;
+        const auto mixed = [&](std::uint8_t value, int step) {
+            return static_cast<std::uint8_t>(value + (goal - value) * step / steps);
+        };
+        const auto isHard = [&] { return dark ? luminance(tone) < darkest : luminance(tone) > lightest; };
+        for (int step = 1; step <= steps && isHard(); ++step)
+            tone = {mixed(color.r, step), mixed(color.g, step), mixed(color.b, step)};
+        drawing.pens[pen] = tone;
+    }
 }
 
 void setSource(cairo_t* cairo, const Rgb& color, double alpha) {

@@ -1,6 +1,7 @@
 #include "render/text.h"
 
 #include "ov_text.h"
+#include "render/ink.h"
 #include "text/layout.h"
 #include "text/utf8.h"
 
@@ -8,6 +9,7 @@
 #include <cairo.h>
 #include <fontconfig/fontconfig.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <vector>
@@ -37,8 +39,8 @@ void setColor(cairo_t* canvas, Rgb color) {
 /// Collects the stretches of a style line while the pen moves along the text.
 class StyleLineTracer {
 public:
-    StyleLineTracer(cairo_t* canvas, const Text& text, const LayoutLine& line)
-        : canvas_(canvas), text_(text), y_(line.baseline) {
+    StyleLineTracer(Ink& ink, const Text& text, const LayoutLine& line)
+        : ink_(ink), text_(text), y_(line.baseline) {
         for (std::size_t i = 0; i < styleLines.size(); ++i) {
             const unsigned isSwitchedOn = line.switches >> (styleLines[i].toggle - OV_SWITCH_UNDERLINE) & 1;
             isOn_[i] = (text.styleBits >> styleLines[i].bit & 1) || isSwitchedOn;
@@ -62,12 +64,12 @@ public:
 private:
     void stroke(std::size_t i, double x) {
         const double h = text_.height;
-        cairo_rectangle(canvas_, start_[i], y_ + (styleLines[i].y - lineThickness / 2) * h, x - start_[i],
-                        lineThickness * h);
-        cairo_fill(canvas_);
+        cairo_rectangle(ink_.cairo(), start_[i], y_ + (styleLines[i].y - lineThickness / 2) * h,
+                        x - start_[i], lineThickness * h);
+        ink_.fill();
     }
 
-    cairo_t* canvas_;
+    Ink& ink_;
     const Text& text_;
     double y_;
     std::array<bool, 3> isOn_{};
@@ -76,85 +78,82 @@ private:
 
 } // namespace
 
-TextPainter::TextPainter(cairo_t* canvas, double sheetMillimetresPerUnit)
-    : canvas_(canvas), perUnit_(sheetMillimetresPerUnit) {}
+TextPainter::TextPainter(Ink& ink, double sheetMillimetresPerUnit)
+    : ink_(ink), canvas_(ink.cairo()), perUnit_(sheetMillimetresPerUnit) {}
 
 TextPainter::~TextPainter() {
     for (const auto& [file, face] : faces_) cairo_font_face_destroy(face);
 }
 
-void TextPainter::draw(const Text& text, Rgb ink, Rgb back) {
+void TextPainter::draw(const Text& text, Rgb ink, Rgb back, double lineWidth) {
     if (!(text.height > 0 && std::isfinite(text.height / perUnit_))) return;
     if (cairo_status(canvas_) != CAIRO_STATUS_SUCCESS)
         return; // no memory: what was drawn won't become a picture
     const TextLayout layout = layoutText(text, perUnit_);
-    cairo_save(canvas_);
+    lineWidth_ = lineWidth * perUnit_;
+    ink_.save();
     cairo_translate(canvas_, text.x, text.y);
     cairo_rotate(canvas_, text.angle);
     cairo_scale(canvas_, 1 / perUnit_, 1 / perUnit_);
     drawBackground(text, layout.left, layout.bottom, layout.width, layout.height, ink, back);
     setColor(canvas_, ink);
     for (const LayoutLine& line : layout.lines) drawLine(text, line);
-    cairo_restore(canvas_);
+    ink_.restore();
 }
 
 void TextPainter::drawBackground(const Text& text, double left, double bottom, double width, double height,
                                  Rgb ink, Rgb back) {
     const bool isFramed = text.backType >= 1 && text.backType <= 3;
     if ((!text.backOn && !isFramed) || width <= 0) return;
-    cairo_rectangle(canvas_, left, bottom, width, height);
     if (text.backOn) {
+        cairo_rectangle(canvas_, left, bottom, width, height);
         setColor(canvas_, back);
-        cairo_fill_preserve(canvas_);
+        ink_.fill();
     }
     if (isFramed) {
+        cairo_rectangle(canvas_, left, bottom, width, height);
         setColor(canvas_, ink);
         cairo_set_line_width(canvas_, lineThickness * text.height);
-        cairo_stroke(canvas_);
+        ink_.stroke();
     }
     cairo_new_path(canvas_);
 }
 
+/// What a glyph's strokes get beyond their width, see Ink::glyph().
+static double weightOf(const TextFont& font, FontFile& file, double height, double lineWidth) {
+    if (font.thickened()) return file.bold() ? 0 : syntheticBold * height;
+    if (!font.stroked() || lineWidth <= 0) return 0;
+    return std::min(0.0, (lineWidth - file.strokeWidth() * height) / 2);
+}
+
 void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
     TextFont& font = fontOf(text);
-    StyleLineTracer lines(canvas_, text, line);
+    StyleLineTracer lines(ink_, text, line);
     lines.start(line.x);
     const FontFile* file = nullptr;
     double scale = 0, x = line.x, end = line.x;
-    std::vector<cairo_glyph_t>
-        glyphs; // of one font: each call of the canvas is kept until the picture is whole
-    const auto show = [&] {
-        if (glyphs.empty()) return;
-        const int count = static_cast<int>(glyphs.size());
-        cairo_show_glyphs(canvas_, glyphs.data(), count);
-        if (font.thickened() && !file->bold()) {
-            cairo_glyph_path(canvas_, glyphs.data(), count);
-            cairo_set_line_width(canvas_, syntheticBold * text.height);
-            cairo_stroke(canvas_);
-        }
-        glyphs.clear();
-    };
     for (std::size_t pos = 0; pos < line.text.size();) {
         const char32_t c = nextChar(line.text, pos);
         if (c < 32 && c != '\t') {
-            show(); // a style line changes the path
+            ink_.endGlyphs(); // a style line changes the path
             lines.toggle(c, end);
             continue;
         }
         const Glyph& glyph = font.glyph(c);
         if (glyph.file) {
             if (glyph.file != file || glyph.scale != scale) {
-                show();
+                ink_.endGlyphs();
                 selectFont(text, *glyph.file, glyph.scale, font.slanted());
                 file = glyph.file;
                 scale = glyph.scale;
             }
-            glyphs.push_back({glyph.index, x + glyph.offset * text.width, line.baseline});
+            const cairo_glyph_t at{glyph.index, x + glyph.offset * text.width, line.baseline};
+            ink_.glyph(*glyph.file, c, at, weightOf(font, *glyph.file, text.height, lineWidth_));
         }
         end = x + glyph.cell * text.width;
         x += (glyph.cell + text.spacing - 1) * text.width;
     }
-    show();
+    ink_.endGlyphs();
     lines.finish(end);
 }
 

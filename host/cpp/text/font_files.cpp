@@ -96,6 +96,10 @@ FontFile::FontFile(std::unique_ptr<Handles> handles, std::string path, int faceI
 
 FontFile::~FontFile() = default;
 
+std::string FontFile::family() const {
+    return handles_->face->family_name ? handles_->face->family_name : "";
+}
+
 /// Height of an H in font units: what the font says, else measured, else the usual share of the em square.
 double FontFile::capHeight() const {
     FT_Face face = handles_->face;

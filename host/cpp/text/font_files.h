@@ -28,7 +28,10 @@ public:
     FontFile& operator=(const FontFile&) = delete;
 
     const FileGlyph& glyph(char32_t c);
+    /// Width of strokes where all have one, relative to the capital letters: that of a bar.
+    double strokeWidth() { return glyph('|').index ? glyph('|').ink : 0; }
     double emPerCap() const { return emPerCap_; } ///< em square relative to the capital letters
+    std::string family() const;
     const std::string& path() const { return path_; }
     int faceIndex() const { return faceIndex_; }
     bool italic() const { return italic_; }

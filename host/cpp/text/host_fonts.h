@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 namespace host {
 
@@ -22,6 +23,12 @@ struct HostFontLook {
     const char* family;
     bool bold = false, italic = false;
     bool greek = false; ///< Greek letters stand in the places of Latin ones
+
+    /// Whether the font itself has single strokes. Two whose names begin like those of such are TrueType.
+    bool isStroked() const {
+        const std::string_view drawn = family;
+        return (drawn == "osifont" || drawn == "Routed Gothic") && number != 8 && number != 28;
+    }
 };
 /// The look of a host font; that of font 1 for a number without one.
 const HostFontLook& hostFontLook(int number);

@@ -14,6 +14,7 @@ struct Substitute {
     double width;            ///< its characters are drawn so much wider, to fill the missing face's width
     bool bold = false, italic = false; ///< the name says so, as those of font files do
     FaceSigns signs = FaceSigns::Letters;
+    bool isStroked = false; ///< the missing face has single strokes, which are lines
 };
 
 /// The stand-in for a face; one for any face that has none of its own.

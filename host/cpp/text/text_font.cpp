@@ -27,8 +27,10 @@ FontFile* fileFor(FontFile* own, char32_t c) {
 /// A TrueType face or its stand-in.
 class FaceFont : public TextFont {
 public:
-    FaceFont(FontFile* file, double width, bool bold, bool italic, FaceSigns signs = FaceSigns::Letters)
+    FaceFont(FontFile* file, double width, bool bold, bool italic, FaceSigns signs = FaceSigns::Letters,
+             bool isStroked = false)
         : file_(file), width_(width), signs_(signs) {
+        stroked_ = isStroked;
         slanted_ = italic && file && !file->italic();
         thickened_ = bold && file && !file->bold();
     }
@@ -56,6 +58,7 @@ public:
         : widths_(loadHostFont(number)), file_(file), isGreek_(look.greek) {
         slanted_ = italic && file && !file->italic();
         thickened_ = bold && file && !file->bold();
+        stroked_ = look.isStroked();
         overhang_ = (italic ? 0.4 : 0.2) * widths_.average * 0.01;
         setScale();
     }
@@ -161,7 +164,8 @@ std::unique_ptr<TextFont> TextFonts::make(const FontKey& key) {
     if (!face.empty() && told_.insert(face).second) tellSubstitute(face, substitute);
     const bool bold = key.bold || substitute.bold, italic = key.italic || substitute.italic;
     FontFile* file = library_.find(std::string(substitute.family), bold, italic);
-    return std::make_unique<FaceFont>(file, substitute.width, bold, italic, substitute.signs);
+    return std::make_unique<FaceFont>(file, substitute.width, bold, italic, substitute.signs,
+                                      substitute.isStroked);
 }
 
 } // namespace host

@@ -14,7 +14,7 @@ namespace host {
 
 /// One character of a font. Lengths are relative to the character width parameter, except where noted.
 struct Glyph {
-    const FontFile* file = nullptr; ///< null: nothing to draw
+    FontFile* file = nullptr; ///< null: nothing to draw
     unsigned index = 0;
     double cell = 0;   ///< width of the cell
     double offset = 0; ///< of the glyph's own origin from the left edge of the cell
@@ -30,11 +30,12 @@ public:
         return lookUp(c);
     }
     bool slanted() const { return slanted_; }     ///< the file has no italics: they are made by slanting
+    bool stroked() const { return stroked_; }     ///< stands in for a font of single strokes, which are lines
     bool thickened() const { return thickened_; } ///< the file isn't bold: its strokes are drawn thicker
 
 protected:
     virtual Glyph measure(char32_t c) = 0;
-    bool slanted_ = false, thickened_ = false;
+    bool slanted_ = false, thickened_ = false, stroked_ = false;
 
 private:
     const Glyph& lookUp(char32_t c);
