@@ -36,13 +36,16 @@ public:
         return true;
     }
     int code = 0;
-    std::string_view value; ///< without line end and blanks around
+    std::string_view value;      ///< without line end and blanks around
+    bool metEndlessLine = false; ///< one that no reader of drawings takes for a line
 
 private:
     std::string_view takeLine() {
         const char* const start = at_;
         const char* const stop = findLineFeed(start, end_);
         at_ = stop == end_ ? end_ : stop + 1;
+        constexpr std::ptrdiff_t longest = 1'048'575;
+        metEndlessLine = metEndlessLine || stop - start > longest;
         return trim({start, static_cast<std::size_t>(stop - start)});
     }
     /// Nearly all codes are a few digits with blanks ahead.

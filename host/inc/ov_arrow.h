@@ -46,3 +46,8 @@ int ovarrowel(int code, int patNo, int row, std::vector<int>* starts, std::vecto
 ///   0x8014  the lines and arrow heads of the dimension in `*row`
 ///   32      releases the scratch pattern `*arrowPat`
 int ovarrowpat(int op, int patNo, int* row, int* arrowPat);
+
+/// 6: the lines of the arrow that was made last in the active pattern become what the dimension in `row` of
+/// that pattern shows, in the place of the lines that its points give. Its points, texts and fills of heads
+/// stay. 1005 where there is no such dimension or arrow.
+int ovdimlines(int code, int patNo, int row);

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <set>
 
 namespace {
 
@@ -20,6 +21,10 @@ std::vector<fs::path> models() {
     std::sort(found.begin(), found.end());
     return found;
 }
+
+/// Bodies that the corpus has from six versions, by the ends of their files' names in text and in binary.
+constexpr std::pair<std::string_view, std::string_view> bodies[] = {
+    {".3DSOLID1.sat", ".acds1.sab"}, {".3DSOLID3.sat", ".acds2.sab"}, {".REGION2.sat", ".acds3.sab"}};
 
 /// Without the number of the version and what only some versions have.
 std::string comparable(const ACIS::File& file) {
@@ -59,6 +64,27 @@ TEST(SatCorpus, MeansTheSameAt700) {
         EXPECT_EQ(ACIS::dumpModel(file), ACIS::dumpModel(*same));
     }
     EXPECT_GT(read, 0);
+}
+
+/// Texts and binary files of 400, 20800, 21200, 21500, 21800 and mostly 22300.
+TEST(SatCorpus, VersionsOfABodyHaveOneGraph) {
+    const auto paths = models();
+    if (paths.empty()) GTEST_SKIP() << "TORVA_CORPUS names no folder with models";
+    for (const auto& [text, binary] : bodies) {
+        std::string first;
+        std::set<int> versions;
+        for (const fs::path& path : paths) {
+            const std::string name = path.filename().string();
+            if (!name.starts_with("sample_AC") || !(name.ends_with(text) || name.ends_with(binary))) continue;
+            SCOPED_TRACE(name);
+            const auto file = loaded(fileContent(path));
+            versions.insert(file->header.version);
+            const auto made = converted(*file, versions.size() % 2 ? SAT_700 : SAB_700);
+            if (first.empty()) first = comparable(*made);
+            EXPECT_EQ(comparable(*made), first);
+        }
+        EXPECT_GE(versions.size(), 5u) << text;
+    }
 }
 
 } // namespace

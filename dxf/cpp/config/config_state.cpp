@@ -8,16 +8,17 @@
 
 int DxAllLayers, DxUseInsBase, DxDimMode, DxDimStyleCompat, DxWriteAsoDim, DxFillMode, DxPdMode, DxExportView;
 int DxDigits, DxBlockToPattern, DxBlockOrder, DxInsertAttr, DxLayerStates, DxInsertArrays, DxAllSections,
-    DxKeepLooks, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder, DxDimInBlock, DxWriteTol, DxExoMode;
+    DxKeepLooks, DxKeepEntities, DxKeepBlocks, DxWriteInsUnits, DxLayerToPattern, DxLayerOrder, DxDimInBlock,
+    DxWriteTol, DxExoMode;
 double DxExoDefault, DxLtScale;
 int DxUseTemplate;
 UtCString DxTemplateName;
 int DxUseByLayer;
 UtCString DxByLayerFile;
 int DxFullGroups;
-int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
+int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxAllVertices, DxClipImages, DxFillSegType;
 double DxFillSegValue;
-int DxKeepHatchPattern, DxMeshEdges;
+int DxKeepHatchPattern, DxKeepDimLines, DxMeshEdges;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
 int DxMaxElements = 1000;
 double DxTextFactor;
@@ -67,7 +68,7 @@ static void resetImportOptions() {
     DxPdMode = 0;
     DxBlockToPattern = 0;
     DxInsertAttr = 0;
-    DxLayerStates = DxInsertArrays = DxAllSections = DxKeepLooks = 0;
+    DxLayerStates = DxInsertArrays = DxAllSections = DxKeepLooks = DxKeepEntities = DxKeepBlocks = 0;
     DxWriteInsUnits = 1;
     DxBlockOrder = DX_ORDER_NONE;
     DxLayerToPattern = 0;
@@ -78,10 +79,11 @@ static void resetImportOptions() {
     DxFillContour = 1;
     DxUseUcs = 0;
     DxUseGeoref = 1;
-    DxPaperSize = DxClipImages = DxFullGroups = 0;
+    DxPaperSize = DxAllVertices = DxClipImages = DxFullGroups = 0;
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxKeepHatchPattern = 0;
+    DxKeepDimLines = 0;
     DxLineAsHatch = 0;
     DxMeshEdges = 0;
     DxMaxElements = 1000;

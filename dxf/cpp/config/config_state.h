@@ -66,6 +66,8 @@ extern int DxLayerStates;  ///< LAYER_STATES: layers that aren't shown arrive an
 extern int DxInsertArrays; ///< INSERT_ARRAYS: each instance of an array of INSERTs is drawn
 extern int DxAllSections;  ///< ALL_SECTIONS: sections in any order, and several of a name
 extern int DxKeepLooks; ///< PEN_LOOKS: pens for true colours, line weights and what takes its layer's colour
+extern int DxKeepEntities; ///< KEEP_ENTITIES: what entities were goes to the host beside what they draw
+extern int DxKeepBlocks;   ///< KEEP_BLOCKS: INSERTs and their blocks likewise
 extern int DxLayerToPattern, DxLayerOrder; ///< READ_LAYER
 extern int DxDimInBlock;                   ///< DIM_IN_BLOCK
 extern int DxWriteTol;                     ///< TOL
@@ -82,11 +84,13 @@ extern int DxUseUcs;                       ///< USE_UCS
 extern int DxWriteInsUnits;                ///< WRITE_INSUNITS: the file names its unit
 extern int DxUseGeoref;                    ///< USE_GEOREF
 extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size of their paper
+extern int DxAllVertices;                  ///< ALL_VERTICES: those beyond the announced number are taken
 extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary
 extern int DxFullGroups;                   ///< FULL_GROUPS: groups at their default are written
 extern int DxFillSegType;                  ///< FILL_SEGTYPE
 extern double DxFillSegValue;              ///< FILL_SEGVAL
 extern int DxKeepHatchPattern;             ///< KEEP_HATCH: hatches keep the pattern of the file
+extern int DxKeepDimLines;                 ///< KEEP_DIM: dimensions show the lines of the file's block
 extern int DxLineAsHatch;                  ///< LINE_AS_HATCH
 extern int DxWriteTxtOrg;                  ///< WRITE_TXT_ORG
 extern int DxWriteHatch;                   ///< WRITE_HATCH

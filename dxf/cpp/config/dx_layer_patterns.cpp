@@ -1,6 +1,7 @@
 #include "dx_layer_patterns.h"
 
 #include "../host/dx_host.h"
+#include "../host/dx_host_origin.h"
 #include "../import/import_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
@@ -100,6 +101,19 @@ int DxCreatePatterns(int first) {
 int DxCreateLayerPattern(DX_LAYER_TYPE& layer) {
     const int error = createPattern(layer, keepsCurrentNames());
     finishLayers();
+    return error;
+}
+
+int DxEnterPlacedPattern(DX_LAYER_TYPE& layer) {
+    for (const DX_PLACED_LAYER& known : DxPlacedLayers)
+        if (known.layer == &layer && known.isHidden == DxActHidden)
+            return DxReturnToPat(known.entry, DxPatTable[static_cast<std::size_t>(known.entry)].number);
+    const int ofLayer = layer.patIndex;
+    int error = DxCreateLayerPattern(layer);
+    DxPlacedLayers.push_back({&layer, DxActHidden, DxActPatIndex});
+    layer.patIndex = ofLayer;
+    if (!error && DxActHidden) error = DxHidePat();
+    if (!error && DxActPlaced.firstEntry < 0) DxPlacedBegin();
     return error;
 }
 

@@ -10,3 +10,6 @@ int DxCreatePatterns(int first);
 int DxCreateLayerPattern(DX_LAYER_TYPE& layer);
 /// The same for its entities that aren't shown, whatever the layer's state.
 int DxCreateHiddenPattern(DX_LAYER_TYPE& layer);
+/// Makes the layer's pattern within the INSERT that is drawn active; the first one is the INSERT's own. 0 or
+/// the host's error.
+int DxEnterPlacedPattern(DX_LAYER_TYPE& layer);

@@ -1,6 +1,7 @@
 #include "dx_pens.h"
 
 #include "../host/dx_host.h"
+#include "../host/dx_host_origin.h"
 #include "../import/import_state.h"
 #include "../session/dx_documents.h"
 #include "../session/dx_messages.h"
@@ -31,6 +32,10 @@ bool collectsContour() {
 
 /// Makes the pattern of a layer the active one.
 void enterPatternOf(DX_LAYER_TYPE& layer) {
+    if (DxActPlaced.firstEntry >= 0) {
+        DxEnterPlacedPattern(layer);
+        return;
+    }
     const int& index = DxActHidden ? layer.hiddenPatIndex : layer.patIndex;
     if (index < 0 || static_cast<std::size_t>(index) >= DxPatTable.size()) {
         if (DxActHidden ? DxCreateHiddenPattern(layer) : DxCreateLayerPattern(layer)) return;
@@ -103,8 +108,9 @@ void DxEnterLayerPattern(DxEntityLayer& layer) {
     if (!layer.record &&
         DxPenltAddLayer(DxActLayer.view(), layer.colour, layer.lineType.view(), &layer.record) != 0)
         return;
-    if (collectsContour() || (DxBlockLevel > 0 && (DxBlockToPattern || DxActLevel.keepsPattern))) return;
-    enterPatternOf(*layer.record);
+    if (collectsContour()) return;
+    if (DxBlockLevel == 0 || !(DxBlockToPattern || DxActLevel.keepsPattern)) enterPatternOf(*layer.record);
+    DxOriginNotePattern();
 }
 
 int DxPenLtToCAD(const DX_ENTITY_BASE_TYPE* entity, int* pen, int* lineType) {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "../host/dx_host_dimension.h"
+#include "dx_entity_base.h"
 #include "dx_fixed.h"
 #include "dx_tables.h"
 
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -25,7 +27,9 @@ extern DX_DIM_SETS DxDimGroupSets; ///< of the group of a chain that is being dr
 
 extern std::vector<DX_DIM_CHAIN> DxDimChains; ///< linear dimensions that wait for the end of the pass
 /// Chains by kind, layer and rounded line, for finding one among many.
-extern std::unordered_multimap<std::string, std::size_t> DxDimChainIndex;
+extern std::unordered_multimap<std::size_t, std::size_t> DxDimChainIndex;
+
+extern std::shared_ptr<const DX_ENTITY_BASE_TYPE> DxDimLastBase; ///< of the last part that was queued
 
 extern DX_DIM_STYLE_NAMES DxDimStyleNames; ///< of the table that was searched last
 

@@ -1,5 +1,6 @@
 #include "dx_dim_chain.h"
 
+#include "../config/config_state.h"
 #include "../config/dx_pens.h"
 #include "../host/dx_active_pattern.h"
 #include "../host/dx_frame.h"
@@ -15,7 +16,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
+#include <functional>
+#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -31,14 +34,16 @@ bool isLineOf(const DX_DIM_CHAIN& chain, double la, double lb, double lc, double
 }
 
 std::string_view layerOf(const DX_DIM_CHAIN& chain) {
-    return chain.parts.empty() ? std::string_view() : chain.parts[0].base.layer.view();
+    return chain.parts.empty() ? std::string_view() : chain.parts[0].base->layer.view();
 }
 
-/// Chains whose distance from the origin is about the same lie in one cell or in neighbouring ones.
-std::string cellKey(int kind, std::string_view layer, double lc, double tolerance, int beside) {
+/// Chains whose distance from the origin is about the same lie in one cell or in neighbouring ones. What
+/// shares a key by chance is told apart by its values.
+std::size_t cellKey(int kind, std::string_view layer, double lc, double tolerance, int beside) {
     const double width = 4 * (tolerance > 0 ? tolerance : 1);
-    const double cell = std::floor(lc / width) + beside;
-    return UtFormat("%d %.0f ", kind, cell).str() + std::string(layer);
+    const std::size_t cell = std::hash<double>()(std::floor(lc / width) + beside);
+    const std::size_t ofLayer = std::hash<std::string_view>()(layer) + static_cast<std::size_t>(kind);
+    return (cell ^ ofLayer) * 0x9E3779B97F4A7C15U;
 }
 
 /// The first chain that the dimension's line belongs to; the number of chains when there is none.
@@ -63,18 +68,20 @@ bool agree(const RPT& a, const RPT& b, double tolerance) {
 // ---- drawing -------------------------------------------------------------------------------------------
 
 /// From the part with the lowest text position, by distance.
-void sortParts(DX_DIM_CHAIN& chain) {
-    std::vector<DX_DIM_CHAIN_PART>& parts = chain.parts;
+std::vector<const DX_DIM_CHAIN_PART*> sorted(const DX_DIM_CHAIN& chain) {
     const auto along = [&](const DX_DIM_CHAIN_PART& part) {
         return chain.kind == DX_DIM_VERTICAL ? part.dim.textPos.y : part.dim.textPos.x;
     };
-    const auto first = std::min_element(parts.begin(), parts.end(),
+    const auto first = std::min_element(chain.parts.begin(), chain.parts.end(),
                                         [&](const auto& a, const auto& b) { return along(a) < along(b); });
-    const RPT start = first->dim.textPos;
-    std::iter_swap(parts.begin(), first);
-    std::stable_sort(parts.begin(), parts.end(), [&](const auto& a, const auto& b) {
-        return DxDimDistance(a.dim.textPos, start) < DxDimDistance(b.dim.textPos, start);
-    });
+    std::vector<std::pair<double, const DX_DIM_CHAIN_PART*>> byDistance;
+    for (const DX_DIM_CHAIN_PART& part : chain.parts)
+        byDistance.emplace_back(DxDimDistance(part.dim.textPos, first->dim.textPos), &part);
+    std::stable_sort(byDistance.begin(), byDistance.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<const DX_DIM_CHAIN_PART*> parts;
+    for (const auto& [distance, part] : byDistance) parts.push_back(part);
+    return parts;
 }
 
 /// Whether two parts share a point of their dimension lines.
@@ -109,6 +116,7 @@ int drawGroup(int kind, const std::vector<const DX_DIM_CHAIN_PART*>& group) {
         if (!error) {
             pats.push_back(DxActPat);
             rows.push_back(row);
+            if (group[i]->source) DxDimKeepLines(*group[i]->source, DxActPat, row);
         } else if (std::find(std::begin(passedOver), std::end(passedOver), error) != std::end(passedOver)) {
             error = 0;
         }
@@ -119,28 +127,52 @@ int drawGroup(int kind, const std::vector<const DX_DIM_CHAIN_PART*>& group) {
     return error ? error : restored;
 }
 
-int drawChain(DX_DIM_CHAIN& chain) {
+int drawChain(const DX_DIM_CHAIN& chain) {
     if (chain.parts.empty()) return 0;
-    if (const int error = DxDimNewPat(chain.parts[0].base.layer)) return error;
-    sortParts(chain);
+    if (const int error = DxDimNewPat(chain.parts[0].base->layer)) return error;
+    const std::vector<const DX_DIM_CHAIN_PART*> parts = sorted(chain);
     const double tolerance = DxDrawingTolerance();
     std::vector<const DX_DIM_CHAIN_PART*> group;
-    for (std::size_t i = 0; i < chain.parts.size(); ++i) {
-        const DX_DIM_CHAIN_PART& part = chain.parts[i];
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const DX_DIM_CHAIN_PART& part = *parts[i];
         int pen = 0, lineType = 0;
         DxPatternScope ofChain; // not that of the layer
-        const bool isDrawn = DxPenLtToCAD(&part.base, &pen, &lineType) != 0;
+        const bool isDrawn = DxPenLtToCAD(part.base.get(), &pen, &lineType) != 0;
         if (const int error = ofChain.leave()) return error;
         if (isDrawn) {
             DxDimChainParams(group.empty() ? DX_CHAIN_START : DX_CHAIN_MERGE, &part);
             group.push_back(&part);
         }
-        const bool isLast = i + 1 == chain.parts.size();
-        if (!isLast && touch(part, chain.parts[i + 1], tolerance)) continue;
+        const bool isLast = i + 1 == parts.size();
+        if (!isLast && touch(part, *parts[i + 1], tolerance)) continue;
         if (const int error = drawGroup(chain.kind, group)) return error;
         group.clear();
     }
     return 0;
+}
+
+/// The base of a part on a layer: that of the part before, where nothing but the handle differs.
+std::shared_ptr<const DX_ENTITY_BASE_TYPE> sharedBase(const DX_ENTITY_BASE_TYPE& base, const DX_NAME& layer) {
+    const auto key = [](const DX_ENTITY_BASE_TYPE& e) {
+        return std::tuple(e.lineType.view(), e.color, e.paperSpace, e.invisible, e.lineWeight,
+                          e.lineTypeScale, e.materialHandle, e.trueColor, e.transparency);
+    };
+    std::shared_ptr<const DX_ENTITY_BASE_TYPE>& last = DxDimLastBase;
+    if (last && last->layer.view() == layer.view() && key(*last) == key(base)) return last;
+    const auto made = std::make_shared<DX_ENTITY_BASE_TYPE>();
+    DxCopyEntityBase(made.get(), &base);
+    made->layer = layer;
+    last = made;
+    return last;
+}
+
+/// What a block draws, without its texts.
+std::shared_ptr<const DX_DIM_GEO> linesOnly(const DX_DIM_GEO& source) {
+    const auto lines = std::make_shared<DX_DIM_GEO>();
+    lines->pts = source.pts;
+    lines->rawKinds = source.rawKinds;
+    lines->looks = source.looks;
+    return lines;
 }
 
 void takeLarger(int& value, int other) {
@@ -150,7 +182,7 @@ void takeLarger(int& value, int other) {
 } // namespace
 
 int DxDimChainAdd(const DX_ENTITY_BASE_TYPE& base, const DX_NAME& layer, double angle,
-                  const DX_HOST_DIM& host) {
+                  const DX_HOST_DIM& host, const DX_DIM_GEO& source) {
     const std::size_t count = host.points.size();
     const bool isFit = count >= fewestPoints && count <= mostPoints && !host.text.IsEmpty() &&
                        !agree(host.refs[0], host.refs[1], DxDrawingTolerance());
@@ -160,14 +192,13 @@ int DxDimChainAdd(const DX_ENTITY_BASE_TYPE& base, const DX_NAME& layer, double 
     const std::size_t place = findChain(host.kind, layer.view(), la, lb, lc);
     if (place == DxDimChains.size()) {
         DxDimChains.push_back({la, lb, lc, host.kind, {}});
-        const std::string key = cellKey(host.kind, layer.view(), lc, DxDrawingTolerance(), 0);
-        DxDimChainIndex.emplace(key, place);
+        DxDimChainIndex.emplace(cellKey(host.kind, layer.view(), lc, DxDrawingTolerance(), 0), place);
     }
     DX_DIM_CHAIN_PART& part = DxDimChains[place].parts.emplace_back();
-    DxCopyEntityBase(&part.base, &base);
-    part.base.layer = layer;
+    part.base = sharedBase(base, layer);
     part.dim = host;
     part.sets = DxDimSets;
+    if (DxKeepDimLines) part.source = linesOnly(source);
     return 0;
 }
 
@@ -180,6 +211,7 @@ int DxDimChainDraw() {
 void DxDimChainFree() {
     DxDimChains.clear();
     DxDimChainIndex.clear();
+    DxDimLastBase.reset();
 }
 
 int DxDimChainParams(int code, const DX_DIM_CHAIN_PART* part) {

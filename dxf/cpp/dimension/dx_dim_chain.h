@@ -5,13 +5,17 @@
 #include "dx_dimension.h"
 #include "dx_entity_base.h"
 
+#include <memory>
 #include <vector>
+
+struct DX_DIM_GEO;
 
 /// One dimension that waits, with the parameters that were in force when it was read.
 struct DX_DIM_CHAIN_PART {
-    DX_ENTITY_BASE_TYPE base;
+    std::shared_ptr<const DX_ENTITY_BASE_TYPE> base; ///< shared by parts that agree in all of it
     DX_HOST_DIM dim;
     DX_DIM_SETS sets;
+    std::shared_ptr<const DX_DIM_GEO> source; ///< lines of its block, null unless they may be shown
 };
 
 /// Dimensions of one kind and layer whose dimension lines lie on one line (GeLineByPtAng's la, lb, lc).
@@ -22,9 +26,9 @@ struct DX_DIM_CHAIN {
 };
 
 /// Queues a dimension with the sets in use. `layer` is the one that it stands on, `angle` that of its
-/// dimension line in degrees. 0, or 9008 for one that isn't fit for a chain.
+/// dimension line in degrees, `source` what its block holds. 0, or 9008 for one that isn't fit for a chain.
 int DxDimChainAdd(const DX_ENTITY_BASE_TYPE& base, const DX_NAME& layer, double angle,
-                  const DX_HOST_DIM& host);
+                  const DX_HOST_DIM& host, const DX_DIM_GEO& source);
 int DxDimChainDraw();  ///< Draws all chains. 0 or an error number.
 void DxDimChainFree(); ///< Frees all chains.
 

@@ -187,9 +187,7 @@ private:
     Outcome drawKind(DX_SAVE& start, const DX_DIM_PTS& pts, const RPT& textPos, const std::string& text,
                      const DX_DIM_LOOK& line) {
         const int kind = decoded_.kind;
-        if (kind == DX_DIM_ORDINATE_X || kind == DX_DIM_ORDINATE_Y)
-            return DxDimDrawOrd(kind, pts, refs_, raw_.texts, block_, line) ? drawFree(start)
-                                                                            : Outcome::Associative;
+        if (kind == DX_DIM_ORDINATE_X || kind == DX_DIM_ORDINATE_Y) return drawOrdinate(start, pts, line);
         DX_HOST_DIM host;
         host.kind = kind;
         host.points = pts;
@@ -200,13 +198,21 @@ private:
         return drawFree(start);
     }
 
+    Outcome drawOrdinate(DX_SAVE& start, const DX_DIM_PTS& pts, const DX_DIM_LOOK& line) {
+        if (DxDimDrawOrd(decoded_.kind, pts, refs_, raw_.texts, block_, line)) return drawFree(start);
+        DxDimKeepLinesOfLast(raw_, DxActPat);
+        return Outcome::Associative;
+    }
+
     /// Queues it for a chain, or makes it at once.
     int drawAssoc(const DX_HOST_DIM& host) {
         const bool isLinear = host.kind >= DX_DIM_HORIZONTAL && host.kind <= DX_DIM_ALIGNED;
-        if (isLinear && DxDimChainAdd(dim_.base, layer_, worldAngle(), host) == 0) return 0;
+        if (isLinear && DxDimChainAdd(dim_.base, layer_, worldAngle(), host, raw_) == 0) return 0;
         if (const int error = DxNewElement(1)) return error;
         int row = 0;
-        return Dxovdodim(host, &row);
+        if (const int error = Dxovdodim(host, &row)) return error;
+        DxDimKeepLines(raw_, DxActPat, row);
+        return 0;
     }
 
     Outcome drawFree(DX_SAVE& start) {

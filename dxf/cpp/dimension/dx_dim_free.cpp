@@ -13,22 +13,23 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
-
-enum Mode { ORDINATE = 5, FREE = 8 };
 enum DrawingCode { DRAW = 1, MOVE = 2, ARC = 4 };
 
-std::vector<DX_ARROW_PT> arrowPoints(const DX_DIM_GEO& geo, int mode) {
+std::vector<DX_ARROW_PT> DxDimArrowPoints(const DX_DIM_GEO& geo, bool ofLeader) {
     std::vector<DX_ARROW_PT> points;
     for (std::size_t i = 0; i < geo.pts.size(); ++i) {
         const int code = geo.rawKinds[i];
         DX_ARROW_PT p{code, DxDimPoint(geo.pts[i]), {0, 0}, geo.looks[i].pen, geo.looks[i].lineType};
         if (code == ARC && i + 1 < geo.pts.size()) p.centre = DxDimPoint(geo.pts[++i]); // two entries
-        p.isLeaderStart = i == 0 && mode == ORDINATE ? 1 : 0;
+        p.isLeaderStart = i == 0 && ofLeader ? 1 : 0;
         points.push_back(p);
     }
     return points;
 }
+
+namespace {
+
+enum Mode { ORDINATE = 5, FREE = 8 };
 
 long countTexts() {
     DsCsr pattern;
@@ -91,7 +92,7 @@ int DxDrawDimFree(const DX_DIM_GEO& geo, const Mat44 m, int kind, int mode, cons
     int textRow = 0, tolRow = 0;
     if (const int error = drawTexts(geo.texts, m, &textRow, &tolRow)) return error;
     const bool hasText = textRow != OV_DIM_NO_TEXT;
-    if (const int error = Dxovdimlines(arrowPoints(geo, mode), hasText)) return error;
+    if (const int error = Dxovdimlines(DxDimArrowPoints(geo, mode == ORDINATE), hasText)) return error;
     if (!hasText) return 0;
     const RPT first = DxDimPoint(geo.pts[0]);
     const RPT ofFree[3] = {first, first, first};

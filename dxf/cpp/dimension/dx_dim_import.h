@@ -45,6 +45,9 @@ inline constexpr int DX_DIM_TOO_MANY_TOLERANCES = 9010;
 /// The middle of a text in the coordinates of its block.
 RPT3 DxDimTextMiddle(const DX_TEXT_TYPE& text);
 
+/// The block's points as those of an arrow of the host.
+std::vector<DX_ARROW_PT> DxDimArrowPoints(const DX_DIM_GEO& geo, bool ofLeader);
+
 // ---- drawing -------------------------------------------------------------------------------------------
 
 /// A new pattern with the layer's name where the configuration puts it. 0 or the host's error.
@@ -53,6 +56,9 @@ int DxDimNewPat(const DX_NAME& layer);
 int DxDrawDim(const DX_DIM_TYPE* dim, const Mat44 m);
 /// A dimension of drawn lines from all of the block's geometry (mode 8), or the leader of an ordinate (5).
 int DxDrawDimFree(const DX_DIM_GEO& geo, const Mat44 m, int kind, int mode, const RPT refs[3]);
+/// With KEEP_DIM: where the host's lines of a dimension leave out some of the block's, it shows these.
+int DxDimKeepLines(const DX_DIM_GEO& geo, int pat, int row);
+int DxDimKeepLinesOfLast(const DX_DIM_GEO& geo, int pat); ///< The same for a pattern's last dimension.
 /// An ordinate: its leader and texts.
 int DxDimDrawOrd(int kind, const DX_DIM_PTS& pts, const RPT refs[3], const DX_DIM_TEXTS& texts, const Mat44 m,
                  const DX_DIM_LOOK& look);

@@ -4,8 +4,10 @@
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
 #include "../export/dx_layer_choice.h"
+#include "../export/dx_origin_walk.h"
 #include "../export/dx_pattern_walk.h"
 #include "../export/dx_write_entities.h"
+#include "../import/dx_extents.h"
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
 #include "../text/dx_write_text.h"
@@ -184,11 +186,22 @@ int writeBeside(const DX_DIM_OUT& out, const DX_WRITE_TEXT& text) {
     return out.textRow == OV_DIM_NO_TEXT ? 0 : DxWriteBalloon(out.pat, out.textRow, text.ext);
 }
 
-int writeOne(DX_DIM_OUT& out, int mode) {
+/// A dimension that leaves as the entity that it was made from, with its block's new name.
+int writeKept(const UtCString& block, const DX_DIM_OUT& out, const DxOriginWalk& origins) {
+    ++DxEntityCount;
+    DX_KEPT_CHANGES changes;
+    changes.blockName = block;
+    for (const RPT& p : out.dim.refs) DxStoreMaxXY(p.x, p.y);
+    if (const int error = DxWriteKept(origins.entities(), changes)) return error;
+    return DxAddLayer(DxActLayer.view());
+}
+
+int writeOne(DX_DIM_OUT& out, int mode, DxOriginWalk& origins) {
     if (const int error = DxPatSetLayerAttribs(out.pat, out.row, DX_KIND_DIMENSION)) return error;
     if (out.isFree) return 0;
     if (const int error = DxDimOpenBlock()) return error;
     const UtCString block = UtFormat("*D%d", DxDimEntityNo++);
+    if (origins.at(out.row)) return writeKept(block, out, origins);
     DxDimparCheckTol(out.sets.txt, out.sets.tol.kind, out.parts, &out.tolRow);
     DxFinishPending = 0; // the block has the text
     DX_DIM_STYLE style;
@@ -207,7 +220,8 @@ int writeOne(DX_DIM_OUT& out, int mode) {
 int DxWritePatDim(int pat, int mode) {
     DX_DIM_OUT out;
     out.pat = pat;
+    DxOriginWalk origins(pat, OV_DIMENSIONS);
     int error = DxDimNextOut(out);
-    for (; !error; error = error ? error : DxDimNextOut(out)) error = writeOne(out, mode);
+    for (; !error; error = error ? error : DxDimNextOut(out)) error = writeOne(out, mode, origins);
     return error == DX_ERR_NO_MORE ? 0 : error;
 }

@@ -11,6 +11,7 @@
 #include "../import/dx_extents.h"
 #include "dx_codes.h"
 #include "dx_layer_choice.h"
+#include "dx_origin_walk.h"
 #include "dx_write_blocks.h"
 #include "dx_write_entities.h"
 #include "mt.h"
@@ -30,7 +31,9 @@ enum ElementType { LINE = 1, MOVE = 2, CLOCKWISE = 3, COUNTER_CLOCKWISE = 4 };
 /// One walk along the chains of a pattern.
 class ChainWriter {
 public:
-    ChainWriter(int pat, int kind, int writePoly) : pat_(pat), kind_(kind), writePoly_(writePoly) {}
+    ChainWriter(int pat, int kind, int writePoly)
+        : pat_(pat), kind_(kind), writePoly_(writePoly),
+          origins_(kind == DX_KIND_ELEMENT ? pat : 0, OV_ELEMENTS) {}
 
     int run(int ownerPat) {
         if (const int error = DxWriteMatrix(ownerPat, matrix_)) return error;
@@ -49,7 +52,13 @@ public:
 private:
     int take(const UO_ELEM& e) {
         int error = 0;
-        if (e.type == MOVE) {
+        const OV_ORIGIN* const origin = origins_.at(e.row);
+        if (origin) {
+            if (origin->first != keptRow_) error = writeKept(*origin, e);
+            keptRow_ = origin->first;
+            if (e.type != MOVE) DxStoreMaxXY(e.end.x, e.end.y);
+            atFirstPoint_ = true;
+        } else if (e.type == MOVE) {
             closePolyline();
             atFirstPoint_ = true;
         } else if (e.type >= LINE && e.type <= COUNTER_CLOCKWISE) {
@@ -61,18 +70,30 @@ private:
         return error;
     }
 
-    int write(const UO_ELEM& e) {
+    /// The entity that the elements from `e` on were made from.
+    int writeKept(const OV_ORIGIN& origin, const UO_ELEM& e) {
+        closePolyline();
+        if (const int error = beginEntity(origin.first)) return error;
+        if (!lookOf(e).isShown) return 0;
+        return DxWriteKept(origins_.entities(), {});
+    }
+
+    int beginEntity(int row) {
         if (kind_ == DX_KIND_ELEMENT)
-            if (const int error = chooseLayer(e.row)) return error;
-        if (!DxBlockOpen) {
-            if (const int error = DxWriteBlockStart(DxBlockOpen)) return error;
-            DxBlockLayer = UtCString(DxActLayer.view());
-        }
+            if (const int error = chooseLayer(row)) return error;
+        ++DxEntityCount;
+        if (DxBlockOpen) return 0;
+        const int error = DxWriteBlockStart(DxBlockOpen);
+        DxBlockLayer = UtCString(DxActLayer.view());
+        return error;
+    }
+
+    int write(const UO_ELEM& e) {
+        if (const int error = beginEntity(e.row)) return error;
         if (atFirstPoint_) {
             DxStoreMaxXYZ(previous_.x, previous_.y, 0.0);
             atFirstPoint_ = false;
         }
-        ++DxEntityCount;
         if (isFullCircle(e)) {
             closePolyline();
             return DxWriteArc(e.type, e.end, e.end, e.centre, tolerance_, lookOf(e), matrix_);
@@ -148,6 +169,8 @@ private:
     int pat_;
     int kind_;
     int writePoly_;
+    DxOriginWalk origins_;
+    int keptRow_ = -1; ///< where the run begins that was written last as what it was
     double tolerance_ = UtConv(50);
     Mat32 matrix_{};
     RPT previous_{};

@@ -12,6 +12,7 @@
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
 #include "../solid/dx_write_3d.h"
+#include "../solid/solid_state.h"
 #include "../text/dx_write_text.h"
 #include "dx_codes.h"
 #include "dx_element_chains.h"
@@ -19,6 +20,7 @@
 #include "dx_unwritten.h"
 #include "dx_write_blocks.h"
 #include "dx_write_images.h"
+#include "dx_write_placed.h"
 #include "mt.h"
 #include "uo.h"
 
@@ -48,7 +50,7 @@ static int writeDimensions(int pat) {
 }
 
 /// Whether the pattern itself is hidden, not its layer alone.
-static int isInvisible(int pat) {
+int DxIsInvisible(int pat) {
     if (!DxLayerStates || DxCiPatIsVisible2d(pat)) return 0;
     bool isLayerVisible = true;
     DsLayerApi::GetLayerLook(DxPatNames[DX_PAT_LAYER], nullptr, &isLayerVisible, nullptr);
@@ -57,7 +59,7 @@ static int isInvisible(int pat) {
 
 int DxWritePat(int pat) {
     DxShowPattern();
-    DxWriteInvisible = isInvisible(pat);
+    DxWriteInvisible = DxIsInvisible(pat);
     int error = DxCiWritePatBitmap(pat, &DxBlockOpen);
     if (!error) error = DxWritePatHatch(pat, 0);
     if (!error) error = writeChains(pat);
@@ -69,9 +71,11 @@ int DxWritePat(int pat) {
 static int writeContent(int pat) {
     int error = DxPatsOneWork ? DxWritePat(pat) : 0;
     if (error) return error;
-    DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
     // The blocks of an EASY target stand ahead of the section that turns to 2D.
-    if (DxModus != 3 || !DxMiscCheckVersion(DX_LEVEL_3D)) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    const bool takesSpace = DxMiscCheckVersion(DX_LEVEL_3D), isInSpace = DxModus == 3 && takesSpace;
+    if (!isInSpace || !DxWriteClouds) DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
+    if (!takesSpace) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (!isInSpace) return DxWriteFlatPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
     return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 
@@ -123,8 +127,11 @@ int DxWritePattern(int pat, int mode) {
 
 int DxWriteBlockPass() {
     int pat = -1;
-    int error = Dxovpat(145, &pat);
+    int insert = 0;
+    int error = DxWriteDefinitions();
+    if (!error) error = Dxovpat(145, &pat);
     for (; !error; error = error ? error : Dxovpat(145, &pat)) {
+        if (DxLeavesAsInsert(pat, &insert)) continue;
         error = DxPatSetLayerAttribs(pat, 0, DX_KIND_ELEMENT);
         if (!error && (DxPatternToBlock || DxWriteVersion != DX_FORMAT_EASY)) {
             error = DxWriteDimBlock(pat);
@@ -140,6 +147,7 @@ int DxWriteBlockPass() {
 /// What the block pass settled for pattern `pat`; `plain` and `block` keep their places from pattern to
 /// pattern.
 static int writeEntitiesOf(int pat, std::size_t& plain, std::size_t& block) {
+    if (int insert = 0; DxLeavesAsInsert(pat, &insert)) return insert == pat ? DxWritePlacedInsert(pat) : 0;
     for (; plain < DxPlainPats.size() && DxPlainPats[plain] <= pat; ++plain)
         if (DxPlainPats[plain] == pat)
             if (const int error = DxWritePattern(pat, DX_PATTERN_DIRECTLY)) return error;

@@ -31,6 +31,8 @@ int DxWritePatEl(int pat, int kind, int ownerPat);
 int DxWritePatElPoly(int pat, int kind, int writePoly, int ownerPat);
 int DxWritePatArr(int pat); ///< arrows, as the geometry that they are stored as
 
+/// 1 when the pattern itself is hidden, not its layer alone, and hidden content is written.
+int DxIsInvisible(int pat);
 /// The block pass: every pattern as a block, or into DxPlainPats. 0 at the end of the patterns.
 int DxWriteBlockPass();
 /// The entity pass: plain patterns, INSERTs of blocks, dimensions. 0 at the end of the patterns.

@@ -8,6 +8,7 @@
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
 #include "dx_codes.h"
+#include "dx_kept_handles.h"
 #include "dx_pattern_walk.h"
 #include "dx_write_attrib.h"
 #include "dx_write_entities.h"
@@ -86,6 +87,7 @@ int DxWritePaperSpace0() {
 int DxWriteBlockSection() {
     DxDocuments.select(DxBodyStream);
     DxPatCounter = 1;
+    DxReserveKeptHandles();
     DxTakeHandles();
     DxWriteString(0, "SECTION");
     DxWriteString(2, "BLOCKS");

@@ -23,8 +23,20 @@ std::uint32_t DxModelSpaceDict = 0;
 std::uint32_t DxByBlockLtypeHandle = 0;
 std::uint32_t DxOwnerHandle = 0;
 long DxUnwrittenCounts[DX_UNWRITTEN_COUNT] = {};
+std::set<std::string> DxUsedApps;
+std::uint32_t DxFirstKeptHandle;
+std::vector<bool> DxHandlesTaken;
+std::map<std::string, int> DxDefinitionNumbers;
+std::unordered_map<int, int> DxPlacedDefinitions;
+std::map<int, UtCString> DxDefinitionBlocks;
 
 void DxResetExportState() {
+    DxUsedApps.clear();
+    DxFirstKeptHandle = 0;
+    DxHandlesTaken.clear();
+    DxDefinitionNumbers.clear();
+    DxPlacedDefinitions.clear();
+    DxDefinitionBlocks.clear();
     DxBlockOpen = 0;
     DxBlockLayer = "0";
     DxEntityCount = 0;

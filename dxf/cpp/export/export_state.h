@@ -6,8 +6,11 @@
 #include "ut_string.h"
 
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 /// What an open block stands for.
@@ -56,5 +59,15 @@ enum DxUnwritten : int {
     DX_UNWRITTEN_COUNT
 };
 extern long DxUnwrittenCounts[DX_UNWRITTEN_COUNT];
+
+extern std::set<std::string> DxUsedApps; ///< applications that the extended data of written entities is of
+
+extern std::map<std::string, int> DxDefinitionNumbers; ///< the host's definitions by name
+/// Definition that a pattern leaves as an INSERT of, 0: none; of the patterns that were asked for.
+extern std::unordered_map<int, int> DxPlacedDefinitions;
+extern std::map<int, UtCString> DxDefinitionBlocks; ///< names of the blocks that are written for definitions
+
+extern std::uint32_t DxFirstKeptHandle;  ///< handles below belong to this export; 0: none are kept
+extern std::vector<bool> DxHandlesTaken; ///< kept handles that entities of this export have
 
 void DxResetExportState();

@@ -4,6 +4,7 @@
 #include "../config/config_state.h"
 #include "../config/dx_layers.h"
 #include "../export/dx_layer_choice.h"
+#include "../export/dx_origin_walk.h"
 #include "../export/dx_pattern_walk.h"
 #include "../export/dx_write_blocks.h"
 #include "../export/dx_write_entities.h"
@@ -217,6 +218,26 @@ int writeBlock(Outgoing& out, const Mat32 mat) {
     return error;
 }
 
+/// Hatches that leave as the entities that they were made from, such as wide polylines. `rows` receives which
+/// those are.
+int writeKept(int pat, std::vector<bool>& rows) {
+    rows.assign(static_cast<std::size_t>(UoContentCount(pat, OV_HATCHES)), false);
+    DxOriginWalk origins(pat, OV_HATCHES);
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const OV_ORIGIN* const origin = origins.at(static_cast<int>(row));
+        rows[row] = origin != nullptr;
+        if (!origin || origin->first != static_cast<int>(row)) continue;
+        chooseLayer(pat, static_cast<int>(row));
+        if (!DxBlockOpen) {
+            if (const int error = DxWriteBlockStart(DxBlockOpen)) return error;
+            DxBlockLayer = UtCString(DxActLayer.view());
+        }
+        ++DxEntityCount;
+        if (const int error = DxWriteKept(origins.entities(), {})) return error;
+    }
+    return 0;
+}
+
 int writeOne(int pat, int row, int kind, Pass pass, Place place, const Mat32 mat) {
     chooseLayer(pat, row);
     Outgoing out;
@@ -228,11 +249,12 @@ int writeOne(int pat, int row, int kind, Pass pass, Place place, const Mat32 mat
     return error == noFacets ? 0 : error;
 }
 
-int writePass(int pat, Pass pass, Place place, const Mat32 mat) {
+int writePass(int pat, Pass pass, Place place, const std::vector<bool>& left, const Mat32 mat) {
     int row = 0, kind = 0;
     int error = ovnexthatch2(firstHatch, pat, &row, &kind);
     while (!error) {
-        error = writeOne(pat, row, kind, pass, place, mat);
+        const auto index = static_cast<std::size_t>(row);
+        if (index >= left.size() || !left[index]) error = writeOne(pat, row, kind, pass, place, mat);
         if (!error) error = ovnexthatch2(nextHatch, pat, &row, &kind);
     }
     return error == DX_ERR_NO_MORE ? 0 : error;
@@ -248,8 +270,10 @@ int DxWritePatHatch(int pat, int toBlock) {
     Place place = Place::Block;
     if (!toBlock) place = DxWriteHatch == asBlocks && findBlocks(pat) ? Place::Insert : Place::Here;
     int error = toBlock ? noteBlocks(pat) : 0;
-    if (!error) error = writePass(pat, Pass::Fills, place, mat);
-    if (!error) error = writePass(pat, Pass::Lines, place, mat);
+    std::vector<bool> left;
+    if (!error && place == Place::Here) error = writeKept(pat, left);
+    if (!error) error = writePass(pat, Pass::Fills, place, left, mat);
+    if (!error) error = writePass(pat, Pass::Lines, place, left, mat);
     if (!error && DxEntityCount > before) error = DxAddLayer(DxActLayer.view());
     return error;
 }

@@ -2,6 +2,7 @@
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "dx_host.h"
+#include "dx_host_origin.h"
 
 #include "ci.h"
 
@@ -109,15 +110,21 @@ int DxCiElemAddElem(int op, double x1, double y1, double x2, double y2, unsigned
     return append(op, x1, y1, x2, y2, info);
 }
 
+int DxCiElemWaiting() {
+    return queue.count;
+}
+
 int DxCiElemDrawPat() {
     const short count = queue.count;
     queue.count = 0;
     if (!count) return 0;
     DsCsr cursor;
     if (const int error = DsCursorFromPatNo(DxElemQueuePat, &cursor)) return error;
-    return CiPat(DxCiContextId)
-        .AddElemsColLtAttrInfo(cursor, 0, count, queue.type, queue.direction, queue.first, queue.second,
-                               queue.pen, queue.lineType, nullptr, nullptr, queue.info);
+    const int error =
+        CiPat(DxCiContextId)
+            .AddElemsColLtAttrInfo(cursor, 0, count, queue.type, queue.direction, queue.first, queue.second,
+                                   queue.pen, queue.lineType, nullptr, nullptr, queue.info);
+    return error ? error : DxOriginHandOver(DxElemQueuePat);
 }
 
 void DxCiElemSetPenLt(int pen, int lineType) {

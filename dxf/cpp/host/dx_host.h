@@ -71,6 +71,7 @@ int DxCiDraw3DCurveByPoints(const std::vector<RPT3>& points);
 /// Appends an element for the active pattern; points after the shift. Elements that wait for another pattern
 /// are handed over first, and the new one continues where the last of them ended. 0 or the host's error.
 int DxCiElemAddElem(int op, double x1, double y1, double x2, double y2, unsigned char info);
+int DxCiElemWaiting(); ///< Number of elements that wait.
 int DxCiElemDrawPat(); ///< Hands the waiting elements over to their pattern. The queue is empty in any case.
 void DxCiElemSetPenLt(int pen, int lineType);
 void DxCiElemReset(); ///< Drops what waits and frees the queue.

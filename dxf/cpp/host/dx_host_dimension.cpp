@@ -79,6 +79,10 @@ int Dxovdimlines(const std::vector<DX_ARROW_PT>& points, bool ofDimension) {
     return 0;
 }
 
+int DxovShowDimLines(int pat, int row) {
+    return ovdimlines(6, pat, row);
+}
+
 int Dxovdim(int kind, int mode, int textRow, int tolRow, const RPT refs[3]) {
     int horizontal = 0, row = 0;
     if (const int error = ovdimparams(6, &kind, &mode, &horizontal)) return error;

@@ -40,6 +40,8 @@ struct DX_ARROW_PT {
 };
 /// Makes an arrow in the active pattern, for a dimension or to stand by itself. 0 or the host's error.
 int Dxovdimlines(const std::vector<DX_ARROW_PT>& points, bool ofDimension);
+/// A dimension of the active pattern shows the arrow that was made last in the place of its own lines.
+int DxovShowDimLines(int pat, int row);
 /// Makes a dimension of the arrow that was made last, with the texts in these rows (OV_DIM_NO_TEXT: none).
 /// The three reference points are the module's.
 int Dxovdim(int kind, int mode, int textRow, int tolRow, const RPT refs[3]);

@@ -5,6 +5,7 @@
 #include "../session/session_state.h"
 #include "dx_context.h"
 #include "dx_host.h"
+#include "dx_host_origin.h"
 
 #include "ds.h"
 #include "mt.h"
@@ -81,6 +82,7 @@ static int continueInNewPattern(int n) {
     const int moved = DxCiElemAddElem(2, 0, 0, DxLastOutX, DxLastOutY, 0);
     moveLayers(oldIndex, DxActPatIndex);
     DxPatTable[static_cast<std::size_t>(DxActPatIndex)].elements += n;
+    DxOriginFollow(DxPatTable[static_cast<std::size_t>(oldIndex)].number);
     return moved;
 }
 

@@ -6,7 +6,9 @@
 #include "../sections/dx_objects_import.h"
 #include "../sections/dx_section.h"
 #include "../sections/dx_tables_import.h"
+#include "../session/dx_protocol.h"
 #include "../session/dx_unicode.h"
+#include "blocks_state.h"
 #include "import_state.h"
 
 #include <new>
@@ -195,8 +197,22 @@ int DxReadXRefBlocks(DX_BLOCK_TYPE& block) {
 void DxGetBlock(std::string_view name, DxfEntityFileReference& reference) {
     DX_BLOCK_TYPE* block = DxDocuments.current_ ? DxDocuments.current_->findBlockOutwards(name) : nullptr;
     if (!block) return;
-    if (block->flags & EXTERNAL_REFERENCE && DxReadXRefBlocks(*block) != 0) return;
+    if (block->flags & EXTERNAL_REFERENCE && DxReadXRefBlocks(*block) != 0) {
+        DxProtoMsg(UtFormat("External reference %s can't be read!", block->path.c_str()), 1);
+        return;
+    }
     reference.block = block;
     DxReadDropPending();
     reference.place.emplace(block->document->file.Get(), block->filePos, "ENDBLK", 0);
+}
+
+bool DxWantDefinition(const DX_BLOCK_TYPE& block) {
+    constexpr int externalReference = 4;
+    const DxfDocument* const document = DxDocuments.current_;
+    if ((block.flags & externalReference) || !document || block.document != document ||
+        document->parent.Get())
+        return false;
+    const auto [name, isNew] = DxDefinitionNames.emplace(block.name.view());
+    if (isNew) DxDefinitionsWanted.push_back(*name);
+    return true;
 }

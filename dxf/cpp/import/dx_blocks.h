@@ -24,3 +24,5 @@ struct DxfEntityFileReference {
 void DxGetBlock(std::string_view name, DxfEntityFileReference& reference);
 /// Opens the file of an external reference and makes the block's entities those of that file. 0 or an error.
 int DxReadXRefBlocks(DX_BLOCK_TYPE& block);
+/// Whether a kept INSERT of this block can leave as one. The block will be drawn as a definition then.
+bool DxWantDefinition(const DX_BLOCK_TYPE& block);

@@ -4,6 +4,7 @@
 #include "../config/dx_layer_patterns.h"
 #include "../dimension/dx_dim_chain.h"
 #include "../host/dx_host.h"
+#include "../host/dx_host_origin.h"
 #include "../sections/dx_header_import.h"
 #include "../sections/dx_objects_import.h"
 #include "../sections/dx_section.h"
@@ -16,8 +17,10 @@
 #include "../session/session_state.h"
 #include "../solid/dx_acds.h"
 #include "../solid/dx_acis_import.h"
+#include "../solid/solid_state.h"
 #include "blocks_state.h"
 #include "ds.h"
+#include "dx_definitions.h"
 #include "dx_entity_walk.h"
 #include "dx_extents.h"
 #include "dx_images.h"
@@ -118,7 +121,8 @@ int readSectionsBehind() {
     if (!document.objectsRead.Get()) {
         if (const int error = readSectionBehind("OBJECTS", DxReadObjectsSection)) return error;
     }
-    if (DxFileVersion < firstVersionWithAcds || DxModus != 3 || document.acdsRead.Get()) return 0;
+    const bool takesSolids = DxModus == 3 || DxFlatSolids;
+    if (DxFileVersion < firstVersionWithAcds || !takesSolids || document.acdsRead.Get()) return 0;
     return readSectionBehind("ACDSDATA", DxReadAcdsSection);
 }
 
@@ -129,13 +133,17 @@ int endPass(int error) {
     if (DxModus == 3) DxSyncAll3dPat();
     if (error && error != stoppedByUser) return error;
     const int cleared = DxClearPatterns();
-    return error ? error : cleared;
+    if (error || cleared) return error ? error : cleared;
+    return DxDrawDefinitions();
 }
 
 int drawPass(Space space, const Mat44 m, DX_SAVE& start) {
     int error = DxfSetScale(isLoadedInto() ? 0 : 1);
     if (error) return error;
-    if (space == MODEL_SPACE) DxModelShift = {DxShiftX, DxShiftY};
+    if (space == MODEL_SPACE) {
+        DxModelShift = {DxShiftX, DxShiftY};
+        if (DxKeepEntities || DxKeepBlocks) UoOriginFrame(DxShiftX, DxShiftY);
+    }
     if ((error = DxRestoreActPos(&start))) return error;
     error = walkSection(5712, false, m);
     DxCountEntities = 0;
@@ -199,8 +207,13 @@ int DxClearPatterns() {
     if (!error) error = DxImageQueueDraw();
     for (std::size_t i = 0; !error && i < DxPatTable.size(); ++i) {
         int number = DxPatTable[i].number;
-        error = DxPatTable[i].elements ? DxImportedObjects.add(DsObListGetOb(number)) : Dxovpat(17, &number);
+        if (!DxPatTable[i].elements)
+            error = Dxovpat(17, &number);
+        else if (!DxOpenDefinition)
+            error = DxImportedObjects.add(DsObListGetOb(number));
     }
+    if (!error) error = DxPlacedTell();
+    DxPlacedInserts.clear();
     DxPatTable.free();
     DxActPatIndex = DxActLevel.attributePat = -1;
     for (auto& [name, document] : DxDocuments.byName)

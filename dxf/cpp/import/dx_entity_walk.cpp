@@ -1,7 +1,9 @@
 #include "dx_entity_walk.h"
 
 #include "../session/dx_reader.h"
+#include "../solid/solid_state.h"
 #include "dx_account.h"
+#include "dx_entity_origin.h"
 #include "import_state.h"
 #include "uo.h"
 
@@ -34,7 +36,7 @@ DxEntityContext contextOf(const Mat44 m) {
 }
 
 bool isRead(const DxEntityKind* kind) {
-    return kind && kind->isRead();
+    return kind && (kind->isRead() || (kind->onlyInSpace && DxFlatSolids));
 }
 
 int runCounted(const DxEntityKind* kind, const DxEntityContext& context, const DxCounted& counted) {
@@ -52,10 +54,12 @@ int runCounted(const DxEntityKind* kind, const DxEntityContext& context, const D
 int handleEntity(std::string_view name, const DxEntityContext& context) {
     const DxEntityKind* kind = DxFindEntityKind(name);
     const DxCounted counted = DxCountedAs(kind, name);
+    const DxEntityOrigin origin(name, context.matrix);
     if (const int error = counted.tally  ? runCounted(kind, context, counted)
                           : isRead(kind) ? kind->run(context)
                                          : 0)
         return error;
+    if (const int error = origin.keep()) return error;
     DxActHidden = DxActLevel.isHidden; // what stands behind it is another entity's affair
     const bool isRegion = !isRead(kind) && name == "REGION";
     if (isRegion && DxModus == 2 && !DxCheckPass && (DxCountEntities || DxBlockLevel > 0)) ++DxRegionCount;

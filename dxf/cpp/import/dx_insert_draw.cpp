@@ -1,8 +1,10 @@
 // Draw stage of INSERT: the block's entities are read again from the file, under the INSERT's placement.
 #include "../config/config_state.h"
+#include "../config/dx_layer_patterns.h"
 #include "../config/dx_layers.h"
 #include "../host/dx_active_pattern.h"
 #include "../host/dx_host.h"
+#include "../host/dx_host_origin.h"
 #include "../session/dx_messages.h"
 #include "../session/dx_protocol.h"
 #include "../session/dx_unicode.h"
@@ -54,6 +56,11 @@ bool keepsCircles(const Mat44 m) {
     return std::fabs(xx - yy) <= 2 * most && std::fabs(dot(m[0], m[1])) <= most;
 }
 
+/// The INSERT being drawn has patterns of its own, and `depth` is that of what it draws itself.
+bool isPlaced(int depth) {
+    return DxActPlaced.firstEntry >= 0 && depth == DxOriginDepth + 1;
+}
+
 /// Colour and line type that ByBlock stands for within the block; `level` has those around it.
 void settleByBlock(const DX_INSERT_TYPE& insert, int layerColour, DX_INSERT_LEVEL& level) {
     const std::string_view lineType = insert.base.lineType.view();
@@ -79,7 +86,7 @@ DX_INSERT_LEVEL levelOf(const DX_INSERT_TYPE& insert, const DX_BLOCK_TYPE& block
     settleByBlock(insert, layer.colour, level);
     level.layer = layer.name;
     if (DxKeepsHidden() && (layer.isFrozen || insert.base.invisible != 0)) level.isHidden = 1;
-    level.hasAttributePat = DxBlockToPattern;
+    level.hasAttributePat = DxBlockToPattern || isPlaced(level.depth);
     level.keepsPattern = 0;
     DX_BLOCK_PLACEMENT& placement = level.placement;
     placement.scaleX *= factor(insert.scaleX);
@@ -94,7 +101,7 @@ DX_INSERT_LEVEL levelOf(const DX_INSERT_TYPE& insert, const DX_BLOCK_TYPE& block
 int beginPattern(const DX_INSERT_TYPE& insert, const InsertLayer& layer) {
     if (DxBlockToPattern)
         if (const int error = DxNewPat(0)) return error;
-    DxActLevel.attributePat = DxActPatIndex;
+    DxActLevel.attributePat = isPlaced(DxBlockLevel) ? DxActPlaced.firstEntry : DxActPatIndex;
     if (!DxBlockToPattern) return 0;
     if (const char* name = DxAttributeOfOrder(DxBlockOrder, "block"))
         UoSetSingleAttr(DxActPat, name, insert.blockName.view());
@@ -123,6 +130,17 @@ int drawLevel(const DX_INSERT_TYPE& insert, DX_BLOCK_TYPE& block, const InsertLa
     if (error) return error;
     scope.endEntities();
     return DxInsertDrawAttribs(&insert, m);
+}
+
+/// An INSERT that is to leave as itself gets a pattern of its own, and what it draws other ones than the
+/// layers have.
+int beginPlaced(const DX_BLOCK_TYPE& block, DX_LAYER_TYPE& layer) {
+    const bool begins =
+        DxPlacedWanted && !DxCheckPass && DxBlockLevel == DxOriginDepth && DxActPlaced.firstEntry < 0;
+    if (!begins || !DxWantDefinition(block)) return 0;
+    DxPatternScope around;
+    const int error = DxEnterPlacedPattern(layer);
+    return error ? error : around.leave();
 }
 
 bool isTooDeep() {
@@ -213,7 +231,10 @@ int DxDrawInsert(const DX_INSERT_TYPE* rec, const Mat44 m, int viewportsOnly) {
         return DxRestoreActPos(&save);
     }
     const EndlessBlock endless(*reference.block);
-    int error = drawLevel(*rec, *reference.block, layer, m, viewportsOnly != 0);
+    int error = viewportsOnly ? 0 : beginPlaced(*reference.block, *record);
+    // In a definition an INSERT only stands for what it would draw.
+    const bool isDrawn = !DxOpenDefinition || !isPlaced(DxBlockLevel + 1);
+    if (!error && isDrawn) error = drawLevel(*rec, *reference.block, layer, m, viewportsOnly != 0);
     if (error == STOPPED) endless.tellStop();
     if (!error) {
         if (!DxCheckPass) DxEntityDrawn = 1;

@@ -292,12 +292,19 @@ int DxTableWriteUCS() {
     return writeEmptyTable("UCS");
 }
 
+static int writeApp(DxOutText name, std::uint32_t table) {
+    openRecord("APPID", "AcDbRegAppTableRecord", table);
+    DxWriteString(2, name);
+    return DxWriteInt(70, 0);
+}
+
 int DxTableWriteAppid() {
     std::uint32_t table = 0;
-    openTable("APPID", 1, table);
-    openRecord("APPID", "AcDbRegAppTableRecord", table);
-    DxWriteString(2, "ACAD");
-    DxWriteInt(70, 0);
+    std::set<std::string> names = DxUsedApps;
+    names.erase("ACAD");
+    openTable("APPID", names.size() + 1, table);
+    writeApp("ACAD", table);
+    for (const std::string& name : names) writeApp(name, table);
     return closeTable();
 }
 

@@ -11,6 +11,7 @@
 #include "../export/export_state.h"
 #include "../hatch/hatch_state.h"
 #include "../host/dx_host.h"
+#include "../host/origin_state.h"
 #include "../import/blocks_state.h"
 #include "../import/dx_images.h"
 #include "../import/dx_kinds.h"
@@ -43,6 +44,7 @@ void resetAllState(int isExport) {
     DxResetConfigState();
     DxResetHostState();
     DxResetLooksState();
+    DxResetOriginState();
     DxResetImportState();
     DxResetHatchState();
     DxResetImageState();

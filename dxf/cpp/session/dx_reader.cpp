@@ -292,6 +292,35 @@ std::int32_t DxReadTell() {
     return DxDocuments.current_ ? static_cast<std::int32_t>(DxDocuments.current_->position) : 0;
 }
 
+/// Where the line of the next group 0 at or behind `at` begins, in front of which pairs stand.
+static std::size_t nextEntity(std::string_view file, std::size_t at) {
+    const char* const end = file.data() + file.size();
+    const char* here = file.data() + at;
+    for (;;) {
+        const char* const pair = here;
+        if (here == end || takeCode(here, end) == 0 || here == end)
+            return static_cast<std::size_t>(pair - file.data());
+        takeLine(here, end);
+    }
+}
+
+std::string_view DxReadBytesFrom(std::int32_t start) {
+    const DxfDocument* const document = DxDocuments.current_;
+    if (!document) return {};
+    const std::string_view file(document->view.data, document->view.size);
+    const auto from = static_cast<std::size_t>(start);
+    if (line.next) {
+        const std::size_t next = nextEntity(file, document->position);
+        return next > from ? file.substr(from, next - from) : std::string_view();
+    }
+    std::size_t end = document->position; // behind the pair, whose two lines don't count
+    for (int lines = 0; lines < 2 && end > 0; ++lines) {
+        const std::size_t lineFeed = end > 1 ? file.rfind('\n', end - 2) : std::string_view::npos;
+        end = lineFeed == std::string_view::npos ? 0 : lineFeed + 1;
+    }
+    return end > from ? file.substr(from, end - from) : std::string_view();
+}
+
 long DxReadLineNumber(const DxfDocument& document) {
     const char* const data = document.view.data;
     const char* const end = data + document.position;

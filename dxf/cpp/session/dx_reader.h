@@ -48,6 +48,10 @@ std::string DxReadDecoded(std::string_view bytes);
 void DxUnGetLine();       ///< The next read delivers the current pair again.
 void DxReadDropPending(); ///< A pair handed back is not delivered again.
 
+/// What the current document holds from an offset up to the group 0 that was handed back, or else to the
+/// next one.
+std::string_view DxReadBytesFrom(std::int32_t start);
+
 void DxSaveActPos(DX_SAVE* save);
 int DxRestoreActPos(DX_SAVE* save); ///< 3011 for null; the result of the seek otherwise.
 /// Position behind the last pair that was read from the current document, as an offset in the file.

@@ -3,9 +3,12 @@
 #include "../config/dx_layers.h"
 #include "../export/dx_attributes_export.h"
 #include "../export/dx_layer_choice.h"
+#include "../export/dx_origin_walk.h"
 #include "../export/dx_pattern_walk.h"
 #include "../export/dx_write_blocks.h"
 #include "../host/host_state.h"
+#include "../import/dx_extents.h"
+#include "../session/dx_numbers.h"
 #include "../session/session_state.h"
 #include "dx_codes.h"
 #include "dx_write_text.h"
@@ -81,6 +84,16 @@ int writeText(int pat, int row, std::vector<Attribute>& attributes) {
     return DxAddLayer(DxActLayer.view());
 }
 
+/// The entity that the texts from `row` on were made from.
+int writeKept(int pat, int row, const std::vector<DX_KEPT_ENTITY>& entities) {
+    if (const int error = DxPatSetLayerAttribs(pat, row, DX_KIND_TEXT)) return error;
+    if (const int error = openBlock()) return error;
+    DxStoreMaxXY(DxAtof(entities.front().value(10)), DxAtof(entities.front().value(20)));
+    if (const int error = DxWriteKept(entities, {})) return error;
+    ++DxEntityCount;
+    return DxAddLayer(DxActLayer.view());
+}
+
 /// The rectangle of what the pattern holds; one that holds nothing has it at the origin.
 int rectangleOf(int pat, double rect[4]) {
     int code = 256;
@@ -146,9 +159,16 @@ int DxReadPatText(int pat, int row, int pen, DX_WRITE_TEXT& out) {
 int DxWritePatText(int pat) {
     std::vector<Attribute> attributes = attributesOf(pat);
     int row = 0;
+    DxOriginWalk origins(pat, OV_TEXTS);
+    int keptRow = -1;
     int error = ovtext(WALK, FIRST, pat, &row, nullptr);
-    while (!error) {
-        error = writeText(pat, row, attributes);
+    for (int place = 0; !error; ++place) {
+        const OV_ORIGIN* const origin = origins.at(place);
+        if (!origin)
+            error = writeText(pat, row, attributes);
+        else if (origin->first != keptRow)
+            error = writeKept(pat, row, origins.entities());
+        keptRow = origin ? origin->first : -1;
         if (!error) error = ovtext(WALK, NEXT, pat, &row, nullptr);
     }
     return error == DX_ERR_NO_MORE ? writeAttributes(pat, attributes) : error;

@@ -266,8 +266,10 @@ RPT bodyDirection(const std::vector<Element>& lines, bool atStart) {
 } // namespace
 
 DimDrawing drawDimension(const Dimension& dimension, double millimetresPerUnit) {
-    if (!dimension.lines.empty()) return {dimension.lines, {}};
-    return Drawer(dimension, millimetresPerUnit).draw();
+    if (!dimension.lines.empty() && dimension.points.empty()) return {dimension.lines, {}};
+    DimDrawing own = Drawer(dimension, millimetresPerUnit).draw();
+    if (!dimension.lines.empty()) own.lines = dimension.lines;
+    return own;
 }
 
 DimDrawing drawArrow(const Arrow& arrow, double millimetresPerUnit) {

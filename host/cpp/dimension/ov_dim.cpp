@@ -1,5 +1,6 @@
 // Dimensions of the active pattern: parameters, making, reading.
 #include "ov_dim.h"
+#include "ov_arrow.h"
 
 #include "dimension/dim_drawing.h"
 #include "dimension/dim_text.h"
@@ -79,9 +80,11 @@ int makeDimension(int kind, const std::vector<OV_DIM_PT>& points, const RPT& tex
     return 0;
 }
 
-/// The two points of an ordinate's leader; another dimension of lines has none.
+/// The two points of an ordinate's leader; another dimension of lines has none. One that shows lines of its
+/// own has them among its points.
 std::vector<OV_DIM_PT> leaderPoints(const Dimension& dimension) {
-    if (dimension.mode != OV_DIM_MODE_ORDINATE || dimension.lines.empty()) return {};
+    const bool isLeader = dimension.mode == OV_DIM_MODE_ORDINATE && dimension.points.empty();
+    if (!isLeader || dimension.lines.empty()) return {};
     const Element &first = dimension.lines.front(), &last = dimension.lines.back();
     return {{first.x, first.y, 3}, {last.x, last.y, 2}};
 }
@@ -198,6 +201,24 @@ int ovdodim(int code, int patNo, int* row, int* kind, std::vector<OV_DIM_PT>* po
     if (callFails()) return errorNoMemory;
     if (code == 6) return makeDimension(*kind, *points, *textPos, refs, *text, row);
     return code == kRead ? readDimension(patNo, *row, kind, points, textPos, refs, text) : errorNotApplicable;
+}
+
+int ovdimlines(int code, int patNo, int row) {
+    if (callFails()) return errorNoMemory;
+    DimensionState& state = drawingState().dimension;
+    Pattern* pattern = openDrawing().find(patNo);
+    Dimension* dimension = dimensionAt(patNo, row);
+    const bool isMade = pattern && patNo == state.madePattern && state.madeRow >= 0 &&
+                        static_cast<std::size_t>(state.madeRow) + 1 == pattern->arrows.size();
+    if (!dimension || !isMade) return errorNoSuchObject;
+    if (code != 6) return errorNotApplicable;
+    for (const OV_DIM_PT& p : leaderPoints(*dimension))
+        dimension->points.push_back({p.x, p.y, static_cast<double>(p.kind)});
+    dimension->lines = std::move(pattern->arrows.back().lines);
+    pattern->arrows.pop_back();
+    --openDrawing().elementCount;
+    state.madeRow = -1;
+    return 0;
 }
 
 int ovdim(int code, int patNo, int* row, int* textRow, int* tolRow, RPT refs[3]) {

@@ -18,7 +18,8 @@ std::size_t Pattern::size() const {
 Pattern& Drawing::addPattern(bool scratch) {
     Pattern& pattern = restorePattern(lastNumber + 1);
     pattern.scratch = scratch;
-    pattern.view = activeView;
+    pattern.view = openDefinition == 0 ? activeView : 0;
+    pattern.definition = openDefinition;
     return pattern;
 }
 
@@ -65,7 +66,8 @@ bool Drawing::remove(int number) {
 Pattern* Drawing::next(int number) {
     if (number >= lastNumber) return nullptr;
     for (std::size_t i = slot(number + 1); i < patterns.size(); ++i)
-        if (patterns[i].number != 0 && !patterns[i].scratch) return &patterns[i];
+        if (patterns[i].number != 0 && !patterns[i].scratch && patterns[i].definition == openDefinition)
+            return &patterns[i];
     return nullptr;
 }
 
@@ -99,7 +101,7 @@ bool Drawing::isVisible(const Pattern& pattern) const {
 }
 
 bool Drawing::isContentOf(const Pattern& pattern, int view) const {
-    if (pattern.number == 0 || pattern.scratch || pattern.view != view || !isVisible(pattern)) return false;
+    if (!pattern.isContent() || pattern.view != view || !isVisible(pattern)) return false;
     // The outline of a detail view is its symbol, no part of the model.
     return std::none_of(pattern.attributes.begin(), pattern.attributes.end(), [](const auto& attribute) {
         return attribute.first == "object" && attribute.second == "detailoutline";

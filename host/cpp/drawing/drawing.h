@@ -7,6 +7,7 @@
 #include "drawing/bitmap.h"
 #include "drawing/dimension.h"
 #include "drawing/element.h"
+#include "drawing/made_from.h"
 #include "drawing/space_content.h"
 #include "drawing/view.h"
 #include "pens.h"
@@ -144,9 +145,12 @@ struct Pattern : SpaceContent {
     bool visible = true;
     int groupNumber = 0;
     int workId = 0;
-    int view = 0; ///< number of the sheet that it stands on, 0: the model
+    int view = 0;       ///< number of the sheet that it stands on, 0: the model
+    int definition = 0; ///< number of the definition that it is part of, 0: content of the drawing
     PatternIds ids;
     std::vector<std::pair<std::string, std::string>> attributes; ///< in order of setting
+    /// Where they stand by name, once there are many; of no meaning while its size isn't theirs.
+    std::unordered_map<std::string, std::size_t> attributePlaces;
     Relation relation;
     std::vector<Element> elements;
     std::vector<ElementAttribute> elementAttributes;
@@ -156,7 +160,10 @@ struct Pattern : SpaceContent {
     std::vector<Arrow> arrows; ///< those that stand by themselves
     std::vector<Dimension> dimensions;
     std::vector<Bitmap> bitmaps;
+    std::vector<Origin> origins; ///< of runs of elements, texts and hatches, in order of adding
+    std::vector<Placed> placed;  ///< at most one
 
+    bool isContent() const { return number != 0 && !scratch && definition == 0; }
     /// True when it holds neither elements nor objects; attributes don't count.
     bool empty() const;
     /// Elements and objects.
@@ -233,6 +240,10 @@ public:
     std::map<int, OV_PEN_LOOK> penLooks;         ///< pens with a look of their own
     std::map<std::string, StateSettings> states; ///< by "obstat"
     std::vector<int> lastInterfaceIds;           ///< patterns that the last import made
+    std::vector<Definition> definitions;         ///< number 1 is the first
+    /// What must be added to the drawing's coordinates for those that the texts of origins speak of.
+    RPT originFrame{0, 0};
+    int openDefinition = 0; ///< where new patterns belong and walks go, 0: the drawing's content
     std::string fileName;
 
     /// A new pattern behind all others; numbers ascend from 1 and are not used twice. Not made active.
@@ -242,7 +253,8 @@ public:
     Pattern* find(int number); ///< null when there is none
     const Pattern* find(int number) const;
     bool remove(int number);
-    /// The content pattern with the smallest number above `number`; null at the end.
+    /// The pattern of the content, or of the open definition, with the smallest number above `number`; null
+    /// at the end.
     Pattern* next(int number);
     Pattern* active() { return find(activeNumber); }
 

@@ -21,7 +21,7 @@ public:
     std::string dump() {
         head();
         for (const Pattern& pattern : drawing_.patterns)
-            if (pattern.number != 0 && !pattern.scratch) dumpPattern(pattern);
+            if (pattern.isContent()) dumpPattern(pattern);
         return std::move(out_);
     }
 
@@ -365,7 +365,7 @@ Counts countDrawing(const Drawing& drawing) {
     Counts counts;
     const auto add = [](long& sum, std::size_t more) { sum += static_cast<long>(more); };
     for (const Pattern& p : drawing.patterns) {
-        if (p.number == 0 || p.scratch) continue;
+        if (!p.isContent()) continue;
         ++counts.patterns;
         countElements(p, counts);
         add(counts.texts, p.texts.size());

@@ -28,7 +28,8 @@ void FaceList::endFace(int pen) {
 }
 
 bool FaceView::isArea() const {
-    return count > 3 && std::all_of(marks + 1, marks + count, [](char mark) { return mark & EDGE; });
+    return pen != 0 && count > 3 &&
+           std::all_of(marks + 1, marks + count, [](char mark) { return mark & EDGE; });
 }
 
 EdgeLook EdgeLooks::at(int point) {

@@ -35,7 +35,8 @@ struct FaceView {
     int count; ///< of points, with the one that repeats the first
     int first; ///< place of its first point in the list
     int pen;
-    /// Whether it encloses an area: edges run to all of its points. Else it is a run of edges.
+    /// Whether it encloses an area: it has a pen, and edges run to all of its points. Else it is a run of
+    /// edges.
     bool isArea() const;
 };
 

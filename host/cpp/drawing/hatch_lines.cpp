@@ -82,7 +82,7 @@ static void count(const Hatch& hatch, HatchCounts& counts) {
 HatchCounts countHatches(const Drawing& drawing) {
     HatchCounts counts;
     for (const Pattern& pattern : drawing.patterns) {
-        if (pattern.number == 0 || pattern.scratch) continue;
+        if (!pattern.isContent()) continue;
         for (const Hatch& hatch : pattern.hatches) count(hatch, counts);
     }
     return counts;

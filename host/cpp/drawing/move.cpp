@@ -55,8 +55,10 @@ void moveModel(Drawing& drawing, double dx, double dy) {
         if (!planesOfSheets.contains(id))
             for (RPT3* p : {&plane.a, &plane.b, &plane.c}) move.point(*p);
     if (drawing.geoReference.set) move.point(drawing.geoReference.point);
+    drawing.originFrame.x -= dx;
+    drawing.originFrame.y -= dy;
     for (Pattern& pattern : drawing.patterns) {
-        if (pattern.view != 0) continue;
+        if (pattern.view != 0 || pattern.definition != 0) continue;
         pattern.relation.placement.tx += dx;
         pattern.relation.placement.ty += dy;
         if (pattern.workId != 0) continue;

@@ -89,6 +89,14 @@ void Rescale::operator()(Pattern& pattern) const {
         for (RPT3* p : {&bitmap.origin, &bitmap.u, &bitmap.v}) (*this)(*p);
 }
 
+/// What content was made from has the numbers of the unit that was.
+void forgetOrigins(Drawing& drawing) {
+    for (Pattern& pattern : drawing.patterns) {
+        pattern.origins.clear();
+        pattern.placed.clear();
+    }
+}
+
 } // namespace
 
 void Drawing::changeUnit(int newUnit) {
@@ -97,6 +105,7 @@ void Drawing::changeUnit(int newUnit) {
     if (to <= 0 || newUnit == unit) return;
     const Rescale rescale(from, to);
     for (Pattern& pattern : patterns) rescale(pattern);
+    forgetOrigins(*this);
     for (auto& [id, plane] : workPlanes) {
         rescale(plane.a);
         rescale(plane.b);
@@ -112,6 +121,7 @@ void Drawing::changeUnit(int newUnit) {
 void Drawing::multiplyModel(double ratio) {
     if (!(ratio > 0) || ratio == 1) return;
     const Rescale rescale(ratio, 1);
+    forgetOrigins(*this);
     std::unordered_set<int> planesOfSheets;
     for (Pattern& pattern : patterns) {
         if (pattern.view == 0)

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace host {
@@ -24,17 +25,32 @@ public:
     void draw(const RPT3 (&t)[3], std::uint32_t color) {
         const double area = (t[1].x - t[0].x) * (t[2].y - t[0].y) - (t[1].y - t[0].y) * (t[2].x - t[0].x);
         if (!(std::fabs(area) > 0) || !std::isfinite(area)) return;
-        const auto [lowX, highX] = std::minmax({t[0].x, t[1].x, t[2].x});
         const auto [lowY, highY] = std::minmax({t[0].y, t[1].y, t[2].y});
-        for (int y = pixel(lowY, height_); y <= pixel(highY, height_) && y < height_; ++y)
-            for (int x = pixel(lowX, width_); x <= pixel(highX, width_) && x < width_; ++x)
-                drawPixel(t, area, x, y, color);
+        const int last = std::min(pixel(highY, height_), height_ - 1);
+        for (int y = pixel(lowY, height_); y <= last; ++y) {
+            const auto [lowX, highX] = widthAt(t, std::clamp(y + 0.5, lowY, highY));
+            // One more at each end, for the digits that a crossing has lost.
+            const int end = std::min(pixel(highX + 1, width_), width_ - 1);
+            for (int x = pixel(lowX - 1, width_); x <= end; ++x) drawPixel(t, area, x, y, color);
+        }
     }
     unsigned char* bytes() { return reinterpret_cast<unsigned char*>(colors_.data()); }
 
 private:
     static int pixel(double at, int limit) {
         return static_cast<int>(std::clamp(std::floor(at), 0.0, static_cast<double>(limit)));
+    }
+    /// Where a level line enters and leaves a triangle.
+    static std::pair<double, double> widthAt(const RPT3 (&t)[3], double y) {
+        double low = std::numeric_limits<double>::infinity(), high = -low;
+        for (int i = 0; i < 3; ++i) {
+            const RPT3 &a = t[i], &b = t[(i + 1) % 3];
+            if ((a.y < y && b.y < y) || (a.y > y && b.y > y)) continue;
+            const double x = a.y == b.y ? a.x : a.x + (b.x - a.x) * (y - a.y) / (b.y - a.y);
+            low = std::min({low, x, a.y == b.y ? b.x : x});
+            high = std::max({high, x, a.y == b.y ? b.x : x});
+        }
+        return {low, high};
     }
     void drawPixel(const RPT3 (&t)[3], double area, int x, int y, std::uint32_t color) {
         const double px = x + 0.5, py = y + 0.5;

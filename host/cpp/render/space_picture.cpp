@@ -8,6 +8,7 @@
 #include "render/curves.h"
 #include "render/painter.h"
 #include "render/shade.h"
+#include "solid/solid_faces.h"
 #include "text/layout.h"
 
 #include <algorithm>
@@ -53,12 +54,20 @@ SpacePicture::SpacePicture(const Drawing& drawing, const RenderOptions& options)
     }
 }
 
+/// Faces of solids, which a wireframe doesn't need.
+void SpacePicture::addSolids(SpaceContent& content) const {
+    constexpr std::size_t mostTriangles = 2'000'000; // of a solid
+    if (!options_.hidden && !options_.shade) return;
+    for (const Solid& solid : content.solids) content.faceLists.push_back(solidFaces(solid, mostTriangles));
+}
+
 void SpacePicture::addSpace(const Pattern& pattern) {
-    if (!drawing_.workPlanes.contains(pattern.workId)) {
+    if (!drawing_.workPlanes.contains(pattern.workId) && pattern.solids.empty()) {
         view_.add(pattern);
         return;
     }
     SpaceContent content = pattern;
+    addSolids(content);
     const GeMat44 place = placeOf(drawing_, pattern);
     forEachPoints(content, [&](std::vector<RPT3>& points) {
         for (RPT3& p : points) p = placed(p, place);

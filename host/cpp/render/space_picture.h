@@ -25,6 +25,7 @@ private:
     bool isShown(const Pattern& pattern) const;
     /// The flat elements of a pattern that have no like in space.
     const Pattern& flatOf(const Pattern& pattern) const;
+    void addSolids(SpaceContent& content) const;
     void addSpace(const Pattern& pattern);
     void measure(const Pattern& pattern);
     void addElements(const Pattern& pattern);

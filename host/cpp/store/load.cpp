@@ -1,4 +1,5 @@
 #include "store/look_tables.h"
+#include "store/origin_tables.h"
 #include "store/store.h"
 
 #include "services/open_file.h"
@@ -78,6 +79,7 @@ static void readPatterns(Database& db, std::int64_t version, const DrawingHead& 
     readSpace(db, version, drawing);
     readHatchParts(db, version, drawing);
     readPartLists(db, drawing, &Pattern::texts, &Text::lines);
+    if (hasTable<Origin>(version)) readOrigins(db, drawing);
 }
 
 static void readStates(Database& db, std::int64_t version, Drawing& drawing) {

@@ -256,6 +256,7 @@ struct Row<ImportedPattern> {
 
 #include "store/dimension_rows.h"
 #include "store/look_rows.h"
+#include "store/origin_rows.h"
 
 namespace host {
 
@@ -270,7 +271,8 @@ using ForEachRow =
                Holder<WorkPlane>, Holder<LineType>, Holder<Rgb>, Holder<NamedState>, Holder<NamedTextState>,
                Holder<ImportedPattern>, Holder<Relation>, Holder<ElementAttribute>, Holder<Bitmap>,
                Holder<ViewDetails>, Holder<ViewInsert>, Holder<SheetPattern>, Holder<GeoReference>,
-               Holder<LayerLook>, Holder<OV_PEN_LOOK>, Holder<DrawingSource>>;
+               Holder<LayerLook>, Holder<OV_PEN_LOOK>, Holder<DrawingSource>, Holder<Origin>, Holder<Placed>,
+               Holder<Definition>, Holder<DefinitionPattern>>;
 
 /// Visitor: lists the columns' declarations.
 class ColumnLister {

@@ -1,4 +1,5 @@
 #include "store/look_tables.h"
+#include "store/origin_tables.h"
 #include "store/store.h"
 
 #include "store/replace.h"
@@ -68,6 +69,7 @@ static void putDrawing(Tables& tables, const Drawing& drawing) {
     for (const auto& [number, color] : drawing.pens) tables.of<Rgb>().put({number}, color);
     if (drawing.unitAssumed) tables.of<DrawingSource>().put({}, {true});
     writeSheets(tables, drawing);
+    putOrigins(tables, drawing);
 }
 
 static void writeDatabase(const Drawing& drawing, const std::string& path) {

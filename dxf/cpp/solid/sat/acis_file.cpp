@@ -51,7 +51,9 @@ bool File::write(OdStreamBuf& stream, std::uint32_t version, int) {
 }
 
 std::string File::save(std::uint32_t version) {
+    constexpr std::size_t bytesPerValue = 10;
     OdMemoryBuf out;
+    out.content.reserve(values.size() * bytesPerValue);
     if (!write(out, version, 1)) return {};
     return std::move(out.content);
 }

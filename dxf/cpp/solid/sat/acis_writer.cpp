@@ -409,8 +409,8 @@ bool Encoder::model() {
 bool hasPlace(const File& file, const ENTITY& entity, int version) {
     if (!entity.kind) return false;
     const Class& isA = *entity.kind->isA;
+    if (isA.id == Id::Attrib_Unknown_AsmHeader) return isAsm(version);
     if (version > TARGET_VERSION) return true;
-    if (isA.id == Id::Attrib_Unknown_AsmHeader) return false;
     if (isA.leaves700) return file.header.version <= TARGET_VERSION;
     if (!sameText(entity.kind->name, LONG_ATTRIBUTE) || entity.count == 0) return true;
     const Value& last = file.values[entity.first + entity.count - 1];
