@@ -113,6 +113,13 @@ void Loading::note(const std::string& text) {
     loaded_.important.push_back(text);
 }
 
+std::vector<std::string> pictureFaults() {
+    std::vector<std::string> faults;
+    for (const std::string& line : host::session().messageArea)
+        if (line.starts_with("Picture ")) faults.push_back(words::retold(line));
+    return faults;
+}
+
 void Loading::prepareSession() {
     host::resetSession();
     host::Session& session = host::session();
@@ -120,7 +127,8 @@ void Loading::prepareSession() {
     if (options_.read.maxElements > 0) session.maxElements = options_.read.maxElements;
     session.wantsAbort = [] { return isInterrupted(); };
     if (isAlone_ && !options_.quiet) session.onStatus = showProgress;
-    if (const char* converter = std::getenv("TORVA_DWG_CONVERTER")) session.dwgConverter = converter;
+    const char* const converter = std::getenv("TORVA_DWG_CONVERTER");
+    if (converter && options_.confine.empty()) session.dwgConverter = converter;
 }
 
 void Loading::lookThrough(const std::string& path) {
@@ -218,6 +226,10 @@ void Loading::importDxf(const std::string& path) {
     loaded_.error = whyNoConfig(options_);
     if (!loaded_.error.empty()) return;
     if (keeps || options_.read.passport) lookThrough(path);
+    if (scan_.hasEndlessLine) {
+        loaded_.error = words::say("{}: a line of more than a megabyte, this is no drawing", path);
+        return;
+    }
     if (keeps && !prepareKeeping()) return;
     setVariables();
     const RunFiles files(folder_);
@@ -230,6 +242,7 @@ void Loading::importDxf(const std::string& path) {
         loaded_.messages.push_back(message.text);
         if (message.level > 0) loaded_.important.push_back(message.text);
     }
+    for (const std::string& fault : pictureFaults()) note(fault);
     for (const std::string& dialog : host::session().dialogs) note(dialog);
     if (host::session().elementLimitHit)
         note(words::say("Stopped: more elements than allowed (--max-elements)"));
@@ -288,6 +301,10 @@ int tellOutcome(const std::string& input, const Loaded& loaded, const Options& o
     if (!options.quiet)
         for (const std::string& line : accountLines(loaded)) std::cerr << input << ": " << line << '\n';
     if (loaded.stat == 0) return STATUS_DONE;
+    constexpr int notConverted = 3011;
+    if (loaded.stat == notConverted && isDwg(input))
+        return fail(input, words::say("the program that TORVA_DWG_CONVERTER names ({}) didn't convert it",
+                                      host::session().dwgConverter));
     return fail(input, words::say("the import ended with error {}", loaded.stat));
 }
 

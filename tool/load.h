@@ -39,6 +39,9 @@ void setUserVariables(const Options& options);
 /// other input is being worked on at the same time, so that a progress bar may be shown.
 Loaded loadInput(const std::string& input, const Options& options, bool isAlone);
 
+/// What the host said of pictures that it can't show or write.
+std::vector<std::string> pictureFaults();
+
 /// Tells the messages on standard error, as far as the options ask for them.
 /// Result: STATUS_DONE, or STATUS_FAILED when the input ended with an error.
 int tellOutcome(const std::string& input, const Loaded& loaded, const Options& options);

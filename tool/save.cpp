@@ -8,6 +8,7 @@
 #include "environment.h"
 #include "file_kind.h"
 #include "keep.h"
+#include "load.h"
 #include "progress.h"
 #include "protocol.h"
 #include "services/session.h"
@@ -196,6 +197,7 @@ int saveDxf(const std::string& name, const Loaded& source, const Options& option
     if (!options.quiet) {
         for (const DxReportMessage& message : DxGetExportReport().messages)
             if (options.verbose || message.level > 0) std::cerr << name << ": " << message.text << '\n';
+        for (const std::string& line : pictureFaults()) std::cerr << name << ": " << line << '\n';
         for (const std::string& line : session.dialogs) std::cerr << name << ": " << line << '\n';
     }
     const int stat = static_cast<int>(session.numbers["&DxfStat"]);

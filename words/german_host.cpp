@@ -46,6 +46,13 @@ static constexpr auto kRows = sorted(std::to_array<Row>({
     {"A subcommand is required", "Ein Befehl fehlt"},
 
     // The host's files and pictures.
+    {"it is no JPEG, TIFF, PNG or BMP picture", "es ist kein JPEG-, TIFF-, PNG- oder BMP-Bild"},
+    {"it can't be opened", "es kann nicht geöffnet werden"},
+    {"it has no pixels", "es hat keine Bildpunkte"},
+    {"it ends too early", "es endet zu früh"},
+    {"{} x {} pixels are too many", "{} x {} Bildpunkte sind zu viele"},
+    {"Picture {} won't show: {}", "Bild {} wird nicht gezeigt: {}"},
+    {"Picture {} wasn't written: {}", "Bild {} wurde nicht geschrieben: {}"},
     {"Can't write {}", "{} kann nicht geschrieben werden"},
     {"Can't write {}: {}", "{} kann nicht geschrieben werden: {}"},
     {"Can't replace {}: {}", "{} kann nicht ersetzt werden: {}"},

@@ -48,6 +48,9 @@ public:
     CI_FACETS* CreateFacets(DsCsr* pattern, const RPT3* points, RPT3 normal, const RPT3* normals,
                             const RPT* none, const unsigned char* flags, unsigned long count,
                             unsigned short kind);
+    /// Point `index` of cloud `cloud` of the cursor's pattern, in the drawing's frame and the context's unit,
+    /// with its pen. 1005 when there is none.
+    int GetCloudPoint(const DsCsr& pattern, long cloud, long index, RPT3* point, int* pen) const;
     /// Adds a cloud of points, each with its pen. 3011 for none.
     int AddPointCloud(DsCsr* pattern, const RPT3* points, const unsigned long* pens, unsigned long count,
                       int kind);

@@ -65,12 +65,47 @@ TEST_F(PictureFiles, GoFromAnyFormatToTiffAndJpeg) {
     EXPECT_EQ(host::convertPicture(source, path("no/such.tif"), PictureKind::Jpeg), "it can't be written");
 }
 
+/// A BMP of 2 by 2 pixels, red and blue above green and white, in rows from the bottom.
+static std::string bmp(int bits, const std::string& between, const std::string& rows,
+                       std::uint32_t width = 2) {
+    std::string bytes = "BM";
+    const auto put = [&bytes](std::uint32_t value, int size) {
+        for (int i = 0; i < size; ++i) bytes += static_cast<char>(value >> (8 * i) & 255);
+    };
+    put(0, 4), put(0, 4), put(static_cast<std::uint32_t>(54 + between.size()), 4);
+    put(40, 4), put(width, 4), put(2, 4), put(1, 2), put(static_cast<std::uint32_t>(bits), 2);
+    for (int i = 0; i < 6; ++i) put(0, 4);
+    return bytes + between + rows;
+}
+
+TEST_F(PictureFiles, MayBeBitmapsOfAnyDepth) {
+    const std::string wanted = "2x2 f00 00f 0f0 fff";
+    const std::string red("\0\0\xff\0", 4), green("\0\xff\0\0", 4), blue("\xff\0\0\0", 4),
+        white("\xff\xff\xff\0", 4);
+    const std::string palette = red + blue + green + white;
+    EXPECT_EQ(corners(write("4.bmp", bmp(4, palette, std::string("\x23\0\0\0\x01\0\0\0", 8)))), wanted);
+    EXPECT_EQ(corners(write("8.bmp", bmp(8, palette, std::string("\2\3\0\0\0\1\0\0", 8)))), wanted);
+    EXPECT_EQ(corners(write("16.bmp", bmp(16, "", std::string("\xe0\x03\xff\x7f\0\x7c\x1f\0", 8)))), wanted);
+    const std::string fill(2, '\0');
+    EXPECT_EQ(corners(write("24.bmp", bmp(24, "",
+                                          green.substr(0, 3) + white.substr(0, 3) + fill + red.substr(0, 3) +
+                                              blue.substr(0, 3) + fill))),
+              wanted);
+    EXPECT_EQ(corners(write("32.bmp", bmp(32, "", green + white + red + blue))), wanted);
+    EXPECT_EQ(corners(write("cut.bmp", bmp(32, "", green + white + red))), "it ends too early");
+    EXPECT_EQ(corners(write("bomb.bmp", bmp(32, "", "", 1u << 30))), "1073741824 x 2 pixels are too many");
+    EXPECT_EQ(corners(write("odd.bmp", bmp(7, "", std::string(64, 'x')))), "its colours are unknown");
+    EXPECT_EQ(corners(write("head.bmp", "BM")), "its head is cut");
+    ASSERT_EQ(host::convertPicture(path("4.bmp"), path("4.tif"), PictureKind::Tiff), "");
+    EXPECT_EQ(corners(path("4.tif")), wanted);
+}
+
 TEST_F(PictureFiles, ThatAreNoPicturesOrTooLargeAreRefused) {
     EXPECT_EQ(corners(write("bomb.png", pngHead(100'000, 100'000))), "100000 x 100000 pixels are too many");
     EXPECT_EQ(corners("/dev/zero"), "it isn't a file");
     EXPECT_EQ(corners(folder_), "it isn't a file");
     EXPECT_EQ(corners(path("none")), "it can't be opened");
-    EXPECT_EQ(corners(write("t.tif", "a text")), "it is no JPEG, TIFF or PNG picture");
+    EXPECT_EQ(corners(write("t.tif", "a text")), "it is no JPEG, TIFF, PNG or BMP picture");
     const std::string whole = fourColours(64, 32);
     ASSERT_EQ(host::convertPicture(write("w.tif", whole), path("w.jpg"), PictureKind::Jpeg), "");
     for (const std::string& content : {whole, contentOf(path("w.jpg"))}) {

@@ -75,7 +75,7 @@ TEST(Images, WithoutADefinitionAFileOrASizeAreLeftOut) {
     EXPECT_THAT(messages(drawing("p.tif", at(12, {0, 0, 0}))),
                 HasSubstr("p.tif konnte nicht erzeugt werden!"));
     const std::string damaged = messages(drawing("text.tif"));
-    EXPECT_THAT(damaged, HasSubstr("won't show: it is no JPEG, TIFF or PNG picture"));
+    EXPECT_THAT(damaged, HasSubstr("won't show: it is no JPEG, TIFF, PNG or BMP picture"));
     EXPECT_THAT(damaged, HasSubstr("bitmap \"text.tif\" pixels 0 0"));
     for (const char* odd : {"/dev/zero", ".", "../", "drawing.dxf"})
         EXPECT_THAT(messages(drawing(odd)), testing::AnyOf(HasSubstr("geöffnet"), HasSubstr("won't show")))

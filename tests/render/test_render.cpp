@@ -2,6 +2,7 @@
 #include "faces.h"
 #include "render/curves.h"
 #include "render/frame.h"
+#include "render/plan_of_space.h"
 #include "render/render.h"
 #include "render/style.h"
 
@@ -160,6 +161,8 @@ TEST_F(Pictures, ElementsStandWhereTheyShouldInTheirColours) {
 TEST_F(Pictures, InSpaceWhatStandsInFrontHidesTheRest) {
     Drawing d = sheet();
     d.patterns[0].elements.insert(d.patterns[0].elements.end(), {move(40, 90), draw(60, 90, 2)});
+    Text& text = d.patterns[0].texts.emplace_back(); // seen from its edge
+    text.lines = {"flat"}, text.x = 50, text.y = 20;
     Pattern& space = d.addPattern(false);
     space.faceLists = {faceList({{20, 50, 0}, {80, 50, 0}, {80, 50, 60}, {20, 50, 60}}, 3)};
     space.curves = {{{{0, 80, 30}, {100, 80, 30}}, 2}};
@@ -189,6 +192,33 @@ TEST_F(Pictures, InSpaceWhatStandsInFrontHidesTheRest) {
     EXPECT_EQ(at(10, 45), kWhite);
     options.view = "Default";
     EXPECT_NE(renderDrawing(d, (folder / "p.png").string(), options), "");
+}
+
+TEST_F(Pictures, InSpaceAnArcIsThePlanOfItsWallAlone) {
+    const auto arcIsBeside = [](const FaceList& faces) {
+        Pattern pattern;
+        pattern.faceLists = {faces};
+        Element arc = draw(10, 0, 1);
+        arc.type = ElementType::Arc, arc.cx = 5, arc.ccw = 0;
+        pattern.elements = {move(0, 0), arc};
+        PlanOfSpace plan(10);
+        plan.add(pattern);
+        plan.finish();
+        return !plan.elementsBeside(pattern).elements.empty();
+    };
+    FaceList posts = faceList({{0, 0, 0}, {0, -1, 0}, {0, -1, 3}, {0, 0, 3}});
+    addFace(posts, {{10, 0, 0}, {10, -1, 0}, {10, -1, 3}, {10, 0, 3}});
+    EXPECT_TRUE(arcIsBeside(posts)) << "between two posts";
+    FaceList wall;
+    const auto foot = [](int i) {
+        const double angle = std::acos(-1) * i / 18;
+        return RPT{5 + 5 * std::cos(angle), 5 * std::sin(angle)};
+    };
+    for (int i = 0; i < 18; ++i) {
+        const RPT a = foot(i), b = foot(i + 1);
+        addFace(wall, {{a.x, a.y, 0}, {b.x, b.y, 0}, {b.x, b.y, 3}, {a.x, a.y, 3}});
+    }
+    EXPECT_FALSE(arcIsBeside(wall));
 }
 
 TEST_F(Pictures, LineTypesAreDashedAtTheDrawingsScale) {

@@ -77,6 +77,27 @@ TEST_F(SpaceExport, EveryFormatIsSound) {
     }
 }
 
+TEST_F(SpaceExport, PointsOfCloudsComeBack) {
+    ImportOptions options = unshifted();
+    options.in3d = true;
+    options.config = flags("READ_LAYER=ATTR\n");
+    DxfText text = dxf().header("AC1015").layer("A", 3).layer("B", 5);
+    for (const double x : {1.25, 2.5, 3.75})
+        text.entity("POINT", DxfGroups{{8, x < 3 ? "A" : "B"}} + at(10, {x, 2 * x, 3 * x}));
+    ASSERT_EQ(importText(text.text(), options).stat, 0);
+    for (const char* lines :
+         {"LAYER_ELEM=ATTR\nWRITE_CLOUDS=1\n", "LAYER_ELEM=ATTR\nWRITE_CLOUDS=1\nWRITE_BLOCKS=YES\n"}) {
+        const Exported file = export3d(exportConfig("ACAD24", lines));
+        EXPECT_EQ(file.errors(), "");
+        ASSERT_EQ(file.count(0, "POINT"), 3u);
+        EXPECT_EQ(valueOf(file.first(0, "POINT", 1), 8), "A");
+        EXPECT_EQ(valueOf(file.first(0, "POINT", 2), 8), "B");
+        EXPECT_EQ(std::atof(valueOf(file.first(0, "POINT", 2), 30).c_str()), 11.25);
+        EXPECT_EQ(file.protocol.find("not written"), std::string::npos);
+    }
+    EXPECT_EQ(export3d(exportConfig("ACAD24")).count(0, "POINT"), 0u);
+}
+
 TEST_F(SpaceExport, FlagsOfTrianglesHideTheEdgeWithoutLength) {
     host::Pattern& pattern = addPattern({});
     pattern.faceLists.push_back(faceList({{0, 0, 0}, {1, 0, 0}, {0, 1, 5}}));

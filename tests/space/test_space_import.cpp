@@ -1,6 +1,7 @@
 // What a 3D import makes of faces, meshes and thickness.
 #include "../import/drawn.h"
 #include "ci_3d.h"
+#include "dx_report.h"
 #include "rpt.h"
 
 #include <gtest/gtest.h>
@@ -74,24 +75,40 @@ TEST(Face3d, WarpedOnesAreTwoTriangles) {
         << "elevation, and 0 for what isn't given";
 }
 
-TEST(Face3d, TakesThePenClosestToItsMaterial) {
+DxfGroups subdivision(const std::vector<RPT3>& vertices, const std::vector<int>& faces, int announced = -1) {
+    DxfGroups groups = {{71, "2"}, {72, "0"}, {91, "3"}, {92, std::to_string(vertices.size())}};
+    for (const RPT3& p : vertices) groups = groups + at(10, {p.x, p.y, p.z});
+    groups.push_back({93, std::to_string(announced < 0 ? static_cast<int>(faces.size()) : announced)});
+    for (const int value : faces) groups.push_back({90, std::to_string(value)});
+    return groups + DxfGroups{{94, "1"}, {90, "0"}, {90, "1"}, {95, "1"}, {140, "0"}, {90, "7"}};
+}
+
+TEST(Materials, GiveFacesAndMeshesTheirPens) {
     // Materials stand behind the entities: the pass over the second space knows those of the first.
     ImportOptions options = in3d();
     options.numbers["&DxfParseExt"] = 0;
     options.numbers["&DxfPaper"] = 2;
-    const DxfGroups face = corners({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}) + DxfGroups{{67, "1"}};
-    const auto penOf = [&](const char* handle) {
+    const std::vector<RPT3> square = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
+    const auto penOf = [&](const char* kind, const DxfGroups& groups, const char* handle) {
         DxfText text = dxf().header("AC1015").entity("LINE", at(11, {1, 1}));
-        text.entity("3DFACE", face + DxfGroups{{347, handle}, {62, "1"}});
-        text.section("OBJECTS", {{0, "MATERIAL"}, {5, "AB"}, {90, "255"}, {91, "65280"}}, true);
+        text.entity(kind, DxfGroups{{67, "1"}, {347, handle}, {62, "1"}} + groups);
+        text.section("OBJECTS", {{0, "MATERIAL"}, {5, "AB"}, {1, "M"}, {90, "255"}, {91, "65280"}}, true);
         const std::string faces = spaceOf(text, options);
-        return faces.substr(0, faces.find(" 0 0 0"));
+        return faces.substr(0, std::min(faces.find(" 0 0 0"), faces.find(" normal")));
     };
-    int blue = 0;
-    const double rgb[3] = {0, 0, 1};
-    ASSERT_EQ(Ci3d::GetClosestPen(rgb, blue), 0);
-    EXPECT_EQ(penOf("AB"), "face pen " + std::to_string(blue));
-    EXPECT_NE(penOf("AB"), penOf("AC")) << "no such material: the pen of the colour";
+    const auto closest = [](double green, double blue) {
+        const double rgb[3] = {0, green, blue};
+        int pen = 0;
+        EXPECT_EQ(Ci3d::GetClosestPen(rgb, pen), 0);
+        return std::to_string(pen);
+    };
+    const DxfGroups face = corners({square[0], square[1], square[2], square[3]});
+    const DxfGroups mesh = subdivision(square, {4, 0, 1, 2, 3});
+    const std::string ambient = closest(0, 1), diffuse = closest(1, 0);
+    EXPECT_EQ(penOf("3DFACE", face, "AB"), "face pen " + ambient);
+    EXPECT_EQ(penOf("MESH", mesh, "AB"), "facets pen " + diffuse + " material 1");
+    EXPECT_EQ(penOf("MESH", mesh, "AC"), "facets pen 2") << "no such material: the pen of the colour";
+    EXPECT_EQ(penOf("3DFACE", face, "AC"), "face pen 2");
 }
 
 TEST(Thickness, RaisesLinesArcsAndSolids) {
@@ -170,6 +187,46 @@ TEST(PolygonMesh, ClosesInNWithCaps) {
         << "the only cap shows but the edge that closes it";
 }
 
+TEST(PolygonMesh, MayHaveNoCapsAndNoGapWhereBothEndsMeet) {
+    ImportOptions options = in3d();
+    options.config = flags("MESH_CAPS=0\n");
+    const auto faces = [&](int flags, const ImportOptions& with) {
+        const std::string all = spaceOf(mesh(3, 3, 16 + flags,
+                                             {{0, 0, 0},
+                                              {1, 0, 0},
+                                              {0, 1, 0},
+                                              {0, 5, 9},
+                                              {1, 5, 9},
+                                              {0, 6, 9},
+                                              {9, 0, 9},
+                                              {9, 1, 9},
+                                              {9, 0, 8}}),
+                                        with);
+        return std::count(all.begin(), all.end(), '\n');
+    };
+    EXPECT_EQ(faces(32, in3d()), 2 * 6 + 2);
+    EXPECT_EQ(faces(32, options), 2 * 6) << "a tube";
+    EXPECT_EQ(faces(32 + 1, in3d()), 2 * 8 + 4);
+    EXPECT_EQ(faces(32 + 1, options), 2 * 9) << "a ring";
+}
+
+TEST(Meshes, EndlessFacesAreLeftOutAndTold) {
+    // No file's number is endless, but scales of nested blocks multiply.
+    const DxfGroups cage =
+        subdivision({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {1e18, 0, 0}}, {3, 0, 1, 2, 3, 1, 2, 3});
+    DxfText text = dxf().header("AC1015").block("K0", DxfGroups{{0, "MESH"}, {8, "0"}} + cage);
+    std::string name = "K0";
+    for (int i = 1; i <= 16; ++i) {
+        const DxfGroups insert = {{0, "INSERT"}, {8, "0"}, {2, name}, {41, "1e18"}};
+        text.block(name = "K" + std::to_string(i), insert);
+    }
+    text.entity("INSERT", {{2, name}, {41, "1e18"}});
+    const auto result = importText(text.text(), in3d());
+    EXPECT_EQ(result.stat, 0);
+    EXPECT_EQ(result.dump.find("inf"), std::string::npos);
+    EXPECT_TRUE(result.hasLine("1 faces of a mesh have coordinates that are no finite numbers."));
+}
+
 TEST(PolygonMesh, TooFewVerticesAndHugeCountsDoNoHarm) {
     const auto result = importText(
         mesh(2000000000, 2, 16 + 1, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {5, 5, 5}}).text(), in3d());
@@ -204,13 +261,6 @@ TEST(PolyfaceMesh, FacesNameVerticesFrom1AndHideEdgesBySign) {
     EXPECT_EQ(spaceOf(polyface({{1, 5, 3, -2147483647 - 1}})), "face pen 1 0 0 0 0 0 0 1 1 0 1 1 0\n");
 }
 
-DxfGroups subdivision(const std::vector<RPT3>& vertices, const std::vector<int>& faces, int announced = -1) {
-    DxfGroups groups = {{71, "2"}, {72, "0"}, {91, "3"}, {92, std::to_string(vertices.size())}};
-    for (const RPT3& p : vertices) groups = groups + at(10, {p.x, p.y, p.z});
-    groups.push_back({93, std::to_string(announced < 0 ? static_cast<int>(faces.size()) : announced)});
-    for (const int value : faces) groups.push_back({90, std::to_string(value)});
-    return groups + DxfGroups{{94, "1"}, {90, "0"}, {90, "1"}, {95, "1"}, {140, "0"}, {90, "7"}};
-}
 const std::vector<RPT3> kPentagon = {{0, 0, 1}, {2, 0, 1}, {3, 1, 1}, {1, 3, 1}, {0, 2, 1}};
 
 TEST(SubDMesh, IsOneObjectOfFacetsInSpace) {
@@ -264,6 +314,43 @@ TEST(MeshEdges, AreDrawnOnceInsteadOfTheChain) {
     const std::string wall =
         drawnEntity("MESH", subdivision({{0, 0, 0}, {2, 0, 0}, {2, 0, 5}, {0, 0, 5}}, {4, 0, 1, 2, 3}), flat);
     EXPECT_EQ(wall, "move 0 0\ndraw 2 0\n") << "one line, seen from above";
+}
+
+TEST(FlatPlan, IsLeftOutOfWhatStandsInSpaceAlone) {
+    ImportOptions alone = in3d();
+    alone.config = flags("FLAT_PLAN=0\nMESH_EDGES=1\n");
+    ImportOptions flat = unshifted();
+    flat.config = alone.config;
+    const auto content = [](const DxfText& text, const ImportOptions& options) {
+        const std::string all = drawn(text, options);
+        return all.substr(0, all.find("faces joined"));
+    };
+    const auto both = [&](const char* kind, const DxfGroups& groups) {
+        const DxfText text = dxf().header("AC1015").entity(kind, groups);
+        return content(text, alone) + "| " + content(text, flat);
+    };
+    const DxfGroups face = corners({{0, 0, 1}, {4, 0, 1}, {4, 3, 1}, {4, 3, 1}});
+    EXPECT_EQ(
+        both("3DFACE", face),
+        "face pen 1 0 0 1 4 0 1 4 3 1 4 3 1\n| move 0 0\ndraw 4 0 info 5\ndraw 4 3 info 5\ndraw 4 3 info "
+        "5\ndraw 0 0 info 5\n");
+    EXPECT_EQ(both("LINE", at(10, {0, 0, 0}) + at(11, {5, 0, 2})),
+              "edge pen 1 0 0 0 5 0 2\n| move 0 0\ndraw 5 0\n");
+    EXPECT_TRUE(DxGetImportReport().unseen.empty());
+    drawnEntity("LINE", at(11, {5, 0, 2}), alone);
+    EXPECT_TRUE(DxGetImportReport().unseen.empty()) << "it is drawn, though in space alone";
+    EXPECT_EQ(both("LINE", at(11, {5, 0, 0})), "move 0 0\ndraw 5 0\n| move 0 0\ndraw 5 0\n")
+        << "it has no height";
+    EXPECT_EQ(both("MESH", subdivision(kPentagon, {3, 0, 1, 2})).substr(0, 6), "facets");
+    const auto chain = [&](double z) {
+        DxfText text = dxf().header("AC1015").entity("POLYLINE", {{66, "1"}, {70, "8"}});
+        for (const double x : {0.0, 1.0})
+            text.entity("VERTEX", at(10, {x, 0, z * x}) + DxfGroups{{70, "32"}});
+        return content(text.entity("SEQEND", {}), alone);
+    };
+    EXPECT_EQ(chain(3), "edge pen 1 0 0 0 1 0 3\n");
+    EXPECT_EQ(chain(0), "move 0 0\ndraw 1 0 info 4\n");
+    EXPECT_EQ(content(polyface({{1, 2, 3, 4}}), alone), "face pen 1 0 0 0 1 0 0 1 1 0 0 1 0\n");
 }
 
 // ---- clouds ------------------------------------------------------------------------------------------

@@ -233,6 +233,19 @@ TEST_F(Convert, FoldersAndWrongUsage) {
     EXPECT_FALSE(fs::exists(dir.file("o.dxf")));
 }
 
+TEST_F(Convert, PicturesThatCannotBeShownAreToldWithTheReason) {
+    DxfText text = dxf().header("AC1015");
+    text.entity("IMAGE", {{8, "0"}, {13, "4"}, {23, "2"}, {340, "A1"}});
+    text.section("OBJECTS", {{0, "IMAGEDEF"}, {5, "A1"}, {1, "p.png"}}, true);
+    dir.write("a.dxf", text.text());
+    dir.write("p.png", "no picture");
+    const std::string reason = "won't show: it is no JPEG, TIFF, PNG or BMP picture";
+    EXPECT_NE(run("render a.dxf a.svg").err.find(reason), std::string::npos);
+    const Outcome outcome = run("convert --lang de a.dxf b.dxf");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.err.find("nicht gezeigt: es ist kein"), std::string::npos) << outcome.err;
+}
+
 TEST_F(Convert, BinaryFilesHoldTheSameDrawing) {
     for (const char* format : {"ACAD32", "ACAD15", "ACAD12"}) {
         ASSERT_EQ(run("convert " + bracket + " text.dxf -q --format " + format).status, 0);
@@ -255,6 +268,9 @@ TEST_F(Convert, OfADwgNeedsAConverterAndSaysSo) {
     }
     dir.write("convert.sh", "cp b.dxf \"$2\"");
     EXPECT_EQ(run("info a.dwg", "LC_ALL=C HD_WORK_DIR= TORVA_DWG_CONVERTER='sh convert.sh'").status, 0);
+    const Outcome failed = run("info a.dwg", "LC_ALL=C HD_WORK_DIR= TORVA_DWG_CONVERTER=false");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_THAT(failed.err, HasSubstr("TORVA_DWG_CONVERTER names (false) didn't convert it"));
 }
 
 TEST_F(Convert, SheetsAreDrawnByTheirNames) {

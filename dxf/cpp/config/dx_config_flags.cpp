@@ -3,6 +3,7 @@
 #include "../session/dx_reader.h"
 #include "../session/session_state.h"
 #include "../solid/solid_state.h"
+#include "../solid/space_state.h"
 #include "dx_config.h"
 #include "dx_config_lines.h"
 #include "uo.h"
@@ -180,6 +181,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"USE_UCS",         DxKeyWhen::Always,  &DxUseUcs},
     {"USE_GEOREF",      DxKeyWhen::Always,  &DxUseGeoref},
     {"PAPER_SIZE",      DxKeyWhen::Import,  &DxPaperSize},
+    {"ALL_VERTICES",    DxKeyWhen::Import,  &DxAllVertices},
     {"CLIP_IMAGES",     DxKeyWhen::Import,  &DxClipImages},
     {"FILL_SEGTYPE",    DxKeyWhen::Always,  &DxFillSegType},
     {"FILL_SEGVAL",     DxKeyWhen::Always,  &DxFillSegValue},
@@ -187,9 +189,13 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"KEEP_DIM",        DxKeyWhen::Always,  &DxKeepDimLines},
     {"LINE_AS_HATCH",   DxKeyWhen::Always,  &DxLineAsHatch},
     {"MESH_EDGES",      DxKeyWhen::Import,  &DxMeshEdges},
+    {"MESH_CAPS",       DxKeyWhen::Import,  &DxMeshCaps},
+    {"FLAT_PLAN",       DxKeyWhen::Import,  &DxFlatPlan},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
+    {"FLAT_SOLIDS",     DxKeyWhen::Import,  &DxFlatSolids},
     {"WRITE_SOLIDS",    DxKeyWhen::Export,  &DxWriteSolids},
+    {"WRITE_CLOUDS",    DxKeyWhen::Export,  &DxWriteClouds},
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},
     {"WRITE_FILL",      DxKeyWhen::Always,  &DxWriteFill},
     {"WRITE_POLY",      DxKeyWhen::Always,  &DxWritePoly},

@@ -12,6 +12,7 @@
 #include "../session/dx_writer.h"
 #include "../session/session_state.h"
 #include "../solid/dx_write_3d.h"
+#include "../solid/solid_state.h"
 #include "../text/dx_write_text.h"
 #include "dx_codes.h"
 #include "dx_element_chains.h"
@@ -70,9 +71,11 @@ int DxWritePat(int pat) {
 static int writeContent(int pat) {
     int error = DxPatsOneWork ? DxWritePat(pat) : 0;
     if (error) return error;
-    DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
     // The blocks of an EASY target stand ahead of the section that turns to 2D.
-    if (DxModus != 3 || !DxMiscCheckVersion(DX_LEVEL_3D)) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    const bool takesSpace = DxMiscCheckVersion(DX_LEVEL_3D), isInSpace = DxModus == 3 && takesSpace;
+    if (!isInSpace || !DxWriteClouds) DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
+    if (!takesSpace) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (!isInSpace) return DxWriteFlatPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
     return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 

@@ -1,5 +1,6 @@
 #include "dx_write_images.h"
 
+#include "../config/config_state.h"
 #include "../config/dx_layers.h"
 #include "../host/dx_host.h"
 #include "../import/dx_extents.h"
@@ -162,6 +163,7 @@ int DxWriteImage(double x, double y, double z, double ux, double uy, double uz, 
                         reactor = DxGetNextReference();
     DxWriteEntityStart("IMAGE", DxActLayer.view(), image);
     DxWriteSubClass("AcDbRasterImage");
+    if (DxFullGroups) DxWriteInt(90, 0);
     writePoint(10, x, y, z);
     writePoint(11, ux, uy, uz);
     writePoint(12, vx, vy, vz);

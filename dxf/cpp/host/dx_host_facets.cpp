@@ -1,6 +1,5 @@
 #include "dx_host_facets.h"
 
-#include "ci_3d.h"
 #include "dx_frame.h"
 #include "dx_host.h"
 
@@ -20,7 +19,7 @@ void DxFacets::add(const std::vector<RPT3>& corners, const RPT3& normal) {
     addPoint(corners[0], 1);
 }
 
-int DxFacets::draw(int pen, std::uint32_t /*materialHandle*/) const {
+int DxFacets::draw(int pen, MatDbKey material) const {
     constexpr int noFacets = 3007;
     if (points_.empty()) return 0;
     if (const int error = DxNewElement(static_cast<int>(points_.size()))) return error;
@@ -28,6 +27,7 @@ int DxFacets::draw(int pen, std::uint32_t /*materialHandle*/) const {
     if (const int error = DsCursorFromPatNo(DxActPat, &cursor)) return error;
     Ci3d body(DxCiContextId);
     body.SetParams(pen);
+    body.SetVisMatKey(material);
     const CI_FACETS* facets = body.CreateFacets(&cursor, points_.data(), normals_[0], normals_.data(),
                                                 nullptr, flags_.data(), points_.size(), 0);
     return facets ? 0 : noFacets;

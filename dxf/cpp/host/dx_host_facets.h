@@ -1,6 +1,7 @@
 // Facets and clouds of points on their way to the host.
 #pragma once
 
+#include "ci_3d.h"
 #include "rpt.h"
 
 #include <cstdint>
@@ -12,9 +13,10 @@ class DxFacets {
 public:
     explicit DxFacets(std::size_t points);
     void add(const std::vector<RPT3>& corners, const RPT3& normal);
+    bool empty() const { return points_.empty(); }
     /// Makes the object in the active pattern. Without facets nothing. 0, 3007 when the host makes none, or
     /// the error of a full pattern.
-    int draw(int pen, std::uint32_t materialHandle) const;
+    int draw(int pen, MatDbKey material) const;
 
 private:
     std::vector<RPT3> points_, normals_;

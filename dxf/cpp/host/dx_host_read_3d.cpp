@@ -1,5 +1,6 @@
 #include "dx_host_read_3d.h"
 
+#include "ci_3d.h"
 #include "ov.h"
 
 bool DxRead3dPat(int pat, DX_FACE_ARRAYS* faces, int* error) {
@@ -20,4 +21,15 @@ bool DxRead3dPat(int pat, DX_FACE_ARRAYS* faces, int* error) {
         faces->z[i] /= length;
     }
     return true;
+}
+
+DxCloudReader::DxCloudReader(int pat) {
+    if (DsCursorFromPatNo(pat, &pattern_) || Ci3d::CountClouds(pattern_, &clouds_)) clouds_ = 0;
+}
+
+bool DxCloudReader::next(RPT3* point, int* pen) {
+    constexpr int noContext = 0; // the drawing's own unit
+    for (; cloud_ < clouds_; ++cloud_, index_ = 0)
+        if (Ci3d(noContext).GetCloudPoint(pattern_, cloud_, index_++, point, pen) == 0) return true;
+    return false;
 }

@@ -1,6 +1,9 @@
 // The 3D data of a pattern as the host gives it out, in the drawing's unit.
 #pragma once
 
+#include "ds.h"
+#include "rpt.h"
+
 /// Polygons in parallel arrays, which are the host's.
 struct DX_FACE_ARRAYS {
     int polygonCount = 0;
@@ -17,3 +20,15 @@ struct DX_FACE_ARRAYS {
 
 /// Reads a pattern. False when it has no 3D data. `*error` is the host's for its form.
 bool DxRead3dPat(int pat, DX_FACE_ARRAYS* faces, int* error);
+
+/// Walks the points of all clouds of a pattern.
+class DxCloudReader {
+public:
+    explicit DxCloudReader(int pat);
+    /// The next point, in the drawing's unit, and its pen. False at the end.
+    bool next(RPT3* point, int* pen);
+
+private:
+    DsCsr pattern_;
+    long clouds_ = 0, cloud_ = 0, index_ = 0;
+};

@@ -2,6 +2,7 @@
 #include "../config/dx_pens.h"
 #include "../host/dx_host.h"
 #include "../session/session_state.h"
+#include "../solid/dx_space_import.h"
 #include "dx_entity_base.h"
 #include "dx_extents.h"
 #include "dx_linework_import.h"
@@ -34,6 +35,7 @@ int DxReadLine(DX_LINE_TYPE* rec) {
 int DxDrawLine(const DX_LINE_TYPE* rec, const Mat44 m) {
     DxPenLt look;
     if (!DxPenLtToCAD(&rec->base, &look.pen, &look.lineType)) return 0;
+    if (!DxCheckPass && DxIsLineOfSpace(*rec, m)) return 0;
     RPT3 points[] = {rec->start, rec->end};
     const RPT3 &start = points[0], &end = points[1];
     return DxDrawFlat(look, points, m, 2, end, [&] {

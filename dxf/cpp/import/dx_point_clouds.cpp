@@ -21,11 +21,10 @@ static bool isOnLayer(const DX_POINT_CLOUD& cloud, const DX_ENTITY_BASE_TYPE& ba
 static DX_POINT_CLOUD& cloudOf(const DX_ENTITY_BASE_TYPE& base) {
     if (DxLastPointCloud < DxPointClouds.size() && isOnLayer(DxPointClouds[DxLastPointCloud], base))
         return DxPointClouds[DxLastPointCloud];
-    std::size_t i = 0;
-    while (i < DxPointClouds.size() && !isOnLayer(DxPointClouds[i], base)) ++i;
-    if (i == DxPointClouds.size()) DxPointClouds.push_back({base, {}, {}});
-    DxLastPointCloud = i;
-    return DxPointClouds[i];
+    const auto [place, isNew] = DxPointCloudPlaces.try_emplace(base.layer.c_str(), DxPointClouds.size());
+    if (isNew) DxPointClouds.push_back({base, {}, {}});
+    DxLastPointCloud = place->second;
+    return DxPointClouds[DxLastPointCloud];
 }
 
 int DxCiPointCloudPushPt(const DX_POINT_TYPE* point, const Mat44 m) {

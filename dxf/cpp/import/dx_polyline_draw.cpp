@@ -243,6 +243,7 @@ int DxDrawPolyline(const DX_POLYLINE_TYPE* rec, const Mat44 m) {
     DxPolyStyle = DX_POLY_STYLE{};
     bool isMesh = false;
     if (const int failed = DxDrawFlatMesh(polyline, m, &isMesh); failed || isMesh) return failed;
+    if (!DxCheckPass && DxIsPolylineOfSpace(polyline, m)) return 0;
     int pen = 0, lineType = 0;
     if (!(polyline.hasWidth ? DxFillPenToCAD(&polyline.base, &pen)
                             : DxPenLtToCAD(&polyline.base, &pen, &lineType)))

@@ -3,6 +3,8 @@
 
 #include "dx_entity_base.h"
 
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 struct DX_POINT_CLOUD {
@@ -13,5 +15,6 @@ struct DX_POINT_CLOUD {
 
 extern std::vector<DX_POINT_CLOUD> DxPointClouds;
 extern std::size_t DxLastPointCloud; ///< the cloud that took the last point
+extern std::unordered_map<std::string, std::size_t> DxPointCloudPlaces; ///< by layer
 
 void DxResetPointCloudState();

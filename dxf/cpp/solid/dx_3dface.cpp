@@ -8,6 +8,7 @@
 #include "../import/dx_transform.h"
 #include "../sections/sections_state.h"
 #include "../session/session_state.h"
+#include "dx_mesh_faces.h"
 #include "dx_space_import.h"
 #include "ve.h"
 
@@ -83,11 +84,17 @@ int DxRead3Dface(DX_3DFACE_TYPE* rec) {
     return 0;
 }
 
+bool DxIsFiniteFace(const DX_3DFACE_TYPE& face, const Mat44 m) {
+    RPT3 corners[4];
+    return placeCorners(face, m, corners);
+}
+
 int DxDrawFace(const DX_3DFACE_TYPE* rec, const Mat44 m) {
     int pen = 0, lineType = 0;
     RPT3 corners[4];
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType) || !placeCorners(*rec, m, corners)) return 0;
     if (DxCheckPass) return measure(corners);
+    if (!DxDrawsPlan()) return 0;
     constexpr unsigned char closedFigure = 5;
     if (const int error = DxStartDrawing(pen, lineType)) return error;
     int result = Dxovdraw(2, corners[0].x, corners[0].y);

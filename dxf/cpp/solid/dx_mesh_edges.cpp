@@ -105,9 +105,15 @@ int DxDrawFlatMesh(const DX_POLYLINE_TYPE& polyline, const Mat44 m, bool* isMesh
     constexpr int polygonMesh = 16, polyfaceMesh = 64;
     const bool isPolygonMesh =
         polyline.flags & polygonMesh && polyline.meshCountM >= 1 && polyline.meshCountN >= 2;
-    *isMesh = DxMeshEdges && (isPolygonMesh || (polyline.flags & polyfaceMesh && polyline.vertexCount));
+    *isMesh = (DxMeshEdges || !DxDrawsPlan()) &&
+              (isPolygonMesh || (polyline.flags & polyfaceMesh && polyline.vertexCount));
     int pen = 1, lineType = 1;
     if (!*isMesh || !DxPenLtToCAD(&polyline.base, &pen, &lineType)) return 0;
+    if (isPolygonMesh && DxCheckPass) {
+        DxMeasurePolygonMesh(polyline, m);
+        return 0;
+    }
+    if (!DxCheckPass && !DxDrawsPlan()) return 0;
     DxFaceList faces(pen, lineType);
     if (const int error = collect(polyline, m, isPolygonMesh, faces)) return error;
     return drawEdges(faces, pen, lineType);

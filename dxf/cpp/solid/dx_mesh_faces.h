@@ -10,6 +10,12 @@
 /// All faces of a polygon mesh, points through `m`. Faces that aren't finite are left out; a mesh that has
 /// fewer vertices than it announces is cut to its full rows, which is told. 0 or an allocation error.
 int DxCollectPolygonMesh(const DX_POLYLINE_TYPE& mesh, const Mat44 m, DxFaceList& faces);
+/// Widens the extents by all points of its faces.
+void DxMeasurePolygonMesh(const DX_POLYLINE_TYPE& mesh, const Mat44 m);
+/// Whether all corners of a face are finite behind `m`; others aren't drawn.
+bool DxIsFiniteFace(const DX_3DFACE_TYPE& face, const Mat44 m);
+/// Tells of faces that are left out because a coordinate of theirs is no number or endless.
+void DxTellEndlessFaces(int count);
 /// Face `vertex` of a polyface mesh. False for a vertex that is no face, or one whose first corner isn't a
 /// vertex of the mesh.
 bool DxPolyfaceOf(const DX_POLYLINE_TYPE& mesh, const DX_VERTEX_TYPE& vertex, DX_3DFACE_TYPE* face);

@@ -54,14 +54,15 @@ bool DxPolyfaceOf(const DX_POLYLINE_TYPE& mesh, const DX_VERTEX_TYPE& vertex, DX
 
 int DxDrawPolyNet(const DX_POLYLINE_TYPE* polyline, const Mat44 m) {
     DX_3DFACE_TYPE face;
-    int dropped = 0;
+    int dropped = 0, endless = 0;
     for (const DX_VERTEX_TYPE& vertex : polyline->vertices) {
         if (!DxPolyfaceOf(*polyline, vertex, &face)) {
             dropped += isFace(vertex);
             continue;
         }
+        endless += !DxIsFiniteFace(face, m);
         // With DxMeshEdges on, the flat stage has drawn the edges of all faces.
-        if (!DxMeshEdges)
+        if (!DxMeshEdges && DxDrawsPlan())
             if (const int error = DxDrawFace(&face, m)) return error;
         if (DxModus != 3) continue;
         if (const int error = DxDraw3Dface(&face, m)) return error;
@@ -70,5 +71,6 @@ int DxDrawPolyNet(const DX_POLYLINE_TYPE* polyline, const Mat44 m) {
         DxProtoMsg(UtFormatMsg("%d faces of a polyface mesh begin at no vertex of it.",
                                "%d faces of a polyface mesh begin at no vertex of it.", dropped),
                    0);
+    DxTellEndlessFaces(endless);
     return 0;
 }

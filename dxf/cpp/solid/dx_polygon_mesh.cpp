@@ -11,6 +11,7 @@
 #include "../session/session_state.h"
 #include "dx_mesh_faces.h"
 #include "dx_space_import.h"
+#include "space_state.h"
 
 #include <algorithm>
 #include <array>
@@ -24,21 +25,36 @@ bool coincide(const RPT3& a, const RPT3& b) {
            std::fabs(a.z - b.z) < tolerance;
 }
 
-/// Takes faces to count them, so that each array is made once and of the right size.
+// What takes the faces of a walk. A sink that doesn't place gets them in the mesh's own coordinates.
+
+/// Counts them, so that each array is made once and large enough.
 struct FaceCounter {
+    static constexpr bool places = false;
     std::size_t points = 0, faces = 0;
-    void operator()(const std::vector<RPT3>& face, const std::vector<DxEdge>& /*edges*/) {
-        points += face.size();
+    void take(const RPT3* /*points*/, const DxEdge* /*edges*/, std::size_t count) {
+        points += count;
         ++faces;
     }
+    void leaveOut() {}
 };
 
 struct FaceFiller {
+    static constexpr bool places = true;
     DxFaceList& list;
-    void operator()(const std::vector<RPT3>& face, const std::vector<DxEdge>& edges) {
-        for (std::size_t i = 0; i < face.size(); ++i) list.add(face[i], edges[i]);
+    int leftOut = 0;
+    void take(const RPT3* face, const DxEdge* edges, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) list.add(face[i], edges[i]);
         list.endFace();
     }
+    void leaveOut() { ++leftOut; }
+};
+
+struct FaceMeasure {
+    static constexpr bool places = true;
+    void take(const RPT3* face, const DxEdge* /*edges*/, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) DxCheckXYZ(face[i].x, face[i].y, face[i].z);
+    }
+    void leaveOut() {}
 };
 
 /// Rows and columns of a mesh that its vertices fill.
@@ -67,6 +83,8 @@ public:
                 cell(at(i, j), at(i, j + 1), at(i + 1, j + 1), at(i + 1, j));
         if (mesh_.closedInN) closeRows();
         if (mesh_.closed && !size_.isCut) closeColumns();
+        if (mesh_.closed && !size_.isCut && mesh_.closedInN && !DxMeshCaps)
+            cell(at(rows - 1, columns - 1), at(rows - 1, 0), at(0, 0), at(0, columns - 1));
     }
 
 private:
@@ -77,6 +95,7 @@ private:
     void closeRows() {
         const long long last = size_.columns - 1, top = size_.rows - 1;
         for (long long i = 0; i < top; ++i) cell(at(i, last), at(i, 0), at(i + 1, 0), at(i + 1, last));
+        if (!DxMeshCaps) return;
         const bool hasFirst = !coincide(at(0, 0), at(0, last));
         const bool hasLast = !coincide(at(top, 0), at(top, last));
         if (hasFirst)
@@ -91,6 +110,7 @@ private:
     void closeColumns() {
         const long long last = size_.columns - 1, top = size_.rows - 1;
         for (long long j = 0; j < last; ++j) cell(at(top, j), at(top, j + 1), at(0, j + 1), at(0, j));
+        if (!DxMeshCaps) return;
         if (!coincide(at(0, last), at(top, last)))
             cap(
                 size_.rows, [&](long long k) { return at(top - k, last); }, DX_EDGE_SHOWN);
@@ -143,12 +163,15 @@ private:
         edges_.clear();
     }
     void add(RPT3 point, DxEdge edge) {
-        DxTrans3DRpt(&point, m_);
+        if (Sink::places) DxTrans3DRpt(&point, m_);
         points_.push_back(point);
         edges_.push_back(edge);
     }
     void end() {
-        if (std::all_of(points_.begin(), points_.end(), DxIsFinite)) sink_(points_, edges_);
+        if (!Sink::places || std::all_of(points_.begin(), points_.end(), DxIsFinite))
+            sink_.take(points_.data(), edges_.data(), points_.size());
+        else
+            sink_.leaveOut();
     }
 
     const DX_POLYLINE_TYPE& mesh_;
@@ -173,19 +196,35 @@ int DxCollectPolygonMesh(const DX_POLYLINE_TYPE& mesh, const Mat44 m, DxFaceList
     if (const int error = faces.reserve(counter.points, counter.faces)) return error;
     FaceFiller filler{faces};
     MeshWalk<FaceFiller>(mesh, size, m, filler).run();
+    DxTellEndlessFaces(filler.leftOut);
     return 0;
+}
+
+void DxMeasurePolygonMesh(const DX_POLYLINE_TYPE& mesh, const Mat44 m) {
+    FaceMeasure measure;
+    MeshWalk<FaceMeasure>(mesh, sizeOf(mesh), m, measure).run();
+}
+
+void DxTellEndlessFaces(int count) {
+    if (count == 0 || DxCheckPass) return;
+    DxProtoMsg(UtFormatMsg("%d faces of a mesh have coordinates that are no finite numbers.",
+                           "%d faces of a mesh have coordinates that are no finite numbers.", count),
+               0);
 }
 
 int DxDrawPolyMat(const DX_POLYLINE_TYPE* polyline, const Mat44 m) {
     int pen = 1, lineType = 1;
-    if (DxPenLtToCAD(&polyline->base, &pen, &lineType)) {
-        if (const int error = DxCheckPass ? 0 : DxStartDrawing(pen, lineType)) return error;
+    const bool hasPen = DxPenLtToCAD(&polyline->base, &pen, &lineType);
+    if (DxCheckPass) {
+        DxMeasurePolygonMesh(*polyline, m);
+        return 0;
+    }
+    if (hasPen) {
+        if (const int error = DxStartDrawing(pen, lineType)) return error;
     } else {
         pen = lineType = 1; // it is drawn all the same
     }
     DxFaceList faces(pen, lineType);
     if (const int error = DxCollectPolygonMesh(*polyline, m, faces)) return error;
-    if (!DxCheckPass) return faces.draw();
-    faces.measure(DxCheckXYZ);
-    return 0;
+    return faces.draw();
 }

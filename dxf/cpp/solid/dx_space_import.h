@@ -5,6 +5,13 @@
 #include "dx_3d.h"
 #include "dx_types.h"
 
+/// Whether what stands in space has a plan among the flat elements too: always in a flat import.
+bool DxDrawsPlan();
+/// Whether a line is to stand in space alone: there are no plans, and it has a thickness or a height.
+bool DxIsLineOfSpace(const DX_LINE_TYPE& line, const Mat44 m);
+/// The same for a polyline with heights of its own.
+bool DxIsPolylineOfSpace(const DX_POLYLINE_TYPE& polyline, const Mat44 m);
+
 // ---- 3DFACE ------------------------------------------------------------------------------------------
 int DxRead3Dface(DX_3DFACE_TYPE* rec);
 int DxDrawFace(const DX_3DFACE_TYPE* rec, const Mat44 m); ///< The flat stage: its outline.

@@ -18,7 +18,7 @@ int DxDraw3dLine(const DX_LINE_TYPE* rec, const Mat44 m) {
     DxFaceList faces(pen, lineType);
     if (const int error = DxAddStrip(faces, rec->start, rec->end, rise, t != 0, m)) return error;
     Dx3dLastPoint = rec->end;
-    return DxFinishFaces(faces, t != 0);
+    return DxFinishFaces(faces, t != 0 || DxIsLineOfSpace(*rec, m));
 }
 
 int DxDraw3dPoint(const DX_POINT_TYPE* rec, const Mat44 m) {

@@ -64,7 +64,7 @@ int drawPiece(const Piece& piece, const Mat44 m) {
     DxFaceList faces(piece.pen, piece.lineType);
     const int error =
         DxAddStrip(faces, Dx3dLastPoint, piece.to, {0, 0, piece.thickness}, isThick, toWorld(m, storage));
-    return error ? error : DxFinishFaces(faces, isThick);
+    return error ? error : DxFinishFaces(faces, isThick || Dx3dPolyRaised);
 }
 
 int measure(RPT3 point, const Mat44 m) {
@@ -132,6 +132,7 @@ int DxDraw3dPolyline(const DX_POLYLINE_TYPE* rec, const Mat44 m) {
     if (!DxPenLtToCAD(&polyline.base, &Dx3dPolyPen, &Dx3dPolyLineType)) return 0;
     Dx3dPolyBulge = 0;
     Dx3dPolyFirst = 1;
+    Dx3dPolyRaised = !DxCheckPass && DxIsPolylineOfSpace(polyline, m);
     if (!DxCheckPass)
         if (const int error = DxSetPenLt(Dx3dPolyPen, Dx3dPolyLineType)) return error;
     DxPolylineOpen = 1;

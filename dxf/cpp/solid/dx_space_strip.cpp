@@ -1,6 +1,7 @@
 #include "dx_space_strip.h"
 
 #include "../config/config_state.h"
+#include "../import/account_state.h"
 #include "../import/dx_entity_base.h"
 #include "../import/dx_extents.h"
 #include "../import/dx_transform.h"
@@ -26,5 +27,7 @@ int DxFinishFaces(DxFaceList& faces, bool isThick) {
         faces.measure(DxCheckXYZ);
         return 0;
     }
-    return Dx3dLines || isThick ? faces.draw() : 0;
+    if (!Dx3dLines && !isThick) return 0;
+    DxEntityDrawn = 1;
+    return faces.draw();
 }

@@ -9,6 +9,7 @@
 #include "../session/dx_documents.h"
 #include "../session/dx_protocol.h"
 #include "../session/session_state.h"
+#include "dx_acis_import.h"
 #include "dx_mesh_faces.h"
 #include "dx_space_import.h"
 #include "ve.h"
@@ -151,7 +152,7 @@ int DxDrawSubDMesh(const DX_SUB_DMESH_TYPE* rec, const Mat44 m) {
     // A pen that the host refuses costs the mesh alone.
     if (!DxCheckPass && DxStartDrawing(pen, lineType)) return 0;
     if (!DxCheckPass && DxModus == 3) {
-        if (DxMeshEdges)
+        if (DxMeshEdges && DxDrawsPlan())
             if (const int error = drawEdges(*rec, m, pen, lineType)) return error;
         return DxDraw3dSubDMesh(rec, m);
     }
@@ -163,6 +164,7 @@ int DxDraw3dSubDMesh(const DX_SUB_DMESH_TYPE* rec, const Mat44 m) {
     if (!DxPenLtToCAD(&rec->base, &pen, &lineType)) return 0;
     if (DxSetPenLt(pen, lineType)) return 0;
     DxFacets facets(rec->faceList.size());
+    int endless = 0;
     std::vector<RPT3> corners;
     DxSubDFaces faces(*rec);
     while (faces.next(corners)) {
@@ -171,9 +173,16 @@ int DxDraw3dSubDMesh(const DX_SUB_DMESH_TYPE* rec, const Mat44 m) {
         VE_PLANE plane{{0, 0, 1}, 0};
         Ve3dEbAus3p(0, corners[0], corners[1], corners[2], &plane);
         for (RPT3& corner : corners) DxTrans3DRpt(&corner, m);
-        if (!std::all_of(corners.begin(), corners.end(), DxIsFinite)) continue;
-        facets.add(corners, plane.normal);
+        if (std::all_of(corners.begin(), corners.end(), DxIsFinite))
+            facets.add(corners, plane.normal);
+        else
+            ++endless;
     }
     faces.tellLosses();
-    return facets.draw(pen, rec->base.materialHandle);
+    DxTellEndlessFaces(endless);
+    if (facets.empty()) return 0;
+    MatDbKey material;
+    unsigned long number = 0;
+    DxCiGetVisMatInfo(rec->base.materialHandle, pen, material, number);
+    return facets.draw(pen, material);
 }

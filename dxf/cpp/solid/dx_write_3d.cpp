@@ -15,6 +15,7 @@
 #include "../session/dx_protocol.h"
 #include "../session/dx_writer.h"
 #include "dx_triangle_pair.h"
+#include "solid_state.h"
 
 namespace {
 
@@ -77,6 +78,29 @@ void writeFace(const DX_FACE_ARRAYS& f, int polygon, int* entityCount) {
     ++*entityCount;
 }
 
+/// The points of the pattern's clouds.
+int writeClouds(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer) {
+    constexpr int continuous = 1;
+    DxCloudReader clouds(pat);
+    DX_WRITE_STYLE style;
+    bool isShown = false;
+    RPT3 point;
+    for (int pen = 0, last = -1; clouds.next(&point, &pen); last = pen) {
+        if (!*blockOpen) {
+            if (const int error = DxWriteBlockStart(*blockOpen)) return error;
+            *blockLayer = UtCString(DxActLayer.view());
+        }
+        if (pen != last) isShown = DxSpaceStyle(pen, continuous, 0, style);
+        if (!isShown) continue;
+        DxWriteEntityHead("POINT", style);
+        DxWriteSubClass("AcDbPoint");
+        writePoint(10, point.x, point.y, point.z);
+        DxStoreMaxXY(point.x, point.y);
+        ++*entityCount;
+    }
+    return DxWriteError();
+}
+
 } // namespace
 
 bool DxSpaceStyle(int pen, int lt, int kind, DX_WRITE_STYLE& style) {
@@ -93,6 +117,22 @@ int DxWrite3dPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLaye
     if (const int error = DxNewLayer(DxLayerKinds[DX_CLASS_ELEMENT], DxLayerFixedNames[DX_CLASS_ELEMENT]))
         return error;
     int error = DxWrite3dPatEl(pat, entityCount, blockOpen, blockLayer);
+    if (!error) error = DxWriteSolidsOf(pat, entityCount, blockOpen, blockLayer);
+    if (!error && DxWriteClouds) error = writeClouds(pat, entityCount, blockOpen, blockLayer);
+    if (!error && *entityCount > 0) return DxAddLayer(DxActLayer.view());
+    return error;
+}
+
+int DxWriteFlatPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer) {
+    int error = DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (error || !DxWriteSolids) return error;
+    const auto before = DxUnwrittenCounts[DX_UNWRITTEN_SOLID];
+    error = DxCountUnwritten(pat, DX_UNWRITTEN_SOLID);
+    const auto solids = DxUnwrittenCounts[DX_UNWRITTEN_SOLID] - before;
+    if (error || solids == 0) return error;
+    DxUnwrittenCounts[DX_UNWRITTEN_3D] -= solids; // they have a count of their own
+    DxUnwrittenCounts[DX_UNWRITTEN_SOLID] = before;
+    error = DxNewLayer(DxLayerKinds[DX_CLASS_ELEMENT], DxLayerFixedNames[DX_CLASS_ELEMENT]);
     if (!error) error = DxWriteSolidsOf(pat, entityCount, blockOpen, blockLayer);
     if (!error && *entityCount > 0) return DxAddLayer(DxActLayer.view());
     return error;

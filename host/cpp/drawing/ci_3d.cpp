@@ -132,6 +132,19 @@ int Ci3d::AddPointCloud(DsCsr* pattern, const RPT3* points, const unsigned long*
     return 0;
 }
 
+int Ci3d::GetCloudPoint(const DsCsr& cursor, long cloud, long index, RPT3* point, int* pen) const {
+    if (callFails()) return errorNoMemory;
+    const Pattern* const pattern = openDrawing().find(cursor.Get().patNo);
+    if (!pattern || cloud < 0 || static_cast<std::size_t>(cloud) >= pattern->pointClouds.size())
+        return errorNoSuchObject;
+    const PointCloud& found = pattern->pointClouds[static_cast<std::size_t>(cloud)];
+    const auto i = static_cast<std::size_t>(index);
+    if (index < 0 || i >= found.points.size()) return errorNoSuchObject;
+    *point = scaled(found.points[i], 1 / contextFactor(contextId_));
+    *pen = found.pens[i];
+    return 0;
+}
+
 int Ci3d::GetClosestPen(const double rgb[3], int& pen) {
     constexpr int lastPen = 1023;
     if (callFails()) return errorNoMemory;

@@ -44,10 +44,11 @@ std::unique_ptr<PictureReader> openPicture(const std::string& path, std::string&
         bigBig("MM\0+", 4);
     if (count >= 3 && beginsWith(head, "\xFF\xD8\xFF")) return openJpeg(file, error, reduction);
     if (count == head.size() && beginsWith(head, "\x89PNG\r\n\x1A\n")) return openPng(file, error);
+    if (count >= 2 && beginsWith(head, "BM")) return openBmp(file, error);
     for (const std::string& mark : {littleEndian, bigEndian, littleBig, bigBig})
         if (count >= 4 && beginsWith(head, mark)) return openTiff(file, path, error);
     std::fclose(file);
-    error = "it is no JPEG, TIFF or PNG picture";
+    error = "it is no JPEG, TIFF, PNG or BMP picture";
     return nullptr;
 }
 

@@ -1,5 +1,5 @@
-// Picture files: JPEG, TIFF and PNG, read and written row by row, so that a large picture takes no more
-// memory than its rows.
+// Picture files: JPEG, TIFF, PNG and BMP, read (and the first two written) row by row, so that a large
+// picture takes no more memory than its rows.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace host {
 
-enum class PictureKind { Jpeg, Tiff, Png };
+enum class PictureKind { Jpeg, Tiff, Png, Bmp };
 
 /// Larger pictures are refused: small files can announce any size.
 inline constexpr double mostPicturePixels = 1e9;
@@ -60,6 +60,7 @@ std::string keepInMemory(const std::string& path);
 
 std::unique_ptr<PictureReader> openJpeg(std::FILE* file, std::string& error, int reduction);
 std::unique_ptr<PictureReader> openPng(std::FILE* file, std::string& error);
+std::unique_ptr<PictureReader> openBmp(std::FILE* file, std::string& error);
 std::unique_ptr<PictureReader> openTiff(std::FILE* file, const std::string& path, std::string& error);
 bool writeJpeg(PictureReader& from, std::FILE* to, std::string& error);
 bool writeTiff(PictureReader& from, const std::string& path, std::string& error);

@@ -148,8 +148,15 @@ static bool isTextShown(const Text& text, const RPT& at, const Frame& frame) {
            text.width > 0 && text.width < 1e3 * text.height;
 }
 
+/// Whether the frame's plane is seen from its edge, as in a picture in space: letters have no area then.
+static bool isEdgeOn(const Frame& frame) {
+    constexpr double least = 1e-4;
+    const RPT &right = frame.axes[0], &up = frame.axes[1];
+    return std::fabs(right.x * up.y - right.y * up.x) < least * frame.scale * frame.scale;
+}
+
 void Painter::drawTexts(const Pattern& pattern) {
-    if (pattern.texts.empty()) return;
+    if (pattern.texts.empty() || isEdgeOn(frame_)) return;
     TextPainter painter(cairo_, 1);
     for (const Text& text : pattern.texts) {
         const RPT at = frame_.map(text.x, text.y);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace host {
@@ -45,12 +46,25 @@ bool PlanOfSpace::hasEdge(const RPT& a, const RPT& b) const {
     return std::binary_search(edges_.begin(), edges_.end(), edgeOf(a, b));
 }
 
-/// A line has its like in an edge, an arc in the wall that stands on its ends.
+/// Where the first facet of a wall over an arc ends on the ground.
+static RPT firstFacetEnd(const RPT& from, const Element& arc) {
+    constexpr double fullTurn = 2 * std::numbers::pi;
+    constexpr double resolution = 36; // facets of a full turn
+    const double start = std::atan2(from.y - arc.cy, from.x - arc.cx);
+    double span = std::atan2(arc.y - arc.cy, arc.x - arc.cx) - start;
+    if (arc.ccw && span < 0) span += fullTurn;
+    if (!arc.ccw && span > 0) span -= fullTurn;
+    const double facets = std::max(1.0, std::ceil(std::fabs(span) / fullTurn * resolution - 1e-9));
+    const double radius = std::hypot(from.x - arc.cx, from.y - arc.cy), angle = start + span / facets;
+    return {arc.cx + radius * std::cos(angle), arc.cy + radius * std::sin(angle)};
+}
+
+/// A line has its like in an edge, an arc in the facets of the wall over it.
 bool PlanOfSpace::isPlan(const RPT& from, const Element& element) const {
     const RPT to{element.x, element.y};
     switch (element.type) {
     case ElementType::Draw: return hasEdge(from, to);
-    case ElementType::Arc: return hasEdge(from, from) && hasEdge(to, to);
+    case ElementType::Arc: return hasEdge(from, firstFacetEnd(from, element));
     case ElementType::Circle: return hasEdge(to, to);
     default: return false;
     }

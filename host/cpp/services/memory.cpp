@@ -29,11 +29,13 @@ int UtAllocMemoryBlock(void** block, std::size_t count, std::size_t size, int /*
     BlockHeader* old = headerOf(*block);
     const std::size_t known = old ? old->bytes : 0;
     if (old && bytes <= known) return 0;
-    auto* header = static_cast<BlockHeader*>(std::realloc(old, whole)); // NOLINT: old is kept on failure
+    // Fresh memory of the system is zero already, which calloc knows.
+    void* const memory = old ? std::realloc(old, whole) : std::calloc(1, whole); // NOLINT: old is kept
+    auto* header = static_cast<BlockHeader*>(memory);
     if (!header) return errorNoMemory;
     header->bytes = bytes;
     *block = header + 1;
-    std::memset(static_cast<char*>(*block) + known, 0, bytes - known);
+    if (old) std::memset(static_cast<char*>(*block) + known, 0, bytes - known);
     return 0;
 }
 
