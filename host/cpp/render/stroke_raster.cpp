@@ -171,18 +171,22 @@ void StrokeRaster::curve(const RPT& from, const Bezier& b) {
     }
 }
 
-/// a * b / 255, rounded.
-static std::uint32_t product(std::uint32_t a, std::uint32_t b) {
-    const std::uint32_t value = a * b + 128;
-    return (value + (value >> 8)) >> 8;
-}
-
-static std::uint32_t laidOver(std::uint32_t below, std::uint32_t color, std::uint32_t covered) {
-    std::uint32_t mixed = 0;
-    for (int shift = 0; shift < 24; shift += 8)
-        mixed |= (product(color >> shift & 255, covered) + product(below >> shift & 255, 255 - covered))
-                 << shift;
-    return mixed;
+/// Lays a colour over pixels: rounded as Cairo does it.
+/// No branches: what is covered changes from pixel to pixel.
+static void layOver(std::uint32_t* pixels, const std::uint8_t* covered, int count, std::uint32_t color) {
+    constexpr std::uint32_t two = 0x00FF00FF, halves = 0x00800080; // two channels in one number
+    const std::uint32_t colorOuter = color & two, colorMiddle = color >> 8 & two;
+    // a * b / 255, rounded, of both channels.
+    const auto product = [](std::uint32_t pair, std::uint32_t factor) {
+        const std::uint32_t value = pair * factor + halves;
+        return (value + (value >> 8 & two)) >> 8 & two;
+    };
+    for (int i = 0; i < count; ++i) {
+        const std::uint32_t part = covered[i], rest = 255 - part, below = pixels[i];
+        const std::uint32_t outer = product(colorOuter, part) + product(below & two, rest);
+        const std::uint32_t middle = product(colorMiddle, part) + product(below >> 8 & two, rest);
+        pixels[i] = outer | middle << 8;
+    }
 }
 
 void StrokeRaster::paintRow(int y, std::uint32_t color) {
@@ -191,22 +195,12 @@ void StrokeRaster::paintRow(int y, std::uint32_t color) {
                                                     static_cast<std::ptrdiff_t>(y) *
                                                         cairo_image_surface_get_stride(picture_));
     int x = box_.firstX;
-    while (x < box_.endX) {
-        const int end = std::min(x + 8, box_.endX);
-        std::uint64_t eight = 1;
-        if (end == x + 8) std::memcpy(&eight, covered + x, 8);
-        if (eight == 0) {
-            x = end;
-            continue;
-        }
-        for (; x < end; ++x) {
-            // An image's fourth byte is nobody's.
-            if (covered[x] == 255)
-                pixels[x] = color;
-            else if (covered[x] && (pixels[x] & 0xFFFFFF) != color)
-                pixels[x] = laidOver(pixels[x], color, covered[x]);
-        }
+    for (; x + 8 <= box_.endX; x += 8) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, covered + x, 8);
+        if (eight != 0) layOver(pixels + x, covered + x, 8, color);
     }
+    layOver(pixels + x, covered + x, box_.endX - x, color);
     std::fill(covered + box_.firstX, covered + box_.endX, std::uint8_t{0});
 }
 
