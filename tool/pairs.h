@@ -20,13 +20,16 @@ public:
         return true;
     }
     int code = 0;
-    std::string_view value; ///< without line end and blanks around
+    std::string_view value;      ///< without line end and blanks around
+    bool metEndlessLine = false; ///< one that no reader of drawings takes for a line
 
 private:
     std::string_view takeLine() {
         const void* end = std::memchr(rest_.data(), '\n', rest_.size());
         const std::size_t length =
             end ? static_cast<std::size_t>(static_cast<const char*>(end) - rest_.data()) : rest_.size();
+        constexpr std::size_t longest = 1'048'575;
+        metEndlessLine = metEndlessLine || length > longest;
         const std::string_view line = rest_.substr(0, length);
         rest_.remove_prefix(std::min(rest_.size(), length + 1));
         return trim(line);

@@ -146,7 +146,9 @@ static void decodeNames(SourceScan& scan) {
 SourceScan scanSource(std::string_view bytes) {
     SourceScan scan;
     Scanner scanner(scan);
-    for (PairReader pairs(bytes); pairs.next();) scanner.take(pairs);
+    PairReader pairs(bytes);
+    while (pairs.next()) scanner.take(pairs);
+    scan.hasEndlessLine = pairs.metEndlessLine;
     decodeNames(scan);
     std::erase_if(scan.layers, [](const SourceLayer& layer) { return layer.name.empty(); });
     std::erase_if(scan.lineTypes, [](const SourceLineType& type) { return type.name.empty(); });

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cmath>
+#include <vector>
 
 namespace host {
 
@@ -84,6 +85,8 @@ TextPainter::~TextPainter() {
 
 void TextPainter::draw(const Text& text, Rgb ink, Rgb back) {
     if (!(text.height > 0 && std::isfinite(text.height / perUnit_))) return;
+    if (cairo_status(canvas_) != CAIRO_STATUS_SUCCESS)
+        return; // no memory: what was drawn won't become a picture
     const TextLayout layout = layoutText(text, perUnit_);
     cairo_save(canvas_);
     cairo_translate(canvas_, text.x, text.y);
@@ -118,30 +121,40 @@ void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
     lines.start(line.x);
     const FontFile* file = nullptr;
     double scale = 0, x = line.x, end = line.x;
+    std::vector<cairo_glyph_t>
+        glyphs; // of one font: each call of the canvas is kept until the picture is whole
+    const auto show = [&] {
+        if (glyphs.empty()) return;
+        const int count = static_cast<int>(glyphs.size());
+        cairo_show_glyphs(canvas_, glyphs.data(), count);
+        if (font.thickened() && !file->bold()) {
+            cairo_glyph_path(canvas_, glyphs.data(), count);
+            cairo_set_line_width(canvas_, syntheticBold * text.height);
+            cairo_stroke(canvas_);
+        }
+        glyphs.clear();
+    };
     for (std::size_t pos = 0; pos < line.text.size();) {
         const char32_t c = nextChar(line.text, pos);
         if (c < 32 && c != '\t') {
+            show(); // a style line changes the path
             lines.toggle(c, end);
             continue;
         }
         const Glyph& glyph = font.glyph(c);
         if (glyph.file) {
             if (glyph.file != file || glyph.scale != scale) {
+                show();
                 selectFont(text, *glyph.file, glyph.scale, font.slanted());
                 file = glyph.file;
                 scale = glyph.scale;
             }
-            const cairo_glyph_t at{glyph.index, x + glyph.offset * text.width, line.baseline};
-            cairo_show_glyphs(canvas_, &at, 1);
-            if (font.thickened() && !glyph.file->bold()) {
-                cairo_glyph_path(canvas_, &at, 1);
-                cairo_set_line_width(canvas_, syntheticBold * text.height);
-                cairo_stroke(canvas_);
-            }
+            glyphs.push_back({glyph.index, x + glyph.offset * text.width, line.baseline});
         }
         end = x + glyph.cell * text.width;
         x += (glyph.cell + text.spacing - 1) * text.width;
     }
+    show();
     lines.finish(end);
 }
 
