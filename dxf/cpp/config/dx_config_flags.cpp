@@ -193,6 +193,7 @@ constexpr DxFlagKey FLAG_KEYS[] = {
     {"FLAT_PLAN",       DxKeyWhen::Import,  &DxFlatPlan},
     {"WRITE_TXT_ORG",   DxKeyWhen::Always,  &DxWriteTxtOrg},
     {"WRITE_HATCH",     DxKeyWhen::Always,  &DxWriteHatch},
+    {"FLAT_SOLIDS",     DxKeyWhen::Import,  &DxFlatSolids},
     {"WRITE_SOLIDS",    DxKeyWhen::Export,  &DxWriteSolids},
     {"WRITE_CLOUDS",    DxKeyWhen::Export,  &DxWriteClouds},
     {"WRITE_ATTR",      DxKeyWhen::Always,  &DxWriteAttr},
