@@ -9,6 +9,7 @@
 
 #include "drawing/dump.h"
 #include "drawing/hatch_lines.h"
+#include "services/open_file.h"
 
 #include <nlohmann/json.hpp>
 
@@ -36,7 +37,7 @@ static Json imagesJson(const Loaded& loaded, const host::Drawing& drawing) {
     if (!loaded.imported)
         for (const host::Pattern& pattern : drawing.patterns)
             for (const host::Bitmap& bitmap : pattern.bitmaps)
-                images.emplace(bitmap.file, std::filesystem::is_regular_file(bitmap.file));
+                images.emplace(bitmap.file, host::isRegular(bitmap.file));
     Json list = Json::array();
     for (const auto& [file, found] : images) list.push_back({{"file", file}, {"found", found}});
     return list;

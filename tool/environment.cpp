@@ -1,5 +1,6 @@
 #include "environment.h"
 
+#include "services/open_file.h"
 #include "services/temporary_files.h"
 #include "words.h"
 
@@ -29,6 +30,7 @@ TemporaryFolder::TemporaryFolder() {
         throw std::runtime_error(
             words::say("Can't make a folder in the temporary directory: {}", words::systemWords(errno)));
     path_ = name;
+    host::allowBelow(path_);
     const int folder = ::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder < 0) return;
     host::guardTemporary(path_, folder);
@@ -71,6 +73,12 @@ std::string whyNoData() {
     const std::string folder = dataFile("");
     if (fs::is_directory(folder, error)) return {};
     return words::say("there is no installation data in {}; HD_U and HD_VE say where it is", folder);
+}
+
+std::string confine(const std::vector<std::string>& folders) {
+    if (folders.empty()) return {};
+    const std::string missing = host::confineTo(folders, {variable("HD_U")});
+    return missing.empty() ? "" : words::say("there is no folder {} to confine the run to", missing);
 }
 
 std::string localeLanguage() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tool {
 
@@ -26,6 +27,9 @@ void setDataEnvironment();
 std::string dataFile(const std::string& name);
 /// Why there is no installation data where HD_U and HD_VE say; empty when there is.
 std::string whyNoData();
+/// From now on the run reads and writes below these folders only, but for what the program brings along and
+/// its folder for temporary files; with none, it isn't confined. Empty, or what is wrong with a folder.
+std::string confine(const std::vector<std::string>& folders);
 /// Language of messages by the locale: "de" for a German one, else "en".
 std::string localeLanguage();
 

@@ -1,5 +1,6 @@
 #include "file_kind.h"
 
+#include "services/open_file.h"
 #include "words.h"
 
 #include <algorithm>
@@ -113,6 +114,7 @@ std::string whyNotReadable(const std::string& path) {
     if (fs::is_directory(status)) return path + ": " + words::say("is a folder");
     if (fs::is_fifo(status)) return {};
     if (!fs::is_regular_file(status)) return path + ": " + words::say("is a device, not a file");
+    if (!host::isRegular(path)) return words::say("{} is outside the folders of --confine", path);
     if (::access(path.c_str(), R_OK) != 0) return path + ": " + words::systemWords(errno);
     if (fs::file_size(path, error) == 0 && !error) return path + ": " + words::say("the file is empty");
     const FileLook look = lookAtFile(path);
@@ -134,7 +136,8 @@ std::string whyNotWritable(const std::string& target) {
 
 std::string whyNotTarget(const std::string& input, const std::string& target, const std::string& purpose) {
     std::error_code error;
-    if (target == "-") return {};
+    if (target == "-" || target.empty()) return {};
+    if (!host::mayWrite(target)) return words::say("{} is outside the folders of --confine", target);
     if (fs::equivalent(input, target, error)) return words::say("input and output are one file: {}", target);
     if (fs::exists(target, error) && !fs::is_regular_file(target, error)) return {};
     for (const Ending& known : kEndings)

@@ -1,6 +1,7 @@
 #include "info_print.h"
 
 #include "account.h"
+#include "streams.h"
 #include "words.h"
 
 #include <array>
@@ -174,6 +175,7 @@ static void printUnseen(const Json& rows, const char* heading) {
 }
 
 void printInfo(const Json& info, bool verbose) {
+    const QuotedOutput names(std::cout);
     std::cout << word(info, "file") << '\n';
     if (!info["version"].is_null())
         std::cout << "  "

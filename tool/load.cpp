@@ -127,7 +127,8 @@ void Loading::prepareSession() {
     if (options_.read.maxElements > 0) session.maxElements = options_.read.maxElements;
     session.wantsAbort = [] { return isInterrupted(); };
     if (isAlone_ && !options_.quiet) session.onStatus = showProgress;
-    if (const char* converter = std::getenv("TORVA_DWG_CONVERTER")) session.dwgConverter = converter;
+    const char* const converter = std::getenv("TORVA_DWG_CONVERTER");
+    if (converter && options_.confine.empty()) session.dwgConverter = converter;
 }
 
 void Loading::lookThrough(const std::string& path) {
@@ -225,6 +226,10 @@ void Loading::importDxf(const std::string& path) {
     loaded_.error = whyNoConfig(options_);
     if (!loaded_.error.empty()) return;
     if (keeps || options_.read.passport) lookThrough(path);
+    if (scan_.hasEndlessLine) {
+        loaded_.error = words::say("{}: a line of more than a megabyte, this is no drawing", path);
+        return;
+    }
     if (keeps && !prepareKeeping()) return;
     setVariables();
     const RunFiles files(folder_);

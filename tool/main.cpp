@@ -19,6 +19,9 @@
 namespace tool {
 
 static void addMessageOptions(CLI::App& command, Options& options) {
+    command.add_option("--confine", options.confine, "Read and write only below this folder; repeatable")
+        ->type_name("DIR")
+        ->allow_extra_args(false);
     command.add_flag("-q,--quiet", options.quiet, "Errors only");
     command.add_flag("-v,--verbose", options.verbose, "All messages of the run");
     command.add_option("--lang", options.language, "Language of messages")
@@ -284,6 +287,7 @@ static int runCommandLine(int argc, char** argv) {
     setDataEnvironment();
     if (const std::string wrong = chosen == runValidateCommand ? "" : whyNoData(); !wrong.empty())
         return fail(wrong);
+    if (const std::string wrong = confine(options.confine); !wrong.empty()) return fail(wrong, STATUS_USAGE);
     watchInterrupt();
     return interruptedStatus(chosen(options));
 }
@@ -291,6 +295,7 @@ static int runCommandLine(int argc, char** argv) {
 } // namespace tool
 
 int main(int argc, char** argv) {
+    const tool::QuotedOutput messages(std::cerr);
     try {
         tool::guardStreams();
         return tool::finishOutput(tool::runCommandLine(argc, argv));

@@ -56,6 +56,7 @@ struct Options {
     std::vector<double> direction;      ///< of the viewer; empty: from above
     bool hidden = false, shade = false; ///< lines behind faces left out; faces lit
     std::string format;                 ///< of an export: ACAD32 … ACAD11, EASY; empty: the newest
+    std::vector<std::string> confine;   ///< folders that the run is confined to; none: it isn't
     std::string language;               ///< "de", "en", empty: by the locale
 };
 

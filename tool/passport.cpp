@@ -1,6 +1,7 @@
 #include "passport.h"
 
 #include "letter_case.h"
+#include "services/open_file.h"
 #include "text/font_files.h"
 #include "text/substitutes.h"
 #include "ut_string.h"
@@ -72,9 +73,8 @@ static bool isReferenceFound(const std::string& file, const std::string& input) 
     std::string path = file;
     std::replace(path.begin(), path.end(), '\\', '/');
     const fs::path folder = fs::path(input).parent_path(), named(path);
-    std::error_code error;
-    return fs::is_regular_file(named, error) || fs::is_regular_file(folder / named, error) ||
-           fs::is_regular_file(folder / named.filename(), error);
+    return host::isRegular(named) || host::isRegular(folder / named) ||
+           host::isRegular(folder / named.filename());
 }
 
 void addPassport(Json& info, const std::string& input, const Loaded& loaded, const host::Drawing& drawing) {

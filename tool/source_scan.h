@@ -25,8 +25,9 @@ struct SourceLayer {
 };
 
 struct SourceScan {
-    int version = 1009;  ///< number of $ACADVER
-    int codePage = 1252; ///< Windows code page of $DWGCODEPAGE
+    int version = 1009;          ///< number of $ACADVER
+    bool hasEndlessLine = false; ///< longer than any in a drawing
+    int codePage = 1252;         ///< Windows code page of $DWGCODEPAGE
     int insUnits = 0;
     double paperBaseX = 0, paperBaseY = 0; ///< $PINSBASE
     double lineTypeScale = 1;

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <cstdio>
+#include <memory>
+#include <ostream>
 #include <string>
+#include <string_view>
 
 namespace tool {
 
@@ -10,6 +13,23 @@ namespace tool {
 /// later, or messages would land in it; and a reader that has gone, or a file that may not grow further, is
 /// an error of writing, behind which temporary files are still removed.
 void guardStreams();
+
+/// Text for a terminal: control characters, which names of a drawing may hold, as \\xNN. Line feeds and tabs
+/// stay.
+std::string quoted(std::string_view text);
+/// All that goes to a stream is quoted(), for a scope.
+class QuotedOutput {
+public:
+    explicit QuotedOutput(std::ostream& out);
+    ~QuotedOutput();
+    QuotedOutput(const QuotedOutput&) = delete;
+    QuotedOutput& operator=(const QuotedOutput&) = delete;
+
+private:
+    std::ostream& out_;
+    std::streambuf* before_;
+    std::unique_ptr<std::streambuf> buffer_;
+};
 
 /// Copies what `from` still holds. False when it can't be read or written to the end.
 bool copyStream(FILE* from, FILE* to);

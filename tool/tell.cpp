@@ -1,5 +1,6 @@
 #include "tell.h"
 
+#include "services/open_file.h"
 #include "words.h"
 
 #include <cerrno>
@@ -21,6 +22,10 @@ int fail(const std::string& file, const std::string& why, Status status) {
 
 bool makeFolder(const std::string& folder) {
     std::error_code error;
+    if (!host::mayWriteBelow(folder)) {
+        fail(words::say("{} is outside the folders of --confine", folder));
+        return false;
+    }
     fs::create_directories(folder, error);
     const int number = error ? error.value() : EEXIST;
     if (fs::is_directory(folder, error)) return true;

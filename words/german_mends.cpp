@@ -64,6 +64,7 @@ static constexpr auto kRows = sorted(std::to_array<Row>({
     {"ENDTAB of ", "ENDTAB von "},
     {"the two tables ", "die beiden Tabellen "},
     {"the two sections ", "die beiden Abschnitte "},
+    {"the second section ", "der zweite Abschnitt "},
     {" are put together", " sind zusammengelegt"},
     {"ENDBLK without BLOCK is left out", "ENDBLK ohne BLOCK ist weggelassen"},
     {"the entity outside of all blocks is put into ENTITIES",

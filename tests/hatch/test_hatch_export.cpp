@@ -404,4 +404,23 @@ TEST_F(HatchExport, KeptPatternsComeBack) {
     EXPECT_EQ(rowsNow(), before);
 }
 
+TEST_F(HatchExport, APatternThatWasEditedIsWrittenAsItIsNow) {
+    const std::vector<Row> rows{{45, 1, 2, -2, 2, {}}, {225, 3, 2, -2, 2, {}}, {10, 0, 0, 0, 7, {}}};
+    const TempDir folder;
+    folder.write("in.dxf", dxf()
+                               .header("AC1015")
+                               .entity("HATCH", hatchGroups({squareLoop(0, 10)}, false, patternRows(rows)))
+                               .text());
+    ImportOptions options = unshifted();
+    options.config = flags("KEEP_HATCH=1\n");
+    const std::pair<double, const char*> turns[] = {{0, "ANSI31"}, {0.5, "_U"}};
+    for (const auto& [turn, name] : turns) {
+        ASSERT_EQ(importFile(folder, "in.dxf", options).stat, 0);
+        for (host::Pattern& pattern : host::openDrawing().patterns)
+            for (host::Hatch& hatch : pattern.hatches) hatch.lines.at(0).angle += turn;
+        const Exported file = exportTo(folder, exportConfig("ACAD24", "NO_KOMMA=12\nKEEP_HATCH=1\n"));
+        EXPECT_EQ(valueOf(file.first(0, "HATCH"), 2), name);
+    }
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include "../import/drawn.h"
 #include "../space/export3d.h"
 #include "models.h"
+#include "sat_model.h"
 
 #include "drawing/drawing.h"
 #include "drawing/extents.h"
@@ -60,12 +61,6 @@ std::string hexOf(const std::string& bytes) {
     return text;
 }
 
-std::string binaryModel(const std::string& text) {
-    ACIS::File file;
-    file.load(text);
-    return file.save(ACIS::VERSION_BINARY | 700);
-}
-
 /// A section of binary models: (handle, model).
 DxfGroups acdsData(const std::vector<std::pair<std::string, std::string>>& models) {
     DxfGroups groups{{70, "2"}, {71, "1"}, {0, "ACDSSCHEMA"}, {90, "0"}, {1, "x"}};
@@ -113,6 +108,23 @@ TEST(SolidImport, OnlyIn3d) {
     const ImportResult flat =
         importText(dxf().header("AC1015").entity("REGION", solidGroups(boxModel(400))).text());
     EXPECT_TRUE(flat.hasMessage("1 REGION"));
+}
+
+TEST(SolidImport, FlatDrawingsHaveThemWhenAskedTo) {
+    ImportOptions options = unshifted();
+    options.config = flags("FLAT_SOLIDS=1\n");
+    for (const DxfText& text :
+         {dxf().header("AC1015").entity("REGION", solidGroups(boxModel(400))),
+          dxf()
+              .header("AC1027")
+              .entity("3DSOLID", {{5, "2A"}})
+              .section("OBJECTS", {}, true)
+              .section("ACDSDATA", acdsData({{"2A", binaryModel(boxModel(700))}}), true)}) {
+        const ImportResult flat = importText(text.text(), options);
+        EXPECT_EQ(solidsOf(elementsOf(flat.dump)),
+                  std::string("solid pen 1 lt 1 records 85 wires 12\n") + inPlace);
+        EXPECT_FALSE(flat.hasMessage("REGION"));
+    }
 }
 
 TEST(SolidImport, EveryVersionAndForm) {
@@ -270,12 +282,20 @@ TEST(SolidWires, FollowCurves) {
     EXPECT_NEAR(curve[0].front().x, 0, 1e-12);
     for (const auto& [data, count] : std::vector<std::pair<std::string, std::size_t>>{
              {boxModel(400), 12},
+             {boxModel(106), 12},
              {binaryModel(boxModel(700)), 12},
              {sphereModel(700), 3},
              {oneFaceModel(700, "torus", "0 0 0 0 0 1 10 2 1 0 0 forward_v I I I I"), 8},
              {boxModel(700).substr(0, 3000), 0},
              {"", 0}})
         EXPECT_EQ(host::solidWires(data, 1000).size(), count) << data.substr(0, 60);
+}
+
+TEST(SolidWires, OfCirclesAreNoFaces) {
+    importText(dxf().header("AC1015").entity("3DSOLID", solidGroups(sphereModel(700))).text(), in3d());
+    const host::FaceCounts counts = host::countFaces(firstSolid().wires);
+    EXPECT_EQ(counts.faces, 0);
+    EXPECT_EQ(counts.runs, 3);
 }
 
 // ---- out again -------------------------------------------------------------------------------------
@@ -308,6 +328,20 @@ TEST_F(SolidExport, SolidsComeBack) {
                       "solid pen 1 lt 1 records 5 wires 0\n" + inPlace);
         EXPECT_NEAR(host::openDrawing().extents().maxX, 12, 1e-9);
         EXPECT_NEAR(host::openDrawing().extents().maxY, 23, 1e-9);
+    }
+}
+
+TEST_F(SolidExport, FlatDrawingsKeepThem) {
+    ImportOptions options = unshifted();
+    options.config = flags("FLAT_SOLIDS=1\n");
+    const DxfText text = dxf().header("AC1015").entity("3DSOLID", solidGroups(boxModel(400)));
+    for (const bool isKept : {true, false}) {
+        importText(text.text(), options);
+        const Exported file = exportDrawing(exportConfig("ACAD24", isKept ? "WRITE_SOLIDS=1\n" : ""));
+        EXPECT_EQ(file.errors(), "");
+        EXPECT_EQ(file.count(0, "3DSOLID"), isKept ? 1u : 0u);
+        EXPECT_EQ(file.protocol.find("1 3D face or solid was not written.") != std::string::npos, !isKept);
+        EXPECT_EQ(file.protocol.find("1 solid was not written."), std::string::npos);
     }
 }
 

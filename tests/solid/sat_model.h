@@ -37,6 +37,10 @@ inline std::unique_ptr<ACIS::File> converted(ACIS::File& file, std::uint32_t ver
     return loaded(data);
 }
 
+inline std::string binaryModel(const std::string& text) {
+    return loaded(text)->save(SAB_700);
+}
+
 /// Numbers of records by class.
 inline std::map<Id, int> kinds(const ACIS::File& file) {
     std::map<Id, int> counts;

@@ -1,5 +1,6 @@
 // What the command withstands: files that others change, odd names, full disks, signals.
 #include "dxf_text.h"
+#include "store/store.h"
 #include "tool_fixture.h"
 
 #include <gmock/gmock.h>
@@ -214,6 +215,84 @@ TEST_F(Hard, NothingStaysBesideADrawingFileThatIsRead) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.err, HasSubstr("another program is at work"));
     EXPECT_FALSE(fs::exists(dir.file("b.dxf"))) << "nor is there half a file";
+}
+
+TEST_F(Hard, NamesOfADrawingFileAreNeverLinesOfAConfiguration) {
+    dir.write("secret", "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n0\nLAYER\n2\nSTOLEN\n70\n0\n62\n1\n"
+                        "0\nENDTAB\n0\nENDSEC\n0\nEOF\n");
+    DxfText text = dxf();
+    const DxfGroups dashes{{2, "PLACE"}, {70, "0"}, {3, ""},   {72, "65"},
+                           {73, "2"},    {40, "2"}, {49, "1"}, {49, "-1"}};
+    text.header("AC1027").record("LTYPE", dashes).layer("L", 1);
+    DxfGroups drawn = line(0);
+    drawn.insert(drawn.end(), {{6, "PLACE"}});
+    dir.write("a.dxf", text.entity("LINE", drawn).text());
+    ASSERT_EQ(run("import a.dxf -o a.tdw").status, 0);
+    const auto renamed = [&](bool isLayer, const std::string& name) {
+        host::Drawing drawing;
+        EXPECT_EQ(host::loadDrawing(drawing, dir.file("a.tdw")), "");
+        (isLayer ? drawing.layers.front().name : drawing.lineTypes.begin()->second.name) = name;
+        EXPECT_EQ(host::saveDrawing(drawing, dir.file("renamed.tdw")), "");
+        return run("export renamed.tdw b.dxf");
+    };
+    const std::string lines = "x\n#FLAGS-START\nTEMPLATE_NAME=" + dir.file("secret") + "\n#FLAGS-END";
+    for (const bool isLayer : {false, true}) {
+        EXPECT_EQ(renamed(isLayer, lines).status, 1) << isLayer;
+        EXPECT_FALSE(fs::exists(dir.file("b.dxf")));
+    }
+    EXPECT_EQ(renamed(false, "#FLAGS-START|TEMPLATE_NAME=secret|7").status, 0);
+    EXPECT_THAT(dir.read("b.dxf"), Not(HasSubstr("STOLEN")));
+    EXPECT_EQ(run("validate b.dxf").status, 0);
+}
+
+TEST_F(Hard, ConfinedToAFolderNothingElseIsReadOrWritten) {
+    fs::create_directories(dir.file("in/sub"));
+    fs::create_directories(dir.file("inside"));
+    DxfText part = dxf();
+    part.header("AC1027").entity("CIRCLE", {{8, "0"}, {10, "0"}, {20, "0"}, {40, "5"}});
+    for (const char* name : {"outside.dxf", "inside/b.dxf", "in/sub/ok.dxf"}) dir.write(name, part.text());
+    fs::create_symlink(dir.file("outside.dxf"), dir.file("in/link.dxf"));
+    fs::create_symlink(dir.file("new.tdw"), dir.file("in/new.tdw"));
+    writeReferences("in/a.dxf", {"sub/ok.dxf", "../outside.dxf", dir.file("inside/b.dxf"), "link.dxf"});
+    EXPECT_EQ(info("in/a.dxf")["elements"]["arc"], 4);
+    EXPECT_EQ(info("--confine in in/a.dxf")["elements"]["arc"], 1);
+    EXPECT_EQ(info("--confine in --confine inside in/a.dxf")["elements"]["arc"], 2);
+    EXPECT_EQ(run("import --confine in in/a.dxf -o in/a.tdw").status, 0);
+    EXPECT_EQ(run("convert --confine in in/a.dxf -d in/more").status, 0);
+    EXPECT_EQ(run("render --confine in in/a.tdw in/a.png").status, 0);
+    for (const char* line :
+         {"import --confine in in/a.dxf -o new.tdw", "import --confine in in/a.dxf -o in/new.tdw",
+          "info --confine in outside.dxf", "info --confine in in/link.dxf",
+          "convert --confine in in/a.dxf -d new", "convert --confine in in/a.dxf in/../new.dxf",
+          "render --confine in in/a.dxf new.svg", "validate --confine in in/a.dxf -d new",
+          "validate --confine in outside.dxf", "export --confine in in/a.tdw new.stl",
+          "info --confine nowhere in/a.dxf"})
+        EXPECT_NE(run(line).status, 0) << line;
+    for (const auto& entry : fs::directory_iterator(dir.path()))
+        EXPECT_THAT(entry.path().filename().string(), Not(HasSubstr("new")));
+}
+
+TEST_F(Hard, WhatIsOddIsToldInPlainWords) {
+    DxfText text = dxf();
+    text.header("AC1027")
+        .entity("LINE", line(0))
+        .entity("\x1b[31mRED", {{8, "0"}})
+        .raw(insertOf("\x1b[2J\u009b2J"));
+    text.entity("LWPOLYLINE",
+                {{8, "0"}, {90, "2"}, {10, "0"}, {20, "0"}, {10, "1"}, {20, "1"}, {10, "2"}, {20, "7"}});
+    dir.write("a.dxf", text.text());
+    const Outcome people = run("info a.dxf"), import = run("import a.dxf -o a.tdw");
+    for (const std::string& told : {people.out, import.err})
+        EXPECT_THAT(told, AllOf(HasSubstr("\\x1B[31mRED"), Not(HasSubstr("\x1b")), Not(HasSubstr("\u009b"))));
+    EXPECT_THAT(import.err, HasSubstr("announces 2 vertices and has 3, 3 are taken"));
+    EXPECT_THAT(dump("a.dxf"), HasSubstr("draw 2 7"));
+    EXPECT_THAT(dump("--plain a.dxf"), Not(HasSubstr("draw 2 7")));
+    writeReferences("b.dxf", {"C:\\there\\plan.dxf"});
+    EXPECT_THAT(run("import b.dxf -o b.tdw").err, HasSubstr("C:\\there\\plan.dxf"));
+    dir.write("long.dxf", dxf().header("AC1027").entity(std::string(2'000'000, 'X'), line(0)).text());
+    const Outcome endless = run("import long.dxf -o long.tdw");
+    EXPECT_EQ(endless.status, 1);
+    EXPECT_THAT(endless.err, HasSubstr("more than a megabyte"));
 }
 
 } // namespace

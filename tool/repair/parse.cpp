@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
+#include <string>
 
 namespace repair {
 
@@ -281,8 +283,13 @@ void dropStrangeSections(Document& document, Log& log) {
         return document.atLeast(Version::R13) &&
                (name == "THUMBNAILIMAGE" || (name == "ACDSDATA" && document.atLeast(Version::R2013)));
     };
+    std::set<std::string> met;
     std::erase_if(document.others, [&](const RawSection& section) {
-        if (known(section.name)) return false;
+        const bool again = !met.insert(std::string(section.name)).second;
+        if (again)
+            log.addAt(Rule::RepeatedSection, 0, Section::None, "the second section ", section.name,
+                      " is left out");
+        if (again || known(section.name)) return again;
         log.addAt(Rule::UnknownSection, 0, Section::None, "the section ", inQuotes(section.name), ", which ",
                   versionName(document.version), " does not know, is left out");
         return true;

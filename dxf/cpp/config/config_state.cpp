@@ -16,7 +16,7 @@ UtCString DxTemplateName;
 int DxUseByLayer;
 UtCString DxByLayerFile;
 int DxFullGroups;
-int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxClipImages, DxFillSegType;
+int DxViews, DxFillContour, DxUseUcs, DxUseGeoref, DxPaperSize, DxAllVertices, DxClipImages, DxFillSegType;
 double DxFillSegValue;
 int DxKeepHatchPattern, DxKeepDimLines, DxMeshEdges;
 int DxLineAsHatch, DxWriteTxtOrg, DxWriteHatch, DxWriteAttr, DxWriteFill, DxWritePoly, DxPatternToBlock;
@@ -79,7 +79,7 @@ static void resetImportOptions() {
     DxFillContour = 1;
     DxUseUcs = 0;
     DxUseGeoref = 1;
-    DxPaperSize = DxClipImages = DxFullGroups = 0;
+    DxPaperSize = DxAllVertices = DxClipImages = DxFullGroups = 0;
     DxFillSegType = 0;
     DxFillSegValue = 12.0;
     DxKeepHatchPattern = 0;

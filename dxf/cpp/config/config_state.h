@@ -84,6 +84,7 @@ extern int DxUseUcs;                       ///< USE_UCS
 extern int DxWriteInsUnits;                ///< WRITE_INSUNITS: the file names its unit
 extern int DxUseGeoref;                    ///< USE_GEOREF
 extern int DxPaperSize;                    ///< PAPER_SIZE: sheets have the size of their paper
+extern int DxAllVertices;                  ///< ALL_VERTICES: those beyond the announced number are taken
 extern int DxClipImages;                   ///< CLIP_IMAGES: images show what is within their boundary
 extern int DxFullGroups;                   ///< FULL_GROUPS: groups at their default are written
 extern int DxFillSegType;                  ///< FILL_SEGTYPE

@@ -1,6 +1,5 @@
 #include "dx_dim_chain.h"
 
-#include "../config/config_state.h"
 #include "../config/dx_pens.h"
 #include "../host/dx_active_pattern.h"
 #include "../host/dx_frame.h"
@@ -116,7 +115,7 @@ int drawGroup(int kind, const std::vector<const DX_DIM_CHAIN_PART*>& group) {
         if (!error) {
             pats.push_back(DxActPat);
             rows.push_back(row);
-            if (group[i]->source) DxDimKeepLines(*group[i]->source, DxActPat, row);
+            DxDimKeepLines(group[i]->source.get(), DxActPat, row);
         } else if (std::find(std::begin(passedOver), std::end(passedOver), error) != std::end(passedOver)) {
             error = 0;
         }
@@ -166,15 +165,6 @@ std::shared_ptr<const DX_ENTITY_BASE_TYPE> sharedBase(const DX_ENTITY_BASE_TYPE&
     return last;
 }
 
-/// What a block draws, without its texts.
-std::shared_ptr<const DX_DIM_GEO> linesOnly(const DX_DIM_GEO& source) {
-    const auto lines = std::make_shared<DX_DIM_GEO>();
-    lines->pts = source.pts;
-    lines->rawKinds = source.rawKinds;
-    lines->looks = source.looks;
-    return lines;
-}
-
 void takeLarger(int& value, int other) {
     value = std::max(value, other);
 }
@@ -198,7 +188,7 @@ int DxDimChainAdd(const DX_ENTITY_BASE_TYPE& base, const DX_NAME& layer, double 
     part.base = sharedBase(base, layer);
     part.dim = host;
     part.sets = DxDimSets;
-    if (DxKeepDimLines) part.source = linesOnly(source);
+    part.source = source.seen;
     return 0;
 }
 

@@ -72,6 +72,7 @@ public:
         findStyle();
         Mat44 identity;
         VeMatMakeEinh(identity);
+        if (DxKeepDimLines) raw_.seen = std::make_shared<DX_DIM_GEO>();
         const int error = DxReadDimGeo("ENDBLK", raw_, identity);
         if (error && error != DX_DIM_TOO_LARGE) return Outcome::Nothing;
         if (error || raw_.pts.empty()) return drawBlock(start);
@@ -90,17 +91,21 @@ private:
     }
 
     void transformRaw() {
+        transform(raw_);
+        if (raw_.seen) transform(*raw_.seen);
+    }
+    void transform(DX_DIM_GEO& geo) const {
         const bool isMirrored = DxMirrors(block_);
-        for (OV_DIM_PT& p : raw_.pts) {
+        for (OV_DIM_PT& p : geo.pts) {
             RPT3 at{p.x, p.y, 0};
             DxTrans3DRpt(&at, block_);
             p.x = at.x, p.y = at.y;
         }
         constexpr int arc = 4;
-        for (std::size_t i = 1; isMirrored && i + 1 < raw_.pts.size(); ++i) {
-            if (raw_.rawKinds[i] != arc) continue;
-            std::swap(raw_.pts[i - 1].x, raw_.pts[i].x); // arcs stay counter-clockwise
-            std::swap(raw_.pts[i - 1].y, raw_.pts[i].y);
+        for (std::size_t i = 1; isMirrored && i + 1 < geo.pts.size(); ++i) {
+            if (geo.rawKinds[i] != arc) continue;
+            std::swap(geo.pts[i - 1].x, geo.pts[i].x); // arcs stay counter-clockwise
+            std::swap(geo.pts[i - 1].y, geo.pts[i].y);
             ++i;
         }
     }
@@ -200,7 +205,7 @@ private:
 
     Outcome drawOrdinate(DX_SAVE& start, const DX_DIM_PTS& pts, const DX_DIM_LOOK& line) {
         if (DxDimDrawOrd(decoded_.kind, pts, refs_, raw_.texts, block_, line)) return drawFree(start);
-        DxDimKeepLinesOfLast(raw_, DxActPat);
+        DxDimKeepLinesOfLast(raw_.seen.get(), DxActPat);
         return Outcome::Associative;
     }
 
@@ -211,7 +216,7 @@ private:
         if (const int error = DxNewElement(1)) return error;
         int row = 0;
         if (const int error = Dxovdodim(host, &row)) return error;
-        DxDimKeepLines(raw_, DxActPat, row);
+        DxDimKeepLines(raw_.seen.get(), DxActPat, row);
         return 0;
     }
 

@@ -21,6 +21,7 @@ namespace {
 
 constexpr double toRadians = 0.017453292519943295;
 enum DrawingCode { DRAW = 1, MOVE = 2, ARC = 4 };
+constexpr double smallestBulge = 1e-9;
 enum PointKind { PLAIN = 0, CLOSED = 4, GEOMETRY_ONLY = -1 };
 
 class BlockReader {
@@ -48,6 +49,7 @@ private:
         if (name == "SOLID") return solid();
         if (name == "LWPOLYLINE") return polyline();
         if (name == "HATCH") return hatch();
+        if (name == "POLYLINE" && geo_.seen) return oldPolyline();
         if (name == "TEXT" || name == "MTEXT") return text(name == "MTEXT" ? 1 : 0);
         return name == "INSERT" ? insert() : 0;
     }
@@ -62,9 +64,13 @@ private:
         RPT3 at = p;
         DxTrans3DRpt(&at, m);
         if (!DxIsFinite(at)) at = {0, 0, 0}; // keeps the figure's points together
-        geo_.pts.push_back({at.x, at.y, kind});
-        geo_.rawKinds.push_back(code);
-        geo_.looks.push_back(look_);
+        push(geo_, at, kind, code);
+        if (geo_.seen && !isOutline_) push(*geo_.seen, at, kind, code);
+    }
+    void push(DX_DIM_GEO& geo, const RPT3& at, int kind, int code) const {
+        geo.pts.push_back({at.x, at.y, kind});
+        geo.rawKinds.push_back(code);
+        geo.looks.push_back(look_);
     }
 
     int line() {
@@ -127,10 +133,52 @@ private:
         if (!setLook(record.base) || record.vertices.empty()) return 0;
         if (geo_.pts.size() + record.vertices.size() > DX_DIM_MOST_POINTS) return DX_DIM_TOO_LARGE;
         int code = MOVE;
+        isOutline_ = true;
         for (const DX_VERTEX_TYPE& vertex : record.vertices)
             add(vertex.location, PLAIN, std::exchange(code, DRAW));
         if (record.closed) add(record.vertices[0].location, PLAIN, DRAW);
+        isOutline_ = false;
+        if (geo_.seen) see(record);
         return 0;
+    }
+
+    int oldPolyline() {
+        DX_POLYLINE_TYPE record;
+        if (const int error = DxReadPolyline(&record)) return error;
+        constexpr int meshes = 16 | 64;
+        if ((record.flags & meshes) || !setLook(record.base)) return 0;
+        if (geo_.seen->pts.size() + 3 * record.vertices.size() > DX_DIM_MOST_POINTS) return DX_DIM_TOO_LARGE;
+        constexpr int frame = 16;
+        std::erase_if(record.vertices, [](const DX_VERTEX_TYPE& v) { return (v.flags & frame) != 0; });
+        see(record);
+        return 0;
+    }
+
+    /// A polyline with its bulges.
+    void see(const DX_POLYLINE_TYPE& record) {
+        const std::vector<DX_VERTEX_TYPE>& v = record.vertices;
+        for (std::size_t i = 0; i + (record.closed ? 0 : 1) < v.size(); ++i)
+            seePiece(v[i].location, v[(i + 1) % v.size()].location, v[i].bulge, i == 0);
+    }
+    void seePiece(const RPT3& from, const RPT3& to, double bulge, bool isFirst) {
+        DX_DIM_GEO& seen = *geo_.seen;
+        const auto at = [&](RPT3 p) {
+            DxTrans3DRpt(&p, m_);
+            return DxIsFinite(p) ? p : RPT3{0, 0, 0};
+        };
+        if (std::fabs(bulge) < smallestBulge) {
+            if (isFirst) push(seen, at(from), PLAIN, MOVE);
+            push(seen, at(to), PLAIN, DRAW);
+            return;
+        }
+        const double side = (1 / bulge - bulge) / 4; // from the chord's middle to the centre, in its lengths
+        const RPT3 centre{(from.x + to.x) / 2 - side * (to.y - from.y),
+                          (from.y + to.y) / 2 + side * (to.x - from.x), from.z};
+        const bool turnsLeft = (bulge > 0) != DxMirrors(m_);
+        push(seen, at(turnsLeft ? from : to), PLAIN, MOVE);
+        push(seen, at(turnsLeft ? to : from), PLAIN, ARC);
+        push(seen, at(centre), GEOMETRY_ONLY, ARC);
+        push(seen, at(to), PLAIN, MOVE); // a line may go on from here
     }
 
     /// Its contours: arrow heads are filled areas in some files.
@@ -230,6 +278,7 @@ private:
     DX_DIM_GEO& geo_;
     Mat44 m_;
     DX_DIM_LOOK look_;
+    bool isOutline_ = false; ///< points of an outline that is seen with its bulges
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "dx_dim_parms.h"
 #include "dx_dimension.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,9 @@ struct DX_DIM_GEO {
     std::vector<int> rawKinds;
     std::vector<DX_DIM_LOOK> looks;
     DX_DIM_TEXTS texts;
+    /// With KEEP_DIM all lines of the block as they are to be seen: POLYLINEs and bulges too, which nothing
+    /// is recognised by.
+    std::shared_ptr<DX_DIM_GEO> seen;
     long entities = 0; ///< met so far
 };
 /// So many points or entities are no dimension any more.
@@ -56,9 +60,10 @@ int DxDimNewPat(const DX_NAME& layer);
 int DxDrawDim(const DX_DIM_TYPE* dim, const Mat44 m);
 /// A dimension of drawn lines from all of the block's geometry (mode 8), or the leader of an ordinate (5).
 int DxDrawDimFree(const DX_DIM_GEO& geo, const Mat44 m, int kind, int mode, const RPT refs[3]);
-/// With KEEP_DIM: where the host's lines of a dimension leave out some of the block's, it shows these.
-int DxDimKeepLines(const DX_DIM_GEO& geo, int pat, int row);
-int DxDimKeepLinesOfLast(const DX_DIM_GEO& geo, int pat); ///< The same for a pattern's last dimension.
+/// Where the host's lines of a dimension leave out some of `seen`, those of its block, it shows these. Null:
+/// they aren't kept.
+int DxDimKeepLines(const DX_DIM_GEO* seen, int pat, int row);
+int DxDimKeepLinesOfLast(const DX_DIM_GEO* seen, int pat); ///< The same for a pattern's last dimension.
 /// An ordinate: its leader and texts.
 int DxDimDrawOrd(int kind, const DX_DIM_PTS& pts, const RPT refs[3], const DX_DIM_TEXTS& texts, const Mat44 m,
                  const DX_DIM_LOOK& look);

@@ -1,7 +1,6 @@
 // Whether the host's drawing of a dimension shows what the file's block does, and what to do where it
 // doesn't: doglegs of ordinates, extension lines that cross the dimension line, lines from a centre to the
 // circle.
-#include "../config/config_state.h"
 #include "../host/dx_active_pattern.h"
 #include "../host/dx_frame.h"
 #include "../host/dx_host.h"
@@ -106,22 +105,23 @@ double shareOf(const std::vector<Stroke>& strokes, const std::vector<Stroke>& ot
 
 } // namespace
 
-int DxDimKeepLines(const DX_DIM_GEO& geo, int pat, int row) {
+int DxDimKeepLines(const DX_DIM_GEO* seen, int pat, int row) {
     constexpr double enough = 0.97;
     constexpr std::size_t mostCompared = 400; // a block of more strokes is taken as it is
-    if (!DxKeepDimLines || geo.pts.empty()) return 0;
-    const std::vector<Stroke> ofBlock = strokesOf(geo);
+    if (!seen || seen->pts.empty()) return 0;
+    const std::vector<Stroke> ofBlock = strokesOf(*seen);
     if (ofBlock.size() <= mostCompared) {
         std::vector<Stroke> own;
         if (const int error = strokesOf(pat, row, &own)) return error;
         if (shareOf(ofBlock, own) >= enough) return 0;
     }
-    if (const int error = Dxovdimlines(DxDimArrowPoints(geo, false), true)) return error;
+    if (const int error = Dxovdimlines(DxDimArrowPoints(*seen, false), true)) return error;
     return DxovShowDimLines(pat, row);
 }
 
-int DxDimKeepLinesOfLast(const DX_DIM_GEO& geo, int pat) {
+int DxDimKeepLinesOfLast(const DX_DIM_GEO* seen, int pat) {
+    if (!seen) return 0;
     int row = -1, last = -1, textRow = 0, tolRow = 0;
     while (DxovNextDim(pat, &row, &textRow, &tolRow) == 0) last = row;
-    return last < 0 ? 0 : DxDimKeepLines(geo, pat, last);
+    return last < 0 ? 0 : DxDimKeepLines(seen, pat, last);
 }

@@ -72,9 +72,10 @@ static int writeContent(int pat) {
     int error = DxPatsOneWork ? DxWritePat(pat) : 0;
     if (error) return error;
     // The blocks of an EASY target stand ahead of the section that turns to 2D.
-    const bool isInSpace = DxModus == 3 && DxMiscCheckVersion(DX_LEVEL_3D);
+    const bool takesSpace = DxMiscCheckVersion(DX_LEVEL_3D), isInSpace = DxModus == 3 && takesSpace;
     if (!isInSpace || !DxWriteClouds) DxCountUnwritten(pat, DX_UNWRITTEN_CLOUD);
-    if (!isInSpace) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (!takesSpace) return DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (!isInSpace) return DxWriteFlatPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
     return DxWrite3dPat(pat, &DxEntityCount, &DxBlockOpen, &DxBlockLayer);
 }
 

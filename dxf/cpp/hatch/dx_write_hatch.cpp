@@ -105,7 +105,8 @@ bool isFinite(const RPT& p) {
 
 /// The pattern of the source in the file's frame.
 bool takeSource(const Mat32 mat, Outgoing& out) {
-    if (!DxKeepHatchPattern || ovhatchpattern(readParams, &out.source) != 0 || out.source.lines.empty())
+    if (!DxKeepHatchPattern || ovhatchpattern(readParams, &out.source) != 0 || out.source.lines.empty() ||
+        !DxHatchCarriesSource(out.source))
         return false;
     const double turn = MtGetRot(mat), scale = MtGetScale(mat);
     out.defs.clear();

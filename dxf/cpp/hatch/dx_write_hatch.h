@@ -22,5 +22,8 @@ int DxWriteHatchElem(const UO_ELEM& elem, int index, const Mat32 mat);
 /// The lines of the current hatch as rows of pattern lines in the file's frame.
 int DxGetHatchParams(std::vector<DX_HATCH_DEF>* defs, const Mat32 mat);
 
+/// Whether the current hatch still has the lines that this pattern folded into: it hasn't been edited since.
+bool DxHatchCarriesSource(const OV_HATCH_PATTERN& source);
+
 int DxCiGetGradHatchParams(const DsCsr& hatch, DX_HATCH_GRAD* gradient);
 int DxCiGetHatchTransparency(const DsCsr& hatch, unsigned short* percent);

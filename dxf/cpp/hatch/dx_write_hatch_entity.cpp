@@ -5,6 +5,7 @@
 #include "../host/dx_host.h"
 #include "../import/dx_extents.h"
 #include "../session/dx_writer.h"
+#include "../session/writer_state.h"
 #include "ci_objects.h"
 #include "dx_codes.h"
 #include "dx_hatch_pattern.h"
@@ -91,6 +92,15 @@ int writePattern(const std::vector<DX_HATCH_DEF>& defs, const OV_HATCH_PATTERN* 
     return DxWriteError();
 }
 
+/// A colour of a gradient, and the exact one of a pen that has a look.
+int writeGradientColour(int colour) {
+    DxWriteInt(63, DxEntityColor(colour));
+    const auto look = DxWriteLooks.find(colour);
+    const bool isExact = colour >= DX_COLOR_OF_LOOK && look != DxWriteLooks.end() &&
+                         look->second.trueColor >= 0 && DxMiscCheckVersion(DX_LEVEL_TRUE_COLOR);
+    return isExact ? DxWriteInt(421, look->second.trueColor) : DxWriteError();
+}
+
 int writeGradient(const DX_HATCH_GRAD& gradient) {
     DxWriteInt(450, 1);
     DxWriteInt(451, 0);
@@ -100,9 +110,9 @@ int writeGradient(const DX_HATCH_GRAD& gradient) {
     DxWriteDouble(462, 1.0);
     DxWriteInt(453, gradient.colorCount);
     DxWriteDouble(463, 0.0);
-    DxWriteInt(63, gradient.colors[0]);
+    writeGradientColour(gradient.colors[0]);
     DxWriteDouble(463, 1.0);
-    DxWriteInt(63, gradient.colors[1]);
+    writeGradientColour(gradient.colors[1]);
     return DxWriteString(470, gradient.name);
 }
 
@@ -232,7 +242,6 @@ int DxCiGetGradHatchParams(const DsCsr& hatch, DX_HATCH_GRAD* gradient) {
     for (int i = 0; i < 2; ++i) {
         DX_NAME lineType;
         DxPenLtToDXF(pens[i], 1, &gradient->colors[i], &lineType, 2);
-        gradient->colors[i] = DxEntityColor(gradient->colors[i]);
     }
     return 0;
 }

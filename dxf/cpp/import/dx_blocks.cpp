@@ -6,6 +6,7 @@
 #include "../sections/dx_objects_import.h"
 #include "../sections/dx_section.h"
 #include "../sections/dx_tables_import.h"
+#include "../session/dx_protocol.h"
 #include "../session/dx_unicode.h"
 #include "blocks_state.h"
 #include "import_state.h"
@@ -196,7 +197,10 @@ int DxReadXRefBlocks(DX_BLOCK_TYPE& block) {
 void DxGetBlock(std::string_view name, DxfEntityFileReference& reference) {
     DX_BLOCK_TYPE* block = DxDocuments.current_ ? DxDocuments.current_->findBlockOutwards(name) : nullptr;
     if (!block) return;
-    if (block->flags & EXTERNAL_REFERENCE && DxReadXRefBlocks(*block) != 0) return;
+    if (block->flags & EXTERNAL_REFERENCE && DxReadXRefBlocks(*block) != 0) {
+        DxProtoMsg(UtFormat("External reference %s can't be read!", block->path.c_str()), 1);
+        return;
+    }
     reference.block = block;
     DxReadDropPending();
     reference.place.emplace(block->document->file.Get(), block->filePos, "ENDBLK", 0);

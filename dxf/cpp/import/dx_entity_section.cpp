@@ -17,6 +17,7 @@
 #include "../session/session_state.h"
 #include "../solid/dx_acds.h"
 #include "../solid/dx_acis_import.h"
+#include "../solid/solid_state.h"
 #include "blocks_state.h"
 #include "ds.h"
 #include "dx_definitions.h"
@@ -120,7 +121,8 @@ int readSectionsBehind() {
     if (!document.objectsRead.Get()) {
         if (const int error = readSectionBehind("OBJECTS", DxReadObjectsSection)) return error;
     }
-    if (DxFileVersion < firstVersionWithAcds || DxModus != 3 || document.acdsRead.Get()) return 0;
+    const bool takesSolids = DxModus == 3 || DxFlatSolids;
+    if (DxFileVersion < firstVersionWithAcds || !takesSolids || document.acdsRead.Get()) return 0;
     return readSectionBehind("ACDSDATA", DxReadAcdsSection);
 }
 

@@ -1,6 +1,7 @@
 #include "dx_entity_walk.h"
 
 #include "../session/dx_reader.h"
+#include "../solid/solid_state.h"
 #include "dx_account.h"
 #include "dx_entity_origin.h"
 #include "import_state.h"
@@ -35,7 +36,7 @@ DxEntityContext contextOf(const Mat44 m) {
 }
 
 bool isRead(const DxEntityKind* kind) {
-    return kind && kind->isRead();
+    return kind && (kind->isRead() || (kind->onlyInSpace && DxFlatSolids));
 }
 
 int runCounted(const DxEntityKind* kind, const DxEntityContext& context, const DxCounted& counted) {

@@ -1,6 +1,7 @@
 // Readers of POLYLINE, VERTEX and LWPOLYLINE.
 #include "../config/config_state.h"
 #include "../session/dx_documents.h"
+#include "../session/dx_protocol.h"
 #include "dx_account.h"
 #include "dx_entity_base.h"
 #include "dx_polyline_import.h"
@@ -114,11 +115,22 @@ public:
         }
     }
 
+    /// Tells a difference between what is announced and what is there.
+    void report() const {
+        if (rec_.vertexCount == INT_MIN || met_ == static_cast<std::size_t>(std::max(rec_.vertexCount, 0)))
+            return;
+        DxProtoMsg(UtFormat("An LWPOLYLINE announces %d vertices and has %zu, %zu are taken.",
+                            rec_.vertexCount, met_, rec_.vertices.size()),
+                   1);
+    }
+
 private:
-    /// Vertices beyond the announced number are not stored; without a number all are.
+    /// Vertices beyond the announced number are stored by ALL_VERTICES only; without a number all are.
     bool begin(std::string_view text) {
         const int announced = rec_.vertexCount;
-        full_ = announced != INT_MIN && static_cast<int>(rec_.vertices.size()) >= std::max(announced, 0);
+        ++met_;
+        full_ = announced != INT_MIN && !DxAllVertices &&
+                static_cast<int>(rec_.vertices.size()) >= std::max(announced, 0);
         if (full_ || rec_.vertices.size() >= INT_MAX) return true;
         if (rec_.vertices.empty()) makeRoom(announced);
         DX_VERTEX_TYPE& vertex = rec_.vertices.emplace_back();
@@ -145,6 +157,7 @@ private:
 
     DX_POLYLINE_TYPE& rec_;
     CloudHook cloud_;
+    std::size_t met_ = 0; ///< in the file
     bool full_ = false;
 };
 
@@ -219,6 +232,7 @@ int DxReadLwPolyline(DX_POLYLINE_TYPE* rec) {
     rec->vertexCount = INT_MIN; // no group 90 so far
     LwVertices vertices(*rec);
     if (const int error = DxReadEntity(*rec, lwFields, vertices)) return error;
+    vertices.report();
     rec->endWidth = rec->startWidth;
     settleFlags(*rec);
     rec->vertexCount = static_cast<int>(rec->vertices.size());

@@ -123,6 +123,21 @@ int DxWrite3dPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLaye
     return error;
 }
 
+int DxWriteFlatPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer) {
+    int error = DxCountUnwritten(pat, DX_UNWRITTEN_3D);
+    if (error || !DxWriteSolids) return error;
+    const auto before = DxUnwrittenCounts[DX_UNWRITTEN_SOLID];
+    error = DxCountUnwritten(pat, DX_UNWRITTEN_SOLID);
+    const auto solids = DxUnwrittenCounts[DX_UNWRITTEN_SOLID] - before;
+    if (error || solids == 0) return error;
+    DxUnwrittenCounts[DX_UNWRITTEN_3D] -= solids; // they have a count of their own
+    DxUnwrittenCounts[DX_UNWRITTEN_SOLID] = before;
+    error = DxNewLayer(DxLayerKinds[DX_CLASS_ELEMENT], DxLayerFixedNames[DX_CLASS_ELEMENT]);
+    if (!error) error = DxWriteSolidsOf(pat, entityCount, blockOpen, blockLayer);
+    if (!error && *entityCount > 0) return DxAddLayer(DxActLayer.view());
+    return error;
+}
+
 int DxWrite3dPatEl(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer) {
     const bool wasOpen = *blockOpen != 0;
     DX_FACE_ARRAYS faces;

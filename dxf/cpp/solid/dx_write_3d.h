@@ -6,6 +6,9 @@
 /// The 3D data of a pattern. `blockOpen` and `blockLayer` are those of the pattern's block, `entityCount`
 /// rises by the entities that are written. 0 or an error of the layer, of the host's form or of the block.
 int DxWrite3dPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
+/// What a flat export writes of it: the solids, where WRITE_SOLIDS asks for them. The rest is counted as not
+/// written. As DxWrite3dPat.
+int DxWriteFlatPat(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
 int DxWrite3dPatEl(int pat, int* entityCount, int* blockOpen, UtCString* blockLayer);
 /// The solids of a pattern, as 3DSOLID, REGION or BODY, where WRITE_SOLIDS asks for them and the target has
 /// solids; else they are counted as not written. As DxWrite3dPat.

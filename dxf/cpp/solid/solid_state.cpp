@@ -3,10 +3,10 @@
 std::vector<DX_3DSOLID_TYPE> DxSolidQueue;
 std::vector<DX_ACDSRECORD_TYPE> DxAcdsRecords;
 std::map<unsigned long, DX_VIS_MATERIAL> DxVisMaterials;
-int DxWriteSolids, DxWriteClouds;
+int DxFlatSolids, DxWriteSolids, DxWriteClouds;
 
 void DxResetSolidState() {
-    DxWriteSolids = DxWriteClouds = 0;
+    DxFlatSolids = DxWriteSolids = DxWriteClouds = 0;
     DxSolidQueue.clear();
     DxAcdsRecords.clear();
     DxVisMaterials.clear();

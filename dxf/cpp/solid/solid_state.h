@@ -19,6 +19,7 @@ extern std::vector<DX_3DSOLID_TYPE> DxSolidQueue;     ///< of the pass that runs
 extern std::vector<DX_ACDSRECORD_TYPE> DxAcdsRecords; ///< of the section behind the entities, both ways
 extern std::map<unsigned long, DX_VIS_MATERIAL> DxVisMaterials; ///< by handle; beside DxMaterials
 
+extern int DxFlatSolids;  ///< FLAT_SOLIDS: solids are taken in 2D too, where pictures show their plan
 extern int DxWriteSolids; ///< WRITE_SOLIDS: the host's solids go out, as 3DSOLID
 extern int DxWriteClouds; ///< WRITE_CLOUDS: the points of the host's clouds go out, as POINT
 

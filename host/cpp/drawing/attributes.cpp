@@ -22,17 +22,37 @@ std::string* identifyingString(PatternIds& ids, const std::string& name) {
     return nullptr;
 }
 
+static constexpr std::size_t manyAttributes = 32;
+
+/// Index of the attribute, or their number when there is none of this name.
+static std::size_t placeOf(Pattern& pattern, const std::string& name) {
+    const auto& list = pattern.attributes;
+    if (list.size() < manyAttributes) {
+        const auto known = std::find_if(list.begin(), list.end(),
+                                        [&](const auto& attribute) { return attribute.first == name; });
+        return static_cast<std::size_t>(known - list.begin());
+    }
+    auto& places = pattern.attributePlaces;
+    if (places.size() != list.size()) {
+        places.clear();
+        for (std::size_t i = 0; i < list.size(); ++i) places.try_emplace(list[i].first, i);
+    }
+    const auto known = places.find(name);
+    return known == places.end() ? list.size() : known->second;
+}
+
 void setAttribute(Pattern& pattern, const std::string& name, const std::string& value) {
     if (std::string* id = identifyingString(pattern.ids, name)) {
         *id = value;
         return;
     }
-    const auto known = std::find_if(pattern.attributes.begin(), pattern.attributes.end(),
-                                    [&](const auto& attribute) { return attribute.first == name; });
-    if (known != pattern.attributes.end())
-        known->second = value;
-    else
-        pattern.attributes.emplace_back(name, value);
+    const std::size_t place = placeOf(pattern, name);
+    if (place < pattern.attributes.size()) {
+        pattern.attributes[place].second = value;
+        return;
+    }
+    if (pattern.attributes.size() >= manyAttributes) pattern.attributePlaces[name] = place;
+    pattern.attributes.emplace_back(name, value);
 }
 
 const std::string* findAttribute(const Pattern& pattern, const std::string& name) {
@@ -114,6 +134,11 @@ int UoCopyAllAttrs(int fromPat, int toPat) {
     if (from == to) return 0;
     to->ids = from->ids;
     to->groupNumber = from->groupNumber;
+    if (to->attributes.empty()) {
+        to->attributes = from->attributes;
+        to->attributePlaces = from->attributePlaces;
+        return 0;
+    }
     for (const auto& [name, value] : from->attributes) setAttribute(*to, name, value);
     return 0;
 }

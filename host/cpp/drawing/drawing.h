@@ -149,6 +149,8 @@ struct Pattern : SpaceContent {
     int definition = 0; ///< number of the definition that it is part of, 0: content of the drawing
     PatternIds ids;
     std::vector<std::pair<std::string, std::string>> attributes; ///< in order of setting
+    /// Where they stand by name, once there are many; of no meaning while its size isn't theirs.
+    std::unordered_map<std::string, std::size_t> attributePlaces;
     Relation relation;
     std::vector<Element> elements;
     std::vector<ElementAttribute> elementAttributes;

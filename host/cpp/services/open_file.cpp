@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -82,6 +83,13 @@ bool mayWrite(const std::string& path) {
            isBelowAny(realFolder, confinement.writable);
 }
 
+bool mayWriteBelow(const std::string& folder) {
+    if (!confinement.isOn) return true;
+    std::error_code error;
+    const std::string real = std::filesystem::weakly_canonical(folder, error).string();
+    return !error && isBelowAny(real, confinement.writable);
+}
+
 std::string confineTo(const std::vector<std::string>& folders, const std::vector<std::string>& readable) {
     confinement = {!folders.empty(), {}, {}};
     for (const std::string& folder : folders) {
@@ -92,6 +100,10 @@ std::string confineTo(const std::vector<std::string>& folders, const std::vector
     for (const std::string& folder : readable)
         if (const std::string real = realPath(folder); !real.empty()) confinement.readable.push_back(real);
     return {};
+}
+
+void allowBelow(const std::string& folder) {
+    if (confinement.isOn) confinement.writable.push_back(realPath(folder));
 }
 
 bool isConfined() {

@@ -14,11 +14,15 @@ int openRegular(const std::string& path);
 bool isRegular(const std::string& path);
 /// Whether a file may be made, replaced or removed there: true unless confined to folders elsewhere.
 bool mayWrite(const std::string& path);
+/// The same of a folder that is to be made, with those above it.
+bool mayWriteBelow(const std::string& folder);
 
 /// From now on only files below these folders are read and written; with none, all are. What the program
 /// itself brings along is named by `readable` and can be read besides. A folder that doesn't exist: its name;
 /// else empty.
 std::string confineTo(const std::vector<std::string>& folders, const std::vector<std::string>& readable = {});
+/// A folder of the run's own, which a confined one may use too.
+void allowBelow(const std::string& folder);
 bool isConfined();
 
 } // namespace host

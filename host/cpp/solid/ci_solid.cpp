@@ -5,6 +5,7 @@
 #include "drawing/host_state.h"
 #include "services/failure.h"
 #include "solid/sat_tokens.h"
+#include "solid/solid_faces.h"
 #include "solid/solid_wires.h"
 #include "uo.h"
 #include "ut.h"
@@ -38,12 +39,6 @@ bool takePlace(const GeMat44& matrix, double factor, Solid& solid) {
         isSound &= std::isfinite(m[0]) && std::isfinite(m[1]) && std::isfinite(m[2]);
     }
     return isSound;
-}
-
-RPT3 placed(const Solid& solid, const RPT3& p) {
-    const auto& [x, y, z, origin] = solid.place;
-    return {p.x * x.x + p.y * y.x + p.z * z.x + origin.x, p.x * x.y + p.y * y.y + p.z * z.y + origin.y,
-            p.x * x.z + p.y * y.z + p.z * z.z + origin.z};
 }
 
 void addWires(Solid& solid) {

@@ -150,9 +150,10 @@ private:
         if (high.empty() && !poleLine(low, true, high)) return {};
         startAt(high, low.front().x);
         if (periodV_ > 0) {
-            const double up = high.front().y < low.front().y ? periodV_ : 0;
-            const double y = beside(high.front().y, low.front().y + periodV_ / 2, periodV_);
-            for (RPT& p : high) p.y += up > 0 || y != high.front().y ? y - high.front().y : 0;
+            // Less than once round above the lower one.
+            const double lift =
+                beside(high.front().y, low.front().y + periodV_ / 2, periodV_) - high.front().y;
+            for (RPT& p : high) p.y += lift;
         }
         low.insert(low.end(), high.rbegin(), high.rend());
         return low;

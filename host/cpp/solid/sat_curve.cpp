@@ -8,10 +8,6 @@ namespace host {
 
 static constexpr double turn = 2 * std::numbers::pi;
 
-static double dot(const RPT3& a, const RPT3& b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-
 RPT3 cross(const RPT3& a, const RPT3& b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
@@ -110,12 +106,12 @@ SatCurve satCurve(const SatModel& model, const SatRecord& record) {
     const std::size_t end = record.first + record.count;
     if (record.leaf == "straight") {
         std::array<double, 6> n;
-        if (!lastNumbers(model, record, n)) return {};
+        if (!firstNumbers(model, record, n)) return {};
         return SatCurve::line({n[0], n[1], n[2]}, {n[3], n[4], n[5]});
     }
     if (record.leaf == "ellipse") {
         std::array<double, 10> n;
-        if (!lastNumbers(model, record, n)) return {};
+        if (!firstNumbers(model, record, n)) return {};
         const RPT3 major{n[6], n[7], n[8]};
         return SatCurve::ellipse({n[0], n[1], n[2]}, major,
                                  scale(cross(unit({n[3], n[4], n[5]}), major), n[9]));

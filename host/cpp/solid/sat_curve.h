@@ -5,6 +5,7 @@
 
 #include "rpt.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -19,6 +20,9 @@ inline RPT3 difference(const RPT3& a, const RPT3& b) {
 inline RPT3 scale(const RPT3& a, double factor) {
     return {factor * a.x, factor * a.y, factor * a.z};
 }
+inline double dot(const RPT3& a, const RPT3& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
 RPT3 cross(const RPT3& a, const RPT3& b);
 RPT3 unit(const RPT3& a);   ///< A vector of length 0 stays.
 RPT3 across(const RPT3& a); ///< A unit vector at a right angle to the unit vector `a`.
@@ -26,12 +30,12 @@ RPT3 across(const RPT3& a); ///< A unit vector at a right angle to the unit vect
 /// The numbers of a record between its last pointer and the next word: those of its own class, behind what
 /// versions put ahead of them. False when there are none.
 bool firstNumbers(const SatModel& model, const SatRecord& record, std::vector<double>& numbers);
-/// The last of them, as many as asked for.
+/// As many of them as asked for.
 template <std::size_t Count>
-bool lastNumbers(const SatModel& model, const SatRecord& record, std::array<double, Count>& last) {
+bool firstNumbers(const SatModel& model, const SatRecord& record, std::array<double, Count>& first) {
     std::vector<double> numbers;
     if (!firstNumbers(model, record, numbers) || numbers.size() < Count) return false;
-    for (std::size_t i = 0; i < Count; ++i) last[i] = numbers[numbers.size() - Count + i];
+    std::copy_n(numbers.begin(), Count, first.begin());
     return true;
 }
 

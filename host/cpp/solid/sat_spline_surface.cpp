@@ -10,10 +10,6 @@ namespace {
 
 constexpr int gridSteps = 24; ///< of the search grid, along each parameter
 
-double dot(const RPT3& a, const RPT3& b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-
 /// The tokens of a B-spline in their order.
 class Cursor {
 public:

@@ -13,10 +13,6 @@ namespace {
 constexpr double turn = 2 * std::numbers::pi;
 constexpr double chord = turn / 48; ///< as edges have it
 
-double dot(const RPT3& a, const RPT3& b) {
-    return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-
 } // namespace
 
 /// Fields of a surface's record behind its last pointer.

@@ -39,16 +39,20 @@ SatPlacement SatTopology::placementOf(const SatRecord& part) const {
 SatPlacement SatTopology::transformOf(const SatRecord& body) const {
     SatPlacement placement;
     const SatRecord* const transform = target(body, "transform");
-    std::array<double, 13> numbers;
-    if (!transform || !lastNumbers(model_, *transform, numbers)) return placement;
-    for (std::size_t i = 0; i < 12; ++i) placement.m[i] = i < 9 ? numbers[i] * numbers[12] : numbers[i];
+    constexpr std::size_t count = 13;
+    std::vector<double> numbers;
+    if (!transform || !firstNumbers(model_, *transform, numbers) || numbers.size() < count) return placement;
+    // From 700 on its id stands ahead; the oldest versions have three more numbers behind.
+    const std::size_t first = numbers.size() == count + 1;
+    const double size = numbers[first + count - 1];
+    for (std::size_t i = 0; i < 12; ++i) placement.m[i] = numbers[first + i] * (i < 9 ? size : 1);
     return placement;
 }
 
 bool SatTopology::pointOf(const SatRecord* vertex, RPT3& point) const {
     const SatRecord* const place = vertex ? target(*vertex, "point") : nullptr;
     std::array<double, 3> numbers;
-    if (!place || !lastNumbers(model_, *place, numbers)) return false;
+    if (!place || !firstNumbers(model_, *place, numbers)) return false;
     point = {numbers[0], numbers[1], numbers[2]};
     return true;
 }

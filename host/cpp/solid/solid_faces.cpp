@@ -8,12 +8,13 @@
 #include <cmath>
 
 namespace host {
-namespace {
 
 RPT3 placed(const Solid& solid, const RPT3& p) {
     const auto& [x, y, z, origin] = solid.place;
     return sum(origin, sum(scale(x, p.x), sum(scale(y, p.y), scale(z, p.z))));
 }
+
+namespace {
 
 bool isSame(const RPT3& a, const RPT3& b) {
     return a.x == b.x && a.y == b.y && a.z == b.z;
