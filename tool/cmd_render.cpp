@@ -148,6 +148,7 @@ static std::string whyNotInFolder(const Options& options) {
     std::map<std::string, std::string> sources;
     for (const std::string& input : options.inputs) {
         const std::string target = targetOf(input, options);
+        if (std::string wrong = whyNotTarget(input, target, "picture"); !wrong.empty()) return wrong;
         const auto [source, isNew] = sources.try_emplace(target, input);
         if (!isNew) return words::say("{} and {} would both become {}", source->second, input, target);
         if (inputs.contains(fs::weakly_canonical(target, error)))

@@ -26,27 +26,20 @@ static void addContours(cairo_t* cairo, const cairo_glyph_t& at, const ThinGlyph
     }
 }
 
-void Ink::glyph(const FontFile& file, char32_t, const cairo_glyph_t& at, double weight) {
+void Ink::glyphs(const FontFile& file, const std::vector<char32_t>&, const std::vector<cairo_glyph_t>& glyphs,
+                 double weight) {
     if (const int less = thinner(weight); less > 0) {
-        addContours(cairo_, at, thin_.outline(cairo_, file, at.index, less));
+        for (const cairo_glyph_t& at : glyphs)
+            addContours(cairo_, at, thin_.outline(cairo_, file, at.index, less));
         cairo_fill(cairo_);
         return;
     }
-    if (weight != weight_) endGlyphs();
-    weight_ = weight;
-    glyphs_.push_back(at);
-}
-
-void Ink::endGlyphs() {
-    if (glyphs_.empty()) return;
-    const int count = static_cast<int>(glyphs_.size());
-    cairo_show_glyphs(cairo_, glyphs_.data(), count);
-    if (weight_ > 0) {
-        cairo_glyph_path(cairo_, glyphs_.data(), count);
-        cairo_set_line_width(cairo_, weight_);
-        cairo_stroke(cairo_);
-    }
-    glyphs_.clear();
+    const int count = static_cast<int>(glyphs.size());
+    cairo_show_glyphs(cairo_, glyphs.data(), count);
+    if (weight <= 0) return;
+    cairo_glyph_path(cairo_, glyphs.data(), count);
+    cairo_set_line_width(cairo_, weight);
+    cairo_stroke(cairo_);
 }
 
 void Ink::beginLayer(const std::string&) {}

@@ -30,12 +30,10 @@ public:
     virtual void paint() { cairo_paint(cairo_); }
     virtual void save() { cairo_save(cairo_); }
     virtual void restore() { cairo_restore(cairo_); }
-    /// Character `c` as the glyph of the font that the context has. `weight`, in the context's units: width
-    /// of a line around it that makes it bolder; below 0 what is taken off on all sides.
-    /// What came since the last endGlyphs() has the same font and colour.
-    virtual void glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double weight);
-    /// Behind the glyphs of one font, ahead of all else.
-    virtual void endGlyphs();
+    /// Characters as glyphs of the font that the context has, one for each. `weight`, in the context's units:
+    /// width of a line around them that makes them bolder; below 0 what is taken off on all sides.
+    virtual void glyphs(const FontFile& file, const std::vector<char32_t>& characters,
+                        const std::vector<cairo_glyph_t>& glyphs, double weight);
 
     /// Whether the picture tells layers apart: then each stands between beginLayer() and endLayer().
     virtual bool hasLayers() const { return false; }
@@ -49,8 +47,6 @@ protected:
 
 private:
     cairo_t* cairo_;
-    std::vector<cairo_glyph_t> glyphs_; ///< waiting: each call is kept by a PDF until its page is whole
-    double weight_ = 0;                 ///< of those
 };
 
 } // namespace host

@@ -45,7 +45,7 @@ void Painter::takeRaster(bool forManyLines) {
     inRaster_ = false;
     path_.drawInto(nullptr);
     if (forManyLines && !raster_) raster_ = std::make_unique<StrokeRaster>(cairo_);
-    manyLines_ = forManyLines && raster_->usable();
+    manyLines_ = forManyLines && !ink_.hasLayers() && raster_->usable();
 }
 
 void Painter::usePen(int pen, int lineType) {

@@ -224,6 +224,11 @@ void SvgInk::glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, do
     addGlyph(c, outline, font.xx != 0 ? at.x / font.xx * kEm : 0);
 }
 
+void SvgInk::glyphs(const FontFile& file, const std::vector<char32_t>& characters,
+                    const std::vector<cairo_glyph_t>& glyphs, double weight) {
+    for (std::size_t i = 0; i < glyphs.size(); ++i) glyph(file, characters[i], glyphs[i], weight);
+}
+
 void SvgInk::flushRun() {
     if (!run_.text.empty())
         body_ += "<text" + run_.look + " x=\"" + run_.places + "\" xml:space=\"preserve\">" + run_.text +

@@ -25,8 +25,8 @@ public:
     void paint() override;
     void save() override;
     void restore() override;
-    void glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double weight) override;
-    void endGlyphs() override {} // its runs end by themselves
+    void glyphs(const FontFile& file, const std::vector<char32_t>& characters,
+                const std::vector<cairo_glyph_t>& glyphs, double weight) override;
     bool hasLayers() const override { return true; }
     void beginLayer(const std::string& name) override;
     void endLayer() override;
@@ -47,6 +47,7 @@ private:
     std::string gradient(cairo_pattern_t* pattern);
     void drawImage(cairo_surface_t* surface);
     std::string outlineOf(const FontFile& file, unsigned long index, int less);
+    void glyph(const FontFile& file, char32_t c, const cairo_glyph_t& at, double weight);
     void addGlyph(char32_t c, const std::string& outline, double x);
     std::string newId(char kind);
     std::string layerId(const std::string& name);

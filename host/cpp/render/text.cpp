@@ -122,7 +122,8 @@ void TextPainter::drawBackground(const Text& text, double left, double bottom, d
 /// What a glyph's strokes get beyond their width, see Ink::glyph().
 static double weightOf(const TextFont& font, FontFile& file, double height, double lineWidth) {
     if (font.thickened()) return file.bold() ? 0 : syntheticBold * height;
-    if (!font.stroked() || lineWidth <= 0) return 0;
+    // A character that the font lacks may come from a file of another make.
+    if (!font.stroked() || lineWidth <= 0 || !file.hasSingleStrokes()) return 0;
     return std::min(0.0, (lineWidth - file.strokeWidth() * height) / 2);
 }
 
@@ -130,30 +131,39 @@ void TextPainter::drawLine(const Text& text, const LayoutLine& line) {
     TextFont& font = fontOf(text);
     StyleLineTracer lines(ink_, text, line);
     lines.start(line.x);
-    const FontFile* file = nullptr;
+    FontFile* file = nullptr;
     double scale = 0, x = line.x, end = line.x;
+    // Those of one font together: each call of the canvas is kept until the picture is whole.
+    std::vector<char32_t> characters;
+    std::vector<cairo_glyph_t> glyphs;
+    const auto show = [&] {
+        if (glyphs.empty()) return;
+        ink_.glyphs(*file, characters, glyphs, weightOf(font, *file, text.height, lineWidth_));
+        characters.clear();
+        glyphs.clear();
+    };
     for (std::size_t pos = 0; pos < line.text.size();) {
         const char32_t c = nextChar(line.text, pos);
         if (c < 32 && c != '\t') {
-            ink_.endGlyphs(); // a style line changes the path
+            show(); // a style line changes the path
             lines.toggle(c, end);
             continue;
         }
         const Glyph& glyph = font.glyph(c);
         if (glyph.file) {
             if (glyph.file != file || glyph.scale != scale) {
-                ink_.endGlyphs();
+                show();
                 selectFont(text, *glyph.file, glyph.scale, font.slanted());
                 file = glyph.file;
                 scale = glyph.scale;
             }
-            const cairo_glyph_t at{glyph.index, x + glyph.offset * text.width, line.baseline};
-            ink_.glyph(*glyph.file, c, at, weightOf(font, *glyph.file, text.height, lineWidth_));
+            characters.push_back(c);
+            glyphs.push_back({glyph.index, x + glyph.offset * text.width, line.baseline});
         }
         end = x + glyph.cell * text.width;
         x += (glyph.cell + text.spacing - 1) * text.width;
     }
-    ink_.endGlyphs();
+    show();
     lines.finish(end);
 }
 

@@ -90,6 +90,7 @@ FontFile::FontFile(std::unique_ptr<Handles> handles, std::string path, int faceI
     : handles_(std::move(handles)), path_(std::move(path)), faceIndex_(faceIndex) {
     italic_ = (handles_->face->style_flags & FT_STYLE_FLAG_ITALIC) != 0;
     bold_ = (handles_->face->style_flags & FT_STYLE_FLAG_BOLD) != 0;
+    singleStrokes_ = family() == "osifont" || family().starts_with("Routed Gothic");
     unitsPerCap_ = capHeight();
     emPerCap_ = handles_->face->units_per_EM / unitsPerCap_;
 }

@@ -28,6 +28,8 @@ public:
     FontFile& operator=(const FontFile&) = delete;
 
     const FileGlyph& glyph(char32_t c);
+    /// Whether all strokes of the face have one width and round ends.
+    bool hasSingleStrokes() const { return singleStrokes_; }
     /// Width of strokes where all have one, relative to the capital letters: that of a bar.
     double strokeWidth() { return glyph('|').index ? glyph('|').ink : 0; }
     double emPerCap() const { return emPerCap_; } ///< em square relative to the capital letters
@@ -45,7 +47,7 @@ private:
     std::unique_ptr<Handles> handles_;
     std::string path_;
     int faceIndex_;
-    bool italic_ = false, bold_ = false;
+    bool italic_ = false, bold_ = false, singleStrokes_ = false;
     double unitsPerCap_ = 1; ///< font units in the height of the capital letters
     double emPerCap_ = 1;
     std::unordered_map<char32_t, FileGlyph> glyphs_;
