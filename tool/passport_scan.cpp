@@ -24,15 +24,19 @@ private:
     void takeStyle(const PairReader& pair);
     void takeBlock(const PairReader& pair);
     void takeLayout(const PairReader& pair);
+    void countInsert(std::string_view block);
     std::string text(std::string_view raw) const {
         return UtCString(raw.substr(0, kLongestText), codePage_).str();
     }
 
     PassportScan& scan_;
     int codePage_;
-    std::string section_, record_, subclass_, application_;
+    enum class Record { Other, Style, Block, Layout, Insert } kind_ = Record::Other; ///< the one at hand
+    std::string section_, subclass_, application_;
     bool namesSection_ = false;
     std::map<std::string, long> inserted_; ///< by the name of the block, lower case
+    std::string_view lastBlock_;           ///< neighbours are mostly alike
+    long* lastCount_ = nullptr;            ///< of that one; null: it isn't counted
 };
 
 } // namespace
@@ -45,14 +49,16 @@ static bool isSpace(const std::string& block) {
 }
 
 void Scanner::beginRecord(std::string_view name) {
-    record_ = name.substr(0, 32);
     subclass_.clear();
     application_.clear();
-    namesSection_ = record_ == "SECTION";
-    if (record_ == "STYLE" && section_ == "TABLES" && scan_.styles.size() < kMostEntries)
-        scan_.styles.emplace_back();
-    if (record_ == "BLOCK" && section_ == "BLOCKS" && scan_.blocks.size() < kMostEntries)
-        scan_.blocks.emplace_back();
+    namesSection_ = name == "SECTION";
+    kind_ = name == "INSERT"                            ? Record::Insert
+            : name == "STYLE" && section_ == "TABLES"   ? Record::Style
+            : name == "BLOCK" && section_ == "BLOCKS"   ? Record::Block
+            : name == "LAYOUT" && section_ == "OBJECTS" ? Record::Layout
+                                                        : Record::Other;
+    if (kind_ == Record::Style && scan_.styles.size() < kMostEntries) scan_.styles.emplace_back();
+    if (kind_ == Record::Block && scan_.blocks.size() < kMostEntries) scan_.blocks.emplace_back();
 }
 
 void Scanner::takeStyle(const PairReader& pair) {
@@ -84,12 +90,25 @@ void Scanner::take(const PairReader& pair) {
     }
     if (namesSection_ && pair.code == 2) section_ = pair.value.substr(0, 32);
     namesSection_ = false;
-    if (record_ == "STYLE" && section_ == "TABLES") takeStyle(pair);
-    if (record_ == "BLOCK" && section_ == "BLOCKS") takeBlock(pair);
-    if (record_ == "LAYOUT" && section_ == "OBJECTS") takeLayout(pair);
-    if (record_ != "INSERT" || pair.code != 2) return;
-    const std::string name = lower(text(pair.value));
-    if (inserted_.size() < 10 * kMostEntries || inserted_.contains(name)) ++inserted_[name];
+    switch (kind_) {
+    case Record::Style: return takeStyle(pair);
+    case Record::Block: return takeBlock(pair);
+    case Record::Layout: return takeLayout(pair);
+    case Record::Insert:
+        if (pair.code == 2) countInsert(pair.value);
+        return;
+    case Record::Other: return;
+    }
+}
+
+void Scanner::countInsert(std::string_view block) {
+    if (block != lastBlock_ || !lastCount_) {
+        lastBlock_ = block;
+        const std::string name = lower(text(block));
+        lastCount_ =
+            inserted_.size() < 10 * kMostEntries || inserted_.contains(name) ? &inserted_[name] : nullptr;
+    }
+    if (lastCount_) ++*lastCount_;
 }
 
 void Scanner::finish() {

@@ -40,13 +40,16 @@ private:
     void takeHeader(const PairReader& pair);
     void takeTables(const PairReader& pair);
     void takeLayout(const PairReader& pair);
+    void beginRecord(std::string_view name);
+    void beginSection(std::string_view name);
 
     SourceScan& scan_;
     NameList used_, fonts_;
-    std::string section_, record_, variable_;
+    std::string record_, variable_;
     std::string subclass_; ///< of the record at hand
     int paperUnits_ = 1;   ///< of the layout at hand, 0: inches
     bool namesSection_ = false;
+    enum class Section { Other, Header, Tables, Objects } place_ = Section::Other;
 };
 
 } // namespace
@@ -112,24 +115,31 @@ void Scanner::takeLayout(const PairReader& pair) {
     ++(paperUnits_ == 0 ? scan_.inchLayouts : scan_.otherLayouts);
 }
 
+void Scanner::beginRecord(std::string_view name) {
+    subclass_.clear();
+    paperUnits_ = 1;
+    record_ = name.substr(0, 32);
+    namesSection_ = record_ == "SECTION";
+    if (place_ != Section::Tables) return;
+    if (record_ == "LTYPE" && scan_.lineTypes.size() < kMostNames) scan_.lineTypes.emplace_back();
+    if (record_ == "LAYER" && scan_.layers.size() < kMostNames) scan_.layers.emplace_back();
+}
+
+void Scanner::beginSection(std::string_view name) {
+    place_ = name == "HEADER"    ? Section::Header
+             : name == "TABLES"  ? Section::Tables
+             : name == "OBJECTS" ? Section::Objects
+                                 : Section::Other;
+}
+
 void Scanner::take(const PairReader& pair) {
-    if (pair.code == 0) {
-        subclass_.clear();
-        paperUnits_ = 1;
-        record_ = pair.value.substr(0, 32);
-        namesSection_ = record_ == "SECTION";
-        if (record_ == "LTYPE" && section_ == "TABLES" && scan_.lineTypes.size() < kMostNames)
-            scan_.lineTypes.emplace_back();
-        if (record_ == "LAYER" && section_ == "TABLES" && scan_.layers.size() < kMostNames)
-            scan_.layers.emplace_back();
-        return;
-    }
-    if (namesSection_ && pair.code == 2) section_ = pair.value.substr(0, 32);
+    if (pair.code == 0) return beginRecord(pair.value);
+    if (namesSection_ && pair.code == 2) beginSection(pair.value);
     namesSection_ = false;
-    if (section_ == "HEADER") return takeHeader(pair);
+    if (place_ == Section::Header) return takeHeader(pair);
     if (pair.code == 6) used_.add(pair.value);
-    if (section_ == "TABLES") takeTables(pair);
-    if (section_ == "OBJECTS" && record_ == "LAYOUT") takeLayout(pair);
+    if (place_ == Section::Tables) takeTables(pair);
+    if (place_ == Section::Objects && record_ == "LAYOUT") takeLayout(pair);
 }
 
 /// Makes UTF-8 of the texts, which the scan took as they stand: the code page may be told behind them.

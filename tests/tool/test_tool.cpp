@@ -80,7 +80,7 @@ TEST_F(Tool, ExamplesAreThoseThatTheirScriptsWriteAndValid) {
         const std::string copy = dir.file("copy/" + entry.path().filename().string());
         EXPECT_EQ(std::system(("cmp " + file + " " + copy).c_str()), 0);
         EXPECT_EQ(run("validate --strict " + file).status, 0) << file;
-        const json entities = info(file)["entities"];
+        const json entities = info("--3d " + file)["entities"];
         for (const auto& [kind, counts] : entities.items())
             EXPECT_EQ(counts["skipped"], 0) << kind << " of " << file;
     }

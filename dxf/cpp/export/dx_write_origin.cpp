@@ -141,6 +141,9 @@ public:
         writeEntity(entities_.front(), nullptr, handle, changes_.owner);
         for (std::size_t i = 1; i < entities_.size(); ++i)
             writeEntity(entities_[i], &entities_.front(), DxTakeKeptHandle(entities_[i].value(5)), handle);
+        // The end of the parts may have been read by itself.
+        if (entities_.size() > 1 && entities_.back().kind != "SEQEND")
+            DxWriteEntityStart("SEQEND", DxActLayer, 0, handle);
         return DxWriteError();
     }
 

@@ -4,6 +4,7 @@
 
 #include "ov.h"
 
+#include <algorithm>
 #include <vector>
 
 /// Counts an element and notes where it ends.
@@ -30,15 +31,19 @@ int Dxovspline(int count, const double* x, const double* y, double startAngle, d
                bool* isDrawn) {
     *isDrawn = false;
     if (const int error = DxCiElemDrawPat()) return error;
-    std::vector<double> hostX, hostY;
+    constexpr int usual = 32; // points that need no memory of their own
+    double few[2 * usual];
+    std::vector<double> many;
+    if (count > usual) many.resize(2 * static_cast<std::size_t>(count));
+    double* const hostX = count > usual ? many.data() : few;
+    double* const hostY = hostX + std::max(count, 0);
     for (int i = 0; i < count; ++i) {
         const RPT point = DxPointToHost(x[i], y[i]);
-        hostX.push_back(point.x);
-        hostY.push_back(point.y);
+        hostX[i] = point.x;
+        hostY[i] = point.y;
     }
     int degree = 3, one = 1, flags[2] = {1, 1};
-    *isDrawn =
-        ovspline(&count, hostX.data(), hostY.data(), &degree, &one, flags, &startAngle, &endAngle) == 0;
+    *isDrawn = ovspline(&count, hostX, hostY, &degree, &one, flags, &startAngle, &endAngle) == 0;
     if (*isDrawn) ++DxElemsOut;
     return 0;
 }

@@ -7,7 +7,6 @@ DX_PLACED DxActPlaced;
 std::vector<DX_PLACED_LAYER> DxPlacedLayers;
 std::vector<DX_PLACED> DxPlacedInserts;
 std::string DxDefinitionText;
-std::int32_t DxPolylineOriginStart = -1;
 
 void DxResetOriginState() {
     DxOriginStart = {};
@@ -17,5 +16,4 @@ void DxResetOriginState() {
     DxPlacedLayers.clear();
     DxPlacedInserts.clear();
     DxDefinitionText.clear();
-    DxPolylineOriginStart = -1;
 }

@@ -47,6 +47,4 @@ extern int DxOriginDepth;            ///< number of INSERTs around the entities 
 extern int DxOpenDefinition;         ///< the definition that is being drawn, 0: none
 extern std::string DxDefinitionText; ///< of that definition
 
-extern std::int32_t DxPolylineOriginStart; ///< where the POLYLINE whose vertices are drawn began; -1: none
-
 void DxResetOriginState();

@@ -29,6 +29,7 @@ public:
         : shiftX_(std::exchange(DxShiftX, 0.0)), shiftY_(std::exchange(DxShiftY, 0.0)),
           counts_(std::exchange(DxCountEntities, 0)), space_(std::exchange(DxActSpace, 0)) {
         DxOpenDefinition = UoDefinitionAdd(block.name.view());
+        DxActPat = 0; // the pass has ended, and its last pattern may be gone
         DxOriginDepth = 1;
         DxDefinitionText = headOf(block);
         UoDefinitionOpen(DxOpenDefinition);

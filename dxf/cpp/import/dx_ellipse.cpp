@@ -6,8 +6,11 @@
 #include "dx_extents.h"
 #include "dx_linework_import.h"
 #include "dx_transform.h"
+#include "ellipse_state.h"
 
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -16,7 +19,7 @@ constexpr double fullTurn = 6.283185307179586;
 constexpr double quarterTurn = fullTurn / 4;
 constexpr double samplesARadian = 3.8197186342054885; // one sample every 15 degrees
 constexpr double sampleStep = 0.2617993877991494;     // 15 degrees
-constexpr int fewestSamples = 3, mostSamples = 25;
+constexpr int fewestSamples = 3, mostSamples = DX_MOST_SAMPLES;
 constexpr double smallestAxis = 0.0001;
 
 using R = DX_ELLIPSE_TYPE;
@@ -37,13 +40,13 @@ struct Shape {
     double start, sweep;   ///< first parameter; extent, not negative
     bool counterClockwise;
 
-    /// Point at parameter t, from the centre.
-    RPT fromCentre(double t) const {
-        const double u = a * std::cos(t), v = b * std::sin(t);
+    /// Point at the parameter with these values, from the centre.
+    RPT fromCentre(double cosine, double sine) const {
+        const double u = a * cosine, v = b * sine;
         return {u * cosRot - v * sinRot, u * sinRot + v * cosRot};
     }
-    RPT3 at(double t) const {
-        const RPT p = fromCentre(t);
+    RPT3 at(double cosine, double sine) const {
+        const RPT p = fromCentre(cosine, sine);
         return {centre.x + p.x, centre.y + p.y, centre.z};
     }
 };
@@ -83,11 +86,37 @@ int sampleCount(double sweep) {
     return count < mostSamples ? static_cast<int>(count) : mostSamples;
 }
 
-/// Direction of the run at parameter t, whose point is `p`: the point a quarter turn further, seen from the
-/// centre.
-double tangentAngle(const Shape& shape, double t, const Mat44 m) {
-    const RPT way = shape.fromCentre(shape.counterClockwise ? t + quarterTurn : t - quarterTurn);
-    RPT3 from = shape.at(t), to = {from.x + way.x, from.y + way.y, from.z};
+std::uint64_t bitsOf(double value) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+/// The sines of a run of samples. The reference holds until the next call.
+const DX_SAMPLE_SINES& sinesOf(double start, double step, int count) {
+    const std::uint64_t mixed = (bitsOf(start) * 31 + bitsOf(step)) * 0x9E3779B97F4A7C15u;
+    DX_SAMPLE_SINES& sines = DxSampleSines[(mixed >> 32) % DX_SAMPLE_SINES_COUNT];
+    if (sines.count == count && bitsOf(sines.start) == bitsOf(start) && bitsOf(sines.step) == bitsOf(step))
+        return sines;
+    sines.start = start;
+    sines.step = step;
+    sines.count = count;
+    const auto set = [&](int i, double t) {
+        sines.cosine[i] = std::cos(t);
+        sines.sine[i] = std::sin(t);
+    };
+    const double quarter = std::signbit(step) ? -quarterTurn : quarterTurn;
+    for (int i = 0; i < count; ++i) set(i, start + i * step);
+    set(count, start + quarter);
+    set(count + 1, start + (count - 1) * step + quarter);
+    return sines;
+}
+
+/// Direction of the run at sample i: the point a quarter turn further, seen from the centre, whose values
+/// stand at `beyond`.
+double tangentAngle(const Shape& shape, const DX_SAMPLE_SINES& sines, int i, int beyond, const Mat44 m) {
+    const RPT way = shape.fromCentre(sines.cosine[beyond], sines.sine[beyond]);
+    RPT3 from = shape.at(sines.cosine[i], sines.sine[i]), to = {from.x + way.x, from.y + way.y, from.z};
     DxTrans3DRpt(&from, m);
     DxTrans3DRpt(&to, m);
     return std::atan2(to.y - from.y, to.x - from.x);
@@ -97,16 +126,18 @@ double tangentAngle(const Shape& shape, double t, const Mat44 m) {
 bool sample(const Shape& shape, const Mat44 m, Samples& samples) {
     samples.count = sampleCount(shape.sweep);
     const double step = shape.sweep / (samples.count - 1) * (shape.counterClockwise ? 1 : -1);
+    const DX_SAMPLE_SINES& sines = sinesOf(shape.start, step, samples.count);
     for (int i = 0; i < samples.count; ++i) {
-        samples.last = shape.at(shape.start + i * step);
+        samples.last = shape.at(sines.cosine[i], sines.sine[i]);
         DxTrans3DRpt(&samples.last, m);
         if (!DxIsFinite(samples.last)) return false;
         if (DxCheckPass) DxCheckXYZ(samples.last.x, samples.last.y, samples.last.z);
         samples.x[i] = samples.last.x;
         samples.y[i] = samples.last.y;
     }
-    samples.startAngle = tangentAngle(shape, shape.start, m);
-    samples.endAngle = tangentAngle(shape, shape.start + (samples.count - 1) * step, m);
+    if (DxCheckPass) return true;
+    samples.startAngle = tangentAngle(shape, sines, 0, samples.count, m);
+    samples.endAngle = tangentAngle(shape, sines, samples.count - 1, samples.count + 1, m);
     return true;
 }
 

@@ -15,9 +15,9 @@
 namespace {
 
 /// Entities of one group 0 that give to one list of a pattern.
-constexpr std::string_view SINGLE[] = {"3DFACE",  "3DLINE", "ARC",    "CIRCLE",     "DIMENSION",
-                                       "ELLIPSE", "HATCH",  "LINE",   "LWPOLYLINE", "MTEXT",
-                                       "POINT",   "SOLID",  "SPLINE", "TEXT",       "TRACE"};
+constexpr std::string_view SINGLE[] = {"3DFACE", "3DLINE", "ARC",        "CIRCLE", "DIMENSION", "ELLIPSE",
+                                       "HATCH",  "LINE",   "LWPOLYLINE", "MTEXT",  "POINT",     "POLYLINE",
+                                       "SOLID",  "SPLINE", "TEXT",       "TRACE"};
 
 bool isIdentity(const Mat44 m) {
     for (int row = 0; row < 4; ++row)
@@ -48,34 +48,27 @@ DxEntityOrigin::Step DxEntityOrigin::stepOf(std::string_view name) {
         return DxKeepBlocks && DxLayerToPattern && !DxBlockToPattern ? Step::Insert : Step::None;
     if (name == "ATTDEF") return DxOpenDefinition ? Step::Definition : Step::None;
     if (!DxKeepEntities) return Step::None;
-    if (name == "POLYLINE") return Step::PolylineBegins;
-    if (name == "SEQEND" && DxPolylineOriginStart >= 0) return Step::PolylineEnds;
     return std::find(std::begin(SINGLE), std::end(SINGLE), name) != std::end(SINGLE) ? Step::Single
                                                                                      : Step::None;
 }
 
 DxEntityOrigin::DxEntityOrigin(std::string_view name, const Mat44 m) {
-    if (DxCheckPass || !(DxKeepEntities || DxKeepBlocks) || name == "VERTEX") return;
+    if (DxCheckPass || !(DxKeepEntities || DxKeepBlocks)) return;
     const Step step = stepOf(name);
-    if (step != Step::PolylineEnds) DxPolylineOriginStart = -1;
     if (step == Step::None || !isKept(m)) return;
     step_ = step;
     name_ = name;
     start_ = DxReadTell();
-    if (step == Step::PolylineBegins) DxPolylineOriginStart = start_;
     if (step == Step::Insert)
         DxPlacedWanted = 1;
-    else if (step != Step::PolylineEnds)
+    else
         DxOriginStart = {step != Step::Definition, 0, {}, name == "DIMENSION" ? OV_DIMENSIONS : -1};
 }
 
 int DxEntityOrigin::keep() const {
-    if (step_ == Step::None || step_ == Step::PolylineBegins) return 0;
-    const bool isPolyline = step_ == Step::PolylineEnds;
-    const std::int32_t start = isPolyline ? DxPolylineOriginStart : start_;
-    if (isPolyline) DxPolylineOriginStart = -1;
-    const std::string_view bytes = DxReadBytesFrom(start);
-    std::string text = bytes.empty() ? std::string() : textOf(isPolyline ? "POLYLINE" : name_, bytes);
+    if (step_ == Step::None) return 0;
+    const std::string_view bytes = DxReadBytesFrom(start_);
+    std::string text = bytes.empty() ? std::string() : textOf(name_, bytes);
     if (step_ == Step::Insert) {
         DxPlacedEnd(std::move(text));
         return 0;

@@ -16,7 +16,7 @@ public:
     int keep() const;
 
 private:
-    enum class Step { None, Single, PolylineBegins, PolylineEnds, Insert, Definition };
+    enum class Step { None, Single, Insert, Definition };
     static Step stepOf(std::string_view name);
 
     Step step_ = Step::None;

@@ -1,5 +1,7 @@
 #include "import_state.h"
 
+#include "ellipse_state.h"
+
 RPT3 DxExtMin{DX_UNKNOWN_MIN, DX_UNKNOWN_MIN, DX_UNKNOWN_MIN};
 RPT3 DxExtMax{DX_UNKNOWN_MAX, DX_UNKNOWN_MAX, DX_UNKNOWN_MAX};
 RPT3 DxInsBase{};
@@ -44,6 +46,7 @@ void DxResetImportState() {
     DxSplineApprox = -1;
     DxEntityPartCount = 0;
     DxResetAccountState();
+    DxResetEllipseState();
     DxImportedObjects.free();
     DxResetImportReport();
 }

@@ -168,20 +168,14 @@ int CiPat::AddElemsColLtAttrInfo(const DsCsr& cursor, int /*flags*/, int count, 
     const auto known = [](int t) { return t >= 1 && t <= 3; };
     if (!std::all_of(type, type + count, known)) return errorNotApplicable;
     const double factor = contextFactor(contextId_);
-    const std::size_t old = pattern->elements.size();
-    pattern->elements.resize(old + static_cast<std::size_t>(count));
-    Element* e = pattern->elements.data() + old;
-    for (int i = 0; i < count; ++i, ++e) {
-        e->x = second[i].x * factor;
-        e->y = second[i].y * factor;
-        e->cx = first[i].x * factor;
-        e->cy = first[i].y * factor;
-        e->pen = pen[i];
-        e->lineType = lineType[i];
-        e->type = static_cast<ElementType>(type[i]);
-        e->info = info[i] & 0x7f;
-        e->ccw = direction[i] > 0;
-    }
+    std::vector<Element>& elements = pattern->elements;
+    const std::size_t wanted = elements.size() + static_cast<std::size_t>(count);
+    if (wanted > elements.capacity()) elements.reserve(std::max(wanted, 2 * elements.capacity()));
+    for (int i = 0; i < count; ++i)
+        elements.push_back({second[i].x * factor, second[i].y * factor, first[i].x * factor,
+                            first[i].y * factor, pen[i], lineType[i], static_cast<ElementType>(type[i]),
+                            static_cast<std::uint8_t>(info[i] & 0x7f),
+                            static_cast<std::uint8_t>(direction[i] > 0)});
     openDrawing().elementCount += static_cast<std::size_t>(count);
     return 0;
 }

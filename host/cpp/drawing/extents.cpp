@@ -81,15 +81,15 @@ static void addCubic(double a, double b, double c, double d, double& low, double
 static Extents splineExtents(const Spline& spline) {
     Extents box;
     for (const RPT& p : spline.points) box.add(p.x, p.y);
-    for (const BezierPiece& b : splinePieces(spline)) {
+    forEachSplinePiece(spline, [&](const BezierPiece& b) {
         Extents piece;
         piece.add(b[0].x, b[0].y);
         piece.add(b[3].x, b[3].y);
-        if (piece.empty) continue;
+        if (piece.empty) return;
         addCubic(b[0].x, b[1].x, b[2].x, b[3].x, piece.minX, piece.maxX);
         addCubic(b[0].y, b[1].y, b[2].y, b[3].y, piece.minY, piece.maxY);
         box.add(piece);
-    }
+    });
     return box;
 }
 

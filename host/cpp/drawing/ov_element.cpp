@@ -64,10 +64,16 @@ int ovarc(int op, double x, double y, double cx, double cy, unsigned char info) 
 static bool isUsable(const std::vector<RPT>& points) {
     if (points.size() < 3) return false;
     const double tolerance = UtConv(50);
+    // Squares settle it without a root but close to the tolerance and at the edges of the range.
+    const double surelyLong = tolerance * tolerance * 1.0001;
+    constexpr double surelyFinite = 1e300;
     for (std::size_t i = 0; i < points.size(); ++i) {
         if (!std::isfinite(points[i].x) || !std::isfinite(points[i].y)) return false;
         if (i == 0) continue;
-        const double chord = std::hypot(points[i].x - points[i - 1].x, points[i].y - points[i - 1].y);
+        const double dx = points[i].x - points[i - 1].x, dy = points[i].y - points[i - 1].y;
+        const double square = dx * dx + dy * dy;
+        if (square > surelyLong && square < surelyFinite) continue;
+        const double chord = std::hypot(dx, dy);
         if (!(chord > tolerance) || !std::isfinite(chord)) return false;
     }
     return true;
@@ -91,6 +97,7 @@ int ovspline(int* count, double x[], double y[], int* degree, int* /*one*/, int 
     Pattern* pattern = openDrawing().active();
     if (!pattern) return errorNoSuchObject;
     Spline spline;
+    spline.points.reserve(static_cast<std::size_t>(std::max(*count, 0)));
     for (int i = 0; i < *count; ++i) spline.points.push_back({x[i], y[i]});
     spline.degree = *degree;
     spline.startFixed = flags[0] == 1 && std::isfinite(*startAngle);

@@ -9,22 +9,42 @@ static RPT along(const RPT& p, double length, const RPT& direction) {
     return {p.x + length * direction.x, p.y + length * direction.y};
 }
 
-static std::vector<double> chordLengths(const std::vector<RPT>& points) {
-    std::vector<double> lengths(points.size() - 1);
-    for (std::size_t i = 0; i < lengths.size(); ++i) {
+namespace {
+
+/// Numbers of a computation: beside the stack only for long splines.
+template <class T>
+class Scratch {
+public:
+    explicit Scratch(std::size_t count) {
+        if (count > few_.size()) many_.resize(count);
+        data_ = count > few_.size() ? many_.data() : few_.data();
+    }
+    Scratch(const Scratch&) = delete;
+    Scratch& operator=(const Scratch&) = delete;
+    T& operator[](std::size_t i) { return data_[i]; }
+    T* data() { return data_; }
+
+private:
+    std::array<T, 40> few_;
+    std::vector<T> many_;
+    T* data_;
+};
+
+} // namespace
+
+static void chordLengths(const std::vector<RPT>& points, double* lengths) {
+    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
         const double length = std::hypot(points[i + 1].x - points[i].x, points[i + 1].y - points[i].y);
         lengths[i] = length > 0 ? length : 1e-300;
     }
-    return lengths;
 }
 
 /// Solves the tridiagonal system for the derivatives at the points (Thomas's method); the rows state that
 /// the second derivative has no jump, the first and the last row the condition at the end.
-static std::vector<RPT> derivatives(const Spline& spline, const std::vector<double>& h) {
+static void derivatives(const Spline& spline, const double* h, RPT* d) {
     const std::vector<RPT>& p = spline.points;
     const std::size_t last = p.size() - 1;
-    std::vector<double> upper(p.size());
-    std::vector<RPT> d(p.size());
+    Scratch<double> upper(p.size());
     const auto slope = [&](std::size_t i) {
         return RPT{(p[i + 1].x - p[i].x) / h[i], (p[i + 1].y - p[i].y) / h[i]};
     };
@@ -61,17 +81,23 @@ static std::vector<RPT> derivatives(const Spline& spline, const std::vector<doub
         d[i].x -= upper[i] * d[i + 1].x;
         d[i].y -= upper[i] * d[i + 1].y;
     }
-    return d;
+}
+
+void forEachSplinePiece(const Spline& spline, const std::function<void(const BezierPiece&)>& take) {
+    const std::vector<RPT>& p = spline.points;
+    if (p.size() < 2) return;
+    Scratch<double> h(p.size());
+    chordLengths(p, h.data());
+    Scratch<RPT> d(p.size());
+    derivatives(spline, h.data(), d.data());
+    for (std::size_t i = 0; i + 1 < p.size(); ++i)
+        take({p[i], along(p[i], h[i] / 3, d[i]), along(p[i + 1], -h[i] / 3, d[i + 1]), p[i + 1]});
 }
 
 std::vector<BezierPiece> splinePieces(const Spline& spline) {
-    const std::vector<RPT>& p = spline.points;
-    if (p.size() < 2) return {};
-    const std::vector<double> h = chordLengths(p);
-    const std::vector<RPT> d = derivatives(spline, h);
-    std::vector<BezierPiece> pieces(h.size());
-    for (std::size_t i = 0; i < pieces.size(); ++i)
-        pieces[i] = {p[i], along(p[i], h[i] / 3, d[i]), along(p[i + 1], -h[i] / 3, d[i + 1]), p[i + 1]};
+    std::vector<BezierPiece> pieces;
+    pieces.reserve(spline.points.size());
+    forEachSplinePiece(spline, [&](const BezierPiece& piece) { pieces.push_back(piece); });
     return pieces;
 }
 

@@ -5,13 +5,18 @@
 #include "drawing/drawing.h"
 
 #include <array>
+#include <functional>
 #include <vector>
 
 namespace host {
 
 using BezierPiece = std::array<RPT, 4>;
 
-/// One Bézier piece between each two points of the spline; empty for fewer than two points.
+/// Gives one Bézier piece between each two points of the spline, in their order; none for fewer than two
+/// points.
+void forEachSplinePiece(const Spline& spline, const std::function<void(const BezierPiece&)>& take);
+/// The same as a list: one Bézier piece between each two points of the spline; empty for fewer than two
+/// points.
 std::vector<BezierPiece> splinePieces(const Spline& spline);
 
 /// The curve as a chain of points, the spline's own among them, off the curve by `tolerance` at most.

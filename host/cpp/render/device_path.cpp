@@ -70,10 +70,25 @@ void StrokePath::begin(const RPT& p) {
 void StrokePath::emitLine(const RPT& from, const RPT& to) {
     RPT a = from, b = to;
     if ((!isNear(a) || !isNear(b)) && !clipLine(a, b)) return;
+    ++segments_;
+    if (raster_) {
+        raster_->line(a, b);
+        return;
+    }
     begin(a);
     cairo_line_to(cairo_, b.x, b.y);
     sent_ = b;
+}
+
+void StrokePath::emitCurve(const RPT& from, const Bezier& b) {
     ++segments_;
+    if (raster_) {
+        raster_->curve(from, b);
+        return;
+    }
+    begin(from);
+    cairo_curve_to(cairo_, b.control1.x, b.control1.y, b.control2.x, b.control2.y, b.end.x, b.end.y);
+    sent_ = b.end;
 }
 
 void StrokePath::lineTo(const RPT& p) {
@@ -100,10 +115,8 @@ void StrokePath::emitClippedCurve(const RPT& from, const Bezier& b) {
         if (missesRange(at, c)) {
             at = c.end;
         } else if (isNear(at) && isNear(c.control1) && isNear(c.control2) && isNear(c.end)) {
-            begin(at);
-            cairo_curve_to(cairo_, c.control1.x, c.control1.y, c.control2.x, c.control2.y, c.end.x, c.end.y);
-            sent_ = at = c.end;
-            ++segments_;
+            emitCurve(at, c);
+            at = c.end;
         } else if (piece.depth >= 24) {
             emitLine(at, c.end);
             at = c.end;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "render/curves.h"
+#include "render/stroke_raster.h"
 
 #include <cairo.h>
 
@@ -14,6 +15,8 @@ namespace host {
 class StrokePath {
 public:
     explicit StrokePath(cairo_t* cairo) : cairo_(cairo) {}
+    /// Where lines go from now on; null: to Cairo.
+    void drawInto(StrokeRaster* raster) { raster_ = raster; }
     void moveTo(const RPT& p);
     void lineTo(const RPT& p);
     void curveTo(const Bezier& b);
@@ -26,7 +29,10 @@ private:
     void emitLine(const RPT& from, const RPT& to);
     void emitClippedCurve(const RPT& from, const Bezier& b);
 
+    void emitCurve(const RPT& from, const Bezier& b);
+
     cairo_t* cairo_;
+    StrokeRaster* raster_ = nullptr;
     RPT at_{0, 0};   ///< the pen
     RPT sent_{0, 0}; ///< Cairo's current point, when `open_`
     bool valid_ = false, open_ = false;

@@ -11,6 +11,10 @@ namespace host {
 
 /// Segments of one path: more only make Cairo slow in pixel pictures and lines long in vector ones.
 static constexpr long kMostSegments = 256;
+/// Elements of a pattern from which on lines are drawn pixel by pixel: fewer aren't worth it.
+static constexpr std::size_t kManyElements = 256;
+/// Lines wider than this (pixels) are Cairo's.
+static constexpr double kWidestRasterLine = 16;
 
 Painter::Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, bool dark,
                  PictureCache& pictures)
@@ -22,7 +26,10 @@ Painter::Painter(cairo_t* cairo, const Drawing& drawing, const Frame& frame, boo
 }
 
 void Painter::strokePending() {
-    if (path_.segments() > 0) cairo_stroke(cairo_);
+    if (inRaster_)
+        raster_->paint(visiblePen(drawing_, pen_, dark_));
+    else if (path_.segments() > 0)
+        cairo_stroke(cairo_);
     path_.finish();
     for (const RPT& at : dots_) {
         cairo_new_sub_path(cairo_);
@@ -30,6 +37,15 @@ void Painter::strokePending() {
     }
     if (!dots_.empty()) cairo_fill(cairo_);
     dots_.clear();
+}
+
+void Painter::takeRaster(bool forManyLines) {
+    strokePending();
+    pen_ = -1;
+    inRaster_ = false;
+    path_.drawInto(nullptr);
+    if (forManyLines && !raster_) raster_ = std::make_unique<StrokeRaster>(cairo_);
+    manyLines_ = forManyLines && raster_->usable();
 }
 
 void Painter::usePen(int pen, int lineType) {
@@ -43,13 +59,22 @@ void Painter::usePen(int pen, int lineType) {
         cairo_set_line_cap(cairo_, dashes->second.empty() ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
         pen_ = pen;
         lineType_ = lineType;
+        const double width = cairo_get_line_width(cairo_);
+        inRaster_ = manyLines_ && dashes->second.empty() && width <= kWidestRasterLine;
+        path_.drawInto(inRaster_ ? raster_.get() : nullptr);
+        if (inRaster_) raster_->setLineWidth(width);
     }
+    if (inRaster_) return;
     if (path_.segments() >= kMostSegments || dots_.size() >= kMostSegments) strokePending();
 }
 
 void Painter::dot(const RPT& at) {
     const bool shows = at.x > -1e4 && at.x < frame_.width + 1e4 && at.y > -1e4 && at.y < frame_.height + 1e4;
-    if (shows) dots_.push_back(at);
+    if (!shows) return;
+    if (inRaster_)
+        raster_->dot(at, 1.2 * frame_.lineWidth);
+    else
+        dots_.push_back(at);
 }
 
 Bezier Painter::mapBezier(const Bezier& b) const {
@@ -82,8 +107,10 @@ void Painter::drawElement(const Pattern& pattern, const Element& element) {
     case ElementType::Circle: drawArc(element); break;
     case ElementType::Spline:
         if (!(element.cx >= 0 && element.cx < static_cast<double>(pattern.splines.size()))) break;
-        for (const BezierPiece& piece : splinePieces(pattern.splines[static_cast<std::size_t>(element.cx)]))
-            path_.curveTo(mapBezier({piece[1], piece[2], piece[3]}));
+        forEachSplinePiece(pattern.splines[static_cast<std::size_t>(element.cx)],
+                           [&](const BezierPiece& piece) {
+                               path_.curveTo(mapBezier({piece[1], piece[2], piece[3]}));
+                           });
         break;
     }
     at_ = {element.x, element.y};
@@ -103,6 +130,8 @@ static std::vector<std::size_t> orderByPen(const std::vector<Element>& elements)
 
 void Painter::drawElements(const Pattern& pattern) {
     const std::vector<Element>& elements = pattern.elements;
+    const bool areMany = elements.size() >= kManyElements;
+    if (areMany) takeRaster(true);
     std::size_t previous = elements.size();
     for (const std::size_t i : orderByPen(elements)) {
         usePen(elements[i].pen, elements[i].lineType);
@@ -114,6 +143,7 @@ void Painter::drawElements(const Pattern& pattern) {
         previous = i;
     }
     strokePending();
+    if (areMany) takeRaster(false);
 }
 
 void Painter::drawLines(const DimDrawing& drawing) {

@@ -9,6 +9,7 @@
 #include "render/text.h"
 
 #include <map>
+#include <memory>
 
 namespace host {
 
@@ -31,6 +32,7 @@ public:
 private:
     void usePen(int pen, int lineType);
     void strokePending();
+    void takeRaster(bool forManyLines);
     void dot(const RPT& at);
     void drawLines(const DimDrawing& drawing);
     void drawElement(const Pattern& pattern, const Element& element);
@@ -49,6 +51,8 @@ private:
     bool dark_;
     PictureCache& pictures_;
     StrokePath path_;
+    std::unique_ptr<StrokeRaster> raster_; ///< once there are very many lines
+    bool manyLines_ = false, inRaster_ = false;
     RPT at_{0, 0}; ///< where the plot stands, drawing coordinates
     int pen_ = -1, lineType_ = -1;
     std::vector<RPT> dots_;                             ///< of the present pen, device coordinates
