@@ -295,24 +295,4 @@ TEST_F(Hard, WhatIsOddIsToldInPlainWords) {
     EXPECT_THAT(endless.err, HasSubstr("more than a megabyte"));
 }
 
-TEST_F(Hard, ManyAttributesCostNoMoreThanTheirNumber) {
-    DxfText text = dxf();
-    text.header("AC1027").block("B", {{0, "LINE"}, {8, "0"}, {10, "0"}, {20, "0"}, {11, "1"}, {21, "1"}});
-    text.raw({{0, "INSERT"}, {8, "0"}, {66, "1"}, {2, "B"}, {10, "0"}, {20, "0"}});
-    for (int i = 0; i < 20'000; ++i)
-        text.raw({{0, "ATTRIB"},
-                  {8, "0"},
-                  {10, "0"},
-                  {20, "0"},
-                  {40, "1"},
-                  {1, "v"},
-                  {2, "T" + std::to_string(i)},
-                  {70, "1"}});
-    dir.write("a.dxf", text.raw({{0, "SEQEND"}, {8, "0"}}).text());
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(info("a.dxf")["inserts"][0]["attributes"].size(), 20'000u);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(12))
-        << "each against all others: a minute";
-}
-
 } // namespace

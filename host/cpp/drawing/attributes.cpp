@@ -134,6 +134,11 @@ int UoCopyAllAttrs(int fromPat, int toPat) {
     if (from == to) return 0;
     to->ids = from->ids;
     to->groupNumber = from->groupNumber;
+    if (to->attributes.empty()) {
+        to->attributes = from->attributes;
+        to->attributePlaces = from->attributePlaces;
+        return 0;
+    }
     for (const auto& [name, value] : from->attributes) setAttribute(*to, name, value);
     return 0;
 }
