@@ -188,8 +188,8 @@ TEST(DimensionBlocks, HostileOnesAreToldAndDrawnAsFarAsTheyAreSound) {
     for (const host::Pattern& pattern : host::openDrawing().patterns)
         for (const host::Dimension& made : pattern.dimensions) {
             for (const RPT3& p : made.points) EXPECT_TRUE(std::isfinite(p.x) && std::isfinite(p.y));
-            const host::Text& words = pattern.texts.at(static_cast<std::size_t>(made.textRow));
-            sounds += made.points.size() == 6 && words.lines.at(0) == "sound";
+            const host::Text& shown = pattern.texts.at(static_cast<std::size_t>(made.textRow));
+            sounds += made.points.size() == 6 && shown.lines.at(0) == "sound";
         }
     EXPECT_EQ(sounds, 1U);
 }

@@ -112,12 +112,12 @@ inline void addLines(std::vector<ShownLine>& lines, const host::Text& text) {
     }
 }
 
-/// The lines that a dimension draws itself. Their line type isn't compared: in a file it is the layer's.
+/// The lines that a dimension or an arrow draws itself. Their line type isn't compared: in a file it is the
+/// layer's.
 inline constexpr int OF_DIMENSION = -1;
-inline void addDimension(std::vector<Stroke>& strokes, const host::Dimension& dimension) {
+inline void addDrawing(std::vector<Stroke>& strokes, const host::DimDrawing& drawing) {
     double x = 0, y = 0;
-    for (const host::Element& e :
-         host::drawDimension(dimension, host::sheetMillimetres(host::openDrawing())).lines) {
+    for (const host::Element& e : drawing.lines) {
         if (e.type != host::ElementType::Move) {
             strokes.push_back(strokeOf(e, x, y));
             strokes.back().lineType = OF_DIMENSION;
@@ -127,6 +127,7 @@ inline void addDimension(std::vector<Stroke>& strokes, const host::Dimension& di
 }
 
 inline std::map<std::string, Shown> shownByLayer() {
+    const double sheet = host::sheetMillimetres(host::openDrawing());
     std::map<std::string, Shown> layers;
     for (const host::Pattern& pattern : host::openDrawing().patterns) {
         if (pattern.number == 0 || pattern.scratch) continue;
@@ -139,8 +140,10 @@ inline std::map<std::string, Shown> shownByLayer() {
         }
         for (const host::Dimension& dimension : pattern.dimensions) {
             shown.hasDimension = true;
-            addDimension(shown.strokes, dimension);
+            addDrawing(shown.strokes, host::drawDimension(dimension, sheet));
         }
+        for (const host::Arrow& arrow : pattern.arrows)
+            addDrawing(shown.strokes, host::drawArrow(arrow, sheet));
         for (const host::Text& text : pattern.texts) {
             addLines(shown.lines, text);
             shown.hasFrame |= text.backType != 0;
