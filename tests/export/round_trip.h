@@ -41,6 +41,7 @@ struct Shown {
     std::map<std::string, std::string> attributes;
     std::map<std::int64_t, double> fillAreas, lineAreas; ///< of hatches, by pen
     bool hasSpline = false, hasFrame = false, hasBackground = false, hasDimension = false;
+    bool hasBlockLines = false; ///< a dimension that shows the lines of the block that it came from
 };
 
 /// What a pen looks like, packed into a number: its own number for a pen of the palette. Pens from 256 on are
@@ -140,6 +141,7 @@ inline std::map<std::string, Shown> shownByLayer() {
         }
         for (const host::Dimension& dimension : pattern.dimensions) {
             shown.hasDimension = true;
+            shown.hasBlockLines |= !dimension.isFree() && !dimension.lines.empty();
             addDrawing(shown.strokes, host::drawDimension(dimension, sheet));
         }
         for (const host::Arrow& arrow : pattern.arrows)
@@ -169,6 +171,19 @@ inline void expectEqual(const std::vector<Stroke>& before, const std::vector<Str
         ASSERT_EQ(a.pen, b.pen) << what << " " << i;
         if (a.lineType != OF_DIMENSION) ASSERT_EQ(a.lineType, b.lineType) << what << " " << i;
     }
+}
+
+/// The strokes fill the same box.
+inline void expectSameBox(const std::vector<Stroke>& before, const std::vector<Stroke>& after,
+                          const std::string& what) {
+    host::Extents boxes[2];
+    for (const auto& [strokes, box] : {std::pair(&before, &boxes[0]), {&after, &boxes[1]}})
+        for (const Stroke& s : *strokes) box->add(s.x0, s.y0), box->add(s.x1, s.y1);
+    ASSERT_EQ(boxes[0].empty, boxes[1].empty) << what;
+    if (boxes[0].empty) return;
+    for (double host::Extents::*side :
+         {&host::Extents::minX, &host::Extents::minY, &host::Extents::maxX, &host::Extents::maxY})
+        ASSERT_NEAR(boxes[0].*side, boxes[1].*side, 1e-4) << what;
 }
 
 inline void expectEqual(const std::map<std::int64_t, double>& before,

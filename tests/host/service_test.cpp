@@ -3,6 +3,7 @@
 #include "os.h"
 #include "trt.h"
 
+#include <filesystem>
 #include <unistd.h>
 
 namespace {
@@ -122,6 +123,26 @@ TEST_F(FolderTest, FilesAreSeenWholeAndPipesRefused) {
         << "a pipe would be waited for, and is no file that can be looked at twice";
     ::close(ends[0]);
     ::close(ends[1]);
+}
+
+TEST_F(FolderTest, TemporaryFilesStayWhileTheyAreNeeded) {
+    const UtCString folder(std::filesystem::path(write("any", "")).parent_path().string());
+    const auto touch = [](const UtCString& path, const char* mode) {
+        FILE* const stream = UtFileOpen(path, mode);
+        ASSERT_NE(stream, nullptr);
+        EXPECT_EQ(UtFileClose(stream), 0);
+    };
+    for (int i = 0; i < 40; ++i) {
+        const UtCString path = UtTempFileName(folder, "T");
+        touch(path, "w");
+        touch(path, "a");
+        EXPECT_EQ(UtFileRemove(path), 0);
+    }
+    const UtCString path = UtTempFileName(folder, "T");
+    touch(path, "w");
+    UtTempFileName(folder, "T"); // clears what killed programs left
+    EXPECT_TRUE(std::filesystem::exists(path.str()));
+    EXPECT_EQ(UtFileRemove(path), 0);
 }
 
 TEST_F(HostTest, PathsOfBothSystems) {

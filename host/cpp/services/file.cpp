@@ -76,10 +76,10 @@ int UtReadLine(FILE* stream, std::string& line) {
 
 int UtFileRemove(const UtCString& path) {
     const std::string name = systemPath(path);
-    if (callFails() || name.empty() || !host::mayWrite(name) || ::unlink(name.c_str()) != 0)
-        return errorFailed;
-    if (host::isTemporaryName(name)) host::releaseTemporary(name);
-    return 0;
+    if (callFails() || name.empty() || !host::mayWrite(name)) return errorFailed;
+    const bool isRemoved = ::unlink(name.c_str()) == 0;
+    if (host::isTemporaryName(name)) host::releaseTemporary(name); // what isn't there needs no guard either
+    return isRemoved ? 0 : errorFailed;
 }
 
 UtCString UtFileTarget(const UtCString& path) {

@@ -76,10 +76,17 @@ static void setPath(Slot& slot, const std::string& whole) {
     slot.process.store(::getpid(), std::memory_order_release);
 }
 
+static void release(Slot& slot) {
+    slot.process = 0;
+    if (slot.lock >= 0) ::close(slot.lock);
+    slot.lock = -1;
+}
+
 void guardTemporary(const std::string& path, int descriptor) {
     const std::string whole = wholePath(path);
     if (whole.empty()) return;
     const std::lock_guard lock(guard.mutex);
+    if (Slot* const known = find(whole)) release(*known); // opened once more
     for (Slot& slot : guard.slots) {
         if (slot.process == ::getpid()) continue;
         // A copy, which holds the lock until the file has its final name, whoever closes the original.
@@ -87,12 +94,6 @@ void guardTemporary(const std::string& path, int descriptor) {
         if (slot.lock >= 0) ::flock(slot.lock, LOCK_EX | LOCK_NB);
         return setPath(slot, whole);
     }
-}
-
-static void release(Slot& slot) {
-    slot.process = 0;
-    if (slot.lock >= 0) ::close(slot.lock);
-    slot.lock = -1;
 }
 
 void releaseTemporary(const std::string& path) {
