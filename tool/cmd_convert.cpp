@@ -1,5 +1,6 @@
 // torva-dxf convert: DXF files become DXF files of another version.
 #include "account.h"
+#include "interrupt.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
@@ -24,6 +25,7 @@ static int convertOne(const std::string& input, const std::string& target, const
     // What was read until an error is converted all the same; nothing would come of an empty drawing.
     if (!loaded.error.empty() || (status != STATUS_DONE && host::openDrawing().elementCount == 0))
         return status;
+    if (isTerminated()) return STATUS_FAILED;
     const int saved = saveDxf(target, loaded, options);
     if (saved == STATUS_DONE && !options.quiet)
         std::cerr << input << " -> " << target

@@ -1,6 +1,7 @@
 // torva-dxf import: DXF files become drawing files.
 #include "account.h"
 #include "file_kind.h"
+#include "interrupt.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
@@ -58,6 +59,8 @@ static int importOne(const std::string& input, const Options& options) {
     const host::Drawing& drawing = host::openDrawing();
     const host::Counts counts = host::countDrawing(drawing);
     if (!loaded.error.empty() || (status != STATUS_DONE && drawing.elementCount == 0)) return STATUS_FAILED;
+
+    if (isTerminated()) return STATUS_FAILED;
 
     const std::string target = targetOf(input, options);
     if (const std::string error = host::saveDrawing(drawing, target); !error.empty())

@@ -2,6 +2,7 @@
 #include "account.h"
 #include "environment.h"
 #include "file_kind.h"
+#include "interrupt.h"
 #include "jobs.h"
 #include "load.h"
 #include "options.h"
@@ -93,7 +94,7 @@ static bool bringIn(const std::string& input, const Options& options, int& statu
     const Loaded loaded = loadInput(input, options, options.inputs.size() == 1);
     const int outcome = tellOutcome(input, loaded, options);
     const bool isEmpty = outcome != STATUS_DONE && host::openDrawing().elementCount == 0;
-    if (!loaded.error.empty() || isEmpty) {
+    if (!loaded.error.empty() || isEmpty || isInterrupted()) {
         status = STATUS_FAILED;
         return false;
     }

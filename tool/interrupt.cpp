@@ -51,6 +51,10 @@ bool isInterrupted() {
     return interrupted != 0;
 }
 
+bool isTerminated() {
+    return interrupted == SIGTERM || interrupted == SIGHUP;
+}
+
 int interruptedStatus(int status) {
     return interrupted ? kBySignal + interrupted : status;
 }

@@ -9,6 +9,7 @@
 #include "import_state.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 #include <string>
 
@@ -32,6 +33,21 @@ bool isKept(const Mat44 m) {
     if (DxActSpace != 0 && (DxShiftX != 0 || DxShiftY != 0)) return false;
     return DxModus == 2 && DxBlockLevel == DxOriginDepth && document && !document->parent.Get() &&
            isIdentity(m) && DxLengthToHost(1.0) == 1.0;
+}
+
+/// Whether each point of an entity (groups 10 to 18) is followed by its y, and no y stands alone: what
+/// readers of any program want, though ours doesn't.
+bool hasWholePoints(std::string_view pairs) {
+    int awaited = 0;
+    while (!pairs.empty()) {
+        const int code = std::atoi(std::string(pairs.substr(0, pairs.find('\n'))).c_str());
+        const bool isY = code >= 20 && code <= 28;
+        if (awaited ? code != awaited : isY) return false;
+        awaited = code >= 10 && code <= 18 ? code + 10 : 0;
+        for (int line = 0; line < 2; ++line)
+            pairs.remove_prefix(std::min(pairs.size(), std::min(pairs.find('\n'), pairs.size()) + 1));
+    }
+    return !awaited;
 }
 
 std::string textOf(std::string_view name, std::string_view bytes) {
@@ -68,7 +84,7 @@ DxEntityOrigin::DxEntityOrigin(std::string_view name, const Mat44 m) {
 int DxEntityOrigin::keep() const {
     if (step_ == Step::None) return 0;
     const std::string_view bytes = DxReadBytesFrom(start_);
-    std::string text = bytes.empty() ? std::string() : textOf(name_, bytes);
+    std::string text = bytes.empty() || !hasWholePoints(bytes) ? std::string() : textOf(name_, bytes);
     if (step_ == Step::Insert) {
         DxPlacedEnd(std::move(text));
         return 0;
