@@ -125,7 +125,7 @@ private:
             if (!turns)
                 rings.push_back(std::move(loop.points));
             else
-                (turns > 0 != isInverted_ ? lower : upper).push_back(std::move(loop));
+                ((turns > 0) != isInverted_ ? lower : upper).push_back(std::move(loop));
         }
         if (lower.size() > 1 || upper.size() > 1) return {};
         if (!lower.empty() || !upper.empty()) {
@@ -194,7 +194,7 @@ private:
     bool isHoleOfAll(const Rings& rings) const {
         const bool isEndless = surface_.u().isBounded && surface_.v().isBounded;
         return isEndless && std::all_of(rings.begin(), rings.end(),
-                                        [&](const auto& ring) { return area(ring) > 0 == isInverted_; });
+                                        [&](const auto& ring) { return (area(ring) > 0) == isInverted_; });
     }
 
     /// Brings all rings to within the reach of the largest.
