@@ -1,7 +1,6 @@
 // The test switch of the reference host: its n-th call fails.
 #pragma once
 
-#include <set>
 #include <string>
 
 namespace host {
@@ -10,13 +9,9 @@ namespace host {
 void failCall(long n);
 /// Calls counted since the last failCall.
 long callCount();
-/// Name of the service whose call failCall made fail; empty before.
-const std::string& failedService();
 /// Makes each call of a service fail, by the name of its function, as in a host that doesn't offer it; empty
 /// switches off.
 void failService(const std::string& name);
-/// Names of the services that were called since the last failService.
-const std::set<std::string>& servicesCalled();
 /// Counts a call; true when it is to fail. Every host function that can fail asks first.
 bool callFails(const char* service = __builtin_FUNCTION());
 
